@@ -1,0 +1,47 @@
+#include "aviation/Cloud.h"
+
+#include "aviation/support/NumberText.h"
+
+namespace aviation::weather {
+
+namespace {
+
+const char* TypeSuffix(std::uint8_t type)
+{
+    switch (type) {
+    case cloudtype::kCirrus:
+        return "CI";
+    case cloudtype::kCumulonimbus:
+        return "CB";
+    case cloudtype::kToweringCumulus:
+        return "TCU";
+    default:
+        return "";
+    }
+}
+
+} // namespace
+
+bool Cloud::setCoverage(int octas)
+{
+    if (octas < 0 || octas > 8) {
+        return false;
+    }
+    coverage = static_cast<std::uint8_t>(octas);
+    return true;
+}
+
+const char* CoverageAbbreviation(int octas)
+{
+    static constexpr const char* kNames[] = {"",    "FEW", "FEW", "SCT", "SCT",
+                                             "BKN", "BKN", "BKN", "OVC"};
+    return octas >= 1 && octas <= 8 ? kNames[octas] : "";
+}
+
+std::string MetarGroup(const Cloud& cloud)
+{
+    return CoverageAbbreviation(cloud.coverage) + IntegerText(cloud.base / 100, 3)
+           + TypeSuffix(cloud.type);
+}
+
+} // namespace aviation::weather

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+namespace aviation {
+
+/// The one way to ask the time or to sleep. One object serves the process; main or a test installs
+/// another before any thread asks. All operations are callable from every thread.
+class Clock
+{
+public:
+    using UtcTime = std::chrono::sys_time<std::chrono::milliseconds>;
+
+    Clock() = default;
+    Clock(const Clock&) = delete;
+    Clock& operator=(const Clock&) = delete;
+    virtual ~Clock() = default;
+
+    /// Calendar time, UTC.
+    virtual UtcTime NowUtc() const = 0;
+    /// Milliseconds since an arbitrary moment, never going back.
+    virtual std::int64_t MonotonicMs() const = 0;
+    /// Blocks the calling thread.
+    virtual void SleepMs(int milliseconds) = 0;
+
+    /// The installed clock; the system's until Install was called.
+    static Clock& Current();
+    /// Makes `clock` the process's clock, or the system's again for a null pointer. Not owned.
+    static void Install(Clock* clock);
+};
+
+} // namespace aviation

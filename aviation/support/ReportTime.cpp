@@ -1,0 +1,87 @@
+#include "aviation/support/ReportTime.h"
+
+#include "aviation/support/NumberText.h"
+
+namespace aviation {
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::seconds;
+
+struct UtcParts
+{
+    std::chrono::year_month_day date;
+    std::chrono::hh_mm_ss<seconds> time;
+    unsigned weekday; ///< 0 Sunday
+};
+
+UtcParts PartsOf(Clock::UtcTime now)
+{
+    const auto midnight = std::chrono::floor<days>(now);
+    return {std::chrono::year_month_day(midnight),
+            std::chrono::hh_mm_ss<seconds>(std::chrono::floor<seconds>(now - midnight)),
+            std::chrono::weekday(midnight).c_encoding()};
+}
+
+int DayOf(const UtcParts& parts)
+{
+    return static_cast<int>(static_cast<unsigned>(parts.date.day()));
+}
+
+std::string ClockText(const UtcParts& parts, bool withSeconds)
+{
+    std::string text = IntegerText(parts.time.hours().count(), 2) + ":"
+                       + IntegerText(parts.time.minutes().count(), 2);
+    return withSeconds ? text + ":" + IntegerText(parts.time.seconds().count(), 2) : text;
+}
+
+} // namespace
+
+std::int64_t ReportSeconds(Clock::UtcTime now, int day, int hour, int minute)
+{
+    const UtcParts parts = PartsOf(now);
+    std::chrono::year_month month = parts.date.year() / parts.date.month();
+    if (day > DayOf(parts)) {
+        month -= std::chrono::months(1);
+    }
+    const std::chrono::sys_seconds first = std::chrono::sys_days(month / 1);
+    const auto reported = first + days(day - 1) + std::chrono::hours(hour)
+                          + std::chrono::minutes(minute) + parts.time.seconds();
+    return reported.time_since_epoch().count();
+}
+
+bool IsTimeGroupOld(std::wstring_view timeGroup, Clock::UtcTime now)
+{
+    constexpr int kLimitHours = 3;
+    const UtcParts parts = PartsOf(now);
+    const int day = IntegerFromText(timeGroup.substr(0, 2));
+    if (day != DayOf(parts)) {
+        return true;
+    }
+    const int hour = timeGroup.size() > 2 ? IntegerFromText(timeGroup.substr(2, 2)) : 0;
+    return hour < parts.time.hours().count() - kLimitHours;
+}
+
+std::string SlashedDateTime(Clock::UtcTime now)
+{
+    const UtcParts parts = PartsOf(now);
+    return IntegerText(static_cast<int>(parts.date.year()), 4) + "/"
+           + IntegerText(static_cast<unsigned>(parts.date.month()), 2) + "/"
+           + IntegerText(DayOf(parts), 2) + " " + ClockText(parts, false);
+}
+
+std::string AscTime(Clock::UtcTime now)
+{
+    static constexpr const char* kDays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+    static constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                              "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    const UtcParts parts = PartsOf(now);
+    const std::string day = std::to_string(DayOf(parts));
+    return std::string(kDays[parts.weekday]) + " "
+           + kMonths[static_cast<unsigned>(parts.date.month()) - 1] + (day.size() < 2 ? "  " : " ")
+           + day + " " + ClockText(parts, true) + " "
+           + std::to_string(static_cast<int>(parts.date.year())) + "\n";
+}
+
+} // namespace aviation

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "aviation/support/Clock.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace aviation {
+
+/// Seconds since 1970 of a report's day, hour and minute, UTC. Month and year are the current ones;
+/// a day above today's belongs to the month before. The seconds of `now` stay. Values out of range
+/// roll over as calendar arithmetic does: day 0 is the last day of the month before.
+std::int64_t ReportSeconds(Clock::UtcTime now, int day, int hour, int minute);
+
+/// The rough three-hour rule on a time group "ddhhmm...": a report of another UTC day is old; one
+/// of today is old when its hour is below the hour of three hours ago, and never before 03:00 UTC.
+bool IsTimeGroupOld(std::wstring_view timeGroup, Clock::UtcTime now);
+
+/// "yyyy/MM/dd hh:mm" in UTC.
+std::string SlashedDateTime(Clock::UtcTime now);
+
+/// As C's asctime, "Thu Jan  1 00:00:00 1970\n" with the line feed, in UTC.
+std::string AscTime(Clock::UtcTime now);
+
+/// Seconds since 1970.
+inline std::int64_t EpochSeconds(Clock::UtcTime now)
+{
+    return std::chrono::floor<std::chrono::seconds>(now).time_since_epoch().count();
+}
+
+} // namespace aviation
