@@ -12,6 +12,8 @@ target_compile_definitions(cirrilon_compile INTERFACE
 target_compile_options(cirrilon_compile INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual
     -Wcast-align -Wdouble-promotion -Wformat=2
+    # GCC 12 warns falsely of overlapping copies in std::string operators.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
     $<$<BOOL:${CIRRILON_WERROR}>:-Werror>)
 
 if(CIRRILON_SANITIZE)

@@ -1,6 +1,7 @@
 #include "aviation/support/Clock.h"
 
 #include <atomic>
+#include <ctime>
 #include <thread>
 
 namespace aviation {
@@ -15,6 +16,8 @@ public:
         using namespace std::chrono;
         return time_point_cast<milliseconds>(system_clock::now());
     }
+
+    std::int64_t NowSeconds() const override { return std::time(nullptr); }
 
     std::int64_t MonotonicMs() const override
     {

@@ -19,6 +19,11 @@ public:
 
     /// Calendar time, UTC.
     virtual UtcTime NowUtc() const = 0;
+    /// The same in whole seconds since 1970, where milliseconds don't matter: much cheaper.
+    virtual std::int64_t NowSeconds() const
+    {
+        return std::chrono::floor<std::chrono::seconds>(NowUtc()).time_since_epoch().count();
+    }
     /// Milliseconds since an arbitrary moment, never going back.
     virtual std::int64_t MonotonicMs() const = 0;
     /// Blocks the calling thread.

@@ -38,16 +38,18 @@ std::string ClockText(const UtcParts& parts, bool withSeconds)
 
 } // namespace
 
-std::int64_t ReportSeconds(Clock::UtcTime now, int day, int hour, int minute)
+std::int64_t ReportSeconds(std::chrono::sys_seconds now, int day, int hour, int minute)
 {
-    const UtcParts parts = PartsOf(now);
-    std::chrono::year_month month = parts.date.year() / parts.date.month();
-    if (day > DayOf(parts)) {
-        month -= std::chrono::months(1);
+    const auto today = std::chrono::floor<days>(now);
+    const std::chrono::year_month_day date(today);
+    const int dayToday = static_cast<int>(static_cast<unsigned>(date.day()));
+    std::chrono::sys_days first = today - days(dayToday - 1);
+    if (day > dayToday) {
+        first = std::chrono::sys_days((date.year() / date.month() - std::chrono::months(1)) / 1);
     }
-    const std::chrono::sys_seconds first = std::chrono::sys_days(month / 1);
+    const seconds secondOfMinute = (now - today) % std::chrono::minutes(1);
     const auto reported = first + days(day - 1) + std::chrono::hours(hour)
-                          + std::chrono::minutes(minute) + parts.time.seconds();
+                          + std::chrono::minutes(minute) + secondOfMinute;
     return reported.time_since_epoch().count();
 }
 

@@ -11,7 +11,17 @@ namespace aviation {
 /// Seconds since 1970 of a report's day, hour and minute, UTC. Month and year are the current ones;
 /// a day above today's belongs to the month before. The seconds of `now` stay. Values out of range
 /// roll over as calendar arithmetic does: day 0 is the last day of the month before.
-std::int64_t ReportSeconds(Clock::UtcTime now, int day, int hour, int minute);
+std::int64_t ReportSeconds(std::chrono::sys_seconds now, int day, int hour, int minute);
+/// The same from the process's clock.
+inline std::int64_t ReportSeconds(int day, int hour, int minute)
+{
+    const std::chrono::seconds now(Clock::Current().NowSeconds());
+    return ReportSeconds(std::chrono::sys_seconds(now), day, hour, minute);
+}
+inline std::int64_t ReportSeconds(Clock::UtcTime now, int day, int hour, int minute)
+{
+    return ReportSeconds(std::chrono::floor<std::chrono::seconds>(now), day, hour, minute);
+}
 
 /// The rough three-hour rule on a time group "ddhhmm...": a report of another UTC day is old; one
 /// of today is old when its hour is below the hour of three hours ago, and never before 03:00 UTC.

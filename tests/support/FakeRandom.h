@@ -11,6 +11,11 @@ class FakeRandom final : public aviation::RandomSource
 {
 public:
     explicit FakeRandom(std::vector<std::int32_t> numbers = {}) : m_numbers(std::move(numbers)) {}
+    void setNumbers(std::vector<std::int32_t> numbers)
+    {
+        m_numbers = std::move(numbers);
+        m_at = 0;
+    }
     std::int32_t Next() override
     {
         return m_numbers.empty() ? 0 : m_numbers[m_at++ % m_numbers.size()];
