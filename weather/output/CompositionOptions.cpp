@@ -1,0 +1,24 @@
+#include "weather/output/CompositionOptions.h"
+
+#include "app/base/Settings.h"
+
+CompositionOptions CompositionOptions::FromSettings(const Settings& settings)
+{
+    CompositionOptions options;
+    options.simulator = settings.simVersion();
+    options.interfaceType = settings.interfaceType();
+    options.weatherMode = settings.weatherMode();
+    options.gustySurfaceWind = settings.gustySurfaceWind();
+    options.directWindControl = settings.fsWindDwc();
+    options.vis9999 = settings.vis9999();
+    options.visMin = settings.visMin();
+    options.visMax = settings.visMax();
+    options.cavokCover = settings.cavokCover();
+    options.cavokHeight = settings.cavokHeight();
+    options.turbulenceInCloud = settings.turbulenceInCloud();
+    options.generateStratus = settings.generateStratus();
+    options.mixedClouds = settings.mixedClouds();
+    options.generateCirrus = settings.generateCirrus();
+    options.icingInClouds = settings.icingInClouds();
+    return options;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "aviation/FsId.h"
+#include "aviation/support/RandomSource.h"
+
+#include <QString>
+
+#include <functional>
+
+class Settings;
+
+/// The options that shape composed weather, taken once before a job so that one record is made of
+/// one set of values. Defaults are those of Settings.
+struct CompositionOptions
+{
+    aviation::FsId simulator = aviation::fsid::kFsx;
+    int interfaceType = aviation::interfaceid::kFsuipc;
+    int weatherMode = 0; ///< 1 thins out the upper layers for weather theme files
+    bool gustySurfaceWind = true;
+    bool directWindControl = true;
+    int vis9999 = 30000;    ///< metres, as the setting stands; used times 1000
+    int visMin = 0;         ///< metres
+    int visMax = 100000;    ///< metres
+    int cavokCover = 1;     ///< octas
+    int cavokHeight = 5000; ///< feet
+    bool turbulenceInCloud = true;
+    bool generateStratus = false;
+    bool mixedClouds = false;
+    bool generateCirrus = true;
+    bool icingInClouds = true;
+
+    /// The values as they stand now; the simulator is Settings::simVersion.
+    static CompositionOptions FromSettings(const Settings& settings);
+};
+
+/// What composing needs from its surroundings. The log gets text and level; an empty one is silent.
+struct CompositionContext
+{
+    CompositionOptions options;
+    aviation::RandomSource& random;
+    std::function<void(const QString&, int)> log;
+};

@@ -1,0 +1,163 @@
+#include "app/base/LogLevel.h"
+#include "weather/output/CompositionRules.h"
+#include "weather/output/WeatherComposition.h"
+#include "weather/output/WeatherCompositionNumbers.h"
+
+#include <array>
+#include <span>
+
+namespace composition {
+
+using aviation::MetresToHundredthsOfMile;
+using aviation::weather::Metar;
+using aviation::weather::Synop;
+
+namespace {
+
+constexpr std::int32_t kTenKilometresOrMore = 9999; // how reports write it
+constexpr int kEndOfLowHaze = 500;                  // metres
+
+/// A range of visibilities, all in hundredths of a mile, and the step that is shown for it.
+struct VisibilityStep
+{
+    int from;
+    int to;
+    int shown;
+};
+
+constexpr std::array<VisibilityStep, 8> kSurfaceSteps{{{200, 371, 372},
+                                                       {373, 496, 497},
+                                                       {498, 993, 994},
+                                                       {995, 2174, 2175},
+                                                       {2176, 2982, 2983},
+                                                       {2984, 3976, 3977},
+                                                       {3978, 4970, 4971},
+                                                       // clear air collapses to 10 km on purpose,
+                                                       // the layers above open up again
+                                                       {4972, 65535, 622}}};
+constexpr int kUpperStepFrom = 4972;
+constexpr int kUpperStep = 6214; // 100 km
+
+std::uint16_t Snapped(int range)
+{
+    for (const VisibilityStep& step : kSurfaceSteps) {
+        if (range >= step.from && range <= step.to) {
+            return Word(step.shown);
+        }
+    }
+    return Word(range);
+}
+
+std::uint16_t SnappedAloft(int range)
+{
+    return range >= kUpperStepFrom ? Word(kUpperStep) : Snapped(range);
+}
+
+std::uint16_t SurfaceRange(const Metar& metar, const Synop& synop,
+                           const CompositionOptions& options)
+{
+    constexpr std::int32_t kNoVisibility = 99999;
+    constexpr double kNearSynopNm = 50.0;
+    constexpr std::int64_t kLargest = 65535;
+    if (metar.visibility() != kTenKilometresOrMore) {
+        return MetresToHundredthsOfMile(metar.visibility());
+    }
+    if (synop.visibility() != kNoVisibility && synop.visibility() > kTenKilometresOrMore
+        && SpreadNm(metar, synop) < kNearSynopNm)
+    {
+        return Word(std::min(kLargest, Truncated(synop.visibility() / 1.592 / 10.0)));
+    }
+    return MetresToHundredthsOfMile(static_cast<double>(options.vis9999) * 1000.0);
+}
+
+std::uint16_t HazeTop(const Metar& metar, std::uint16_t top)
+{
+    constexpr std::int32_t kLowCloudFeet = 6000;
+    if (metar.clouds().empty() || metar.clouds().front().base >= kLowCloudFeet) {
+        return top;
+    }
+    const double cloudFeet = static_cast<double>(metar.elevation()) + metar.clouds().front().base;
+    const std::uint16_t cloud = Word(WholeMetres(cloudFeet));
+    return cloud > 3000 || cloud < kEndOfLowHaze ? Word(kEndOfLowHaze) : cloud;
+}
+
+/// Up to five layers on top of the surface layer. Returns the height at which the last one ends.
+int SetUpperLayers(NewWeather& record, int thickness)
+{
+    constexpr int kLayers = 5;
+    constexpr int kHighestTop = 4000; // metres; the layer that passes it is the last
+    int lower = record.Vis.UpperAlt + 1;
+    int range = record.Vis.Range + 100;
+    record.nUpperVisCtr = 0;
+    for (VisLayer& layer : std::span(record.UpperVis).first(kLayers)) {
+        layer = {};
+        layer.LowerAlt = SignedWord(lower);
+        layer.UpperAlt = Word(lower + thickness);
+        layer.Range = SnappedAloft(range);
+        ++record.nUpperVisCtr;
+        lower += thickness;
+        range = layer.Range + 1000;
+        if (layer.UpperAlt > kHighestTop) {
+            break;
+        }
+    }
+    return lower;
+}
+
+void SetHighestLayer(NewWeather& record, int lower, const CompositionContext& context)
+{
+    const CompositionOptions& options = context.options;
+    if (context.log) {
+        context.log(
+            QStringLiteral("(WeatherWrapper) - set max vis: %1km").arg(options.visMax / 1000),
+            loglevel::kDebug);
+    }
+    VisLayer& layer = record.UpperVis[static_cast<std::size_t>(record.nUpperVisCtr++)];
+    layer = {};
+    layer.LowerAlt = SignedWord(lower);
+    layer.UpperAlt = options.interfaceType == aviation::interfaceid::kFsuipc
+                         ? std::uint16_t{30470}
+                         : Word(29000 - layer.LowerAlt);
+    layer.Range = MetresToHundredthsOfMile(static_cast<double>(options.visMax) + 100000.0);
+}
+
+bool HasUpperVisibility(aviation::FsId simulator)
+{
+    return simulator >= aviation::fsid::kFsx && simulator <= aviation::fsid::kXPlane10;
+}
+
+} // namespace
+
+int SetVisibility(const Metar& metar, const Synop& synop, NewWeather& record,
+                  const CompositionContext& context)
+{
+    constexpr std::int32_t kHighestStationFeet = 30000;
+    constexpr int kHighestTop = 30000; // metres
+    constexpr int kUnlimited = 100000; // metres
+    const CompositionOptions& options = context.options;
+    record.Vis = {};
+    record.Vis.LowerAlt = -500;
+    record.Vis.Range = MetresToHundredthsOfMile(metar.visibility());
+    if (metar.elevation() > kHighestStationFeet) {
+        return visibilityresult::kElevationTooHigh;
+    }
+    const std::uint16_t top = Word(WholeMetres(static_cast<double>(metar.elevation()) + 2000.0));
+    record.Vis.UpperAlt = top;
+    if (top > kHighestTop) {
+        return visibilityresult::kTooHigh;
+    }
+    const int range =
+        std::max(SurfaceRange(metar, synop, options), MetresToHundredthsOfMile(options.visMin));
+    record.Vis.Range = Snapped(range);
+    record.Vis.UpperAlt = HazeTop(metar, top);
+    if (!HasUpperVisibility(options.simulator)) {
+        return visibilityresult::kDone;
+    }
+    const int lower = SetUpperLayers(record, static_cast<int>(RoundedUp(top / 5.0)));
+    if (options.visMax != kUnlimited) {
+        SetHighestLayer(record, lower, context);
+    }
+    return visibilityresult::kDone;
+}
+
+} // namespace composition

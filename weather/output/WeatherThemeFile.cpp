@@ -1,0 +1,190 @@
+#include "aviation/support/NumberText.h"
+#include "aviation/support/ReportTime.h"
+#include "weather/output/WeatherTheme.h"
+
+#include <QSaveFile>
+
+#include <bit>
+#include <iostream>
+#include <iterator>
+
+namespace {
+
+constexpr const char* kProjectAddress = "https://cirrilon.example";
+constexpr float kStationEnd = 3.0F;
+constexpr unsigned char kFileHead[] = {0x09, 0x00, 0x00, 0x00, 0x01, 0xFD};
+/// Behind the first station; the first four bytes are the 3.0 that ends a station.
+constexpr unsigned char kGridHead[] = {0x00, 0x00, 0x40, 0x40, 0x02, 0xFD};
+
+/// Appends values in the byte order of the file, whatever that of the machine is.
+class Writer
+{
+public:
+    explicit Writer(QByteArray& bytes) : m_bytes(bytes) {}
+
+    template <class... Values>
+    void Put(Values... values)
+    {
+        (PutOne(values), ...);
+    }
+    void PutRaw(const unsigned char* first, std::size_t count)
+    {
+        std::copy_n(first, count, std::back_inserter(m_bytes));
+    }
+
+private:
+    void PutOne(std::uint16_t value)
+    {
+        m_bytes.append(static_cast<char>(value & 0xFFU));
+        m_bytes.append(static_cast<char>(value >> 8U));
+    }
+    void PutOne(std::uint32_t value)
+    {
+        PutOne(static_cast<std::uint16_t>(value & 0xFFFFU));
+        PutOne(static_cast<std::uint16_t>(value >> 16U));
+    }
+    void PutOne(std::int32_t value) { PutOne(static_cast<std::uint32_t>(value)); }
+    void PutOne(float value) { PutOne(std::bit_cast<std::uint32_t>(value)); }
+
+    QByteArray& m_bytes;
+};
+
+template <class Block>
+std::int32_t Count(const Block& block)
+{
+    return static_cast<std::int32_t>(block.size());
+}
+
+void PutHeader(Writer& writer, const ThemeStation& station)
+{
+    const ThemeHeader& header = station.header;
+    writer.Put(Count(station.winds), Count(station.visibilities), Count(station.clouds),
+               Count(station.temperatures), header.reserved);
+    for (const char letter : header.station) {
+        const auto byte = static_cast<unsigned char>(letter);
+        writer.PutRaw(&byte, 1);
+    }
+    writer.Put(header.marker);
+}
+
+void PutWind(Writer& writer, const ThemeWind& wind)
+{
+    writer.Put(wind.height, wind.speed, wind.gust, wind.direction, wind.variance, wind.turbulence,
+               wind.shear);
+}
+
+void PutCloud(Writer& writer, const ThemeCloud& cloud)
+{
+    writer.Put(cloud.type, cloud.base, cloud.top, 0.0F, cloud.coverage, cloud.topShape,
+               cloud.turbulence, cloud.precipitationType, cloud.precipitationBase,
+               cloud.precipitationRate, cloud.icing);
+}
+
+void PutStation(Writer& writer, const ThemeStation& station)
+{
+    PutHeader(writer, station);
+    PutWind(writer, station.surfaceWind);
+    for (const ThemeWind& wind : station.winds) {
+        PutWind(writer, wind);
+    }
+    for (const ThemeVisibility& layer : station.visibilities) {
+        writer.Put(layer.range, layer.lower, layer.upper);
+    }
+    for (const ThemeCloud& cloud : station.clouds) {
+        PutCloud(writer, cloud);
+    }
+    for (const ThemeTemperature& layer : station.temperatures) {
+        writer.Put(layer.height, layer.temperature, layer.variation, layer.dewPoint);
+    }
+    writer.Put(std::int32_t{0}, station.qnh);
+}
+
+/// The size of the grid, once in the file, between the QNH and the end mark of the first station.
+/// The last number is the offset at which the two 16-bit values begin, plus 9.
+void PutGridSize(Writer& writer, const ThemeGrid& grid, const QByteArray& bytes)
+{
+    constexpr unsigned kAhead = 9;
+    writer.PutRaw(kGridHead, std::size(kGridHead));
+    writer.Put(grid.columns, grid.rows);
+    const unsigned offset = static_cast<unsigned>(bytes.size()) + kAhead;
+    writer.Put(std::uint16_t{1}, static_cast<std::uint16_t>(offset & 0xFFFFU));
+}
+
+/// A hot layer high up is a sign of a broken profile; it is written all the same.
+void TellHotLayers(const ThemeGrid& grid, std::ostream& console)
+{
+    constexpr float kHighMetres = 3000.0F;
+    constexpr float kHotDegrees = 20.0F;
+    for (const ThemeStation& station : grid.stations) {
+        for (const ThemeTemperature& layer : station.temperatures) {
+            if (layer.height > kHighMetres && layer.temperature > kHotDegrees) {
+                console << "Temp to height: " << aviation::FixedText(layer.height, 0) << "m, "
+                        << aviation::FixedText(layer.temperature, 0) << "C\n";
+            }
+        }
+    }
+}
+
+bool OpenForWriting(QSaveFile& file, std::ostream& console)
+{
+    if (file.open(QIODevice::WriteOnly)) {
+        return true;
+    }
+    console << "no good file failed! \n";
+    return false;
+}
+
+bool WriteWhole(QSaveFile& file, const QByteArray& bytes)
+{
+    return file.write(bytes) == bytes.size() && file.flush();
+}
+
+} // namespace
+
+QByteArray ThemeBytes(const ThemeGrid& grid)
+{
+    QByteArray bytes;
+    Writer writer(bytes);
+    writer.PutRaw(kFileHead, std::size(kFileHead));
+    bool first = true;
+    for (const ThemeStation& station : grid.stations) {
+        PutStation(writer, station);
+        if (std::exchange(first, false)) {
+            PutGridSize(writer, grid, bytes);
+        }
+        writer.Put(kStationEnd);
+    }
+    return bytes;
+}
+
+std::string ThemeText()
+{
+    // The size behind "Size:" stays empty. The time ends in a line feed of its own.
+    return std::string("[Main]\nTitle = \"Cirrilon\"\nDescription = \"This is the weather model of "
+                       "Cirrilon Pro. For further information ")
+           + kProjectAddress + ". Size:  Date: "
+           + aviation::AscTime(aviation::Clock::Current().NowUtc()) + "\"\nVersion = 9.00";
+}
+
+bool WriteTheme(const ThemeGrid& grid, const QString& baseName, std::ostream& console)
+{
+    QSaveFile theme(baseName + QStringLiteral(".WTB"));
+    QSaveFile text(baseName + QStringLiteral(".wt"));
+    if (!OpenForWriting(theme, console)) {
+        return false;
+    }
+    TellHotLayers(grid, console);
+    if (!WriteWhole(theme, ThemeBytes(grid)) || !OpenForWriting(text, console)
+        || !WriteWhole(text, QByteArray::fromStdString(ThemeText())))
+    {
+        return false;
+    }
+    return theme.commit() && text.commit();
+}
+
+bool WriteTheme(const ThemeGrid& grid, const QString& baseName)
+{
+    const bool written = WriteTheme(grid, baseName, std::cout);
+    std::cout.flush();
+    return written;
+}

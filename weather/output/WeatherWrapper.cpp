@@ -1,0 +1,216 @@
+#include "weather/output/WeatherWrapper.h"
+
+#include "app/base/LogLevel.h"
+#include "app/base/Settings.h"
+#include "weather/output/WeatherComposition.h"
+#include "weather/output/records/NewWeatherText.h"
+#include "weather/store/WeatherManager.h"
+
+#include <utility>
+
+using aviation::Position;
+using aviation::weather::Grib;
+using aviation::weather::Metar;
+using aviation::weather::Station;
+using aviation::weather::Synop;
+
+namespace {
+
+/// Surrogate pairs become one character where wchar_t has room for it.
+std::wstring Wide(QStringView text)
+{
+    std::wstring wide(static_cast<std::size_t>(text.size()), L'\0');
+    const auto length = text.toWCharArray(wide.data());
+    wide.resize(static_cast<std::size_t>(length));
+    return wide;
+}
+
+QString Narrow(const std::wstring& text)
+{
+    return QString::fromStdWString(text);
+}
+
+QStringList Narrow(const std::vector<std::wstring>& texts)
+{
+    QStringList list;
+    list.reserve(static_cast<int>(texts.size()));
+    for (const std::wstring& text : texts) {
+        list.append(Narrow(text));
+    }
+    return list;
+}
+
+Station StationOf(const QAirport& airport)
+{
+    std::wstring icao = Wide(airport.Ident);
+    std::wstring name = Wide(airport.Name);
+    std::wstring country = Wide(airport.Region);
+    return {icao, name, country, airport.Elevation, Position(airport.Lat, airport.Lon)};
+}
+
+} // namespace
+
+/// Hands the callbacks of the store on as signals.
+class WeatherWrapper::Store final : public aviation::weather::WeatherManager
+{
+public:
+    explicit Store(WeatherWrapper& wrapper) : m_wrapper(wrapper) {}
+
+    void progress(int value, int total, std::wstring text) override
+    {
+        Q_EMIT m_wrapper.sigProgress(value, total, Narrow(text));
+    }
+    void debug(std::wstring text, int level) override
+    {
+        Q_EMIT m_wrapper.sigDebugString(Narrow(text), level);
+    }
+
+private:
+    WeatherWrapper& m_wrapper;
+};
+
+WeatherWrapper::WeatherWrapper(const Settings& settings, aviation::RandomSource& random,
+                               QObject* parent)
+    : QObject(parent)
+    , m_settings(settings)
+    , m_random(random)
+    , m_store(std::make_unique<Store>(*this))
+{}
+
+WeatherWrapper::~WeatherWrapper() = default;
+
+void WeatherWrapper::addAirport(const QAirport& airport)
+{
+    m_store->AddAirport(StationOf(airport));
+}
+
+void WeatherWrapper::addAirports(const QVector<QAirport>& airports)
+{
+    std::vector<Station> stations;
+    stations.reserve(static_cast<std::size_t>(airports.size()));
+    for (const QAirport& airport : airports) {
+        stations.push_back(StationOf(airport));
+    }
+    m_store->AddAirports(std::move(stations));
+}
+
+void WeatherWrapper::setWeatherStations(QStringView text)
+{
+    m_store->SetWeatherStations(Wide(text));
+}
+
+bool WeatherWrapper::initializeWeather(const QString& text, int kind)
+{
+    return initializeWeather(QStringView(text), kind);
+}
+
+bool WeatherWrapper::initializeWeather(QStringView text, int kind)
+{
+    constexpr int kNoaaSource = 3; // lists the newest report of a station first
+    return m_store->Initialize(Wide(text), kind, m_settings.weatherSource() == kNoaaSource);
+}
+
+int WeatherWrapper::deleteOldSynops(int maxAgeSeconds)
+{
+    return m_store->DeleteOldSynops(maxAgeSeconds);
+}
+
+bool WeatherWrapper::getStation(const QString& icao, Station& station) const
+{
+    return m_store->GetStation(Wide(icao), station);
+}
+
+std::size_t WeatherWrapper::airportCount() const
+{
+    return m_store->AirportCount();
+}
+
+std::size_t WeatherWrapper::stationCount() const
+{
+    return m_store->StationCount();
+}
+
+std::size_t WeatherWrapper::metarCount() const
+{
+    return m_store->MetarCount();
+}
+
+std::size_t WeatherWrapper::synopCount() const
+{
+    return m_store->SynopCount();
+}
+
+std::size_t WeatherWrapper::tafCount() const
+{
+    return m_store->TafCount();
+}
+
+std::size_t WeatherWrapper::gribCount() const
+{
+    return m_store->GribCount();
+}
+
+std::vector<Metar> WeatherWrapper::getMetars() const
+{
+    return m_store->GetMetars();
+}
+
+QString WeatherWrapper::GetTaf(const QString& icao) const
+{
+    return Narrow(m_store->GetTaf(Wide(icao)));
+}
+
+QStringList WeatherWrapper::failedMetarStations() const
+{
+    return Narrow(m_store->FailedMetarStations());
+}
+
+QStringList WeatherWrapper::failedSynopStations() const
+{
+    return Narrow(m_store->FailedSynopStations());
+}
+
+bool WeatherWrapper::SearchMetar(const Position& position, Metar& metar)
+{
+    return m_store->SearchMetar(position, metar);
+}
+
+bool WeatherWrapper::SearchSynop(const Position& position, Synop& synop)
+{
+    return m_store->SearchSynop(position, synop);
+}
+
+bool WeatherWrapper::SearchGrib(const Position& position, Grib& grib)
+{
+    return m_store->SearchGrib(position, grib);
+}
+
+void WeatherWrapper::StationsInRange(const Position& position, int rangeNm,
+                                     std::vector<Station>& stations) const
+{
+    m_store->StationsInRange(position, rangeNm, stations);
+}
+
+void WeatherWrapper::NearestAirport(const Position& position, Station& station) const
+{
+    m_store->NearestAirport(position, station);
+}
+
+int WeatherWrapper::GenerateWeather(const Metar& metar, const Synop& synop, const Grib& grib,
+                                    NewWeather& record, double magneticVariation,
+                                    const Position& /*position*/)
+{
+    CompositionContext context = compositionContext();
+    const int result =
+        composition::GenerateWeather(metar, synop, grib, record, magneticVariation, context);
+    Q_EMIT sigDebugString(QString::fromStdString(NewWeatherText(record)), loglevel::kDebug);
+    return result;
+}
+
+CompositionContext WeatherWrapper::compositionContext()
+{
+    return {CompositionOptions::FromSettings(m_settings), m_random,
+            [this](const QString& text, int level) {
+                Q_EMIT sigDebugString(text, level);
+            }};
+}
