@@ -2,6 +2,9 @@
 
 #include "aviation/support/NumberText.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace aviation::weather {
 
 namespace {
@@ -29,6 +32,13 @@ bool Cloud::setCoverage(int octas)
     }
     coverage = static_cast<std::uint8_t>(octas);
     return true;
+}
+
+std::int32_t AltitudeAboveSea(std::int32_t aboveStation, std::int32_t elevation)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    const std::int64_t sum = std::int64_t{aboveStation} + elevation;
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(sum, Limits::min(), Limits::max()));
 }
 
 const char* CoverageAbbreviation(int octas)

@@ -27,6 +27,10 @@ struct Cloud
     bool setCoverage(int octas);
 };
 
+/// A height above a station in feet as one above the sea. Saturates: a damaged table may hold any
+/// elevation.
+std::int32_t AltitudeAboveSea(std::int32_t aboveStation, std::int32_t elevation);
+
 /// "FEW", "SCT", "BKN" or "OVC" for 1 to 8 octas, empty otherwise.
 const char* CoverageAbbreviation(int octas);
 

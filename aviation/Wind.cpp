@@ -6,8 +6,8 @@ namespace aviation::weather {
 
 std::string WindText(const Wind& wind)
 {
-    return "Dir=" + FixedText(wind.Dir, 2) + ":Speed=" + FixedText(wind.Speed, 2)
-           + ":Gust=" + FixedText(wind.Gust, 2);
+    const auto field = [](float value) { return FixedText(static_cast<double>(value), 2); };
+    return "Dir=" + field(wind.Dir) + ":Speed=" + field(wind.Speed) + ":Gust=" + field(wind.Gust);
 }
 
 } // namespace aviation::weather

@@ -2,12 +2,13 @@
 
 #include <QMutex>
 
-#if defined(__has_feature)
+// Qt defines __has_feature where the compiler has none, so GCC's own macro is asked first.
+#if defined(__SANITIZE_THREAD__)
+#define CIRRILON_THREAD_SANITIZER 1
+#elif defined(__has_feature)
 #if __has_feature(thread_sanitizer)
 #define CIRRILON_THREAD_SANITIZER 1
 #endif
-#elif defined(__SANITIZE_THREAD__)
-#define CIRRILON_THREAD_SANITIZER 1
 #endif
 
 #ifdef CIRRILON_THREAD_SANITIZER
