@@ -1,0 +1,215 @@
+#include "aviation/GribPatterns.h"
+#include "aviation/MetarPatterns.h"
+#include "aviation/SynopPatterns.h"
+#include "tests/support/PatternSamples.h"
+#include "tests/support/Regex.h"
+#include "tests/support/ReportLines.h"
+
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace aviation::weather;
+using aviation::SeededRandom;
+
+namespace {
+
+/// One pattern in both forms, without its type.
+struct Contestant
+{
+    std::wstring text;
+    std::wregex regex;
+    /// The groups that the matcher found, none without a match.
+    std::vector<std::wstring_view> (*match)(std::wstring_view);
+};
+
+template <class P>
+std::vector<std::wstring_view> Groups(const typename P::Result& match)
+{
+    std::vector<std::wstring_view> groups;
+    for (std::size_t at = 0; match && at < P::kGroups; ++at) {
+        groups.push_back(match[at]);
+    }
+    return groups;
+}
+
+template <class P>
+std::vector<std::wstring_view> Front(std::wstring_view text)
+{
+    return Groups<P>(P::MatchFront(text));
+}
+
+template <class P>
+std::vector<std::wstring_view> Searched(std::wstring_view text)
+{
+    return Groups<P>(P::Search(text));
+}
+
+template <class P>
+Contestant MakeContestant(std::vector<std::wstring_view> (*match)(std::wstring_view))
+{
+    return {std::wstring(P::text()), std::wregex(P::text().begin(), P::text().end()), match};
+}
+
+const std::vector<Contestant>& Contestants()
+{
+    static const std::vector<Contestant> contestants = [] {
+        std::vector<Contestant> all;
+        const auto front = [&]<class P>() {
+            all.push_back(MakeContestant<P>(Front<P>));
+        };
+        const auto searched = [&]<class P>() {
+            all.push_back(MakeContestant<P>(Searched<P>));
+        };
+        metarpatterns::FrontPatterns::forEach(front);
+        metarpatterns::SearchedPatterns::forEach(searched);
+        synoppatterns::AllSynopPatterns::forEach(front);
+        gribpatterns::AllGribPatterns::forEach(front);
+        return all;
+    }();
+    return contestants;
+}
+
+std::vector<std::wstring_view> RegexGroups(const std::wregex& regex, std::wstring_view text)
+{
+    std::match_results<std::wstring_view::const_iterator> match;
+    std::vector<std::wstring_view> groups;
+    if (std::regex_search(text.begin(), text.end(), match, regex)) {
+        for (const auto& group : match) {
+            groups.emplace_back(group.matched ? std::wstring_view(group.first, group.second)
+                                              : std::wstring_view());
+        }
+    }
+    return groups;
+}
+
+std::string Shown(const std::wstring& text)
+{
+    std::string shown;
+    for (const wchar_t c : text) {
+        shown += c >= L' ' && c < L'\x7F' ? std::string(1, static_cast<char>(c))
+                                          : "<" + std::to_string(static_cast<int>(c)) + ">";
+    }
+    return shown;
+}
+
+void ExpectSame(const Contestant& contestant, const std::wstring& text)
+{
+    ASSERT_EQ(contestant.match(text), RegexGroups(contestant.regex, text))
+        << Shown(contestant.text) << " on '" << Shown(text) << "'";
+}
+
+/// The text from each word on, as the decoders see it while they cut, no longer than the regular
+/// expressions take in good time.
+std::vector<std::wstring> Remainders(const std::wstring& line)
+{
+    constexpr std::size_t kLongest = 60;
+    std::vector<std::wstring> remainders;
+    for (std::size_t at = 0; at < line.size(); at = line.find(L' ', at)) {
+        at = line.find_first_not_of(L' ', at);
+        if (at == std::wstring::npos) {
+            break;
+        }
+        remainders.push_back(line.substr(at, kLongest));
+    }
+    return remainders;
+}
+
+TEST(PatternDifferential, RealReportsGiveTheGroupsOfRegularExpressions)
+{
+    std::vector<std::wstring> lines = ReportLines(CIRRILON_TEST_DATA "/metar/reports.txt", 10);
+    ASSERT_FALSE(lines.empty());
+    for (const std::wstring& odd : ReportLines(CIRRILON_TEST_DATA "/metar/odd.txt", 5)) {
+        lines.push_back(odd);
+    }
+    SeededRandom random(20110402);
+    for (const std::wstring& line : lines) {
+        for (const std::wstring& text : Remainders(line)) {
+            const Contestant& chosen =
+                Contestants()[static_cast<std::size_t>(random.Next()) % Contestants().size()];
+            ExpectSame(chosen, Spoiled(text, random));
+            for (const Contestant& contestant : Contestants()) {
+                ExpectSame(contestant, text);
+            }
+        }
+    }
+}
+
+TEST(PatternDifferential, SamplesAndNearMissesGiveTheGroupsOfRegularExpressions)
+{
+    constexpr int kSamples = 600;
+    SeededRandom random(7);
+    for (const Contestant& contestant : Contestants()) {
+        const PatternSamples samples(contestant.text);
+        int matched = 0;
+        for (int count = 0; count < kSamples; ++count) {
+            std::wstring text = samples.Sample(random) + (count % 2 == 0 ? L"" : L" 9999");
+            matched += contestant.match(text).empty() ? 0 : 1;
+            for (int spoils = 0; spoils < 4; ++spoils) {
+                ExpectSame(contestant, text);
+                text = Spoiled(std::move(text), random);
+            }
+        }
+        EXPECT_GT(matched, kSamples / 2) << "the samples are to match " << Shown(contestant.text);
+    }
+}
+
+/// A line of ten million characters that tempts a matcher to recurse or to try again from every
+/// one.
+struct LongLine
+{
+    const wchar_t* front;
+    const wchar_t* filling; ///< repeated
+    const wchar_t* back;
+};
+
+constexpr LongLine kLongLines[] = {
+    {L"BBXX", L" ", L"1234/"},   {L"BBXX SHIP", L" \t", L"12345 99123"},
+    {L"OOXX", L" ", L"/////"},   {L"9999", L"N", L"X"},
+    {L"R09L/", L"V", L""},       {L"R09", L"/", L"V"},
+    {L"R09/1200", L"9", L"Q"},   {L"", L"+", L"TSRA"},
+    {L"", L" 1/1KM1 1/1SN", L""}};
+
+std::wstring Filled(const LongLine& line)
+{
+    constexpr std::size_t kLength = 10'000'000;
+    const std::wstring_view filling(line.filling);
+    std::wstring text(line.front);
+    text.reserve(kLength + 100);
+    while (text.size() < kLength) {
+        text += filling;
+    }
+    return text + line.back;
+}
+
+/// Runs on a small stack: a failure would be a crash, or the time limit of the tests.
+class SmallStackRun : public QThread
+{
+public:
+    SmallStackRun() { setStackSize(1U << 20U); }
+    std::size_t groupsFound = 0;
+
+protected:
+    void run() override
+    {
+        for (const LongLine& longLine : kLongLines) {
+            const std::wstring line = Filled(longLine);
+            for (const Contestant& contestant : Contestants()) {
+                groupsFound += contestant.match(line).size();
+            }
+        }
+    }
+};
+
+TEST(PatternDifferential, LinesOfTenMegabytesNeedLittleStackAndTime)
+{
+    ASSERT_FALSE(Contestants().empty());
+    SmallStackRun thread;
+    thread.start();
+    ASSERT_TRUE(thread.wait());
+    EXPECT_GT(thread.groupsFound, 0U);
+}
+
+} // namespace
