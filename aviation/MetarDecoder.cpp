@@ -1,0 +1,428 @@
+#include "aviation/GroupReader.h"
+#include "aviation/Metar.h"
+#include "aviation/MetarPatterns.h"
+#include "aviation/MetarVisibility.h"
+#include "aviation/Units.h"
+#include "aviation/support/NumberText.h"
+#include "aviation/support/ReportTime.h"
+
+namespace aviation::weather {
+
+namespace {
+
+using namespace metarpatterns;
+
+constexpr std::size_t kShortestReport = 10;
+constexpr std::size_t kShortestRest = 5; ///< in front of the weather groups
+
+constexpr std::uint8_t kLight = 1;
+constexpr std::uint8_t kModerate = 2;
+constexpr std::uint8_t kHeavy = 3;
+
+float Number(std::wstring_view text)
+{
+    return static_cast<float>(IntegerFromText(text));
+}
+
+/// Two characters that are digits for sure; headers are read by the thousand.
+int TwoDigits(std::wstring_view text, std::size_t at)
+{
+    return static_cast<int>((text[at] - L'0') * 10 + (text[at + 1] - L'0'));
+}
+
+bool Holds(std::wstring_view text, std::wstring_view part)
+{
+    return text.find(part) != std::wstring_view::npos;
+}
+
+enum class SpeedUnit
+{
+    Knots,
+    MetresPerSecond
+};
+
+float SpeedInKnots(std::wstring_view text, SpeedUnit unit)
+{
+    const int speed = IntegerFromText(text);
+    return unit == SpeedUnit::Knots ? static_cast<float>(speed)
+                                    : static_cast<float>(speed / kMetresPerSecondPerKnot);
+}
+
+/// The plain form is the only one that may hold slashes, for a wind that wasn't measured, and the
+/// only one that says that there is no gust.
+bool TakePlainWind(GroupReader& report, SurfaceValues& values)
+{
+    const auto match = report.take<WindKnots>();
+    if (!match) {
+        return false;
+    }
+    values.windSeen = match[1] != L"///" && match[2] != L"//";
+    if (values.windSeen) {
+        values.wind.Dir = Number(match[1]);
+        values.wind.Speed = Number(match[2]);
+        values.wind.Gust = 0.0F;
+    }
+    return true;
+}
+
+/// Direction, speed and, when the pattern has one more group, gust.
+template <class P>
+bool TakeWind(GroupReader& report, SurfaceValues& values, SpeedUnit unit)
+{
+    constexpr std::size_t kGust = 3;
+    const auto match = report.take<P>();
+    if (!match) {
+        return false;
+    }
+    values.wind.Dir = Number(match[1]);
+    values.wind.Speed = SpeedInKnots(match[2], unit);
+    if constexpr (P::kGroups > kGust) {
+        values.wind.Gust = SpeedInKnots(match[kGust], unit);
+    }
+    values.windSeen = true;
+    return true;
+}
+
+/// The same for VRB, which is stored as direction 0.
+template <class P>
+bool TakeVariableWind(GroupReader& report, SurfaceValues& values, SpeedUnit unit)
+{
+    constexpr std::size_t kGust = 2;
+    const auto match = report.take<P>();
+    if (!match) {
+        return false;
+    }
+    values.wind.Dir = 0.0F;
+    values.wind.Speed = SpeedInKnots(match[1], unit);
+    if constexpr (P::kGroups > kGust) {
+        values.wind.Gust = SpeedInKnots(match[kGust], unit);
+    }
+    values.windSeen = true;
+    return true;
+}
+
+/// False when no wind group stands there, which ends the decoding.
+bool ReadWind(GroupReader& report, SurfaceValues& values)
+{
+    constexpr SpeedUnit kKnots = SpeedUnit::Knots;
+    constexpr SpeedUnit kMetres = SpeedUnit::MetresPerSecond;
+    return TakePlainWind(report, values) || TakeWind<WindGustKnots>(report, values, kKnots)
+           || TakeWind<WindMetres>(report, values, kMetres)
+           || TakeWind<WindGustMetres>(report, values, kMetres)
+           || TakeVariableWind<VariableKnots>(report, values, kKnots)
+           || TakeVariableWind<VariableMetres>(report, values, kMetres)
+           || TakeVariableWind<VariableGustKnots>(report, values, kKnots)
+           || TakeVariableWind<VariableGustMetres>(report, values, kMetres);
+}
+
+void ReadVariableSector(GroupReader& report, SurfaceValues& values)
+{
+    if (const auto match = report.take<VariableSector>()) {
+        values.variableFrom = IntegerFromText(match[1]);
+        values.variableTo = IntegerFromText(match[2]);
+    }
+}
+
+bool ReadCavok(GroupReader& report, SurfaceValues& values)
+{
+    if (!report.take<Cavok>()) {
+        return false;
+    }
+    values.visibility = kGoodVisibility;
+    values.cloudsSeen = true;
+    values.visibilitySeen = true;
+    return true;
+}
+
+/// Texts of all the groups that match one behind the other, each with a blank behind it.
+template <class P>
+std::wstring TakeRunwayTexts(GroupReader& report)
+{
+    std::wstring texts;
+    while (const auto match = report.take<P>()) {
+        texts.append(match[0]).push_back(L' ');
+    }
+    return texts;
+}
+
+/// The layer that stands for "no significant cloud". Its altitude doesn't follow its base: the
+/// composition was tuned with both numbers.
+Cloud NoSignificantCloudLayer(std::int32_t elevation)
+{
+    constexpr std::int32_t kBase = 5000;
+    constexpr std::int32_t kAboveStation = 2000;
+    constexpr std::uint8_t kOctas = 3;
+    Cloud cloud;
+    cloud.base = kBase;
+    cloud.coverage = kOctas;
+    cloud.altitude = AltitudeAboveSea(kAboveStation, elevation);
+    return cloud;
+}
+
+/// Takes the sign off a weather group and stores the intensity that it means.
+std::wstring_view WithoutSign(std::wstring_view group, std::uint8_t& intensity)
+{
+    constexpr std::size_t kSlashes = 2;
+    switch (group.front()) {
+    case L'-':
+        intensity = kLight;
+        return group.substr(1);
+    case L'+':
+        intensity = kHeavy;
+        return group.substr(1);
+    case L'/':
+        return group.substr(kSlashes);
+    default:
+        return group;
+    }
+}
+
+void ReadWeather(GroupReader& report, SurfaceValues& values, MetarValues& metar,
+                 std::int32_t elevation)
+{
+    metar.intensity = kModerate;
+    metar.phenomenaText.clear();
+    while (const auto match = report.take<WeatherGroup>()) {
+        if (Holds(match[0], L"NSC")) {
+            metar.noSignificantCloud = true;
+            values.clouds.push_back(NoSignificantCloudLayer(elevation));
+        }
+        metar.phenomenaText.append(WithoutSign(match[0], metar.intensity));
+    }
+}
+
+/// Octas of a cloud group; an earlier row wins. Other groups are no layer and have 0.
+std::uint8_t CoverageOf(std::wstring_view group)
+{
+    struct Row
+    {
+        std::wstring_view code;
+        std::uint8_t octas;
+    };
+    static constexpr Row kRows[] = {{L"FEW", 2}, {L"SCT", 4}, {L"BKN", 7}, {L"OVC", 8}, {L"VV", 8}};
+    for (const Row& row : kRows) {
+        if (Holds(group, row.code)) {
+            return row.octas;
+        }
+    }
+    return 0;
+}
+
+std::uint8_t CloudTypeOf(std::wstring_view group)
+{
+    if (Holds(group, L"CB")) {
+        return cloudtype::kCumulonimbus;
+    }
+    return Holds(group, L"TCU") ? cloudtype::kToweringCumulus : cloudtype::kOrdinary;
+}
+
+std::wstring_view HeightTextOf(std::wstring_view group)
+{
+    constexpr std::size_t kDigits = 3;
+    if (Holds(group, L"VV")) {
+        return group.substr(2, kDigits);
+    }
+    return group.size() >= 2 * kDigits ? group.substr(kDigits, kDigits) : std::wstring_view();
+}
+
+/// Feet. An unknown base is kept low instead of at the ground.
+std::int32_t BaseOf(std::wstring_view group)
+{
+    constexpr std::int32_t kFeetPerUnit = 100;
+    constexpr std::int32_t kUnknownBase = 100;
+    const std::wstring_view height = HeightTextOf(group);
+    const std::int32_t base = IntegerFromText(height) * kFeetPerUnit;
+    return base == 0 && height == L"///" ? kUnknownBase : base;
+}
+
+void ReadClouds(GroupReader& report, SurfaceValues& values, std::int32_t elevation)
+{
+    constexpr std::size_t kUsualLayers = 4;
+    while (const auto match = report.take<CloudGroup>()) {
+        Cloud cloud;
+        cloud.coverage = CoverageOf(match[0]);
+        cloud.base = BaseOf(match[0]);
+        cloud.altitude = AltitudeAboveSea(cloud.base, elevation);
+        cloud.type = CloudTypeOf(match[0]);
+        if (cloud.coverage != 0) {
+            values.clouds.reserve(kUsualLayers);
+            values.clouds.push_back(cloud);
+        }
+        values.cloudsSeen = true;
+    }
+}
+
+/// Negates in whole numbers, so that M00 is 0 and not -0.
+float BelowZero(std::wstring_view text)
+{
+    return static_cast<float>(-IntegerFromText(text));
+}
+
+bool ReadTemperature(GroupReader& report, SurfaceValues& values)
+{
+    constexpr float kAssumedSpread = 3.0F;
+    if (const auto match = report.take<BothBelowZero>()) {
+        values.temperature = BelowZero(match[1]);
+        values.dewPoint = BelowZero(match[2]);
+    } else if (const auto mixed = report.take<DewPointBelowZero>()) {
+        values.temperature = Number(mixed[1]);
+        values.dewPoint = BelowZero(mixed[2]);
+    } else if (const auto plain = report.take<BothAboveZero>()) {
+        values.temperature = Number(plain[1]);
+        values.dewPoint = Number(plain[2]);
+    } else if (const auto single = report.take<NoDewPoint>()) {
+        values.temperature = Number(single[1]); // deliberately without the minus
+        values.dewPoint = values.temperature - kAssumedSpread;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+/// A value in degrees Celsius taken down to sea level at 0.2 degrees per 100 feet.
+float AtSeaLevel(float celsius, std::int32_t elevation)
+{
+    constexpr double kDegreesPerHundredFeet = 0.2;
+    const double feet = static_cast<double>(static_cast<float>(elevation));
+    return static_cast<float>(feet / 100.0 * kDegreesPerHundredFeet + static_cast<double>(celsius));
+}
+
+enum class Pressure
+{
+    Read,
+    Missing,
+    OutOfRange
+};
+
+Pressure StoreHectopascals(std::wstring_view digits, float& qnh)
+{
+    constexpr int kLowest = 800;
+    constexpr int kHighest = 1300;
+    constexpr float kRejectedQnh = 1013.0F;
+    int hectopascals = IntegerFromText(digits);
+    if (hectopascals < 100) { // the leading 10 was left out
+        hectopascals += 1000;
+    }
+    if (hectopascals < kLowest || hectopascals > kHighest) {
+        qnh = kRejectedQnh;
+        return Pressure::OutOfRange;
+    }
+    qnh = static_cast<float>(hectopascals);
+    return Pressure::Read;
+}
+
+Pressure ReadPressure(GroupReader& report, float& qnh)
+{
+    if (const auto match = report.take<QnhHectopascals>()) {
+        return StoreHectopascals(match[1], qnh);
+    }
+    if (const auto match = report.take<QnhInches>()) {
+        qnh = Number(match[1]) * kHpaPerHundredthInch;
+        return Pressure::Read;
+    }
+    return Pressure::Missing;
+}
+
+} // namespace
+
+void Metar::resetDecoded()
+{
+    m_values = {};
+    m_metar = {};
+    m_status = metarstatus::kDecoded;
+    m_headerDecoded = false;
+    m_decoded = false;
+    m_outdated = false;
+    m_message.clear();
+    m_messageLevel = 0;
+    setTime(0);
+}
+
+void Metar::readHeader(GroupReader& report)
+{
+    constexpr std::size_t kTimeDigits = 6;
+    const auto match = report.take<Header>();
+    if (!match) {
+        return;
+    }
+    if (icao().empty()) {
+        setIcao(std::wstring(match[1]));
+    }
+    const std::wstring_view time = match[2].substr(0, kTimeDigits);
+    time.copy(m_metar.timeGroup.data(), kTimeDigits);
+    setTime(ReportSeconds(TwoDigits(time, 0), TwoDigits(time, 2), TwoDigits(time, 4)));
+}
+
+int Metar::DecodeHeader()
+{
+    m_headerDecoded = true;
+    m_status = metarstatus::kHeaderStarted;
+    if (reportText().size() < kShortestReport) {
+        return m_status = metarstatus::kTooShort;
+    }
+    GroupReader report(reportText());
+    readHeader(report);
+    return m_status = metarstatus::kDecoded;
+}
+
+int Metar::Decode()
+{
+    m_headerDecoded = true; // all that the header step does is done below in any case
+    m_values.clouds.clear();
+    if (reportText().size() < kShortestReport) {
+        return m_status = metarstatus::kTooShort;
+    }
+    GroupReader report(reportText());
+    report.trimEnd();
+    readHeader(report);
+    m_decoded = true;
+    report.take<Modifier>();
+    if (!ReadWind(report, m_values)) {
+        return m_status = metarstatus::kNoWind;
+    }
+    ReadVariableSector(report, m_values);
+    readVisibility(report);
+    m_metar.runwayText = TakeRunwayTexts<RunwayVisualRange>(report);
+    if (report.rest().size() < kShortestRest) {
+        return m_status = metarstatus::kNothingLeft;
+    }
+    ReadWeather(report, m_values, m_metar, elevation());
+    ReadClouds(report, m_values, elevation());
+    return readTail(report);
+}
+
+/// Visibility, and the further values of it by direction, which are passed over.
+void Metar::readVisibility(GroupReader& report)
+{
+    if (ReadCavok(report, m_values)) {
+        m_metar.cavok = true;
+    } else {
+        const auto metres = ReadVisibility(report);
+        m_values.visibilitySeen = metres.has_value();
+        m_values.visibility = metres.value_or(kGoodVisibility);
+        m_status = metres ? m_status : metarstatus::kNoVisibility;
+    }
+    while (report.take<DirectionalMetres>()) {
+    }
+}
+
+/// Temperatures, pressure and what stands behind them; returns the status of the whole decode.
+int Metar::readTail(GroupReader& report)
+{
+    if (!ReadTemperature(report, m_values)) {
+        m_status = metarstatus::kNoTemperature;
+    }
+    m_metar.seaLevelTemperature = AtSeaLevel(m_values.temperature, elevation());
+    m_metar.seaLevelDewPoint = AtSeaLevel(m_values.dewPoint, elevation());
+    const Pressure pressure = ReadPressure(report, m_values.qnh);
+    if (pressure != Pressure::Read) {
+        m_status = metarstatus::kPressure;
+    }
+    if (pressure == Pressure::OutOfRange) {
+        return m_status;
+    }
+    m_metar.tailRunwayText = TakeRunwayTexts<TailRunwayVisualRange>(report);
+    return m_status = metarstatus::kDecoded;
+}
+
+} // namespace aviation::weather

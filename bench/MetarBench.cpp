@@ -1,0 +1,118 @@
+#include "aviation/Metar.h"
+#include "tests/support/RegexMetar.h"
+#include "tests/support/ReportLines.h"
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+using aviation::weather::Metar;
+
+namespace {
+
+/// The reports of the test data, or of the file that the environment names.
+const std::vector<std::wstring>& Corpus()
+{
+    static const std::vector<std::wstring> lines = [] {
+        const char* const file = std::getenv("CIRRILON_METAR_CORPUS");
+        return ReportLines(file != nullptr ? file
+                                           : CIRRILON_SOURCE_DIR "/tests/data/metar/reports.txt");
+    }();
+    return lines;
+}
+
+enum class Objects
+{
+    Fresh, ///< the strings and lists of the result are allocated in the measured time
+    Used   ///< an earlier decode has allocated them
+};
+
+/// Runs `decode` over the whole corpus a turn and states the time a report. The objects are made,
+/// some at a time, outside of the measured time.
+template <class Decode>
+void RunOverCorpus(benchmark::State& state, Decode decode, Objects objects = Objects::Fresh)
+{
+    constexpr std::size_t kObjects = 16;
+    using Now = std::chrono::steady_clock;
+    const std::vector<std::wstring>& lines = Corpus();
+    for (auto _ : state) {
+        Now::duration spent{};
+        for (std::size_t at = 0; at < lines.size(); at += kObjects) {
+            const auto first = lines.begin() + static_cast<std::ptrdiff_t>(at);
+            const auto count = std::min(kObjects, lines.size() - at);
+            std::vector<Metar> metars(first, first + static_cast<std::ptrdiff_t>(count));
+            if (objects == Objects::Used) {
+                std::for_each(metars.begin(), metars.end(), decode);
+            }
+            const auto start = Now::now();
+            std::for_each(metars.begin(), metars.end(), decode);
+            spent += Now::now() - start;
+        }
+        state.SetIterationTime(std::chrono::duration<double>(spent).count());
+    }
+    const double reports =
+        static_cast<double>(state.iterations()) * static_cast<double>(lines.size());
+    using benchmark::Counter;
+    state.counters["per report"] = Counter(reports, Counter::kIsRate | Counter::kInvert);
+}
+
+void Full(Metar& metar)
+{
+    benchmark::DoNotOptimize(metar.Decode());
+}
+
+void Header(Metar& metar)
+{
+    benchmark::DoNotOptimize(metar.DecodeHeader());
+}
+
+void FullDecode(benchmark::State& state)
+{
+    RunOverCorpus(state, Full);
+}
+
+void HeaderDecode(benchmark::State& state)
+{
+    RunOverCorpus(state, Header);
+}
+
+void FullDecodeOfUsedObject(benchmark::State& state)
+{
+    RunOverCorpus(state, Full, Objects::Used);
+}
+
+void HeaderDecodeOfUsedObject(benchmark::State& state)
+{
+    RunOverCorpus(state, Header, Objects::Used);
+}
+
+/// The same chain with std::wregex, built once: the baseline of the full decode.
+void RegexDecode(benchmark::State& state)
+{
+    static const RegexMetar regexMetar;
+    RunOverCorpus(state, [](Metar& metar) {
+        benchmark::DoNotOptimize(regexMetar.Decode(metar.reportText(), metar.elevation()));
+    });
+}
+
+} // namespace
+
+BENCHMARK(FullDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(HeaderDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(FullDecodeOfUsedObject)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(HeaderDecodeOfUsedObject)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(RegexDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+int main(int argc, char** argv)
+{
+    if (Corpus().empty()) {
+        std::fputs("no reports: set CIRRILON_METAR_CORPUS to a file with one report a line\n",
+                   stderr);
+        return 1;
+    }
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

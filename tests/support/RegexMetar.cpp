@@ -1,0 +1,362 @@
+#include "tests/support/RegexMetar.h"
+
+#include "aviation/MetarPatterns.h"
+#include "tests/support/Regex.h"
+
+#include <cwchar>
+#include <vector>
+
+using namespace aviation::weather;
+namespace mp = aviation::weather::metarpatterns;
+
+namespace {
+
+template <class P>
+std::wregex Regex()
+{
+    return std::wregex(P::text().begin(), P::text().end());
+}
+
+template <class List>
+std::vector<std::wregex> Regexes()
+{
+    std::vector<std::wregex> regexes;
+    List::forEach([&]<class P>() { regexes.push_back(Regex<P>()); });
+    return regexes;
+}
+
+int Number(const std::wstring& text)
+{
+    return static_cast<int>(std::wcstol(text.c_str(), nullptr, 10));
+}
+
+bool Contains(const std::wstring& text, const wchar_t* part)
+{
+    return text.find(part) != std::wstring::npos;
+}
+
+/// The working copy of the text and the groups of the last match.
+struct Work
+{
+    std::wstring text;
+    std::vector<std::wstring> groups;
+
+    bool take(const std::wregex& regex)
+    {
+        std::wsmatch match;
+        if (!std::regex_search(text, match, regex)) {
+            return false;
+        }
+        groups.clear();
+        for (const auto& group : match) {
+            groups.push_back(group.str());
+        }
+        text.erase(0, groups[0].size());
+        trim();
+        return true;
+    }
+
+    void trim()
+    {
+        text.erase(0, std::min(text.find_first_not_of(L' '), text.size()));
+        text.erase(text.find_last_not_of(L' ') + 1);
+    }
+};
+
+} // namespace
+
+struct RegexMetar::Patterns
+{
+    using WindList =
+        aviation::pattern::PatternList<mp::WindKnots, mp::WindGustKnots, mp::WindMetres,
+                                       mp::WindGustMetres, mp::VariableKnots, mp::VariableMetres,
+                                       mp::VariableGustKnots, mp::VariableGustMetres>;
+    using TemperatureList = aviation::pattern::PatternList<mp::BothBelowZero, mp::DewPointBelowZero,
+                                                           mp::BothAboveZero, mp::NoDewPoint>;
+
+    std::wregex header = Regex<mp::Header>();
+    std::wregex modifier = Regex<mp::Modifier>();
+    std::vector<std::wregex> winds = Regexes<WindList>();
+    std::wregex sector = Regex<mp::VariableSector>();
+    std::wregex cavok = Regex<mp::Cavok>();
+    std::vector<std::wregex> searched = Regexes<mp::SearchedPatterns>();
+    std::wregex metres = Regex<mp::Metres>();
+    std::wregex moreThan = Regex<mp::MoreThanMetres>();
+    std::wregex directional = Regex<mp::DirectionalMetres>();
+    std::wregex runway = Regex<mp::RunwayVisualRange>();
+    std::wregex tailRunway = Regex<mp::TailRunwayVisualRange>();
+    std::wregex weather = Regex<mp::WeatherGroup>();
+    std::wregex cloud = Regex<mp::CloudGroup>();
+    std::vector<std::wregex> temperatures = Regexes<TemperatureList>();
+    std::wregex hectopascals = Regex<mp::QnhHectopascals>();
+    std::wregex inches = Regex<mp::QnhInches>();
+};
+
+namespace {
+
+/// Index of the first pattern that matches, or -1.
+int TakeFirst(Work& work, const std::vector<std::wregex>& regexes)
+{
+    for (std::size_t at = 0; at < regexes.size(); ++at) {
+        if (work.take(regexes[at])) {
+            return static_cast<int>(at);
+        }
+    }
+    return -1;
+}
+
+void StoreWind(const std::vector<std::wstring>& groups, int pattern, SurfaceValues& values)
+{
+    const bool slashes = pattern == 0 && (groups[1] == L"///" || groups[2] == L"//");
+    values.windSeen = !slashes;
+    if (slashes) {
+        return;
+    }
+    const bool metres = pattern == 2 || pattern == 3 || pattern == 5 || pattern == 7;
+    const auto knots = [metres](const std::wstring& text) {
+        return static_cast<float>(metres ? Number(text) / 0.5144444 : Number(text));
+    };
+    const std::size_t speed = pattern < 4 ? 2 : 1;
+    values.wind.Dir = pattern < 4 ? static_cast<float>(Number(groups[1])) : 0.0F;
+    values.wind.Speed = knots(groups[speed]);
+    values.wind.Gust = groups.size() > speed + 1 ? knots(groups[speed + 1]) : 0.0F;
+}
+
+int Fraction(const std::wstring& a, const std::wstring& b)
+{
+    return Number(b) == 0 ? 0
+                          : static_cast<int>(static_cast<double>(Number(a)) / Number(b) * 1609.0);
+}
+
+int SearchedVisibility(const std::vector<std::wstring>& groups, int pattern)
+{
+    switch (pattern) {
+    case 0:
+    case 2:
+        return Fraction(groups[1], groups[2]);
+    case 1:
+        return Number(groups[1]) * 1609 + Fraction(groups[2], groups[3]);
+    case 3:
+        return groups[1].substr(0, 2) == L"10" ? 9999 : Number(groups[1]) * 1609;
+    case 4:
+        return Number(groups[1]) * 1609;
+    default:
+        return Number(groups[1]) * 1000;
+    }
+}
+
+std::wstring TakeRunways(Work& work, const std::wregex& regex)
+{
+    std::wstring texts;
+    while (work.take(regex)) {
+        texts += work.groups[0] + L" ";
+    }
+    return texts;
+}
+
+void StoreWeather(std::wstring group, RegexMetarReading& reading, int elevation)
+{
+    if (Contains(group, L"NSC")) {
+        reading.metar.noSignificantCloud = true;
+        reading.surface.clouds.push_back({0, 3, 5000, -1, elevation + 2000});
+    }
+    if (group[0] == L'-' || group[0] == L'+') {
+        reading.metar.intensity = group[0] == L'-' ? 1 : 3;
+        group.erase(0, 1);
+    } else if (group[0] == L'/') {
+        group.erase(0, 2);
+    }
+    reading.metar.phenomenaText += group;
+}
+
+void StoreCloud(const std::wstring& group, SurfaceValues& values, int elevation)
+{
+    std::wstring height = group.size() >= 6 ? group.substr(3, 3) : L"";
+    height = Contains(group, L"VV") ? group.substr(2, 3) : height;
+    Cloud cloud;
+    const wchar_t* const codes[] = {L"VV", L"OVC", L"BKN", L"SCT", L"FEW"};
+    const std::uint8_t octas[] = {8, 8, 7, 4, 2};
+    for (std::size_t at = 0; at < 5; ++at) {
+        cloud.coverage = Contains(group, codes[at]) ? octas[at] : cloud.coverage;
+    }
+    cloud.base = Number(height) * 100;
+    if (Contains(height, L"///") && cloud.base == 0) {
+        cloud.base = 100;
+    }
+    cloud.altitude = cloud.base + elevation;
+    cloud.type = Contains(group, L"TCU") ? 11 : cloud.type;
+    cloud.type = Contains(group, L"CB") ? 10 : cloud.type;
+    if (cloud.coverage != 0) {
+        values.clouds.push_back(cloud);
+    }
+    values.cloudsSeen = true;
+}
+
+void StoreTemperature(const std::vector<std::wstring>& groups, int pattern, SurfaceValues& values)
+{
+    const int a = Number(groups[1]);
+    values.temperature = static_cast<float>(pattern == 0 ? -a : a);
+    if (pattern == 3) {
+        values.dewPoint = values.temperature - 3;
+    } else {
+        const int b = Number(groups[2]);
+        values.dewPoint = static_cast<float>(pattern == 2 ? b : -b);
+    }
+}
+
+float SeaLevel(float celsius, int elevation)
+{
+    const float feet = static_cast<float>(elevation);
+    return static_cast<float>(static_cast<double>(feet) / 100 * 0.2 + static_cast<double>(celsius));
+}
+
+/// False when the value is out of range.
+bool StoreHectopascals(int value, float& qnh)
+{
+    value += value < 100 ? 1000 : 0;
+    const bool good = value >= 800 && value <= 1300;
+    qnh = good ? static_cast<float>(value) : 1013.0F;
+    return good;
+}
+
+template <class Patterns>
+void ReadVisibility(const Patterns& patterns, Work& work, RegexMetarReading& reading)
+{
+    SurfaceValues& surface = reading.surface;
+    surface.visibility = 9999;
+    surface.visibilitySeen = true;
+    if (work.take(patterns.cavok)) {
+        reading.metar.cavok = true;
+        surface.cloudsSeen = true;
+    } else if (const int searched = TakeFirst(work, patterns.searched); searched >= 0) {
+        surface.visibility = SearchedVisibility(work.groups, searched);
+    } else if (work.take(patterns.metres)) {
+        surface.visibility = work.groups[1] == L"////" ? 9999 : Number(work.groups[1]);
+    } else if (work.take(patterns.moreThan)) {
+        surface.visibility = Number(work.groups[2]);
+    } else {
+        surface.visibilitySeen = false;
+    }
+}
+
+/// From the weather groups on; returns the status.
+template <class Patterns>
+int ReadTail(const Patterns& patterns, Work& work, int elevation, RegexMetarReading& reading)
+{
+    SurfaceValues& surface = reading.surface;
+    reading.metar.intensity = 2;
+    while (work.take(patterns.weather)) {
+        StoreWeather(work.groups[0], reading, elevation);
+    }
+    while (work.take(patterns.cloud)) {
+        StoreCloud(work.groups[0], surface, elevation);
+    }
+    if (const int pattern = TakeFirst(work, patterns.temperatures); pattern >= 0) {
+        StoreTemperature(work.groups, pattern, surface);
+    }
+    reading.metar.seaLevelTemperature = SeaLevel(surface.temperature, elevation);
+    reading.metar.seaLevelDewPoint = SeaLevel(surface.dewPoint, elevation);
+    if (work.take(patterns.hectopascals)) {
+        if (!StoreHectopascals(Number(work.groups[1]), surface.qnh)) {
+            return 6;
+        }
+    } else if (work.take(patterns.inches)) {
+        surface.qnh = static_cast<float>(Number(work.groups[1])) * 0.33864316F;
+    }
+    reading.metar.tailRunwayText = TakeRunways(work, patterns.tailRunway);
+    return 0;
+}
+
+} // namespace
+
+RegexMetar::RegexMetar() : m_patterns(std::make_unique<const Patterns>()) {}
+
+RegexMetar::~RegexMetar() = default;
+
+RegexMetarReading RegexMetar::Decode(const std::wstring& report, int elevation) const
+{
+    RegexMetarReading reading;
+    if (report.size() < 10) {
+        reading.status = 7;
+        return reading;
+    }
+    Work work{report, {}};
+    if (work.take(m_patterns->header)) {
+        reading.icao = work.groups[1];
+        work.groups[2].copy(reading.metar.timeGroup.data(), 6);
+    }
+    work.take(m_patterns->modifier);
+    const int wind = TakeFirst(work, m_patterns->winds);
+    if (wind < 0) {
+        reading.status = 2;
+        return reading;
+    }
+    StoreWind(work.groups, wind, reading.surface);
+    if (work.take(m_patterns->sector)) {
+        reading.surface.variableFrom = Number(work.groups[1]);
+        reading.surface.variableTo = Number(work.groups[2]);
+    }
+    ReadVisibility(*m_patterns, work, reading);
+    while (work.take(m_patterns->directional)) {
+    }
+    reading.metar.runwayText = TakeRunways(work, m_patterns->runway);
+    reading.status = work.text.size() < 5 ? 10 : ReadTail(*m_patterns, work, elevation, reading);
+    return reading;
+}
+
+namespace {
+
+bool SameClouds(const std::vector<Cloud>& a, const std::vector<Cloud>& b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Cloud& x, const Cloud& y) {
+        return x.type == y.type && x.coverage == y.coverage && x.base == y.base && x.top == y.top
+               && x.altitude == y.altitude;
+    });
+}
+
+bool SameWind(const Wind& a, const Wind& b)
+{
+    return a.Dir == b.Dir && a.Speed == b.Speed && a.Gust == b.Gust && a.Fourth == b.Fourth;
+}
+
+} // namespace
+
+std::string FirstDifference(const RegexMetarReading& expected, const Metar& actual)
+{
+    const SurfaceValues& surface = expected.surface;
+    const MetarValues& metar = expected.metar;
+    const struct
+    {
+        const char* name;
+        bool same;
+    } fields[] = {
+        {"status", expected.status == actual.status()},
+        {"icao", expected.icao == actual.icao()},
+        {"time group", metar.timeGroup.data() == actual.timeGroup()},
+        {"wind", SameWind(surface.wind, actual.wind())},
+        {"wind seen", surface.windSeen == actual.windSeen()},
+        {"variable from", surface.variableFrom == actual.variableFrom()},
+        {"variable to", surface.variableTo == actual.variableTo()},
+        {"visibility", surface.visibility == actual.visibility()},
+        {"visibility seen", surface.visibilitySeen == actual.visibilitySeen()},
+        {"CAVOK", metar.cavok == actual.isCavok()},
+        {"clouds seen", surface.cloudsSeen == actual.cloudsSeen()},
+        {"runway text", metar.runwayText == actual.runwayText()},
+        {"phenomena", metar.phenomenaText == actual.phenomenaText()},
+        {"intensity", metar.intensity == actual.intensity()},
+        {"NSC", metar.noSignificantCloud == actual.noSignificantCloud()},
+        {"clouds", SameClouds(surface.clouds, actual.clouds())},
+        {"temperature", surface.temperature == actual.temperature()},
+        {"dew point", surface.dewPoint == actual.dewPoint()},
+        {"sea-level temperature", metar.seaLevelTemperature == actual.SeaLevelTemperature()},
+        {"sea-level dew point", metar.seaLevelDewPoint == actual.SeaLevelDewPoint()},
+        {"QNH", surface.qnh == actual.qnh()},
+        {"tail runway text", metar.tailRunwayText == actual.tailRunwayText()},
+    };
+    for (const auto& field : fields) {
+        if (!field.same) {
+            return field.name;
+        }
+    }
+    return {};
+}
