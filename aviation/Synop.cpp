@@ -1,0 +1,110 @@
+#include "aviation/Synop.h"
+
+#include "aviation/SynopDecoding.h"
+#include "aviation/support/Clock.h"
+#include "aviation/support/NumberText.h"
+#include "aviation/support/ReportTime.h"
+
+namespace aviation::weather {
+
+namespace {
+
+using synopdecoding::Header;
+
+constexpr std::size_t kShortestReport = 10;
+
+/// Copied over used values, which keep their memory that way.
+template <class Values>
+const Values& Fresh()
+{
+    static const Values fresh;
+    return fresh;
+}
+
+/// A slash says that the unit isn't known; digits beyond 3 say nothing and leave it as it was.
+std::uint8_t WindUnitFrom(wchar_t indicator, std::uint8_t before)
+{
+    if (indicator == L'/') {
+        return kWindUnitUnknown;
+    }
+    return indicator <= L'3' ? static_cast<std::uint8_t>(indicator - L'0') : before;
+}
+
+} // namespace
+
+void Synop::storeTime(std::wstring_view dayText, std::wstring_view hourText)
+{
+    m_synop.timeGroup.assign(dayText).append(hourText).append(L"00Z");
+    setTime(ReportSeconds(IntegerFromText(dayText), IntegerFromText(hourText), 0));
+    m_timeValid = true;
+}
+
+void Synop::storeHeader(const Header& header)
+{
+    storeTime(header.day, header.hour);
+    m_synop.type = header.type;
+    m_synop.windUnit = WindUnitFrom(header.windIndicator, m_synop.windUnit);
+    setIcao(std::wstring(header.number).append(header.numberTail));
+    if (header.type != SynopType::Land) {
+        setName(std::wstring(header.callSign));
+    }
+    if (header.position.isKnown()) {
+        setPosition(header.position);
+    }
+    m_headerDecoded = true;
+}
+
+int Synop::DecodeHeader()
+{
+    m_status = synopstatus::kTooShort;
+    m_synop.cloudCodesRead = false;
+    if (m_reportText.size() < kShortestReport) {
+        return m_status;
+    }
+    GroupReader report(m_reportText);
+    const Header header = synopdecoding::ReadHeader(report, true);
+    if (header.outcome == Header::Outcome::OutOfRange) {
+        return fail(synopstatus::kOutOfRange, L"(SynopDecoder) - Error: Header - out of range: ");
+    }
+    if (header.outcome == Header::Outcome::None) {
+        SetMessage(L"(SynopDecoder) - Error: Header - No Synop Type founded: " + m_reportText,
+                   kMessageError);
+        return m_status = synopstatus::kNoHeader;
+    }
+    storeHeader(header);
+    return m_status = synopstatus::kDecoded;
+}
+
+void Synop::resetDecoded()
+{
+    m_values = Fresh<SurfaceValues>();
+    m_synop = Fresh<SynopValues>();
+    m_timeValid = false;
+    m_decoded = false;
+}
+
+int Synop::Decode()
+{
+    if (m_reportText.size() < kShortestReport) {
+        return m_status = synopstatus::kTooShort;
+    }
+    resetDecoded();
+    synopdecoding::Reading reading{GroupReader(m_reportText), m_values, m_synop};
+    const Header header = synopdecoding::ReadHeader(reading.report, false);
+    if (header.outcome == Header::Outcome::OutOfRange) {
+        return fail(synopstatus::kOutOfRange, L"(SynopDecoder) - Error: Header - out of range");
+    }
+    if (header.outcome == Header::Outcome::None) {
+        return m_status = synopstatus::kNoHeader;
+    }
+    storeHeader(header);
+    m_decoded = true;
+    synopdecoding::ReadSurface(reading);
+    synopdecoding::ReadSea(reading);
+    synopdecoding::ReadRegional(reading);
+    synopdecoding::ReadMountain(reading);
+    synopdecoding::ReadNational(reading);
+    return m_status = synopstatus::kDecoded;
+}
+
+} // namespace aviation::weather

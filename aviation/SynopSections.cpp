@@ -1,0 +1,172 @@
+#include "aviation/SynopDecoding.h"
+#include "aviation/SynopPatterns.h"
+#include "aviation/Units.h"
+#include "aviation/support/NumberText.h"
+
+/// Sections 2 to 5, and what all sections share.
+namespace aviation::weather::synopdecoding {
+
+namespace {
+
+using namespace synoppatterns;
+
+constexpr std::int32_t kUnknownHeight = -1;
+
+/// Octas above 8 say that the sky can't be seen; a layer doesn't take them.
+Cloud LayerCloud(int octas, int type, std::int32_t base)
+{
+    Cloud cloud;
+    cloud.setCoverage(octas);
+    cloud.type = static_cast<std::uint8_t>(type);
+    cloud.base = base;
+    cloud.top = kUnknownHeight;
+    cloud.altitude = kUnknownHeight;
+    return cloud;
+}
+
+std::int32_t WholeKnots(const Reading& reading, int speed)
+{
+    return static_cast<std::int32_t>(reading.knots(speed));
+}
+
+void ReadCloudLayers(Reading& reading)
+{
+    while (const auto groups = reading.report.take<CloudLayer>()) {
+        const std::int32_t base = CloudBaseFromCode(IntegerFromText(groups[3]));
+        reading.surface.clouds.push_back(
+            LayerCloud(Digit(groups[1].front()), Digit(groups[2].front()), base));
+        reading.surface.cloudsSeen = true;
+        reading.synop.cloudCodesRead = true;
+    }
+}
+
+/// Of the supplementary groups only the highest gust since the last report matters.
+void ReadSupplements(Reading& reading)
+{
+    constexpr int kHighestGust = 11;
+    while (const auto groups = reading.report.take<Supplement>()) {
+        if (IntegerFromText(groups[1]) == kHighestGust) {
+            reading.surface.wind.Gust =
+                static_cast<float>(reading.knots(IntegerFromText(groups[2])));
+        }
+    }
+}
+
+/// Sign character "0" is plus, any other one minus; tenths behind it.
+double TenthsBehindSign(std::wstring_view group)
+{
+    const double value = Tenths(group.substr(2));
+    return group[1] == L'0' ? value : -value;
+}
+
+void ReadNationalClouds(Reading& reading)
+{
+    while (const auto groups = reading.report.take<NationalCloud>()) {
+        // Only the last digit of the height code is looked at.
+        const std::int32_t base = CloudBaseFromCode(Digit(groups[1][4]));
+        reading.surface.clouds.push_back(LayerCloud(Digit(groups[1][1]), 0, base));
+        reading.synop.cloudCodesRead = true;
+    }
+}
+
+/// In metres per second the two peaks take over the gust of 10 minutes; whoever reads the fields
+/// must not expect their own values there.
+std::int32_t ReadPeak(Reading& reading, std::int32_t otherwise)
+{
+    const auto groups = reading.report.take<GustPeak>();
+    if (!groups) {
+        return otherwise;
+    }
+    return reading.inMetresPerSecond() ? reading.synop.gust10Minutes
+                                       : IntegerFromText(groups[1].substr(3));
+}
+
+void ReadGusts(Reading& reading)
+{
+    SynopValues& synop = reading.synop;
+    if (const auto groups = reading.report.take<Gust10Minutes>()) {
+        synop.gust10Minutes = WholeKnots(reading, IntegerFromText(groups[1].substr(3)));
+    }
+    synop.gust1 = ReadPeak(reading, synop.gust1);
+    synop.gust2 = ReadPeak(reading, synop.gust2);
+}
+
+} // namespace
+
+double Reading::knots(int speed) const
+{
+    return inMetresPerSecond() ? speed * kKnotsPerMetrePerSecond : speed;
+}
+
+bool Reading::inMetresPerSecond() const
+{
+    constexpr std::uint8_t kFirstKnotsIndicator = 2;
+    return synop.windUnit < kFirstKnotsIndicator;
+}
+
+std::int32_t CloudBaseFromCode(int code)
+{
+    if (code >= 0 && code <= 50) {
+        return code * 100;
+    }
+    if (code >= 56 && code <= 80) {
+        return (code - 50) * 1000;
+    }
+    if (code >= 81 && code <= 89) {
+        return (code - 74) * 5000;
+    }
+    if (code >= 90 && code <= 95) {
+        return (code - 89) * 166;
+    }
+    if (code >= 96 && code <= 99) {
+        constexpr double kFeet = 3.3285; // not the usual feet per metre; reports are tuned to it
+        return static_cast<std::int32_t>((code - 94) * 500 * kFeet);
+    }
+    return 0;
+}
+
+void ReadSea(Reading& reading)
+{
+    if (reading.report.take<Section2>()) {
+        reading.report
+            .pass<Plain0, Plain1, Plain2, Plain3, Plain4, Plain5, Plain6, Plain7, Plain4>();
+    }
+}
+
+void ReadRegional(Reading& reading)
+{
+    if (!reading.report.take<Section3>()) {
+        return;
+    }
+    reading.report.pass<Plain0, MaximumTemperature, MinimumTemperature, GroundTemperature,
+                        SnowTemperature, DailySunshine, Plain2, Plain3, Plain4, HourlySunshine,
+                        Plain2, Plain3, Plain4, RegionalPrecipitation, Plain7>();
+    ReadCloudLayers(reading);
+    ReadSupplements(reading);
+}
+
+void ReadMountain(Reading& reading)
+{
+    if (reading.report.take<Section4>()) {
+        reading.report.pass<AnyGroup>();
+    }
+}
+
+void ReadNational(Reading& reading)
+{
+    const auto groups = reading.report.take<Section5>();
+    if (!groups) {
+        return;
+    }
+    reading.surface.temperature = static_cast<float>(TenthsBehindSign(groups[1]));
+    reading.synop.seaValue = Tenths(groups[2].substr(1));
+    const auto second = reading.report.take<SeaSecond>();
+    reading.synop.seaSecondValue = second ? TenthsBehindSign(second[1]) : 0.0;
+    reading.report.pass<National22, National23, National24, National25, National26, National3,
+                        National4, National5, National7>();
+    ReadNationalClouds(reading);
+    ReadGusts(reading);
+    reading.report.pass<PicGroup, BotGroup>();
+}
+
+} // namespace aviation::weather::synopdecoding

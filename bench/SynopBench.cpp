@@ -1,0 +1,96 @@
+#include "aviation/Grib.h"
+#include "aviation/Synop.h"
+#include "tests/support/RegexSynop.h"
+#include "tests/support/ReportLines.h"
+
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstdlib>
+#include <vector>
+
+using aviation::weather::Grib;
+using aviation::weather::Synop;
+
+namespace {
+
+/// The reports of the test data, or of the file that the environment names.
+std::vector<std::wstring> CorpusOf(const char* environment, const char* standard)
+{
+    const char* const file = std::getenv(environment);
+    return ReportLines(file != nullptr ? file : standard);
+}
+
+const std::vector<std::wstring>& Synops()
+{
+    static const std::vector<std::wstring> lines =
+        CorpusOf("CIRRILON_SYNOP_CORPUS", CIRRILON_SOURCE_DIR "/tests/data/synop/reports.txt");
+    return lines;
+}
+
+const std::vector<std::wstring>& Gribs()
+{
+    static const std::vector<std::wstring> lines =
+        CorpusOf("CIRRILON_GRIB_CORPUS", CIRRILON_SOURCE_DIR "/tests/data/upperair/grib.txt");
+    return lines;
+}
+
+/// Runs `decode` over a corpus a turn and states the time a report. Fresh objects are made, some at
+/// a time, outside of the measured time.
+template <class Report, class Decode>
+void RunOverCorpus(benchmark::State& state, const std::vector<std::wstring>& lines, Decode decode)
+{
+    constexpr std::size_t kObjects = 16;
+    using Now = std::chrono::steady_clock;
+    for (auto _ : state) {
+        Now::duration spent{};
+        for (std::size_t at = 0; at < lines.size(); at += kObjects) {
+            const auto first = lines.begin() + static_cast<std::ptrdiff_t>(at);
+            const auto count = std::min(kObjects, lines.size() - at);
+            std::vector<Report> reports(first, first + static_cast<std::ptrdiff_t>(count));
+            const auto start = Now::now();
+            for (Report& report : reports) {
+                decode(report);
+            }
+            spent += Now::now() - start;
+        }
+        state.SetIterationTime(std::chrono::duration<double>(spent).count());
+    }
+    const double reports =
+        static_cast<double>(state.iterations()) * static_cast<double>(lines.size());
+    using benchmark::Counter;
+    state.counters["per report"] = Counter(reports, Counter::kIsRate | Counter::kInvert);
+}
+
+void SynopDecode(benchmark::State& state)
+{
+    RunOverCorpus<Synop>(state, Synops(),
+                         [](Synop& synop) { benchmark::DoNotOptimize(synop.Decode()); });
+}
+
+void SynopHeaderDecode(benchmark::State& state)
+{
+    RunOverCorpus<Synop>(state, Synops(),
+                         [](Synop& synop) { benchmark::DoNotOptimize(synop.DecodeHeader()); });
+}
+
+/// The same chain with std::wregex, built once: the baseline of the full decode.
+void SynopRegexDecode(benchmark::State& state)
+{
+    RunOverCorpus<Synop>(state, Synops(), [](Synop& synop) {
+        benchmark::DoNotOptimize(DecodeSynopByRegex(synop.reportText()));
+    });
+}
+
+void GribDecode(benchmark::State& state)
+{
+    RunOverCorpus<Grib>(state, Gribs(),
+                        [](Grib& grib) { benchmark::DoNotOptimize(grib.Decode()); });
+}
+
+} // namespace
+
+BENCHMARK(SynopDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(SynopHeaderDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(SynopRegexDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(GribDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+
