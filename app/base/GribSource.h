@@ -1,0 +1,25 @@
+#pragma once
+
+#include "aviation/Position.h"
+
+/// Results of GribSource::DownloadGrib.
+namespace gribdownload {
+inline constexpr int kDone = 1;
+inline constexpr int kFailed = 0;
+inline constexpr int kCannotOpen = -1; ///< a stored file can't be opened
+} // namespace gribdownload
+
+/// Where missing upper-air data comes from. The weather worker asks it on its own thread and waits:
+/// the call returns when the data are in the store or the attempt has failed.
+class GribSource
+{
+public:
+    GribSource() = default;
+    GribSource(const GribSource&) = delete;
+    GribSource& operator=(const GribSource&) = delete;
+    virtual ~GribSource() = default;
+
+    /// Loads the upper-air data around a position into the store. `single` asks for one grid point
+    /// instead of its neighbourhood.
+    virtual int DownloadGrib(const aviation::Position& position, bool single) = 0;
+};

@@ -1,0 +1,439 @@
+#include "app/base/IniText.h"
+
+#include <QByteArrayList>
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace initext {
+
+namespace {
+
+constexpr std::array<std::array<char, 2>, 11> kEscapes{{{'a', '\a'},
+                                                        {'b', '\b'},
+                                                        {'f', '\f'},
+                                                        {'n', '\n'},
+                                                        {'r', '\r'},
+                                                        {'t', '\t'},
+                                                        {'v', '\v'},
+                                                        {'"', '"'},
+                                                        {'?', '?'},
+                                                        {'\'', '\''},
+                                                        {'\\', '\\'}}};
+
+constexpr int kHexBase = 16;
+constexpr int kOctalBase = 8;
+
+bool IsBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+bool IsLineEnd(char c)
+{
+    return c == '\n' || c == '\r';
+}
+
+/// -1 if the character is no digit of that base.
+int DigitValue(char c, int base)
+{
+    int value = -1;
+    if (c >= '0' && c <= '9') {
+        value = c - '0';
+    } else if (c >= 'a' && c <= 'f') {
+        value = c - 'a' + 10;
+    } else if (c >= 'A' && c <= 'F') {
+        value = c - 'A' + 10;
+    }
+    return value < base ? value : -1;
+}
+
+std::string_view Trimmed(std::string_view text)
+{
+    while (!text.empty() && IsBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && IsBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+/// Takes the quotes and escapes off a value and splits it at commas outside of quotes.
+class ValueReader
+{
+public:
+    explicit ValueReader(std::string_view text) : m_text(text) {}
+
+    QStringList read()
+    {
+        skipBlanks();
+        while (m_at < m_text.size()) {
+            const char c = m_text[m_at++];
+            if (c == '\\') {
+                readEscape();
+            } else if (c == '"') {
+                toggleQuotes();
+            } else if (c == ',' && !m_inQuotes) {
+                endPart();
+                skipBlanks();
+            } else {
+                readPlain(m_at - 1);
+            }
+        }
+        endPart();
+        return m_parts;
+    }
+
+private:
+    void skipBlanks()
+    {
+        while (m_at < m_text.size() && IsBlank(m_text[m_at])) {
+            ++m_at;
+        }
+    }
+
+    void toggleQuotes()
+    {
+        m_inQuotes = !m_inQuotes;
+        m_wasQuoted = true;
+        if (!m_inQuotes) {
+            skipBlanks();
+        }
+    }
+
+    void readPlain(std::size_t from)
+    {
+        m_at = std::min(m_text.find_first_of("\\\",", m_at), m_text.size());
+        m_part += QString::fromUtf8(m_text.data() + from, static_cast<int>(m_at - from));
+    }
+
+    void readEscape()
+    {
+        if (m_at == m_text.size()) {
+            return;
+        }
+        const char c = m_text[m_at++];
+        const auto known = std::find_if(kEscapes.begin(), kEscapes.end(),
+                                        [c](const auto& escape) { return escape[0] == c; });
+        if (known != kEscapes.end()) {
+            m_part += QLatin1Char((*known)[1]);
+        } else if (c == 'x') {
+            readNumber(kHexBase);
+        } else if (DigitValue(c, kOctalBase) >= 0) {
+            --m_at;
+            readNumber(kOctalBase);
+        } else if (IsLineEnd(c)) {
+            skipSecondLineEnd(c);
+        }
+    }
+
+    /// "\x" without a digit behind it stands for nothing.
+    void readNumber(int base)
+    {
+        unsigned code = 0;
+        const std::size_t first = m_at;
+        while (m_at < m_text.size() && DigitValue(m_text[m_at], base) >= 0) {
+            code = code * static_cast<unsigned>(base)
+                   + static_cast<unsigned>(DigitValue(m_text[m_at], base));
+            ++m_at;
+        }
+        if (m_at > first) {
+            m_part += QChar(static_cast<ushort>(code & 0xFFFFU));
+        }
+    }
+
+    void skipSecondLineEnd(char first)
+    {
+        if (m_at < m_text.size() && IsLineEnd(m_text[m_at]) && m_text[m_at] != first) {
+            ++m_at;
+        }
+    }
+
+    void endPart()
+    {
+        if (!m_wasQuoted) {
+            int end = m_part.size();
+            while (end > 0
+                   && (m_part[end - 1] == QLatin1Char(' ') || m_part[end - 1] == QLatin1Char('\t')))
+            {
+                --end;
+            }
+            m_part.truncate(end);
+        }
+        m_parts.append(m_part);
+        m_part.clear();
+        m_wasQuoted = false;
+    }
+
+    std::string_view m_text;
+    std::size_t m_at = 0;
+    bool m_inQuotes = false;
+    bool m_wasQuoted = false;
+    QString m_part;
+    QStringList m_parts;
+};
+
+/// Contents of "@Name(...)", or a null string for another form.
+QString TypedContents(const QString& text, QLatin1String start)
+{
+    return text.startsWith(start) && text.endsWith(QLatin1Char(')'))
+               ? text.mid(start.size(), text.size() - start.size() - 1)
+               : QString();
+}
+
+QVariant ValueOf(const QStringList& parts)
+{
+    const QString& text = parts.front();
+    if (parts.size() > 1) {
+        return parts;
+    }
+    if (!text.startsWith(QLatin1Char('@'))) {
+        return text;
+    }
+    if (text.startsWith(QLatin1String("@@"))) {
+        return text.mid(1);
+    }
+    if (text == QLatin1String("@Invalid()")) {
+        return {};
+    }
+    const QString bytes = TypedContents(text, QLatin1String("@ByteArray("));
+    if (!bytes.isNull()) {
+        return bytes.toLatin1();
+    }
+    const QString contents = TypedContents(text, QLatin1String("@String("));
+    return contents.isNull() ? QVariant(parts) : QVariant(contents);
+}
+
+/// One hexadecimal number of `digits` digits, or -1.
+int HexAt(std::string_view text, std::size_t at, std::size_t digits)
+{
+    if (text.size() < at + digits) {
+        return -1;
+    }
+    int code = 0;
+    for (const char c : text.substr(at, digits)) {
+        const int digit = DigitValue(c, kHexBase);
+        if (digit < 0) {
+            return -1;
+        }
+        code = code * kHexBase + digit;
+    }
+    return code;
+}
+
+QString KeyOf(std::string_view text)
+{
+    QString key;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool wide = text[at] == '%' && at + 1 < text.size() && text[at + 1] == 'U';
+        const std::size_t first = at + (wide ? 2 : 1);
+        const std::size_t digits = wide ? 4 : 2;
+        const int code = text[at] == '%' ? HexAt(text, first, digits) : -1;
+        if (code >= 0) {
+            key += QChar(static_cast<ushort>(code));
+            at = first + digits - 1;
+        } else {
+            key += text[at] == '\\' ? QLatin1Char('/') : QLatin1Char(text[at]);
+        }
+    }
+    return key;
+}
+
+/// Cuts the text into logical lines: quotes and a backslash carry a line on, ";" outside of quotes
+/// begins a comment.
+class LineReader
+{
+public:
+    explicit LineReader(std::string_view text) : m_text(text) {}
+
+    /// False at the end. `line` begins with a character that is no blank.
+    bool next(std::string_view& line)
+    {
+        if (!skipToLine()) {
+            return false;
+        }
+        const std::size_t first = m_at;
+        findEnd();
+        line = m_text.substr(first, m_at - first);
+        return true;
+    }
+
+private:
+    bool skipToLine()
+    {
+        while (m_at < m_text.size()) {
+            if (m_text[m_at] == ';') {
+                m_at = std::min(m_text.find_first_of("\r\n", m_at), m_text.size());
+            } else if (IsBlank(m_text[m_at]) || IsLineEnd(m_text[m_at])) {
+                ++m_at;
+            } else {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void findEnd()
+    {
+        bool inQuotes = false;
+        for (; m_at < m_text.size(); ++m_at) {
+            const char c = m_text[m_at];
+            if (c == '\\') {
+                skipEscaped();
+            } else if (c == '"') {
+                inQuotes = !inQuotes;
+            } else if (!inQuotes && (IsLineEnd(c) || c == ';')) {
+                return;
+            }
+        }
+    }
+
+    /// Leaves m_at on the last escaped character. A line end of two characters counts as one.
+    void skipEscaped()
+    {
+        const std::string_view behind = m_text.substr(m_at + 1, 2);
+        m_at += behind == "\r\n" || behind == "\n\r" ? 2U : (behind.empty() ? 0U : 1U);
+    }
+
+    std::string_view m_text;
+    std::size_t m_at = 0;
+};
+
+/// "[General]" has no prefix; a section that really has this name is written as "[%General]".
+QString SectionPrefix(std::string_view line)
+{
+    const std::string_view name = Trimmed(line.substr(1, line.find(']') - 1));
+    const QString section = KeyOf(name);
+    if (section.compare(QLatin1String("general"), Qt::CaseInsensitive) == 0) {
+        return {};
+    }
+    if (section.compare(QLatin1String("%general"), Qt::CaseInsensitive) == 0) {
+        return section.mid(1) + QLatin1Char('/');
+    }
+    return section + QLatin1Char('/');
+}
+
+QByteArray EscapedUnit(ushort unit)
+{
+    return "\\x" + QByteArray::number(static_cast<uint>(unit), kHexBase);
+}
+
+/// A hexadecimal digit straight behind a number escape would be read as part of it.
+QByteArray EscapedText(const QString& text)
+{
+    QByteArray escaped;
+    bool behindNumber = false;
+    for (const QChar character : text) {
+        const ushort unit = character.unicode();
+        const char c = static_cast<char>(unit & 0x7FU);
+        const auto named = std::find_if(kEscapes.begin(), kEscapes.end(), [unit](const auto& pair) {
+            return unit == static_cast<ushort>(pair[1]) && pair[0] != '?' && pair[0] != '\'';
+        });
+        const bool asNumber =
+            unit < 0x20 || unit >= 0x7F || (behindNumber && DigitValue(c, kHexBase) >= 0);
+        if (named != kEscapes.end()) {
+            escaped.append('\\').append((*named)[0]);
+        } else if (unit == 0) {
+            escaped += "\\0";
+        } else {
+            escaped += asNumber ? EscapedUnit(unit) : QByteArray(1, c);
+        }
+        behindNumber = asNumber && named == kEscapes.end();
+    }
+    return escaped;
+}
+
+QByteArray QuotedIfNeeded(const QString& text)
+{
+    const QByteArray escaped = EscapedText(text);
+    const bool quotes = escaped.contains(';') || escaped.contains(',') || escaped.contains('=')
+                        || escaped.startsWith(' ') || escaped.endsWith(' ');
+    return quotes ? '"' + escaped + '"' : escaped;
+}
+
+QString PlainText(const QVariant& value)
+{
+    const QString text = value.toString();
+    if (text.contains(QChar(QChar::Null))) {
+        return QLatin1String("@String(") + text + QLatin1Char(')');
+    }
+    return text.startsWith(QLatin1Char('@')) ? QLatin1Char('@') + text : text;
+}
+
+QByteArray ListText(const QStringList& parts)
+{
+    QByteArrayList texts;
+    for (const QString& part : parts) {
+        texts.append(QuotedIfNeeded(part));
+    }
+    return texts.join(", ");
+}
+
+} // namespace
+
+QSettings::SettingsMap parse(const QByteArray& text)
+{
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    std::string_view rest(text.constData(), static_cast<std::size_t>(text.size()));
+    if (rest.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
+        rest.remove_prefix(kByteOrderMark.size());
+    }
+    QSettings::SettingsMap map;
+    QString prefix;
+    LineReader lines(rest);
+    for (std::string_view line; lines.next(line);) {
+        const std::size_t equals = line.find('=');
+        if (line.front() == '[') {
+            prefix = SectionPrefix(line);
+        } else if (equals != std::string_view::npos) {
+            map.insert(prefix + KeyOf(Trimmed(line.substr(0, equals))),
+                       ValueOf(ValueReader(line.substr(equals + 1)).read()));
+        }
+    }
+    return map;
+}
+
+QByteArray valueText(const QVariant& value)
+{
+    if (!value.isValid()) {
+        return "@Invalid()";
+    }
+    if (value.type() == QVariant::StringList) {
+        return ListText(value.toStringList());
+    }
+    if (value.type() == QVariant::ByteArray) {
+        const QByteArray bytes = value.toByteArray();
+        return QuotedIfNeeded(QLatin1String("@ByteArray(")
+                              + QLatin1String(bytes.constData(), bytes.size()) + QLatin1Char(')'));
+    }
+    return QuotedIfNeeded(PlainText(value));
+}
+
+QByteArray keyText(const QString& key)
+{
+    QByteArray text;
+    for (const QChar character : key) {
+        const ushort unit = character.unicode();
+        const char c = static_cast<char>(unit & 0x7FU);
+        const bool plain = unit < 0x80
+                           && (DigitValue(c, 10) >= 0 || (c >= 'a' && c <= 'z')
+                               || (c >= 'A' && c <= 'Z') || c == '_' || c == '-' || c == '.');
+        if (plain) {
+            text += c;
+        } else if (unit == '/') {
+            text += '\\';
+        } else {
+            const bool wide = unit > 0xFF;
+            text += wide ? "%U" : "%";
+            text += QByteArray::number(static_cast<uint>(unit), kHexBase)
+                        .toUpper()
+                        .rightJustified(wide ? 4 : 2, '0');
+        }
+    }
+    return text;
+}
+
+} // namespace initext

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "app/base/Gzip.h"
+
+#include <QString>
+
+/// What reading gave: either `text` or a reason in `error`.
+struct ReportFileResult
+{
+    QString text;
+    QString error; ///< empty on success; "NAME: reason" otherwise
+
+    bool ok() const { return error.isEmpty(); }
+};
+
+/// Reads a file of reports. A name ending in ".gz" is inflated. The bytes are UTF-8; each byte that
+/// isn't becomes U+FFFD, a byte order mark is dropped and NULs stay, so that a damaged line costs
+/// only itself. Missing, unreadable, damaged and files above `limit` bytes (before or behind
+/// inflating) are errors. Callable from any thread.
+[[nodiscard]] ReportFileResult readReportFile(const QString& fileName,
+                                              qint64 limit = kMaxInflatedBytes);

@@ -1,0 +1,125 @@
+#include "app/base/IniFormat.h"
+#include "app/base/ServerAddresses.h"
+#include "app/base/Settings.h"
+#include "aviation/Position.h"
+#include "aviation/support/NumberText.h"
+#include "aviation/support/RandomSource.h"
+
+#include <QSettings>
+#include <QVariant>
+
+#include <initializer_list>
+
+namespace {
+
+// Values of weather/wxservertype.
+constexpr int kServerAuto = 0;
+constexpr int kServerFirst = 1;
+constexpr int kServerSecond = 2;
+constexpr int kServerExternal = 3;
+
+QString ListPath(const char* name, bool compressed)
+{
+    return compressed ? QStringLiteral("/weather_%1.gz").arg(QLatin1String(name))
+                      : QStringLiteral("/metar_%1.txt").arg(QLatin1String(name));
+}
+
+QString TwoDecimals(double degrees)
+{
+    return QString::fromStdString(aviation::FixedText(degrees, 2));
+}
+
+} // namespace
+
+void Settings::chooseWeatherServer(aviation::RandomSource& random)
+{
+    switch (wxServerType()) {
+    case kServerFirst:
+        setWeatherServer(serverOne());
+        break;
+    case kServerSecond:
+        setWeatherServer(serverTwo());
+        break;
+    case kServerAuto:
+    case kServerExternal: // a server is chosen although the external addresses are used
+        setWeatherServer(random.Next() % 100 < 50 ? serverOne() : serverTwo());
+        break;
+    default:
+        break;
+    }
+}
+
+/// The open file comes first. A profile rarely holds addresses, so the main file is asked as well.
+QString Settings::urlValue(const QString& key, const QString& fallback) const
+{
+    for (const QString& file : {lockedCopy(m_openFile), lockedCopy(m_mainFile)}) {
+        const QVariant value =
+            file.isEmpty() ? QVariant() : QSettings(file, iniFormat()).value(key);
+        if (value.type() == QVariant::String && !value.toString().isEmpty()) {
+            return value.toString();
+        }
+    }
+    return fallback;
+}
+
+QString Settings::serverOne() const
+{
+    return urlValue(QStringLiteral("url/wxdata1"), serveraddress::wxdata1());
+}
+
+QString Settings::serverTwo() const
+{
+    return urlValue(QStringLiteral("url/wxdata2"), serveraddress::wxdata2());
+}
+
+QString Settings::fileInfoUrl() const
+{
+    return urlValue(QStringLiteral("url/fileinfo"), serveraddress::fileInfo());
+}
+
+QString Settings::loginHost() const
+{
+    return urlValue(QStringLiteral("url/host"), serveraddress::host());
+}
+
+QString Settings::checkLogin() const
+{
+    return urlValue(QStringLiteral("url/checklogin"), serveraddress::checkLogin());
+}
+
+QString Settings::weatherUrl(const QString& path) const
+{
+    const QLatin1Char slash('/');
+    QString base = weatherServer();
+    while (base.endsWith(slash)) {
+        base.chop(1);
+    }
+    return path.startsWith(slash) ? base + path : base + slash + path;
+}
+
+QString Settings::vatsimUrl(bool compressed) const
+{
+    return weatherUrl(ListPath("vatsim", compressed));
+}
+
+QString Settings::ivaoUrl(bool compressed) const
+{
+    return weatherUrl(ListPath("ivao", compressed));
+}
+
+QString Settings::noaaUrl(bool compressed) const
+{
+    return weatherUrl(ListPath("noaa", compressed));
+}
+
+QString Settings::fs2020Url(bool /*compressed*/) const
+{
+    return weatherUrl(ListPath("fs2020", false));
+}
+
+QString Settings::gribUrl(const aviation::Position& position, bool single) const
+{
+    return weatherUrl(QStringLiteral("/get_gribv3.php?lat=%1&lon=%2&mode=%3")
+                          .arg(TwoDecimals(position.latitude()), TwoDecimals(position.longitude()),
+                               single ? QStringLiteral("single") : QStringLiteral("multi")));
+}

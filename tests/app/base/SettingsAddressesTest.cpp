@@ -1,0 +1,133 @@
+#include "app/base/ServerAddresses.h"
+#include "app/base/UrlTemplate.h"
+#include "aviation/Position.h"
+#include "tests/app/base/SettingsFixture.h"
+#include "tests/support/FakeClock.h"
+
+#include <QSignalSpy>
+
+namespace {
+
+class SettingsAddressesTest : public SettingsFixture
+{};
+
+TEST_F(SettingsAddressesTest, ServerTypeChoosesTheWeatherServer)
+{
+    const QString one = serveraddress::wxdata1();
+    const QString two = serveraddress::wxdata2();
+    struct Row
+    {
+        int type;
+        int drawn;
+        QString server;
+        bool draws;
+    };
+    const Row rows[] = {{0, 49, one, true},       {0, 1250, two, true},     {1, 99, one, false},
+                        {2, 0, two, false},       {3, 100, one, true},      {3, 99, two, true},
+                        {4, 0, QString(), false}, {-1, 0, QString(), false}};
+    for (const Row& row : rows) {
+        const QString file = path("t%1_%2/cirrilon.ini").arg(row.type).arg(row.drawn);
+        write(file, "[weather]\nwxservertype=" + QByteArray::number(row.type));
+        FakeRandom random({row.drawn, -7});
+        EXPECT_EQ(Settings(file, random).weatherServer(), row.server) << row.type;
+        EXPECT_EQ(random.Next(), row.draws ? -7 : row.drawn) << row.type;
+    }
+}
+
+TEST_F(SettingsAddressesTest, AddressesComeFromTheMainFileUnderAnyProfile)
+{
+    Settings settings(mainFile(), m_random);
+    EXPECT_EQ(settings.serverOne(), serveraddress::wxdata1());
+    write(mainFile(), "[url]\nwxdata1=http://a.test\nfileinfo=http://i.test/\nhost=http://h.test\n"
+                      "checklogin=/c?a=1&b=2\nwxdata2=\n");
+    settings.load(path("profile.ini"));
+    EXPECT_EQ(settings.serverOne(), QStringLiteral("http://a.test"));
+    EXPECT_EQ(settings.serverTwo(), serveraddress::wxdata2());
+    EXPECT_EQ(settings.fileInfoUrl(), QStringLiteral("http://i.test/"));
+    EXPECT_EQ(settings.loginHost() + settings.checkLogin(),
+              QStringLiteral("http://h.test/c?a=1&b=2"));
+}
+
+TEST_F(SettingsAddressesTest, BuildsTheAddressesOfTheLists)
+{
+    Settings settings(QString(), m_random);
+    settings.setWeatherServer(QStringLiteral("https://wx.test/base/"));
+    const QString base = QStringLiteral("https://wx.test/base");
+    EXPECT_EQ(settings.vatsimUrl(true), base + QStringLiteral("/weather_vatsim.gz"));
+    EXPECT_EQ(settings.vatsimUrl(false), base + QStringLiteral("/metar_vatsim.txt"));
+    EXPECT_EQ(settings.ivaoUrl(true), base + QStringLiteral("/weather_ivao.gz"));
+    EXPECT_EQ(settings.ivaoUrl(false), base + QStringLiteral("/metar_ivao.txt"));
+    EXPECT_EQ(settings.noaaUrl(true), base + QStringLiteral("/weather_noaa.gz"));
+    EXPECT_EQ(settings.noaaUrl(false), base + QStringLiteral("/metar_noaa.txt"));
+    EXPECT_EQ(settings.fs2020Url(true), base + QStringLiteral("/metar_fs2020.txt"));
+    EXPECT_EQ(settings.fs2020Url(false), settings.fs2020Url(true));
+    settings.setWeatherServer(QStringLiteral("https://wx.test"));
+    EXPECT_EQ(settings.weatherUrl(QStringLiteral("history/")),
+              QStringLiteral("https://wx.test/history/"));
+    EXPECT_EQ(settings.gribUrl({50.026, -8.5}, true),
+              QStringLiteral("https://wx.test/get_gribv3.php?lat=50.03&lon=-8.50&mode=single"));
+    EXPECT_EQ(settings.gribUrl({-0.5, 179.999}, false),
+              QStringLiteral("https://wx.test/get_gribv3.php?lat=-0.50&lon=180.00&mode=multi"));
+}
+
+TEST(UrlTemplate, FillsTheTokensButNotAtTheStart)
+{
+    const FakeClock clock(2026, 3, 7, 4, 5, 9);
+    const std::pair<const char*, const char*> rows[] = {
+        {"", ""},
+        {"%Y/metar.txt", "%Y/metar.txt"},
+        {"x/%Y/metar.txt", "x/2026/metar.txt"},
+        {"%d%d", "%d07"},
+        {"h://t/%Y%m%d_%h%i%s.%y?%Y", "h://t/20260307_040509.26?2026"},
+        {"x%%dy%", "x%07y%"},
+        {"x%D%M%Z", "x%D%M%Z"},
+    };
+    for (const auto& [given, expected] : rows) {
+        EXPECT_EQ(expandUrlTemplate(QLatin1String(given)), QLatin1String(expected)) << given;
+    }
+}
+
+TEST_F(SettingsAddressesTest, FoldersFollowTheWorkFolderButNotTheTemporaryOne)
+{
+    Settings settings(QString(), m_random);
+    settings.setWorkFolder(QStringLiteral("/w/"));
+    EXPECT_EQ(settings.aircraftFilesFolder(), QStringLiteral("/w/aircraftfiles/"));
+    EXPECT_EQ(settings.backupsFolder(), QStringLiteral("/w/Backups/"));
+    EXPECT_EQ(settings.chartsFolder(), QStringLiteral("/w/Charts/"));
+    EXPECT_EQ(settings.weatherFilesFolder(), QStringLiteral("/w/weatherfiles/"));
+    EXPECT_EQ(settings.storedWxFolder(), QStringLiteral("/w/storedwx/"));
+    EXPECT_EQ(settings.profilesFolder(), QStringLiteral("/w/profiles/"));
+    EXPECT_EQ(settings.flightsFolder(), QStringLiteral("/w/flights/"));
+    EXPECT_EQ(settings.resFolder(), QStringLiteral("/w/res/"));
+    EXPECT_EQ(settings.tmpFolder(), path("Documents") + QStringLiteral("/Cirrilonv3//tmp/"));
+    EXPECT_EQ(Settings::versionText(QStringLiteral("3,0,1,27")), QStringLiteral("3.0.1.27"));
+}
+
+TEST_F(SettingsAddressesTest, MovesTheFilesOfTheWorkFolder)
+{
+    write(path("old/a.txt"), "a");
+    write(path("old/sub/deep/%2.txt"), "b");
+    write(path("old/taken.txt"), "mine");
+    write(path("old/new/taken.txt"), "theirs");
+    Settings settings(QString(), m_random);
+    const QSignalSpy spy(&settings, &Settings::sigDebugString);
+    settings.moveWorkFolder(path("old/"), path("old"));
+    EXPECT_EQ(spy.count(), 0);
+    settings.moveWorkFolder(path("old/"), path("old/new/"));
+    EXPECT_EQ(read(path("old/new/a.txt")), "a");
+    EXPECT_EQ(read(path("old/new/sub/deep/%2.txt")), "b");
+    EXPECT_EQ(read(path("old/taken.txt")), "mine");
+    EXPECT_EQ(read(path("old/new/taken.txt")), "theirs");
+    EXPECT_FALSE(QFile::exists(path("old/a.txt")));
+    ASSERT_EQ(spy.count(), 4);
+    EXPECT_EQ(spy[0][0].toString(),
+              QStringLiteral("(Settings) - move file %1/a.txt to %1/new/a.txt")
+                  .replace(QLatin1String("%1"), path("old")));
+    EXPECT_EQ(
+        spy[3][0].toString(),
+        QStringLiteral("(Settings) - Error: can not move file %1/taken.txt to %1/new/taken.txt")
+            .replace(QLatin1String("%1"), path("old")));
+    EXPECT_EQ(spy[3][1].toInt(), 3);
+}
+
+} // namespace

@@ -1,0 +1,279 @@
+#include "app/base/Settings.h"
+
+#include "tests/app/base/SettingsFixture.h"
+
+#include <QSignalSpy>
+
+#include <thread>
+
+namespace {
+
+class SettingsTest : public SettingsFixture
+{
+protected:
+    QByteArray reference(const char* name) const
+    {
+        QByteArray text =
+            read(QStringLiteral(CIRRILON_TEST_DATA "/settings/") + QLatin1String(name));
+        return text.replace("@DOCUMENTS@", Settings::documentsFolder().toUtf8());
+    }
+};
+
+bool Other(bool value)
+{
+    return !value;
+}
+
+int Other(int value)
+{
+    return -3 - value;
+}
+
+QString Other(const QString& value)
+{
+    return QStringLiteral(" \"%1\",; =\\@\n\t\u00e4\u0416a1 ").arg(value) + QChar(0xD83D)
+           + QChar(0xDE00) + QLatin1String("f%2");
+}
+
+QByteArray Other(const QByteArray& /*value*/)
+{
+    QByteArray bytes(512, '\0');
+    for (int i = 0; i < bytes.size(); ++i) {
+        bytes[i] = static_cast<char>(i * 7);
+    }
+    return bytes;
+}
+
+void SetAllToOther(Settings& settings)
+{
+#define CIRRILON_SET(type, getter, Setter, key, value, optionClass)                                \
+    settings.Setter(Other(settings.getter()));
+    CIRRILON_OPTIONS(CIRRILON_SET)
+#undef CIRRILON_SET
+    settings.setMapLastPos(QStringLiteral("-33.9:151.2"));
+}
+
+enum OptionClasses
+{
+    Main = 1,
+    Profile = 2
+};
+
+void ExpectSame(const Settings& a, const Settings& b, int classes)
+{
+#define CIRRILON_COMPARE(type, getter, Setter, key, value, optionClass)                            \
+    if ((classes & optionClass) != 0) {                                                            \
+        EXPECT_TRUE(a.getter() == b.getter()) << key;                                              \
+    }
+    CIRRILON_OPTIONS(CIRRILON_COMPARE)
+#undef CIRRILON_COMPARE
+}
+
+TEST_F(SettingsTest, DefaultsAreWrittenInTheOrderOfTheTable)
+{
+    Settings settings(mainFile(), m_random);
+    settings.save(mainFile());
+    EXPECT_EQ(read(mainFile()), reference("main.ini"));
+    settings.save(path("profiles/b738.ini"));
+    EXPECT_EQ(read(path("profiles/b738.ini")), reference("profile.ini"));
+}
+
+TEST_F(SettingsTest, EveryOptionComesBackFromItsFiles)
+{
+    Settings settings(mainFile(), m_random);
+    SetAllToOther(settings);
+    settings.save(mainFile());
+    settings.save(path("night.INI"));
+
+    const Settings again(mainFile(), m_random);
+    ExpectSame(again, settings, Main | Profile);
+
+    const Settings untouched(QString(), m_random);
+    Settings profileOnly(QString(), m_random);
+    profileOnly.load(path("night.INI"));
+    ExpectSame(profileOnly, settings, Profile);
+    ExpectSame(profileOnly, untouched, Main);
+}
+
+TEST_F(SettingsTest, MainOptionsInAProfileAreIgnored)
+{
+    const QByteArray text = "[paths]\nworkfolder=/elsewhere/\n[weather]\nrange=42\n";
+    write(path("p.ini"), text);
+    Settings settings(mainFile(), m_random);
+    settings.load(path("p.ini"));
+    EXPECT_EQ(settings.workFolder(), Settings::documentsFolder() + QStringLiteral("/CirrilonV3/"));
+    EXPECT_EQ(settings.range(), 42);
+    settings.load(path("p.ini"), Settings::FileRole::Main);
+    EXPECT_EQ(settings.workFolder(), QStringLiteral("/elsewhere/"));
+    EXPECT_EQ(read(path("p.ini")), text);
+}
+
+TEST_F(SettingsTest, MissingKeysOfAnotherFileAreDefaultsAgain)
+{
+    write(mainFile(), "[weather]\nrange=55\nmode=1\n");
+    Settings settings(mainFile(), m_random);
+    EXPECT_EQ(settings.range(), 55);
+    settings.load(path("missing.ini"));
+    EXPECT_EQ(settings.range(), 100);
+    EXPECT_EQ(settings.weatherMode(), 0);
+    EXPECT_FALSE(QFile::exists(path("missing.ini")));
+}
+
+TEST_F(SettingsTest, WithoutAFileNothingIsReadOrWritten)
+{
+    Settings settings(QString(), m_random);
+    settings.setRange(7);
+    settings.load(QString());
+    settings.save(QString());
+    EXPECT_EQ(settings.range(), 7);
+    EXPECT_TRUE(settings.takeEarlyLog().empty());
+    EXPECT_TRUE(QDir(path(".")).isEmpty());
+}
+
+TEST_F(SettingsTest, TellsTheFileBeforeAnybodyCanListen)
+{
+    Settings settings(mainFile(), m_random);
+    const auto lines = settings.takeEarlyLog();
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_EQ(lines[0].text, QStringLiteral("Expecting settings at ") + mainFile());
+    EXPECT_TRUE(settings.takeEarlyLog().empty());
+}
+
+TEST_F(SettingsTest, OddValuesFallBack)
+{
+    struct Row
+    {
+        const char* text;
+        int range;
+        bool synopOff;
+        const char* simPath;
+        const char* lastPos;
+    };
+    const Row rows[] = {
+        {"[weather]\nrange=12abc\nsynopoff=abc\n[paths]\nsim=\n[map]\nlastpos=1:2:3\n", 100, true,
+         "", "51.3:13.5"},
+        {"[weather]\nrange=99999999999\nsynopoff=0\n[map]\nlastpos=12.5\n", 100, false, "",
+         "51.3:13.5"},
+        {"[weather]\nrange=@Invalid()\nsynopoff=@Invalid()\n[paths]\nsim=@Invalid()\n", 100, false,
+         "", "51.3:13.5"},
+        {"[weather]\nrange=1, 2\n[paths]\nsim=a, b\n[map]\nlastpos=\"7 : x\"\n", 100, false, "",
+         "7 : x"},
+        {"[weather]\nrange=@ByteArray(5)\n[paths]\nsim=\"C:/\xC3\x9C,1\" ; note\n", 100, false,
+         "C:/\xC3\x9C,1", "51.3:13.5"},
+        // A list of 2,147,483,647 values: unpacking it would take all memory.
+        {"[weather]\nrange=-5\n[paths]\nsim=@Variant(\\0\\0\\0\\x9\\x7f\\xff\\xff\\xff)\n", -5,
+         false, "", "51.3:13.5"},
+        {"\xEF\xBB\xBF[weather]\r\nrange = 8 \r\nsynopoff=true", 8, true, "", "51.3:13.5"},
+        {"=\n[\n]\n[weather\nrange=3\n\\", 3, false, "", "51.3:13.5"},
+        {"<html>\nrange=3", 100, false, "", "51.3:13.5"},
+    };
+    int number = 0;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        const QString file = path("odd%1/cirrilon.ini").arg(++number);
+        write(file, row.text);
+        const Settings settings(file, m_random);
+        EXPECT_EQ(settings.range(), row.range);
+        EXPECT_EQ(settings.synopOff(), row.synopOff);
+        EXPECT_EQ(settings.simPath(), QString::fromUtf8(row.simPath));
+        EXPECT_EQ(settings.mapLastPos(), QString::fromUtf8(row.lastPos));
+    }
+}
+
+TEST_F(SettingsTest, HugeFilesAndFoldersGiveDefaults)
+{
+    QByteArray nested = "[a]\nb=@Variant(";
+    for (int i = 0; i < 80000; ++i) {
+        nested += "\\0\\0\\0\\x9\\0\\0\\0\\x1";
+    }
+    const QByteArray texts[] = {nested + ")\n",
+                                QByteArray(3 << 20, '\0'),
+                                QByteArray(3 << 20, '['),
+                                QByteArray(3 << 20, '"'),
+                                "[weather]\nrange=" + QByteArray(2 << 20, '9'),
+                                "[weather]\nrange=3\n" + QByteArray(5 << 20, 'x')};
+    int number = 0;
+    for (const QByteArray& text : texts) {
+        const QString file = path("huge%1/cirrilon.ini").arg(++number);
+        write(file, text);
+        EXPECT_EQ(Settings(file, m_random).range(), 100) << number;
+    }
+    QDir().mkpath(mainFile());
+    EXPECT_EQ(Settings(mainFile(), m_random).range(), 100);
+}
+
+TEST_F(SettingsTest, KeysOfOthersSurviveASave)
+{
+    write(mainFile(), "[url]\nwxdata1=https://one.test/wx\nlist=a, \"b, c\"\n"
+                      "odd=@Variant(\\0\\0\\0\\x9\\x7f)\n[weather]\nrange=9\nnewer=x\n");
+    Settings settings(mainFile(), m_random);
+    settings.setRange(10);
+    settings.save(mainFile());
+    const QByteArray saved = read(mainFile());
+    EXPECT_TRUE(saved.contains("range=10\n")) << saved.constData();
+    EXPECT_TRUE(saved.contains("\nnewer=x\n")) << saved.constData();
+    EXPECT_TRUE(saved.endsWith("\n[url]\nlist=a, \"b, c\"\nodd=@Variant(\\0\\0\\0\\t\\x7f)\n"
+                               "wxdata1=https://one.test/wx\n"))
+        << saved.constData();
+}
+
+TEST_F(SettingsTest, AFailedSaveIsLoggedAndLeavesTheFile)
+{
+    write(path("file"), "x");
+    Settings settings(QString(), m_random);
+    const QSignalSpy spy(&settings, &Settings::sigDebugString);
+    settings.save(path("file/cirrilon.ini"));
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy[0][1].toInt(), loglevel::kError);
+    EXPECT_EQ(read(path("file")), "x");
+}
+
+TEST_F(SettingsTest, ProfileChangeSavesTheOldOneAndLoadsTheNew)
+{
+    Settings settings(mainFile(), m_random);
+    settings.setWorkFolder(path("work/"));
+    write(path("work/profiles/a.ini"), "[weather]\nrange=1\n");
+    write(path("work/profiles/B.INI"), "[weather]\nrange=2\n");
+    write(path("work/profiles/note.txt"), "");
+    EXPECT_EQ(settings.profiles(), QStringList({QStringLiteral("B.INI"), QStringLiteral("a.ini")}));
+
+    settings.changeProfile(QStringLiteral("a.ini"));
+    EXPECT_EQ(settings.range(), 1);
+    settings.setRange(11);
+    const QSignalSpy spy(&settings, &Settings::sigDebugString);
+    settings.changeProfile(QStringLiteral("B.INI"));
+    EXPECT_EQ(settings.range(), 2);
+    EXPECT_EQ(settings.profile(), QStringLiteral("B.INI"));
+    EXPECT_TRUE(read(path("work/profiles/a.ini")).contains("range=11\n"));
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy[0][0].toString(), QStringLiteral("(Main) - Profile selected: B.INI"));
+    EXPECT_EQ(spy[0][1].toInt(), 1);
+
+    for (const char* name : {"../x.ini", "..", "a\\..\\b.ini", "", "/tmp/x.ini"}) {
+        EXPECT_EQ(settings.profileFile(QLatin1String(name)), QString()) << name;
+    }
+}
+
+TEST_F(SettingsTest, OptionsAreReadWhileTheyAreWritten)
+{
+    Settings settings(QString(), m_random);
+    settings.setUrlExternMetar(QStringLiteral("0000"));
+    std::atomic<bool> end{false};
+    int torn = 0;
+    std::thread reader([&] {
+        while (!end) {
+            const QString text = settings.urlExternMetar();
+            torn += text.count(text[0]) == text.size() && settings.range() >= 0 ? 0 : 1;
+        }
+    });
+    for (int i = 0; i < 20000; ++i) {
+        settings.setUrlExternMetar(
+            QString(4 + i % 5, QLatin1Char(static_cast<char>('0' + i % 10))));
+        settings.setRange(i);
+    }
+    end = true;
+    reader.join();
+    EXPECT_EQ(torn, 0);
+}
+
+} // namespace
