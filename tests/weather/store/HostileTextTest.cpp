@@ -1,0 +1,116 @@
+#include "tests/weather/store/StoreSupport.h"
+
+#include <gtest/gtest.h>
+
+using namespace aviation::weather;
+
+namespace {
+
+constexpr std::size_t kMany = 500'000;
+
+struct Hostile
+{
+    const char* name;
+    std::wstring (*make)();
+};
+
+class HostileText : public ::testing::TestWithParam<Hostile>
+{};
+
+std::wstring Repeated(std::wstring_view piece, std::size_t count)
+{
+    std::wstring text;
+    text.reserve(piece.size() * count);
+    for (std::size_t i = 0; i < count; ++i) {
+        text += piece;
+    }
+    return text;
+}
+
+/// Nothing here may hang, grow beyond its input or leave something that a search finds.
+TEST_P(HostileText, IsTakenByEveryKind)
+{
+    const std::wstring text = GetParam().make();
+    WeatherManager store;
+    store.AddAirport(MakeStation(L"EDDF", 50, 8));
+    for (const int kind :
+         {storekind::kMetar, storekind::kSynop, storekind::kUpperAir, storekind::kTaf}) {
+        store.Initialize(text, kind, true);
+    }
+    store.SetWeatherStations(text);
+    store.DeleteOldSynops(25200);
+    EXPECT_EQ(store.MetarCount(), 0U);
+    EXPECT_EQ(store.SynopCount(), 0U);
+    EXPECT_EQ(store.StationCount(), 0U);
+    EXPECT_LE(store.GribCount(), 1U) << "all lines without a grid point share one place";
+    Grib grib;
+    EXPECT_FALSE(store.SearchGrib(aviation::Position(50, 8), grib));
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, HostileText,
+                         ::testing::Values(Hostile{"OneLine",
+                                                   [] {
+                                                       return std::wstring(3'000'000, L'A');
+                                                   }},
+                                           Hostile{"Nulls",
+                                                   [] {
+                                                       return std::wstring(kMany, L'\0');
+                                                   }},
+                                           Hostile{"LineFeeds",
+                                                   [] {
+                                                       return std::wstring(kMany, L'\n');
+                                                   }},
+                                           Hostile{"Equals",
+                                                   [] {
+                                                       return std::wstring(kMany, L'=');
+                                                   }},
+                                           Hostile{"Blanks",
+                                                   [] {
+                                                       return std::wstring(kMany, L' ');
+                                                   }},
+                                           Hostile{"TafsWithoutEnd",
+                                                   [] {
+                                                       return Repeated(L"TAF ", kMany);
+                                                   }},
+                                           Hostile{"NoRealTafs",
+                                                   [] {
+                                                       return Repeated(L"TAFTAF\n\n", 30'000);
+                                                   }},
+                                           Hostile{"GribsWithoutPlace",
+                                                   [] {
+                                                       return Repeated(L"GRIB 1\n", 30'000);
+                                                   }},
+                                           Hostile{"BeyondUnicode",
+                                                   [] {
+                                                       return std::wstring(
+                                                           kMany, wchar_t(0x7FFFFFFF & WCHAR_MAX));
+                                                   }}),
+                         [](const auto& tested) { return tested.param.name; });
+
+TEST(HostileReports, LongReportCostsItsOwnLineOnly)
+{
+    WeatherManager store;
+    store.AddAirport(MakeStation(L"EDDF", 50, 8));
+    const std::wstring tail(3'000'000, L'9');
+    store.Initialize(L"EDDF 011150Z " + tail + L"\nEDDF 011150Z 18005KT 9999 21/10 Q1013\n",
+                     storekind::kMetar, false);
+    EXPECT_EQ(store.MetarCount(), 2U);
+    store.Initialize(L"GRIB 01121 00000 99500 10080 " + tail + L"\n", storekind::kUpperAir, false);
+    EXPECT_EQ(store.GribCount(), 1U);
+    Metar metar;
+    EXPECT_TRUE(store.SearchMetar(aviation::Position(50, 8), metar));
+}
+
+TEST(HostileReports, ManyReportsOfOneStationStayFast)
+{
+    WeatherManager store;
+    store.AddAirport(MakeStation(L"EDDF", 50, 8));
+    store.Initialize(Repeated(L"EDDF 011150Z\n", 30'000), storekind::kMetar, false);
+    EXPECT_EQ(store.MetarCount(), 30'000U);
+    for (int i = 0; i < 5000; ++i) { // a walk over all would take minutes
+        Metar metar;
+        ASSERT_TRUE(store.SearchMetar(aviation::Position(50.1, 8), metar));
+    }
+}
+
+} // namespace

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "weather/store/WeatherManager.h"
+
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+/// A store that keeps what it reports.
+class ListeningStore final : public aviation::weather::WeatherManager
+{
+public:
+    using Progress = std::tuple<int, int, std::wstring>;
+    using Line = std::pair<std::wstring, int>;
+
+    void progress(int value, int total, std::wstring text) override
+    {
+        progresses.emplace_back(value, total, std::move(text));
+    }
+    void debug(std::wstring text, int level) override
+    {
+        lines.emplace_back(std::move(text), level);
+    }
+
+    std::vector<Progress> progresses;
+    std::vector<Line> lines;
+};
+
+inline aviation::weather::Station MakeStation(std::wstring icao, double latitude, double longitude,
+                                              int elevation = 0)
+{
+    std::wstring name = L"Name of " + icao;
+    std::wstring country = L"Country";
+    return aviation::weather::Station(icao, name, country, elevation,
+                                      aviation::Position(latitude, longitude));
+}

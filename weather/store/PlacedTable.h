@@ -1,0 +1,80 @@
+#pragma once
+
+#include "weather/store/NearestIndex.h"
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace aviation::weather {
+
+/// Entries that have a position, in arrival order, with an index over the positions that is built
+/// when a search first needs it. Used by one thread at a time, searches included.
+template <class Entry>
+class PlacedTable
+{
+public:
+    std::size_t size() const { return m_entries.size(); }
+    const std::vector<Entry>& entries() const { return m_entries; }
+    /// Null outside the table.
+    const Entry* at(std::size_t index) const
+    {
+        return index < m_entries.size() ? &m_entries[index] : nullptr;
+    }
+    /// Null outside the table. The caller must not move the entry; replace does that.
+    Entry* at(std::size_t index) { return index < m_entries.size() ? &m_entries[index] : nullptr; }
+
+    void reserve(std::size_t count) { m_entries.reserve(count); }
+    void add(Entry entry)
+    {
+        m_entries.push_back(std::move(entry));
+        m_isIndexed = false;
+    }
+    void replace(std::size_t index, Entry entry)
+    {
+        m_isIndexed = m_isIndexed && m_entries[index].samePlace(entry);
+        m_entries[index] = std::move(entry);
+    }
+    /// Takes all entries out; give them back changed.
+    std::vector<Entry> release()
+    {
+        m_isIndexed = false;
+        return std::exchange(m_entries, {});
+    }
+    void setEntries(std::vector<Entry> entries)
+    {
+        m_entries = std::move(entries);
+        m_isIndexed = false;
+    }
+
+    /// Index of the nearest entry, NearestIndex::kNone without one.
+    std::size_t nearest(const Position& reference, double limitNm)
+    {
+        return index().nearest(reference, limitNm);
+    }
+    std::vector<std::size_t> within(const Position& reference, double rangeNm)
+    {
+        return index().within(reference, rangeNm);
+    }
+
+private:
+    const NearestIndex& index()
+    {
+        if (!m_isIndexed) {
+            std::vector<IndexedPlace> places;
+            places.reserve(m_entries.size());
+            for (const Entry& entry : m_entries) {
+                places.push_back({entry.latitude(), entry.longitude()});
+            }
+            m_index = NearestIndex(std::move(places));
+            m_isIndexed = true;
+        }
+        return m_index;
+    }
+
+    std::vector<Entry> m_entries;
+    NearestIndex m_index;
+    bool m_isIndexed = false;
+};
+
+} // namespace aviation::weather

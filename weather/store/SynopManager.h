@@ -1,0 +1,38 @@
+#pragma once
+
+#include "aviation/Synop.h"
+#include "weather/store/PlacedTable.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace aviation::weather {
+
+/// The SYNOPs of the store in arrival order. Used by one thread at a time.
+class SynopManager
+{
+public:
+    /// Told entries walked, entries in all, entries deleted so far.
+    using Progress = std::function<void(std::size_t, std::size_t, std::size_t)>;
+
+    std::size_t size() const { return m_synops.size(); }
+    const std::vector<Synop>& synops() const { return m_synops.entries(); }
+
+    void Add(Synop synop) { m_synops.add(std::move(synop)); }
+    /// Decodes the reports that aren't yet, and removes those older than the limit and those
+    /// without a valid position or time; the order of the others stays. `now` in seconds since
+    /// 1970 UTC. `progress` is called every 100 entries and may be empty. Returns how many went.
+    int DeleteOld(std::int64_t now, int maxAgeSeconds, const Progress& progress);
+    /// Finds the nearest report within 1000 NM and decodes it into `out`; without one `out` becomes
+    /// a blank SYNOP.
+    bool Nearest(const Position& position, Synop& out);
+    /// Makes room for as many reports.
+    void reserve(std::size_t count) { m_synops.reserve(count); }
+
+private:
+    PlacedTable<Synop> m_synops;
+};
+
+} // namespace aviation::weather

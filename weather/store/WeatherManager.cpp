@@ -1,0 +1,240 @@
+#include "weather/store/WeatherManager.h"
+
+#include "app/base/LogLevel.h"
+#include "aviation/support/Clock.h"
+#include "aviation/support/ReportTime.h"
+#include "aviation/support/ScopedLock.h"
+#include "weather/store/StationRow.h"
+#include "weather/store/TextPieces.h"
+
+#include <algorithm>
+#include <limits>
+#include <typeinfo>
+#include <utility>
+
+namespace aviation::weather {
+
+namespace {
+
+constexpr double kAirportLimitNm = 20.0;
+constexpr std::size_t kStationStep = 500;
+
+int ClampedInt(std::size_t value)
+{
+    constexpr std::size_t kMax = std::numeric_limits<int>::max();
+    return static_cast<int>(std::min(value, kMax));
+}
+
+} // namespace
+
+WeatherManager::~WeatherManager() = default;
+
+// The texts go by value so that a listener may keep them.
+// NOLINTBEGIN(performance-unnecessary-value-param)
+void WeatherManager::progress(int /*value*/, int /*total*/, std::wstring /*text*/) {}
+
+void WeatherManager::debug(std::wstring /*text*/, int /*level*/) {}
+// NOLINTEND(performance-unnecessary-value-param)
+
+/// A plain store has no listener, so its loops needn't build texts. Deliberately a comparison of
+/// types: any derived class counts as a listener.
+bool WeatherManager::isQuiet() const
+{
+    return typeid(*this) == typeid(WeatherManager);
+}
+
+void WeatherManager::tell(std::size_t value, std::size_t total, std::wstring text)
+{
+    if (!isQuiet()) {
+        progress(ClampedInt(value), ClampedInt(total), std::move(text));
+    }
+}
+
+void WeatherManager::tellCount(const wchar_t* text, std::size_t value, std::size_t total)
+{
+    if (!isQuiet()) {
+        tell(value, total,
+             text + (L" " + std::to_wstring(value)) + L" from " + std::to_wstring(total));
+    }
+}
+
+void WeatherManager::tellEnd(const wchar_t* what, std::size_t count)
+{
+    if (!isQuiet()) {
+        tell(0, 0, what);
+        debug(std::wstring(L"(WeatherManager) - ") + what + L": " + std::to_wstring(count),
+              loglevel::kNotification);
+    }
+}
+
+void WeatherManager::AddAirport(Station airport)
+{
+    const ScopedLock lock(m_mutex);
+    std::wstring icao = airport.icao();
+    m_airports.add(std::move(icao), std::move(airport));
+}
+
+void WeatherManager::AddAirports(std::vector<Station> airports)
+{
+    const ScopedLock lock(m_mutex);
+    for (Station& airport : airports) {
+        std::wstring icao = airport.icao();
+        m_airports.add(std::move(icao), std::move(airport));
+    }
+}
+
+void WeatherManager::SetWeatherStations(std::wstring_view text)
+{
+    std::vector<StationRow> rows;
+    TextPieces lines(text, L'\n');
+    const std::size_t total = lines.count();
+    for (std::size_t number = 1; const auto line = lines.next(); ++number) {
+        if (auto row = ParseStationRow(*line)) {
+            rows.push_back(std::move(*row));
+        }
+        if (number % kStationStep == 0) {
+            tell(number, total, L"Decoding Weather Station");
+        }
+    }
+    {
+        const ScopedLock lock(m_mutex);
+        for (StationRow& row : rows) {
+            m_stations.add(std::move(row.number), std::move(row.station));
+        }
+    }
+    tell(0, 0, {});
+}
+
+int WeatherManager::DeleteOldSynops(int maxAgeSeconds)
+{
+    const std::int64_t now = EpochSeconds(Clock::Current().NowUtc());
+    SynopManager synops;
+    {
+        const ScopedLock lock(m_mutex);
+        synops = m_synops;
+    }
+    const auto report = [this](std::size_t walked, std::size_t total, std::size_t deleted) {
+        tell(walked, total,
+             L"check of additional weather data " + std::to_wstring(walked) + L" from "
+                 + std::to_wstring(total) + L", deleted: " + std::to_wstring(deleted));
+    };
+    const int deleted =
+        synops.DeleteOld(now, maxAgeSeconds, isQuiet() ? SynopManager::Progress() : report);
+    const ScopedLock lock(m_mutex);
+    m_synops = std::move(synops);
+    return deleted;
+}
+
+std::size_t WeatherManager::AirportCount() const
+{
+    const ScopedLock lock(m_mutex);
+    return m_airports.size();
+}
+
+std::size_t WeatherManager::StationCount() const
+{
+    const ScopedLock lock(m_mutex);
+    return m_stations.size();
+}
+
+std::size_t WeatherManager::MetarCount() const
+{
+    const ScopedLock lock(m_mutex);
+    return m_metars.size();
+}
+
+std::size_t WeatherManager::SynopCount() const
+{
+    const ScopedLock lock(m_mutex);
+    return m_synops.size();
+}
+
+std::size_t WeatherManager::TafCount() const
+{
+    const ScopedLock lock(m_mutex);
+    return m_tafs.size();
+}
+
+std::size_t WeatherManager::GribCount() const
+{
+    const ScopedLock lock(m_mutex);
+    return m_gribs.size();
+}
+
+bool WeatherManager::GetStation(std::wstring_view icao, Station& station) const
+{
+    const ScopedLock lock(m_mutex);
+    const Station* entry = m_airports.entry(m_airports.indexOf(icao));
+    if (entry == nullptr) {
+        return false;
+    }
+    station = *entry;
+    return true;
+}
+
+std::vector<Metar> WeatherManager::GetMetars() const
+{
+    const ScopedLock lock(m_mutex);
+    return m_metars.metars();
+}
+
+std::wstring WeatherManager::GetTaf(std::wstring_view icao) const
+{
+    const ScopedLock lock(m_mutex);
+    return m_tafs.Taf(icao);
+}
+
+std::vector<std::wstring> WeatherManager::FailedMetarStations() const
+{
+    const ScopedLock lock(m_mutex);
+    return m_failedMetars;
+}
+
+std::vector<std::wstring> WeatherManager::FailedSynopStations() const
+{
+    const ScopedLock lock(m_mutex);
+    return m_failedSynops;
+}
+
+bool WeatherManager::SearchMetar(const Position& position, Metar& metar)
+{
+    const Clock::UtcTime now = Clock::Current().NowUtc();
+    const ScopedLock lock(m_mutex);
+    if (!m_metars.Nearest(position, metar)) {
+        return false;
+    }
+    metar.setOutdated(false); // only the entry tells, also when an earlier search has flagged it
+    if (IsTimeGroupOld(metar.timeGroup(), now)) {
+        m_metars.MarkOutdated(metar.icao());
+    }
+    return true;
+}
+
+bool WeatherManager::SearchSynop(const Position& position, Synop& synop)
+{
+    const ScopedLock lock(m_mutex);
+    return m_synops.Nearest(position, synop);
+}
+
+bool WeatherManager::SearchGrib(const Position& position, Grib& grib)
+{
+    const ScopedLock lock(m_mutex);
+    return m_gribs.Nearest(position, grib) == gribstatus::kDecoded;
+}
+
+void WeatherManager::StationsInRange(const Position& position, int rangeNm,
+                                     std::vector<Station>& stations) const
+{
+    const ScopedLock lock(m_mutex);
+    stations = m_airports.within(position, rangeNm);
+}
+
+void WeatherManager::NearestAirport(const Position& position, Station& station) const
+{
+    const ScopedLock lock(m_mutex);
+    if (const Station* entry = m_airports.nearest(position, kAirportLimitNm)) {
+        station = *entry;
+    }
+}
+
+} // namespace aviation::weather

@@ -1,0 +1,128 @@
+#pragma once
+
+#include "aviation/Grib.h"
+#include "aviation/Metar.h"
+#include "aviation/Station.h"
+#include "aviation/Synop.h"
+#include "weather/store/GribManager.h"
+#include "weather/store/MetarManager.h"
+#include "weather/store/StationTable.h"
+#include "weather/store/SynopManager.h"
+#include "weather/store/TafManager.h"
+
+#include <QMutex>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace aviation::weather {
+
+/// Kinds of text that WeatherManager::Initialize takes.
+namespace storekind {
+inline constexpr int kMetar = 1;
+inline constexpr int kSynop = 2;
+inline constexpr int kUpperAir = 3;
+inline constexpr int kTaf = 5;
+} // namespace storekind
+
+/// The weather store: airports and weather stations of the world and the current METAR, SYNOP, TAF
+/// and upper-air reports.
+///
+/// Every operation may be called from any thread. Initialize and DeleteOldSynops build the new
+/// table aside and swap it in, so readers see the old table or the new one. Two of them at the
+/// same time for the same kind are safe but the later swap wins; the weather worker runs them one
+/// after the other. The callbacks are called on the calling thread and never under the store's
+/// lock, so they may ask the store.
+class WeatherManager
+{
+public:
+    WeatherManager() = default;
+    WeatherManager(const WeatherManager&) = delete;
+    WeatherManager& operator=(const WeatherManager&) = delete;
+    virtual ~WeatherManager();
+
+    /// Progress of a long operation; 0 of 0 ends it. A plain WeatherManager reports nothing.
+    virtual void progress(int value, int total, std::wstring text);
+    /// A log line; `level` as in loglevel.
+    virtual void debug(std::wstring text, int level);
+
+    /// Appends an airport to the table; its icao, blanks included, is the key.
+    void AddAirport(Station airport);
+    void AddAirports(std::vector<Station> airports);
+    /// Appends the rows of the weather station resource (see ParseStationRow).
+    void SetWeatherStations(std::wstring_view text);
+
+    /// Takes a whole text of one kind (storekind): a METAR, SYNOP or TAF block replaces all earlier
+    /// reports of its kind, upper-air records replace those of the same grid points. With
+    /// `noaaFormat` the first METAR of a station stays, otherwise all do. False for an unknown kind
+    /// and for upper-air text that is an error message.
+    bool Initialize(std::wstring_view text, int kind, bool noaaFormat);
+    /// Removes the SYNOPs older than the limit and those without a valid position or time. Returns
+    /// how many.
+    int DeleteOldSynops(int maxAgeSeconds);
+
+    std::size_t AirportCount() const;
+    std::size_t StationCount() const;
+    std::size_t MetarCount() const;
+    std::size_t SynopCount() const;
+    std::size_t TafCount() const;
+    std::size_t GribCount() const;
+
+    /// The airport of that icao; false leaves `station` alone.
+    bool GetStation(std::wstring_view icao, Station& station) const;
+    /// Copies of all METARs in arrival order.
+    std::vector<Metar> GetMetars() const;
+    /// The report without its leading "TAF ", empty when there is none.
+    std::wstring GetTaf(std::wstring_view icao) const;
+    /// Identifiers of reports that no table places, in order of appearance, one each report.
+    std::vector<std::wstring> FailedMetarStations() const;
+    std::vector<std::wstring> FailedSynopStations() const;
+
+    /// The nearest METAR within 3000 NM, decoded; a blank one when there is none. A report that the
+    /// three-hour rule finds old is returned as well, and its entry in the store is flagged.
+    bool SearchMetar(const Position& position, Metar& metar);
+    /// The nearest SYNOP within 1000 NM, decoded; a blank one when there is none.
+    bool SearchSynop(const Position& position, Synop& synop);
+    /// The nearest upper-air record within 250 NM, decoded; see GribManager::Nearest. True for
+    /// status 0.
+    bool SearchGrib(const Position& position, Grib& grib);
+    /// Replaces `stations` by the airports nearer than the range, nearest first.
+    void StationsInRange(const Position& position, int rangeNm,
+                         std::vector<Station>& stations) const;
+    /// The nearest airport within 20 NM; without one `station` stays as it is.
+    void NearestAirport(const Position& position, Station& station) const;
+
+private:
+    struct MetarRun;
+    struct SynopRun;
+
+    bool isQuiet() const;
+    void tell(std::size_t value, std::size_t total, std::wstring text);
+    /// Progress "<text> <value> from <total>".
+    void tellCount(const wchar_t* text, std::size_t value, std::size_t total);
+    void tellEnd(const wchar_t* what, std::size_t count);
+
+    void initializeMetars(std::wstring_view text, bool noaaFormat);
+    void addMetar(std::wstring_view line, bool noaaFormat, MetarRun& run);
+    void initializeSynops(std::wstring_view text);
+    void addSynop(std::wstring_view piece, SynopRun& run);
+    bool initializeGribs(std::wstring_view text);
+    void storeGribs(std::vector<Grib> gribs);
+    void initializeTafs(std::wstring_view text);
+    /// Copies a table entry into a report; false when the table has none for the key.
+    bool placeReport(const StationTable& table, std::wstring_view key, WeatherBase& report);
+
+    mutable QMutex m_mutex; ///< guards all below
+    mutable StationTable m_airports;
+    StationTable m_stations;
+    MetarManager m_metars;
+    SynopManager m_synops;
+    GribManager m_gribs;
+    TafManager m_tafs;
+    std::vector<std::wstring> m_failedMetars;
+    std::vector<std::wstring> m_failedSynops;
+};
+
+} // namespace aviation::weather
