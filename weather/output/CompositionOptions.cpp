@@ -22,3 +22,16 @@ CompositionOptions CompositionOptions::FromSettings(const Settings& settings)
     options.icingInClouds = settings.icingInClouds();
     return options;
 }
+
+void CompositionOptions::drawRandomCavok(aviation::RandomSource& random)
+{
+    constexpr int kRandomCover = 8;
+    constexpr int kRandomHeight = 10000;
+    constexpr int kLowestHeight = 5000;
+    if (cavokCover == kRandomCover) {
+        cavokCover = random.Next() % (kRandomCover - 1) + 1;
+    }
+    if (cavokHeight == kRandomHeight) {
+        cavokHeight = random.Next() % (kRandomHeight - kLowestHeight) + kLowestHeight;
+    }
+}

@@ -31,6 +31,10 @@ struct CompositionOptions
 
     /// The values as they stand now; the simulator is Settings::simVersion.
     static CompositionOptions FromSettings(const Settings& settings);
+
+    /// Draws cover (1 to 7 octas) and height (5000 to 9999 feet, where CAVOK allows clouds) of the
+    /// CAVOK cloud if they stand at the values that mean random, 8 octas and 10000 feet.
+    void drawRandomCavok(aviation::RandomSource& random);
 };
 
 /// What composing needs from its surroundings. The log gets text and level; an empty one is silent.

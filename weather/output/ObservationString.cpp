@@ -69,14 +69,15 @@ std::string StationAndTime(const Metar& metar)
 /// not: the simulator reads both only like this.
 std::string SurfaceWind(const WindLayer& layer)
 {
+    constexpr const char* kGradualShear = "G ";
     const std::string wind = IntegerText(WholeDegrees(layer.Dir), 3) + IntegerText(layer.Speed, 2);
     const std::string top = IntegerText(layer.UpperAlt);
     const char* turbulence = Letter(kTurbulence, layer.Turbulence);
     if (layer.Gust > 0) {
         return wind + "G" + IntegerText(layer.Speed + layer.Gust, 2) + "KT&D" + top + turbulence
-               + " ";
+               + kGradualShear;
     }
-    return wind + "KT&D" + top + "&" + turbulence + " ";
+    return wind + "KT&D" + top + "&" + turbulence + kGradualShear;
 }
 
 std::string SectorLimit(double degrees)

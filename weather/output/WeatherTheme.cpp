@@ -39,11 +39,11 @@ void AppendRow(std::vector<Position>& positions, const Position& first, int cell
     }
 }
 
-/// Layers of a record that are used and that a block has room for.
+/// The layers of a record that are used.
 template <class Layers>
 auto Used(const Layers& layers, std::int32_t count)
 {
-    const auto room = static_cast<std::int32_t>(std::min(layers.size(), kThemeLayers));
+    const auto room = static_cast<std::int32_t>(layers.size());
     return std::vector(layers.begin(), layers.begin() + std::clamp(count, 0, room));
 }
 

@@ -76,12 +76,8 @@ struct ThemeTemperature
 };
 static_assert(sizeof(ThemeTemperature) == 16);
 
-/// Layers that one block of a station holds at most; the record of a station may have more winds
-/// and temperatures, the upper ones stay out.
-inline constexpr std::size_t kThemeLayers = 16;
-
-/// One station of the grid. The position serves the search for the nearest station and is not
-/// written.
+/// One station of the grid, with all layers that its record uses. The position serves the search
+/// for the nearest station and is not written.
 struct ThemeStation : aviation::Position
 {
     ThemeHeader header; ///< its counts are taken from the blocks when written

@@ -209,8 +209,9 @@ int WeatherWrapper::GenerateWeather(const Metar& metar, const Synop& synop, cons
 
 CompositionContext WeatherWrapper::compositionContext()
 {
-    return {CompositionOptions::FromSettings(m_settings), m_random,
-            [this](const QString& text, int level) {
+    CompositionOptions options = CompositionOptions::FromSettings(m_settings);
+    options.drawRandomCavok(m_random);
+    return {options, m_random, [this](const QString& text, int level) {
                 Q_EMIT sigDebugString(text, level);
             }};
 }

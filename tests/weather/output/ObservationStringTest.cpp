@@ -32,7 +32,7 @@ protected:
 
 TEST_F(ObservationStringTest, joinsAllGroups)
 {
-    EXPECT_EQ(TextOf(Plain()), "EDDF 011220Z 27009KT&D210&N 9902M&B-500&D1109 "
+    EXPECT_EQ(TextOf(Plain()), "EDDF 011220Z 27009KT&D210&NG 9902M&B-500&D1109 "
                                "03/-03&A00120 Q1013 @@@ ");
 }
 
@@ -44,9 +44,9 @@ TEST_F(ObservationStringTest, marksTheWindWithGustByOneSignLess)
         int turbulence;
         const char* group;
     };
-    for (const Row& row : {Row{0, 0, "27009KT&D210&N "}, Row{0, 4, "27009KT&D210&S "},
-                           Row{0, 5, "27009KT&D210& "}, Row{5, 1, "27009G14KT&D210L "},
-                           Row{91, 2, "27009G100KT&D210M "}, Row{5, 3, "27009G14KT&D210H "}})
+    for (const Row& row : {Row{0, 0, "27009KT&D210&NG "}, Row{0, 4, "27009KT&D210&SG "},
+                           Row{0, 5, "27009KT&D210&G "}, Row{5, 1, "27009G14KT&D210LG "},
+                           Row{91, 2, "27009G100KT&D210MG "}, Row{5, 3, "27009G14KT&D210HG "}})
     {
         NewWeather record = Plain();
         record.Wind[0].Gust = static_cast<std::uint16_t>(row.gust);
@@ -71,7 +71,7 @@ TEST_F(ObservationStringTest, spreadsTheVariableSectorAroundTheDirection)
         NewWeather record = Plain();
         record.Wind[0].Dir = static_cast<std::uint16_t>(row.direction);
         record.Wind[0].Variance = static_cast<std::uint16_t>(row.variance);
-        EXPECT_EQ(TextOf(record).substr(27, 9), row.sector);
+        EXPECT_EQ(TextOf(record).substr(28, 9), row.sector);
     }
 }
 
@@ -123,7 +123,7 @@ TEST_F(ObservationStringTest, cleansThePresentWeather)
 TEST_F(ObservationStringTest, repeatsCavok)
 {
     const std::string text = TextOf(Plain(), "EDDF 011220Z 27009KT CAVOK 15/08 Q1013");
-    EXPECT_EQ(text.substr(0, 40), "EDDF 011220Z 27009KT&D210&N CAVOK 9902M&");
+    EXPECT_EQ(text.substr(0, 41), "EDDF 011220Z 27009KT&D210&NG CAVOK 9902M&");
 }
 
 TEST_F(ObservationStringTest, describesCloudLayers)
@@ -192,7 +192,7 @@ TEST_F(ObservationStringTest, rewritesAComposedReport)
     options.generateCirrus = false;
     const Metar metar = MetarOf("EDDF 011220Z 24012G25KT 3000 -RA BKN012 08/07 Q0998", 364);
     EXPECT_EQ(MetarString(metar, {}, {}, Compose(metar)),
-              "EDDF 011220Z 23912G25KT&D210L 229V248 2977M&B-500&D1000 5922M&B0501&D0144 "
+              "EDDF 011220Z 23912G25KT&D210LG 229V248 2977M&B-500&D1000 5922M&B0501&D0144 "
               "35KM&B0645&D0144 63KM&B0789&D0144 99KM&B0933&D0144 99KM&B1077&D0144 RERA "
               "7CU012&CU000FMRV111N 08/07&A00120 07/06&A00320 Q0998 @@@ 13 7 254 14");
 }

@@ -77,7 +77,7 @@ TEST(WeatherTheme, BytesOfASmallTheme)
     EXPECT_EQ(ThemeBytes(grid).toHex().toStdString(), expected);
 }
 
-TEST(WeatherTheme, BlocksAreCutToTheirRoomAndNeverNegative)
+TEST(WeatherTheme, BlocksHoldWhatTheRecordHoldsAndAreNeverNegative)
 {
     NewWeather record = SmallRecord();
     record.nWindCtr = 24;
@@ -85,12 +85,12 @@ TEST(WeatherTheme, BlocksAreCutToTheirRoomAndNeverNegative)
     record.nCloudCtr = 17;
     record.nUpperVisCtr = -1;
     const ThemeStation station = MakeThemeStation(record, 1013.0F, Position(50.0, 8.5));
-    EXPECT_EQ(station.winds.size(), 16U);
-    EXPECT_EQ(station.temperatures.size(), 16U);
+    EXPECT_EQ(station.winds.size(), 24U);
+    EXPECT_EQ(station.temperatures.size(), 24U);
     EXPECT_EQ(station.clouds.size(), 16U);
     EXPECT_EQ(station.visibilities.size(), 1U);
     const QByteArray bytes = ThemeBytes(MakeThemeGrid({station}, 0));
-    EXPECT_EQ(bytes.mid(6, 16).toHex(), "10000000010000001000000010000000");
+    EXPECT_EQ(bytes.mid(6, 16).toHex(), "18000000010000001000000018000000");
 }
 
 TEST(WeatherTheme, NoCloudsWriteNoCloudBlock)

@@ -197,4 +197,26 @@ TEST_F(WeatherWrapperTest, readsEveryCompositionOption)
     }
 }
 
+TEST(CompositionOptionsTest, drawsTheCavokCloudOnlyWhereTheSettingMeansRandom)
+{
+    struct Row
+    {
+        int cover;
+        int height;
+        int drawnCover;
+        int drawnHeight;
+    };
+    for (const Row& row : {Row{7, 9999, 7, 9999}, Row{8, 5000, 4, 5000}, Row{1, 10000, 1, 5010},
+                           Row{8, 10000, 4, 5022}})
+    {
+        FakeRandom random({10, 22});
+        CompositionOptions options;
+        options.cavokCover = row.cover;
+        options.cavokHeight = row.height;
+        options.drawRandomCavok(random);
+        EXPECT_EQ(options.cavokCover, row.drawnCover);
+        EXPECT_EQ(options.cavokHeight, row.drawnHeight);
+    }
+}
+
 } // namespace
