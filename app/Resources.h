@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QByteArray>
+
+/// Makes the built-in files (":/files/airports", ":/files/wxstations") readable; a static library's
+/// resources stay hidden until somebody asks. May be called more than once.
+void InitCirrilonResources();
+
+/// The contents of a built-in file, empty if there is none of that name.
+QByteArray BuiltInFile(const char* name);

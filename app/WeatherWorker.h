@@ -1,0 +1,159 @@
+#pragma once
+
+#include "app/base/Job.h"
+#include "app/base/JobQueue.h"
+#include "aviation/AircraftData.h"
+#include "aviation/Grib.h"
+#include "aviation/Metar.h"
+#include "aviation/Synop.h"
+#include "weather/output/WeatherTheme.h"
+#include "weather/output/records/NewWeather.h"
+#include "weather/output/records/XPlaneWeather.h"
+
+#include <QMutex>
+#include <QString>
+#include <QThread>
+
+#include <atomic>
+#include <functional>
+#include <vector>
+
+class GribSource;
+class Settings;
+class WeatherWrapper;
+
+/// The thread of all decoding, searching and preparing of weather. It drains its queue and ends:
+/// whoever posts a job calls start() afterwards. A job holds the worker mutex for its whole length,
+/// so addJob and setWeatherText wait for a running one; a slot joined directly to a signal of this
+/// class must call neither. Created and destroyed on the main thread, which it outlives in no case:
+/// the destructor lets a waiting job give way and joins.
+class WeatherWorker : public QThread
+{
+    Q_OBJECT
+public:
+    /// Everything handed in must outlive the worker. A null `gribSource` means that there is no
+    /// source of upper-air data: nothing waits for any.
+    WeatherWorker(WeatherWrapper& store, const Settings& settings, GribSource* gribSource,
+                  QObject* parent = nullptr);
+    ~WeatherWorker() override;
+
+    void addJob(const Job& job);
+    /// Jobs that wait to be taken.
+    int queuedJobs() const;
+    /// Lets the running job end early and drops what is queued; for the end of the program.
+    void stop();
+
+    /// The weather file with its [METAR], [SYNOP] and [TAF] blocks, decoded by job 1.
+    void setWeatherText(const QString& text);
+    /// The aircraft as the prepare and search jobs see it; called by the main thread only.
+    void setAircraftData(const aviation::structs::AircraftData& data);
+    /// History weather isn't thinned out by age.
+    void setHistoryMode(bool active);
+    bool historyMode() const;
+
+    static QString errorText(int error);
+
+    /// Copies of the last results; valid after the finish signal of the job that made them.
+    void GetSearchResult(aviation::weather::Metar& metar, aviation::weather::Synop& synop,
+                         aviation::weather::Grib& grib) const;
+    std::vector<NewWeather> fsuipcRecords() const;
+    std::vector<QString> simConnectStrings() const;
+    std::vector<QString> xplaneMetarLines() const;
+    std::vector<QString> xplaneWindLines() const;
+    XPlaneWeather xplaneRecord() const;
+
+    /// Composes the record for one station: the nearest reports, labelled with the station's ICAO
+    /// unless that is empty. Runs on the calling thread, which must be the worker's, or any while
+    /// the worker doesn't run.
+    void GenerateStationRecord(const aviation::weather::Station& station, NewWeather& record,
+                               double magneticVariation = 0.0);
+
+Q_SIGNALS:
+    void sigDebugString(QString text, int level);
+    void sigProgress(qlonglong value, qlonglong total, QString text);
+    void sigFinishedJob(int job, QString jobname, int error);
+    void sigFinishedDecodeWeatherData();
+    void sigFinishedDecodeGribData();
+    void sigMetarFromWeatherSearch(QString metar);
+    /// A place is prepared without upper-air data, since there is none and no source of any.
+    void sigUpperAirMissing(QString place);
+
+protected:
+    void run() override;
+
+private:
+    /// The three reports that stand for a place, and whether each was found.
+    struct Reports
+    {
+        aviation::weather::Metar metar;
+        aviation::weather::Synop synop;
+        aviation::weather::Grib grib;
+        bool metarFound = false;
+        bool synopFound = false;
+    };
+    struct Results
+    {
+        std::vector<NewWeather> fsuipcRecords;
+        std::vector<QString> simConnectStrings;
+        std::vector<QString> xplaneMetarLines;
+        std::vector<QString> xplaneWindLines;
+        XPlaneWeather xplaneRecord;
+        aviation::weather::Metar metar;
+        aviation::weather::Synop synop;
+        aviation::weather::Grib grib;
+    };
+    using Stations = std::vector<aviation::weather::Station>;
+    using StationStep = std::function<void(const aviation::weather::Station&)>;
+
+    int dispatch(const Job& job);
+    int decodeWeather();
+    int decodeGrib();
+
+    int prepareFsuipcAll(const Job& job);
+    int prepareFsuipcStation(const Job& job);
+    int prepareSimConnectAll(const Job& job);
+    int prepareSimConnectStation(const Job& job);
+    /// The stations of jobs 2 and 5, each handed to `step` with its progress text.
+    void forEachStation(const Job& job, const QString& title, const StationStep& step);
+    void prepareSimConnectString(const aviation::weather::Station& station);
+    Reports reportsForStation(const aviation::weather::Station& station);
+
+    int prepareXPlaneRecord(bool xplane12);
+    Reports reportsForXPlane(const aviation::Position& position);
+    int prepareXPlaneFiles();
+    void appendXPlaneLines(const aviation::weather::Station& station);
+
+    int prepareThemeFile(const Job& job);
+    ThemeStation themeStation(const aviation::Position& place, double magneticVariation);
+    void logThemeDecodeErrors(const Reports& reports);
+
+    int SearchNearstWeather(const Job& job);
+    bool searchPosition(const Job& job, aviation::Position& position, int& result);
+    int weatherSearch(const Job& job);
+
+    /// Searches the upper-air record; with weather/griboff there never is one.
+    bool searchGrib(const aviation::Position& position, aviation::weather::Grib& grib);
+    /// Asks the source until there is a record, the program ends, or there is no source.
+    void waitForGrib(const aviation::Position& position, const QString& place,
+                     aviation::weather::Grib& grib);
+    bool mayDownloadGrib() const;
+    void sleepUnlessStopped(int milliseconds);
+
+    aviation::structs::AircraftData aircraftData() const;
+    void log(const QString& text, int level);
+
+    WeatherWrapper& m_store;
+    const Settings& m_settings;
+    GribSource* m_gribSource;
+    JobQueue m_queue;
+    QMutex m_workerMutex;     ///< held by each job
+    QString m_weatherText;    ///< guarded by m_workerMutex
+    QString m_gribText;       ///< what job 12 decodes; nothing fills it, downloads feed the store
+    ThemeGrid m_previousGrid; ///< of the last theme; touched by jobs only
+    std::atomic<bool> m_historyMode{false};
+    std::atomic<bool> m_stop{false};
+    mutable QMutex m_aircraftMutex;
+    aviation::structs::AircraftData m_aircraftData; ///< guarded by m_aircraftMutex
+    mutable QMutex m_resultMutex;
+    Results m_results; ///< guarded by m_resultMutex
+};

@@ -1,0 +1,89 @@
+#include "app/WeatherJobs.h"
+#include "app/WeatherWorker.h"
+#include "app/base/LogLevel.h"
+#include "app/base/Settings.h"
+#include "aviation/support/Clock.h"
+#include "weather/output/WeatherWrapper.h"
+
+using aviation::Position;
+
+void WeatherWorker::logThemeDecodeErrors(const Reports& reports)
+{
+    if (reports.synopFound && reports.synop.status() != aviation::weather::synopstatus::kDecoded) {
+        log(QStringLiteral("(Controller Weather) - %1, %2, %3")
+                .arg(QString::fromStdWString(reports.synop.reportText()))
+                .arg(reports.synop.status())
+                .arg(QString::fromStdWString(reports.synop.icao())),
+            loglevel::kError);
+    }
+    if (reports.grib.status() == aviation::weather::gribstatus::kFailed) {
+        log(QStringLiteral("(Controller Weather) - Grib Error: %1")
+                .arg(QString::fromStdWString(reports.grib.GetMessage())),
+            loglevel::kError);
+    }
+}
+
+ThemeStation WeatherWorker::themeStation(const Position& place, double magneticVariation)
+{
+    constexpr double kSynopStandsInNm = 20.0;
+    Reports reports;
+    reports.metarFound = m_store.SearchMetar(place, reports.metar);
+    reports.synopFound = m_store.SearchSynop(place, reports.synop);
+    if (reports.metar.DistanceTo(place) > kSynopStandsInNm
+        && reports.synop.DistanceTo(place) < kSynopStandsInNm)
+    {
+        reports.synop.ToMetar(reports.metar);
+    }
+    searchGrib(place, reports.grib);
+    waitForGrib(place, QStringLiteral("%1,%2").arg(place.latitude()).arg(place.longitude()),
+                reports.grib);
+    logThemeDecodeErrors(reports);
+    NewWeather record;
+    m_store.GenerateWeather(reports.metar, reports.synop, reports.grib, record, magneticVariation,
+                            place);
+    // The record holds the pressure of the report that was used in the end, in sixteenths of hPa.
+    return MakeThemeStation(record, static_cast<float>(record.Press) / 16.0F, place);
+}
+
+int WeatherWorker::prepareThemeFile(const Job& job)
+{
+    constexpr int kPauseMs = 20;    // lets the rest of the program breathe during a large grid
+    constexpr int kSettleMs = 2000; // the simulator must find the file settled
+    log(QStringLiteral("NewJobPrepareWeatherFile Filename: ") + job.name, loglevel::kDebug);
+    const aviation::structs::AircraftData aircraft = aircraftData();
+    if (!aircraft.position.isKnown()) {
+        return weathererror::kNoPosition;
+    }
+    int cells = 0;
+    const std::vector<Position> places =
+        ThemeGridPositions(aircraft.position, m_settings.range(), cells);
+    std::vector<ThemeStation> stations;
+    const auto total = static_cast<qlonglong>(places.size());
+    for (const Position& place : places) {
+        if (m_stop) {
+            return weathererror::kPrepare;
+        }
+        const qlonglong count = static_cast<qlonglong>(stations.size()) + 1;
+        log(QStringLiteral("(Controller Weather) - Generate Weather %1 from %2")
+                .arg(count)
+                .arg(total),
+            loglevel::kDebug);
+        Q_EMIT sigProgress(count, total,
+                           QStringLiteral("Prepare Weather Model %1 of %2, Lat:%3, Lon:%4")
+                               .arg(count)
+                               .arg(total)
+                               .arg(place.latitude())
+                               .arg(place.longitude()));
+        stations.push_back(themeStation(place, static_cast<double>(aircraft.magneticVariation)));
+        sleepUnlessStopped(kPauseMs);
+    }
+    ThemeGrid grid = MakeThemeGrid(std::move(stations), cells);
+    KeepNearestStation(m_previousGrid, grid, aircraft.position);
+    m_previousGrid = grid;
+    if (!WriteTheme(grid, job.name)) {
+        log(QStringLiteral("(Controller Weather) Can not write File to FS"), loglevel::kError);
+        return weathererror::kCannotCreateFile;
+    }
+    sleepUnlessStopped(kSettleMs);
+    return weathererror::kThemeWritten;
+}

@@ -1,0 +1,33 @@
+#include "app/XPlaneFiles.h"
+
+#include <QSaveFile>
+
+namespace {
+
+bool writeLines(const QString& name, const std::vector<QString>& lines, XPlaneFilesResult& result)
+{
+    QSaveFile file(name);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
+        for (const QString& line : lines) {
+            file.write(line.toUtf8());
+            file.write("\n");
+        }
+        if (file.commit()) {
+            return true;
+        }
+    }
+    result.failedFile = name;
+    result.error = file.errorString();
+    return false;
+}
+
+} // namespace
+
+XPlaneFilesResult WriteXPlaneFiles(const QString& folder, const std::vector<QString>& metarLines,
+                                   const std::vector<QString>& windLines)
+{
+    XPlaneFilesResult result;
+    result.written = writeLines(folder + QStringLiteral("/METAR.rwx"), metarLines, result)
+                     && writeLines(folder + QStringLiteral("/WINDS.rwx"), windLines, result);
+    return result;
+}
