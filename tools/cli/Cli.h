@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QStringList>
+
+#include <iosfwd>
+
+/// Runs the headless program in process: arguments behind the program's name, streams in and out.
+/// Returns the exit status. Needs a QCoreApplication. One call at a time: it installs the clock.
+int RunCli(const QStringList& arguments, std::istream& in, std::ostream& out, std::ostream& err);
