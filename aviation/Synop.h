@@ -79,8 +79,8 @@ public:
     int highCode() const { return m_synop.highCode; }
     bool cloudCodesRead() const { return m_synop.cloudCodesRead; }
     SynopType type() const { return m_synop.type; }
-    /// A header gave a time. Days beyond the month roll over: buoys are timed by their number, and a
-    /// report of day 44 is one of today or later, so it isn't dropped as old.
+    /// A header gave a time. Days beyond the month roll over: buoys are timed by their number, and
+    /// a report of day 44 is one of today or later, so it isn't dropped as old.
     bool isTimeValid() const { return m_timeValid; }
     /// A ship or mobile report that placed itself.
     bool hasOwnPosition() const { return m_synop.type != SynopType::Land && isKnown(); }

@@ -93,4 +93,3 @@ BENCHMARK(SynopDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(SynopHeaderDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(SynopRegexDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(GribDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
-
