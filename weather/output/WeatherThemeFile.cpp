@@ -110,6 +110,11 @@ void PutGridSize(Writer& writer, const ThemeGrid& grid, const QByteArray& bytes)
     writer.Put(std::uint16_t{1}, static_cast<std::uint16_t>(offset & 0xFFFFU));
 }
 
+std::string Whole(float value)
+{
+    return aviation::FixedText(static_cast<double>(value), 0);
+}
+
 /// A hot layer high up is a sign of a broken profile; it is written all the same.
 void TellHotLayers(const ThemeGrid& grid, std::ostream& console)
 {
@@ -118,8 +123,8 @@ void TellHotLayers(const ThemeGrid& grid, std::ostream& console)
     for (const ThemeStation& station : grid.stations) {
         for (const ThemeTemperature& layer : station.temperatures) {
             if (layer.height > kHighMetres && layer.temperature > kHotDegrees) {
-                console << "Temp to height: " << aviation::FixedText(layer.height, 0) << "m, "
-                        << aviation::FixedText(layer.temperature, 0) << "C\n";
+                console << "Temp to height: " << Whole(layer.height) << "m, "
+                        << Whole(layer.temperature) << "C\n";
             }
         }
     }
