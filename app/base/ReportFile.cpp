@@ -70,6 +70,7 @@ ReportFileResult readReportFile(const QString& fileName, qint64 limit)
         } else {
             // The overload for byte arrays would stop at the first NUL.
             result.text = QString::fromUtf8(bytes.constData(), bytes.size());
+            result.text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
         }
     } catch (const std::bad_alloc&) {
         result.error = fileName + QStringLiteral(": not enough memory");

@@ -3,6 +3,7 @@
 #include "tools/cli/CliCommands.h"
 #include "tools/cli/CliOptions.h"
 
+#include <exception>
 #include <functional>
 #include <map>
 #include <ostream>
@@ -67,7 +68,12 @@ int RunCli(const QStringList& arguments, std::istream& in, std::ostream& out, st
         return cliexit::kDone;
     } catch (const CliFailure& failure) {
         out.flush();
-        err << failure.line.simplified().toStdString() << '\n';
+        QString line = failure.line;
+        line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+        err << line.toStdString() << '\n';
         return failure.exitStatus;
+    } catch (const std::exception& failure) { // out of memory on an absurd input
+        err << "the work failed: " << failure.what() << '\n';
+        return cliexit::kFailed;
     }
 }

@@ -101,12 +101,16 @@ aviation::Position placeOption(const QString& value)
 
 aviation::Clock::UtcTime timeOption(const QString& value)
 {
-    const QString format = QStringLiteral("yyyy-MM-ddThh:mm:ssZ");
-    QDateTime time = QDateTime::fromString(value, QStringLiteral("yyyy-MM-dd'T'hh:mm:ss'Z'"));
-    time.setTimeSpec(Qt::UTC);
-    if (!time.isValid()) {
-        wrongArguments(QStringLiteral("--now: \"%1\" is not a time of the form %2")
-                           .arg(value, format.toUpper()));
+    constexpr int kDateLength = 10;
+    constexpr int kLength = 20;
+    // Date and time apart: as one they would be read in the system's zone, which has gaps.
+    const QDate date = QDate::fromString(value.left(kDateLength), QStringLiteral("yyyy-MM-dd"));
+    const QTime clock = QTime::fromString(value.mid(kDateLength), QStringLiteral("'T'hh:mm:ss'Z'"));
+    const QDateTime time(date, clock, Qt::UTC);
+    if (value.size() != kLength || !date.isValid() || !clock.isValid()) {
+        wrongArguments(
+            QStringLiteral("--now: \"%1\" is not a time of the form YYYY-MM-DDThh:mm:ssZ")
+                .arg(value));
     }
     return aviation::Clock::UtcTime(std::chrono::milliseconds(time.toMSecsSinceEpoch()));
 }

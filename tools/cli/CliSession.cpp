@@ -178,7 +178,7 @@ void CliSession::fillUpperAir()
     if (!m_store.initializeWeather(reportText(m_options.gribFile),
                                    aviation::weather::storekind::kUpperAir))
     {
-        warn(m_options.gribFile + QStringLiteral(": the server's error text, no upper-air data"));
+        badInput(m_options.gribFile, QStringLiteral("the server's error text, no upper-air data"));
     }
 }
 

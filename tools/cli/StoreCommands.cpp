@@ -56,7 +56,7 @@ void RunNearest(const CliOptions& options, CliStreams& streams)
     if (session.store().SearchSynop(at, synop)) {
         object[QStringLiteral("synop")] = withDistance(clijson::FromSynop(synop), at, synop);
     }
-    if (session.store().SearchGrib(at, grib)) {
+    if (!session.settings().gribOff() && session.store().SearchGrib(at, grib)) {
         object[QStringLiteral("grib")] = withDistance(clijson::FromGrib(grib), at, grib);
     }
     streams.out << clijson::Line(object) << '\n';

@@ -122,6 +122,8 @@ INSTANTIATE_TEST_SUITE_P(
         FailureCase{"MissingSettings", "--settings /nowhere/a.ini store", 3, "a.ini"},
         FailureCase{"TableIsNoTable", "store --stations " CIRRILON_TEST_DATA "/weather/small.wx", 3,
                     "no row"},
+        FailureCase{"GribIsAnError", "store --grib " CIRRILON_TEST_DATA "/upperair/error.txt", 3,
+                    "error.txt: the server's error text"},
         FailureCase{"NoPosition", "prepare fsuipc --at 0,0", 1,
                     "3 Prepare weather no position Error"},
         FailureCase{"UnknownStation", "prepare record --at 50,8 --icao QQQQ", 1, "QQQQ"}),
@@ -166,18 +168,13 @@ TEST(CliTest, StoreCountsWhatTheFilesHold)
     expectContents(QByteArray::fromStdString(result.out), "store.jsonl");
 }
 
-TEST(CliTest, FilesWithoutReportsLeaveTheStoreEmptyAndSaySo)
+TEST(CliTest, AFileWithoutBlocksLeavesTheStoreEmptyAndSaysSo)
 {
     const CliResult weather = runCli(
         {QStringLiteral("--weather"), dataFile("tables/airports.txt"), QStringLiteral("store")});
     EXPECT_EQ(weather.status, 0);
     EXPECT_NE(weather.out.find("\"metars\":0"), std::string::npos);
     EXPECT_NE(weather.err.find("airports.txt: no [METAR]"), std::string::npos) << weather.err;
-    const CliResult grib =
-        runCli({QStringLiteral("--grib"), dataFile("upperair/error.txt"), QStringLiteral("store")});
-    EXPECT_EQ(grib.status, 0);
-    EXPECT_NE(grib.out.find("\"gribs\":0"), std::string::npos);
-    EXPECT_NE(grib.err.find("error.txt: the server's error text"), std::string::npos) << grib.err;
 }
 
 struct OutputCase
@@ -275,6 +272,33 @@ TEST(CliTest, SettingsAreReadAsTheMainFileIs)
     const CliResult stations = runCli(settings + data << words("stations --at 50.03,8.57"));
     const CliResult wide = runCli(data + words("stations --at 50.03,8.57 --range 20"));
     EXPECT_EQ(stations.out, wide.out);
+}
+
+TEST(CliTest, TheClockIsUtcInEverySystemTimeZone)
+{
+    const QByteArray before = qgetenv("TZ");
+    qputenv("TZ", "Europe/Berlin"); // 02:30 doesn't exist there on this day
+    const CliResult result = runCli(words("--now 2019-03-31T02:30:00Z --log 1 store"));
+    qputenv("TZ", before);
+    EXPECT_EQ(result.status, 0) << result.err;
+    const CliResult later = runCli(words("--now 2019-03-31T02:30:00Z --log 0 --weather")
+                                   << dataFile("weather/small.wx") << QStringLiteral("store"));
+    EXPECT_NE(later.err.find(": 02:30:00:000 - "), std::string::npos) << later.err;
+}
+
+TEST(CliTest, LineEndsOfOtherSystemsAreRead)
+{
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("crlf.wx"));
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(contentsOf(dataFile("weather/small.wx")).replace("\n", "\r\n"));
+    file.close();
+    const QStringList arguments = smallStore();
+    QStringList changed = arguments;
+    changed.replace(arguments.indexOf(dataFile("weather/small.wx")), name);
+    EXPECT_EQ(runCli(changed << QStringLiteral("store")).out,
+              runCli(arguments + words("store")).out);
 }
 
 TEST(CliTest, TheBuiltInTablesPlaceTheWorld)
