@@ -13,7 +13,7 @@ SimulatorStations ReadSimulatorStations(const QString& simPath)
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         stations.errors << QStringLiteral("(WeatherWorker)  - FS Station File: ")
                                + file.errorString();
-        if (!QDir(folder).exists()) {
+        if (simPath.isEmpty() || !QDir(simPath).exists()) {
             stations.errors << QStringLiteral("(WeatherWorker)  - Path to Sim not found: ")
                                    + simPath;
         }

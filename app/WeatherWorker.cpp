@@ -165,12 +165,12 @@ int WeatherWorker::dispatch(const Job& job)
     case weatherjob::kDecodeWeather:
         return decodeWeather();
     case weatherjob::kFsuipcAll:
-        return prepareFsuipcAll(job);
+        return PrepareWeatherFSUIPC(job);
     case weatherjob::kFsuipcStation:
     case weatherjob::kFsuipcStationAgain:
         return prepareFsuipcStation(job);
     case weatherjob::kSimConnectAll:
-        return prepareSimConnectAll(job);
+        return PrepareWeatherSimConnect(job);
     case weatherjob::kSimConnectStation:
     case weatherjob::kSimConnectStationAgain:
         return prepareSimConnectStation(job);
@@ -178,9 +178,9 @@ int WeatherWorker::dispatch(const Job& job)
     case weatherjob::kXPlane12Record:
         return prepareXPlaneRecord(job.id == weatherjob::kXPlane12Record);
     case weatherjob::kXPlaneFiles:
-        return prepareXPlaneFiles();
+        return PrepareWeatherXPlane();
     case weatherjob::kThemeFile:
-        return prepareThemeFile(job);
+        return PrepareWeatherFile(job);
     case weatherjob::kDecodeGrib:
         return decodeGrib();
     case weatherjob::kWeatherSearch:

@@ -109,9 +109,9 @@ private:
     int decodeWeather();
     int decodeGrib();
 
-    int prepareFsuipcAll(const Job& job);
+    int PrepareWeatherFSUIPC(const Job& job);
     int prepareFsuipcStation(const Job& job);
-    int prepareSimConnectAll(const Job& job);
+    int PrepareWeatherSimConnect(const Job& job);
     int prepareSimConnectStation(const Job& job);
     /// The stations of jobs 2 and 5, each handed to `step` with its progress text.
     void forEachStation(const Job& job, const QString& title, const StationStep& step);
@@ -120,12 +120,13 @@ private:
 
     int prepareXPlaneRecord(bool xplane12);
     Reports reportsForXPlane(const aviation::Position& position);
-    int prepareXPlaneFiles();
+    int PrepareWeatherXPlane();
     void appendXPlaneLines(const aviation::weather::Station& station);
 
-    int prepareThemeFile(const Job& job);
+    int PrepareWeatherFile(const Job& job);
     ThemeStation themeStation(const aviation::Position& place, double magneticVariation);
-    void logThemeDecodeErrors(const Reports& reports);
+    void logThemeSynopError(const Reports& reports);
+    void logThemeGribError(const Reports& reports);
 
     int SearchNearstWeather(const Job& job);
     bool searchPosition(const Job& job, aviation::Position& position, int& result);

@@ -44,7 +44,7 @@ bool matches(const Metar& metar, const SearchCriteria& criteria)
     {
         return false;
     }
-    // One letter alone would be found in nearly every group, so it filters nothing.
+    // One letter alone filters nothing.
     if (criteria.weather.size() >= 2 && !metar.phenomenaContain(criteria.weather)) {
         return false;
     }

@@ -48,7 +48,7 @@ void WeatherWorker::GenerateStationRecord(const Station& station, NewWeather& re
 
 void WeatherWorker::forEachStation(const Job& job, const QString& title, const StationStep& step)
 {
-    constexpr int kListIgnoredUpTo = 10; // a shorter list is a damaged or foreign one
+    constexpr int kListIgnoredUpTo = 10; // entries; so short a list filters nothing
     Q_EMIT sigProgress(0, 1, title);
     const SimulatorStations known = ReadSimulatorStations(m_settings.simPath());
     for (const QString& error : known.errors) {
@@ -79,7 +79,7 @@ void WeatherWorker::forEachStation(const Job& job, const QString& title, const S
     }
 }
 
-int WeatherWorker::prepareFsuipcAll(const Job& job)
+int WeatherWorker::PrepareWeatherFSUIPC(const Job& job)
 {
     {
         const ScopedLock lock(m_resultMutex);
@@ -126,7 +126,7 @@ void WeatherWorker::prepareSimConnectString(const Station& station)
     m_results.simConnectStrings.push_back(QString::fromStdString(text));
 }
 
-int WeatherWorker::prepareSimConnectAll(const Job& job)
+int WeatherWorker::PrepareWeatherSimConnect(const Job& job)
 {
     {
         const ScopedLock lock(m_resultMutex);

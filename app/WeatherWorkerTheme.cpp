@@ -7,7 +7,7 @@
 
 using aviation::Position;
 
-void WeatherWorker::logThemeDecodeErrors(const Reports& reports)
+void WeatherWorker::logThemeSynopError(const Reports& reports)
 {
     if (reports.synopFound && reports.synop.status() != aviation::weather::synopstatus::kDecoded) {
         log(QStringLiteral("(Controller Weather) - %1, %2, %3")
@@ -16,9 +16,12 @@ void WeatherWorker::logThemeDecodeErrors(const Reports& reports)
                 .arg(QString::fromStdWString(reports.synop.icao())),
             loglevel::kError);
     }
-    if (reports.grib.status() == aviation::weather::gribstatus::kFailed) {
-        log(QStringLiteral("(Controller Weather) - Grib Error: %1")
-                .arg(QString::fromStdWString(reports.grib.GetMessage())),
+}
+
+void WeatherWorker::logThemeGribError(const Reports& reports)
+{
+    if (!m_settings.gribOff() && reports.grib.status() != aviation::weather::gribstatus::kDecoded) {
+        log(QStringLiteral("(Controller Weather) - Grib Error: %1").arg(reports.grib.status()),
             loglevel::kError);
     }
 }
@@ -29,6 +32,7 @@ ThemeStation WeatherWorker::themeStation(const Position& place, double magneticV
     Reports reports;
     reports.metarFound = m_store.SearchMetar(place, reports.metar);
     reports.synopFound = m_store.SearchSynop(place, reports.synop);
+    logThemeSynopError(reports);
     if (reports.metar.DistanceTo(place) > kSynopStandsInNm
         && reports.synop.DistanceTo(place) < kSynopStandsInNm)
     {
@@ -37,7 +41,7 @@ ThemeStation WeatherWorker::themeStation(const Position& place, double magneticV
     searchGrib(place, reports.grib);
     waitForGrib(place, QStringLiteral("%1,%2").arg(place.latitude()).arg(place.longitude()),
                 reports.grib);
-    logThemeDecodeErrors(reports);
+    logThemeGribError(reports);
     NewWeather record;
     m_store.GenerateWeather(reports.metar, reports.synop, reports.grib, record, magneticVariation,
                             place);
@@ -45,7 +49,7 @@ ThemeStation WeatherWorker::themeStation(const Position& place, double magneticV
     return MakeThemeStation(record, static_cast<float>(record.Press) / 16.0F, place);
 }
 
-int WeatherWorker::prepareThemeFile(const Job& job)
+int WeatherWorker::PrepareWeatherFile(const Job& job)
 {
     constexpr int kPauseMs = 20;    // lets the rest of the program breathe during a large grid
     constexpr int kSettleMs = 2000; // the simulator must find the file settled

@@ -40,9 +40,8 @@ WeatherWorker::Reports WeatherWorker::reportsForXPlane(const Position& position)
             Q_EMIT sigUpperAirMissing(place);
         }
     }
-    if (reports.grib.Decode() == aviation::weather::gribstatus::kFailed) {
-        log(QStringLiteral("(WeatherWorker) - Grib Error: %1")
-                .arg(QString::fromStdWString(reports.grib.GetMessage())),
+    if (!m_settings.gribOff() && reports.grib.Decode() != aviation::weather::gribstatus::kDecoded) {
+        log(QStringLiteral("(WeatherWorker) - Grib Error: %1").arg(reports.grib.status()),
             loglevel::kError);
     }
     return reports;
@@ -86,7 +85,7 @@ void WeatherWorker::appendXPlaneLines(const Station& station)
     m_results.xplaneWindLines.push_back(QString::fromStdString(windsText));
 }
 
-int WeatherWorker::prepareXPlaneFiles()
+int WeatherWorker::PrepareWeatherXPlane()
 {
     {
         const ScopedLock lock(m_resultMutex);

@@ -146,6 +146,8 @@ public:
 
     /// Version for display from the text in a version resource, "3,0,0,1".
     static QString versionText(const QString& resourceVersion);
+    /// The version of this build, from the same numbers as the program's version resource.
+    static QString version();
 
 Q_SIGNALS:
     void sigDebugString(QString text, int level);

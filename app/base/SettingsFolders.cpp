@@ -16,6 +16,11 @@ QString Settings::tmpFolder() const
     return documentsFolder() + QStringLiteral("/Cirrilonv3/") + QStringLiteral("/tmp/");
 }
 
+QString Settings::version()
+{
+    return versionText(QStringLiteral(CIRRILON_VERSION_RESOURCE));
+}
+
 QString Settings::versionText(const QString& resourceVersion)
 {
     QString text = resourceVersion;

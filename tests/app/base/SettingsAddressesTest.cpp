@@ -101,6 +101,7 @@ TEST_F(SettingsAddressesTest, FoldersFollowTheWorkFolderButNotTheTemporaryOne)
     EXPECT_EQ(settings.resFolder(), QStringLiteral("/w/res/"));
     EXPECT_EQ(settings.tmpFolder(), path("Documents") + QStringLiteral("/Cirrilonv3//tmp/"));
     EXPECT_EQ(Settings::versionText(QStringLiteral("3,0,1,27")), QStringLiteral("3.0.1.27"));
+    EXPECT_EQ(Settings::version().count(QLatin1Char('.')), 2);
 }
 
 TEST_F(SettingsAddressesTest, MovesTheFilesOfTheWorkFolder)
