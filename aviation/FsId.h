@@ -12,13 +12,14 @@ namespace fsid {
 inline constexpr FsId kNone = 0;
 inline constexpr FsId kOld = 1; ///< FS98 to FS2002
 inline constexpr FsId kFs2004 = 2;
-inline constexpr FsId kFsx = 3;
+inline constexpr FsId kFsx = 3; ///< ESP too
 inline constexpr FsId kPrepar3dV2 = 4;
 inline constexpr FsId kPrepar3dV3 = 5;
 inline constexpr FsId kPrepar3dV4 = 6;
-inline constexpr FsId kXPlane10 = 8;
-inline constexpr FsId kXPlane11 = 9;
-inline constexpr FsId kPrepar3dV5 = 10;
+inline constexpr FsId kXPlaneId7 = 7; ///< 7 to 9: generations before 12, told apart by the bridge
+inline constexpr FsId kXPlaneId8 = 8; ///< 8 and 9 take the classic weather record
+inline constexpr FsId kXPlaneId9 = 9;
+inline constexpr FsId kPrepar3dV5 = 10; ///< v6 too
 inline constexpr FsId kFs2020 = 12;
 inline constexpr FsId kXPlane12 = 13;
 } // namespace fsid

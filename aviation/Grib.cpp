@@ -12,8 +12,7 @@ using namespace gribpatterns;
 
 constexpr std::size_t kShortestReport = 5;
 constexpr std::size_t kFewestLevels = 11;
-/// Deliberately a little more than the feet per metre of everything else: the layers of the
-/// simulators are tuned to these altitudes.
+/// Deliberately a little more than the feet per metre of everything else.
 constexpr double kLevelFeetPerMetre = 3.28085;
 constexpr std::int32_t kUnknownHeight = -1;
 

@@ -15,15 +15,16 @@ class GroupReader;
 /// flags and the defaults tell.
 namespace metarstatus {
 inline constexpr int kDecoded = 0;
-inline constexpr int kPattern = 1;       ///< a pattern gave an unexpected number of groups
+inline constexpr int kPattern =
+    1; ///< a pattern gave an unexpected number of groups; can't occur, kept as a number
 inline constexpr int kNoWind = 2;        ///< decoding ends
 inline constexpr int kNoVisibility = 3;  ///< passing value
 inline constexpr int kNoTemperature = 5; ///< passing value
 inline constexpr int kPressure = 6;      ///< missing: passing value; out of range: decoding ends
 inline constexpr int kTooShort = 7;      ///< under 10 characters
-inline constexpr int kOutOfRange = 8;
-inline constexpr int kHeaderStarted = 9;
-inline constexpr int kNothingLeft = 10; ///< under 5 characters in front of the weather groups
+inline constexpr int kOutOfRange = 8;    ///< text was picked apart beyond its end; can't occur
+inline constexpr int kHeaderStarted = 9; ///< on entry of DecodeHeader
+inline constexpr int kNothingLeft = 10;  ///< under 5 characters in front of the weather groups
 } // namespace metarstatus
 
 /// What a METAR says beyond the surface values that all reports share.

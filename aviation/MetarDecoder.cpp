@@ -145,8 +145,8 @@ std::wstring TakeRunwayTexts(GroupReader& report)
     return texts;
 }
 
-/// The layer that stands for "no significant cloud". Its altitude doesn't follow its base: the
-/// composition was tuned with both numbers.
+/// The layer that stands for "no significant cloud". Its altitude deliberately doesn't
+/// follow its base.
 Cloud NoSignificantCloudLayer(std::int32_t elevation)
 {
     constexpr std::int32_t kBase = 5000;
@@ -367,7 +367,7 @@ int Metar::DecodeHeader()
 
 int Metar::Decode()
 {
-    m_headerDecoded = true; // all that the header step does is done below in any case
+    m_headerDecoded = true; // the header is read below, with the rest
     m_values.clouds.clear();
     if (reportText().size() < kShortestReport) {
         return m_status = metarstatus::kTooShort;

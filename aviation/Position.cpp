@@ -11,7 +11,7 @@ namespace aviation {
 namespace {
 
 constexpr double kDistanceRadiusKm = 6378.137;
-/// Moving uses a slightly smaller earth than measuring, on purpose; saved grids depend on it.
+/// Moving uses a slightly smaller earth than measuring, on purpose.
 constexpr double kMoveRadiusKm = 6378.1;
 constexpr double kTwoPi = 6.283185307179586;
 

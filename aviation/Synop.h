@@ -15,9 +15,10 @@ struct Header;
 
 namespace synopstatus {
 inline constexpr int kDecoded = 0;
-inline constexpr int kNoHeader = 1;       ///< no header pattern matched
-inline constexpr int kHeaderGroups = 2;   ///< a header gave a wrong number of groups
-inline constexpr int kSection5Groups = 3; ///< the same in section 5
+inline constexpr int kNoHeader = 1; ///< no header pattern matched
+inline constexpr int kHeaderGroups =
+    2; ///< a header gave a wrong number of groups; can't occur, kept as a number
+inline constexpr int kSection5Groups = 3; ///< the same in section 5; can't occur
 inline constexpr int kOutOfRange = 4;
 inline constexpr int kTooShort = 6; ///< under 10 characters; also the status of a fresh object
 } // namespace synopstatus
@@ -79,8 +80,8 @@ public:
     int highCode() const { return m_synop.highCode; }
     bool cloudCodesRead() const { return m_synop.cloudCodesRead; }
     SynopType type() const { return m_synop.type; }
-    /// A header gave a time. Days beyond the month roll over: buoys are timed by their number, and
-    /// a report of day 44 is one of today or later, so it isn't dropped as old.
+    /// A header gave a time. Nothing is said of its range: ships and buoys are timed by their call
+    /// sign, whose days may lie beyond the month and roll over.
     bool isTimeValid() const { return m_timeValid; }
     /// A ship or mobile report that placed itself.
     bool hasOwnPosition() const { return m_synop.type != SynopType::Land && isKnown(); }

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <cstdint>
 
-/// Unit constants of the whole system. Simulators and stored files were tuned with exactly these
-/// numbers, so nothing is recomputed from a more precise definition.
+/// Unit constants of the whole system. All decoders and writers use exactly these
+/// numbers; nothing is recomputed from a more precise definition.
 namespace aviation {
 
 inline constexpr double kPi = 3.141592653589793;

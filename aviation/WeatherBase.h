@@ -24,7 +24,7 @@ inline constexpr unsigned kMessageError = 3;
 /// Value of a variable-wind limit that the report doesn't give.
 inline constexpr std::int32_t kNoVariableLimit = -1;
 
-/// What every kind of report can say about the surface; starts with the standard's quiet day.
+/// What every kind of report can say about the surface; starts with the defaults of a fresh report.
 struct SurfaceValues
 {
     std::int32_t visibility = 30000; ///< metres

@@ -146,7 +146,8 @@ std::string NarrowAscii(std::wstring_view text)
     std::string narrow;
     narrow.reserve(text.size());
     for (const wchar_t c : text) {
-        narrow.push_back(c >= 0 && c < 128 ? static_cast<char>(c) : '?');
+        // unsigned on some systems, signed on others
+        narrow.push_back(static_cast<std::uint32_t>(c) < 128 ? static_cast<char>(c) : '?');
     }
     return narrow;
 }

@@ -9,8 +9,8 @@
 
 class Settings;
 
-/// The options that shape composed weather, taken once before a job so that one record is made of
-/// one set of values. Defaults are those of Settings.
+/// The options that shape composed weather, taken once for each record so that it is made of one
+/// set of values. Defaults are those of Settings.
 struct CompositionOptions
 {
     aviation::FsId simulator = aviation::fsid::kFsx;
@@ -19,8 +19,8 @@ struct CompositionOptions
     bool gustySurfaceWind = true;
     bool directWindControl = true;
     int vis9999 = 30000;    ///< metres, as the setting stands; used times 1000
-    int visMin = 0;         ///< metres
-    int visMax = 100000;    ///< metres
+    int visMin = 0;         ///< metres in the layered record; times 1000 in the X-Plane record
+    int visMax = 100000;    ///< likewise
     int cavokCover = 1;     ///< octas
     int cavokHeight = 5000; ///< feet
     bool turbulenceInCloud = true;
@@ -32,7 +32,7 @@ struct CompositionOptions
     /// The values as they stand now; the simulator is Settings::simVersion.
     static CompositionOptions FromSettings(const Settings& settings);
 
-    /// Draws cover (1 to 7 octas) and height (5000 to 9999 feet, where CAVOK allows clouds) of the
+    /// Draws cover (1 to 7 octas) and height (5000 to 9999 feet; both ranges are our choice) of the
     /// CAVOK cloud if they stand at the values that mean random, 8 octas and 10000 feet.
     void drawRandomCavok(aviation::RandomSource& random);
 };

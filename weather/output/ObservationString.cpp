@@ -66,7 +66,7 @@ std::string StationAndTime(const Metar& metar)
 }
 
 /// The form without gust has a second '&' in front of the turbulence letter, the one with gust has
-/// not: the simulator reads both only like this.
+/// not: deliberate.
 std::string SurfaceWind(const WindLayer& layer)
 {
     constexpr const char* kGradualShear = "G ";

@@ -4,7 +4,10 @@
 #include "weather/output/WeatherCompositionNumbers.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 #include <span>
+#include <vector>
 
 namespace composition {
 

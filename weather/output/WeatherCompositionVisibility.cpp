@@ -123,7 +123,7 @@ void SetHighestLayer(NewWeather& record, int lower, const CompositionContext& co
 
 bool HasUpperVisibility(aviation::FsId simulator)
 {
-    return simulator >= aviation::fsid::kFsx && simulator <= aviation::fsid::kXPlane10;
+    return simulator >= aviation::fsid::kFsx && simulator <= aviation::fsid::kXPlaneId8;
 }
 
 } // namespace

@@ -138,7 +138,7 @@ void SetSurfaceTemperatures(const Metar& metar, NewWeather& record)
     above.Dew = SignedWord(Truncated(dewPoint - 1.0));
 }
 
-/// A theme file has no room for all levels: mode 1 leaves out every other one of the lower ten.
+/// Mode 1, for theme files, leaves out every other one of the lower ten.
 bool IsLevelUsed(const GribLevel& level, std::size_t index, std::int32_t elevation,
                  const CompositionOptions& options)
 {

@@ -69,8 +69,7 @@ ThemeVisibility ThemeVisibilityOf(const VisLayer& layer)
 {
     constexpr double kMetresPerNm = 1852.0;
     ThemeVisibility visibility;
-    // Hundredths of statute miles taken for hundredths of nautical ones: deliberate, the sight in
-    // themes was tuned with it.
+    // Hundredths of statute miles taken for hundredths of nautical ones: deliberate.
     visibility.range = static_cast<float>(layer.Range / 100.0 * kMetresPerNm);
     visibility.lower = static_cast<float>(layer.LowerAlt);
     visibility.upper = static_cast<float>(layer.UpperAlt);
@@ -103,7 +102,7 @@ ThemeTemperature ThemeTemperatureOf(const TempLayer& layer, std::int32_t elevati
     return temperature;
 }
 
-/// The blocks of a record in a theme station, cut to their size.
+/// All layers that the record uses.
 void FillBlocks(ThemeStation& station, const NewWeather& record, std::int32_t elevation)
 {
     for (const WindLayer& layer : Used(record.Wind, record.nWindCtr)) {

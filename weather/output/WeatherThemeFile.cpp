@@ -4,9 +4,11 @@
 
 #include <QSaveFile>
 
+#include <algorithm>
 #include <bit>
 #include <iostream>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -115,7 +117,7 @@ std::string Whole(float value)
     return aviation::FixedText(static_cast<double>(value), 0);
 }
 
-/// A hot layer high up is a sign of a broken profile; it is written all the same.
+/// Says which layers high up are hot; they are written all the same.
 void TellHotLayers(const ThemeGrid& grid, std::ostream& console)
 {
     constexpr float kHighMetres = 3000.0F;
@@ -130,9 +132,9 @@ void TellHotLayers(const ThemeGrid& grid, std::ostream& console)
     }
 }
 
-bool OpenForWriting(QSaveFile& file, std::ostream& console)
+bool OpenForWriting(QSaveFile& file, QIODevice::OpenMode mode, std::ostream& console)
 {
-    if (file.open(QIODevice::WriteOnly)) {
+    if (file.open(QIODevice::WriteOnly | mode)) {
         return true;
     }
     console << "no good file failed! \n";
@@ -141,7 +143,7 @@ bool OpenForWriting(QSaveFile& file, std::ostream& console)
 
 bool WriteWhole(QSaveFile& file, const QByteArray& bytes)
 {
-    return file.write(bytes) == bytes.size() && file.flush();
+    return file.write(bytes) >= bytes.size() && file.flush();
 }
 
 } // namespace
@@ -175,11 +177,11 @@ bool WriteTheme(const ThemeGrid& grid, const QString& baseName, std::ostream& co
 {
     QSaveFile theme(baseName + QStringLiteral(".WTB"));
     QSaveFile text(baseName + QStringLiteral(".wt"));
-    if (!OpenForWriting(theme, console)) {
+    if (!OpenForWriting(theme, QIODevice::NotOpen, console)) {
         return false;
     }
     TellHotLayers(grid, console);
-    if (!WriteWhole(theme, ThemeBytes(grid)) || !OpenForWriting(text, console)
+    if (!WriteWhole(theme, ThemeBytes(grid)) || !OpenForWriting(text, QIODevice::Text, console)
         || !WriteWhole(text, QByteArray::fromStdString(ThemeText())))
     {
         return false;

@@ -114,13 +114,14 @@ std::string VisibilityText(const Reports& reports)
 }
 
 /// The high cloud that a SYNOP tells: its first layer in the high band or, when only the code of
-/// the high clouds was reported, a cirrus of the total cover at the usual height.
+/// the high clouds was reported, a cirrus of the total cover at an
+/// assumed height.
 Cloud HighCloudOf(const Synop& synop)
 {
-    constexpr std::int32_t kHighBand = 24000;    // feet
-    constexpr std::int32_t kUsualHeight = 30000; // feet
+    constexpr std::int32_t kHighBand = 24000;      // feet
+    constexpr std::int32_t kAssumedHeight = 30000; // feet
     Cloud high = synop.baseCloud();
-    high.base = kUsualHeight;
+    high.base = kAssumedHeight;
     const auto layer = std::find_if(synop.clouds().begin(), synop.clouds().end(),
                                     [](const Cloud& cloud) { return cloud.base > kHighBand; });
     if (layer != synop.clouds().end()) {
@@ -142,8 +143,8 @@ void AddRandomCirrus(std::vector<Cloud>& clouds, aviation::RandomSource& random)
     const composition::RandomCirrus drawn = composition::DrawCirrus(random);
     Cloud cirrus;
     cirrus.type = aviation::weather::cloudtype::kCirrus;
-    // The drawn height in feet is brought to metres and then stands in a group of feet: deliberate,
-    // cirrus in the file is that low.
+    // The drawn height in feet is brought to metres and then stands in a group of feet:
+    // deliberate.
     cirrus.base = static_cast<std::int32_t>(drawn.baseFeet / aviation::kFeetPerMetre);
     cirrus.setCoverage(drawn.cover);
     AddIfCovering(clouds, cirrus);
@@ -184,7 +185,7 @@ std::string CloudsText(const Reports& reports, CompositionContext& context)
     return text;
 }
 
-/// The dew point takes the sign of the temperature: deliberate, what reads the file expects it.
+/// The dew point takes the sign of the temperature: deliberate.
 std::string TemperatureText(float celsius, bool negative)
 {
     const std::string digits = IntegerText(std::abs(Whole(static_cast<double>(celsius))), 2);

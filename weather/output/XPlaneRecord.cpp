@@ -6,7 +6,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace {
 

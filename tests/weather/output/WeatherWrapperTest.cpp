@@ -157,7 +157,7 @@ TEST_F(WeatherWrapperTest, composesWithTheOptionsAsTheyStandAndLogsTheRecord)
 
 TEST_F(WeatherWrapperTest, readsEveryCompositionOption)
 {
-    settings.setSimVersion(aviation::fsid::kXPlane10);
+    settings.setSimVersion(aviation::fsid::kXPlaneId8);
     settings.setInterfaceType(4);
     settings.setWeatherMode(1);
     settings.setVis9999(11);
@@ -166,7 +166,7 @@ TEST_F(WeatherWrapperTest, readsEveryCompositionOption)
     settings.setCavokCover(5);
     settings.setCavokHeight(14);
     const CompositionOptions numbers = CompositionOptions::FromSettings(settings);
-    EXPECT_EQ(numbers.simulator, aviation::fsid::kXPlane10);
+    EXPECT_EQ(numbers.simulator, aviation::fsid::kXPlaneId8);
     EXPECT_EQ(numbers.interfaceType, 4);
     EXPECT_EQ(numbers.weatherMode, 1);
     EXPECT_EQ(numbers.vis9999, 11);

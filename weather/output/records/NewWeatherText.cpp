@@ -65,7 +65,7 @@ std::string Section(const char* name, const Layers& layers, std::int32_t count)
 }
 
 /// Everything in front of the layers, each group with its ":". The two unsigned 32-bit fields are
-/// printed as signed ones, which is what readers of the text expect.
+/// printed as signed ones, as the bridge's "%i" does.
 std::string Head(const NewWeather& record)
 {
     return JoinedIntegers({{"Command", record.Command},
