@@ -37,7 +37,13 @@ WeatherWorker::WeatherWorker(WeatherWrapper& store, const Settings& settings,
 WeatherWorker::~WeatherWorker()
 {
     stop();
+    join();
+}
+
+void WeatherWorker::join()
+{
     wait();
+    const ScopedLock lock(m_workerMutex);
 }
 
 void WeatherWorker::addJob(const Job& job)
@@ -156,6 +162,7 @@ void WeatherWorker::run()
         }
         Q_EMIT sigFinishedJob(job.id, job.name, error);
     }
+    const ScopedLock lock(m_workerMutex); // see join
 }
 
 int WeatherWorker::dispatch(const Job& job)

@@ -40,6 +40,9 @@ public:
     void addJob(const Job& job);
     /// Jobs that wait to be taken.
     int queuedJobs() const;
+    /// Waits for the end of the thread. After it the results, and whatever slots on the worker's
+    /// thread wrote, are the caller's; the thread sanitizer knows so, which it doesn't of wait().
+    void join();
     /// Lets the running job end early and drops what is queued; for the end of the program.
     void stop();
 

@@ -109,7 +109,7 @@ protected:
     {
         worker->addJob(job);
         worker->start();
-        worker->wait();
+        worker->join();
         return finished.empty() ? -1000 : finished.back().second;
     }
 
@@ -173,7 +173,7 @@ TEST_F(WeatherWorkerTest, AnUnknownIdReportsTheResultBeforeItAndTheEmptyJobNothi
     worker->addJob(Job(kNoJob, kNoName));
     worker->addJob(Job(0, kNoName));
     worker->start();
-    worker->wait();
+    worker->join();
     const std::vector<std::pair<int, int>> expected{{10, 3}, {99, 3}, {0, 3}};
     EXPECT_EQ(finished, expected);
 }
@@ -405,9 +405,9 @@ TEST_F(WeatherWorkerTest, JobsPostedWhileTheThreadRunsAreDoneInOrder)
     }
     while (worker->queuedJobs() > 0) {
         worker->start();
-        worker->wait();
+        worker->join();
     }
-    worker->wait();
+    worker->join();
     ASSERT_EQ(finished.size(), static_cast<std::size_t>(kJobs));
     for (int i = 0; i < kJobs; ++i) {
         EXPECT_EQ(finished[static_cast<std::size_t>(i)].first, i % 2 == 0 ? 15 : 99);

@@ -195,7 +195,7 @@ int CliSession::runJob(const Job& job)
     }
     m_worker.addJob(job);
     m_worker.start();
-    m_worker.wait();
+    m_worker.join();
     QObject::disconnect(connection);
     return result;
 }
