@@ -32,6 +32,10 @@ WeatherWorker::WeatherWorker(WeatherWrapper& store, const Settings& settings,
             start();
         }
     });
+    // The last that the thread does of its own; join takes the same lock and so comes after it.
+    connect(
+        this, &QThread::finished, this, [this] { const ScopedLock lock(m_workerMutex); },
+        Qt::DirectConnection);
 }
 
 WeatherWorker::~WeatherWorker()
@@ -162,7 +166,6 @@ void WeatherWorker::run()
         }
         Q_EMIT sigFinishedJob(job.id, job.name, error);
     }
-    const ScopedLock lock(m_workerMutex); // see join
 }
 
 int WeatherWorker::dispatch(const Job& job)
