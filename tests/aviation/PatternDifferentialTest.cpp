@@ -36,18 +36,6 @@ std::vector<std::wstring_view> Groups(const typename P::Result& match)
 }
 
 template <class P>
-std::vector<std::wstring_view> Front(std::wstring_view text)
-{
-    return Groups<P>(P::MatchFront(text));
-}
-
-template <class P>
-std::vector<std::wstring_view> Searched(std::wstring_view text)
-{
-    return Groups<P>(P::Search(text));
-}
-
-template <class P>
 Contestant MakeContestant(std::vector<std::wstring_view> (*match)(std::wstring_view))
 {
     return {std::wstring(P::text()), std::wregex(P::text().begin(), P::text().end()), match};
@@ -58,10 +46,12 @@ const std::vector<Contestant>& Contestants()
     static const std::vector<Contestant> contestants = [] {
         std::vector<Contestant> all;
         const auto front = [&]<class P>() {
-            all.push_back(MakeContestant<P>(Front<P>));
+            all.push_back(MakeContestant<P>(
+                [](std::wstring_view text) { return Groups<P>(P::MatchFront(text)); }));
         };
         const auto searched = [&]<class P>() {
-            all.push_back(MakeContestant<P>(Searched<P>));
+            all.push_back(MakeContestant<P>(
+                [](std::wstring_view text) { return Groups<P>(P::Search(text)); }));
         };
         metarpatterns::FrontPatterns::forEach(front);
         metarpatterns::SearchedPatterns::forEach(searched);
@@ -85,20 +75,10 @@ std::vector<std::wstring_view> RegexGroups(const std::wregex& regex, std::wstrin
     return groups;
 }
 
-std::string Shown(const std::wstring& text)
-{
-    std::string shown;
-    for (const wchar_t c : text) {
-        shown += c >= L' ' && c < L'\x7F' ? std::string(1, static_cast<char>(c))
-                                          : "<" + std::to_string(static_cast<int>(c)) + ">";
-    }
-    return shown;
-}
-
 void ExpectSame(const Contestant& contestant, const std::wstring& text)
 {
     ASSERT_EQ(contestant.match(text), RegexGroups(contestant.regex, text))
-        << Shown(contestant.text) << " on '" << Shown(text) << "'";
+        << testing::PrintToString(contestant.text) << " on " << testing::PrintToString(text);
 }
 
 /// The text from each word on, as the decoders see it while they cut, no longer than the regular
@@ -152,7 +132,8 @@ TEST(PatternDifferential, SamplesAndNearMissesGiveTheGroupsOfRegularExpressions)
                 text = Spoiled(std::move(text), random);
             }
         }
-        EXPECT_GT(matched, kSamples / 2) << "the samples are to match " << Shown(contestant.text);
+        EXPECT_GT(matched, kSamples / 2)
+            << "the samples are to match " << testing::PrintToString(contestant.text);
     }
 }
 
@@ -184,32 +165,22 @@ std::wstring Filled(const LongLine& line)
     return text + line.back;
 }
 
-/// Runs on a small stack: a failure would be a crash, or the time limit of the tests.
-class SmallStackRun : public QThread
+/// On a small stack: a failure would be a crash, or the time limit of the tests.
+TEST(PatternDifferential, LinesOfTenMegabytesNeedLittleStackAndTime)
 {
-public:
-    SmallStackRun() { setStackSize(1U << 20U); }
     std::size_t groupsFound = 0;
-
-protected:
-    void run() override
-    {
+    const std::unique_ptr<QThread> thread(QThread::create([&groupsFound] {
         for (const LongLine& longLine : kLongLines) {
             const std::wstring line = Filled(longLine);
             for (const Contestant& contestant : Contestants()) {
                 groupsFound += contestant.match(line).size();
             }
         }
-    }
-};
-
-TEST(PatternDifferential, LinesOfTenMegabytesNeedLittleStackAndTime)
-{
-    ASSERT_FALSE(Contestants().empty());
-    SmallStackRun thread;
-    thread.start();
-    ASSERT_TRUE(thread.wait());
-    EXPECT_GT(thread.groupsFound, 0U);
+    }));
+    thread->setStackSize(1U << 20U);
+    thread->start();
+    ASSERT_TRUE(thread->wait());
+    EXPECT_GT(groupsFound, 0U);
 }
 
 } // namespace

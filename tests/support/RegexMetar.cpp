@@ -3,7 +3,9 @@
 #include "aviation/MetarPatterns.h"
 #include "tests/support/Regex.h"
 
+#include <algorithm>
 #include <cwchar>
+#include <tuple>
 #include <vector>
 
 using namespace aviation::weather;
@@ -306,57 +308,45 @@ RegexMetarReading RegexMetar::Decode(const std::wstring& report, int elevation) 
 
 namespace {
 
-bool SameClouds(const std::vector<Cloud>& a, const std::vector<Cloud>& b)
+auto Fields(const Wind& wind)
 {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Cloud& x, const Cloud& y) {
-        return x.type == y.type && x.coverage == y.coverage && x.base == y.base && x.top == y.top
-               && x.altitude == y.altitude;
-    });
+    return std::tuple(wind.Dir, wind.Speed, wind.Gust, wind.Fourth);
 }
 
-bool SameWind(const Wind& a, const Wind& b)
+bool SameCloud(const Cloud& a, const Cloud& b)
 {
-    return a.Dir == b.Dir && a.Speed == b.Speed && a.Gust == b.Gust && a.Fourth == b.Fourth;
+    return std::tie(a.type, a.coverage, a.base, a.top, a.altitude)
+           == std::tie(b.type, b.coverage, b.base, b.top, b.altitude);
 }
 
 } // namespace
 
 std::string FirstDifference(const RegexMetarReading& expected, const Metar& actual)
 {
-    const SurfaceValues& surface = expected.surface;
-    const MetarValues& metar = expected.metar;
-    const struct
-    {
-        const char* name;
-        bool same;
-    } fields[] = {
-        {"status", expected.status == actual.status()},
-        {"icao", expected.icao == actual.icao()},
-        {"time group", metar.timeGroup.data() == actual.timeGroup()},
-        {"wind", SameWind(surface.wind, actual.wind())},
-        {"wind seen", surface.windSeen == actual.windSeen()},
-        {"variable from", surface.variableFrom == actual.variableFrom()},
-        {"variable to", surface.variableTo == actual.variableTo()},
-        {"visibility", surface.visibility == actual.visibility()},
-        {"visibility seen", surface.visibilitySeen == actual.visibilitySeen()},
-        {"CAVOK", metar.cavok == actual.isCavok()},
-        {"clouds seen", surface.cloudsSeen == actual.cloudsSeen()},
-        {"runway text", metar.runwayText == actual.runwayText()},
-        {"phenomena", metar.phenomenaText == actual.phenomenaText()},
-        {"intensity", metar.intensity == actual.intensity()},
-        {"NSC", metar.noSignificantCloud == actual.noSignificantCloud()},
-        {"clouds", SameClouds(surface.clouds, actual.clouds())},
-        {"temperature", surface.temperature == actual.temperature()},
-        {"dew point", surface.dewPoint == actual.dewPoint()},
-        {"sea-level temperature", metar.seaLevelTemperature == actual.SeaLevelTemperature()},
-        {"sea-level dew point", metar.seaLevelDewPoint == actual.SeaLevelDewPoint()},
-        {"QNH", surface.qnh == actual.qnh()},
-        {"tail runway text", metar.tailRunwayText == actual.tailRunwayText()},
+    const SurfaceValues& s = expected.surface;
+    const MetarValues& m = expected.metar;
+    const std::pair<const char*, bool> fields[] = {
+        {"head", expected.status == actual.status() && expected.icao == actual.icao()
+                     && m.timeGroup.data() == actual.timeGroup()},
+        {"wind", Fields(s.wind) == Fields(actual.wind()) && s.windSeen == actual.windSeen()
+                     && s.variableFrom == actual.variableFrom()
+                     && s.variableTo == actual.variableTo()},
+        {"visibility", s.visibility == actual.visibility()
+                           && s.visibilitySeen == actual.visibilitySeen()
+                           && m.cavok == actual.isCavok()},
+        {"runways",
+         m.runwayText == actual.runwayText() && m.tailRunwayText == actual.tailRunwayText()},
+        {"weather", m.phenomenaText == actual.phenomenaText() && m.intensity == actual.intensity()
+                        && m.noSignificantCloud == actual.noSignificantCloud()},
+        {"clouds", s.cloudsSeen == actual.cloudsSeen()
+                       && std::equal(s.clouds.begin(), s.clouds.end(), actual.clouds().begin(),
+                                     actual.clouds().end(), SameCloud)},
+        {"temperatures", s.temperature == actual.temperature() && s.dewPoint == actual.dewPoint()
+                             && m.seaLevelTemperature == actual.SeaLevelTemperature()
+                             && m.seaLevelDewPoint == actual.SeaLevelDewPoint()},
+        {"QNH", s.qnh == actual.qnh()},
     };
-    for (const auto& field : fields) {
-        if (!field.same) {
-            return field.name;
-        }
-    }
-    return {};
+    const auto* const different =
+        std::find_if(std::begin(fields), std::end(fields), [](const auto& f) { return !f.second; });
+    return different == std::end(fields) ? "" : different->first;
 }

@@ -31,6 +31,6 @@ private:
     std::unique_ptr<const Patterns> m_patterns;
 };
 
-/// Empty when both agree, else the name of the first field that differs.
+/// Empty when both agree, else what of them differs first.
 std::string FirstDifference(const RegexMetarReading& expected,
                             const aviation::weather::Metar& actual);

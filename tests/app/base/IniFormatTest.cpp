@@ -32,20 +32,6 @@ protected:
     }
 };
 
-TEST_F(IniFormatTest, ReadsWhatQtWrites)
-{
-    QSettings qt(path("qt.ini"), QSettings::IniFormat);
-    const QSettings::SettingsMap expected = values();
-    for (auto it = expected.cbegin(); it != expected.cend(); ++it) {
-        qt.setValue(it.key(), it.value());
-    }
-    qt.setValue(QStringLiteral("l/list"), QStringList{QString(), QStringLiteral("b, c")});
-    qt.sync();
-    QSettings::SettingsMap read = initext::parse(SettingsFixture::read(path("qt.ini")));
-    EXPECT_EQ(read.take(QStringLiteral("l/list")).toStringList().size(), 2);
-    EXPECT_EQ(read, expected);
-}
-
 TEST_F(IniFormatTest, QtReadsWhatIsWritten)
 {
     QBuffer buffer;

@@ -149,39 +149,26 @@ std::vector<Position> QueriesFor(const std::vector<IndexedPlace>& places, Random
     return queries;
 }
 
-struct Layout
+TEST(NearestIndex, AnswersAsTheWalkDoes)
 {
-    const char* name;
-    std::vector<IndexedPlace> (*make)(Random&);
-};
-
-class NearestIndexLayout : public ::testing::TestWithParam<Layout>
-{};
-
-TEST_P(NearestIndexLayout, AnswersAsTheWalkDoes)
-{
-    Random random(20190701);
-    const std::vector<IndexedPlace> places = GetParam().make(random);
-    const NearestIndex index(places);
-    for (const Position& query : QueriesFor(places, random)) {
-        SCOPED_TRACE(std::to_string(query.latitude()) + ", " + std::to_string(query.longitude()));
-        const std::vector<double> walked = WalkDistances(places, query);
-        for (const double limit : {3000.0, 1000.0, 250.0, 20.0, 1e-4, 0.0, -1.0, kNaN, 20000.0}) {
-            ASSERT_EQ(index.nearest(query, limit), WalkNearest(walked, limit)) << limit;
-        }
-        for (const double range : {0.0, 1e-4, 20.0, 100.0, 20000.0, 100000.0, -5.0}) {
-            ASSERT_EQ(index.within(query, range), WalkWithin(walked, range)) << range;
+    for (const auto make : {WholeWorld, CoarseGridWithTwins, Crowd, PolesAndDateLine, OddPlaces}) {
+        Random random(20190701);
+        const std::vector<IndexedPlace> places = make(random);
+        const NearestIndex index(places);
+        for (const Position& query : QueriesFor(places, random)) {
+            SCOPED_TRACE(std::to_string(query.latitude()) + ", "
+                         + std::to_string(query.longitude()));
+            const std::vector<double> walked = WalkDistances(places, query);
+            for (const double limit : {3000.0, 1000.0, 250.0, 20.0, 1e-4, 0.0, -1.0, kNaN, 20000.0})
+            {
+                ASSERT_EQ(index.nearest(query, limit), WalkNearest(walked, limit)) << limit;
+            }
+            for (const double range : {0.0, 1e-4, 20.0, 100.0, 20000.0, 100000.0, -5.0}) {
+                ASSERT_EQ(index.within(query, range), WalkWithin(walked, range)) << range;
+            }
         }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Layouts, NearestIndexLayout,
-                         ::testing::Values(Layout{"World", WholeWorld},
-                                           Layout{"GridWithTwins", CoarseGridWithTwins},
-                                           Layout{"Crowd", Crowd},
-                                           Layout{"PolesAndDateLine", PolesAndDateLine},
-                                           Layout{"Odd", OddPlaces}),
-                         [](const auto& tested) { return tested.param.name; });
 
 TEST(NearestIndex, LimitItselfIsTooFar)
 {
@@ -191,32 +178,6 @@ TEST(NearestIndex, LimitItselfIsTooFar)
     EXPECT_EQ(index.nearest(away, distance), NearestIndex::kNone);
     EXPECT_EQ(index.nearest(away, std::nextafter(distance, 1e9)), 0U);
     EXPECT_TRUE(index.within(away, distance).empty());
-}
-
-TEST(NearestIndex, PlaceWithoutPositionIsNeverNearest)
-{
-    const NearestIndex index({{0, 0}});
-    EXPECT_EQ(index.nearest(Position(0, 0), 3000), NearestIndex::kNone);
-    EXPECT_EQ(index.nearest(Position(0, 0.01), 3000), NearestIndex::kNone);
-    EXPECT_EQ(SearchDistanceNm(Position(0, 0), Position(0, 0)), 99999.0);
-    EXPECT_TRUE(index.within(Position(0, 0), 99999).empty());
-}
-
-TEST(NearestIndex, EmptyTableHasNoAnswer)
-{
-    EXPECT_EQ(NearestIndex().nearest(Position(1, 1), 3000), NearestIndex::kNone);
-    EXPECT_EQ(NearestIndex(std::vector<IndexedPlace>()).within(Position(1, 1), 1e6).size(), 0U);
-}
-
-TEST(NearestIndex, ManyReportsAtOnePlaceCostOneCheck)
-{
-    std::vector<IndexedPlace> places(200000, IndexedPlace{50, 8});
-    places.push_back({51, 8});
-    const NearestIndex index(places);
-    for (int i = 0; i < 10000; ++i) { // a walk over the twins would take minutes
-        ASSERT_EQ(index.nearest(Position(50.1, 8), 3000), 0U);
-    }
-    EXPECT_EQ(index.within(Position(50, 8), 1).size(), 200000U);
 }
 
 } // namespace

@@ -32,13 +32,10 @@ TEST(WeatherFile, CutsBlocks)
         {"an inner opening marker", Q("[METAR]a[METAR]b[/METAR]"), Q("b"), Q(""), Q("")},
         {"the last closing marker", Q("[METAR]a[/METAR]b[/METAR]"), Q("a[/METAR]b"), Q(""), Q("")},
         {"closed before the last opening", Q("[METAR]a[/METAR][METAR]b"), Q(""), Q(""), Q("")},
-        {"nothing between", Q("[METAR][/METAR]"), Q(""), Q(""), Q("")},
-        {"no opening", Q("a[/METAR]"), Q(""), Q(""), Q("")},
         {"no closing", Q("[METAR]a"), Q(""), Q(""), Q("")},
         {"other case", Q("[metar]a[/metar]"), Q(""), Q(""), Q("")},
         {"one block within another", Q("[METAR]a[TAF]b[/TAF]c[/METAR]"), Q("a[TAF]b[/TAF]c"), Q(""),
          Q("b")},
-        {"nothing at all", Q(""), Q(""), Q(""), Q("")},
     };
     for (const Row& row : rows) {
         const WeatherBlocks blocks = ExtractWeatherBlocks(row.text);
