@@ -1,0 +1,95 @@
+#include "app/Resources.h"
+#include "app/WeatherJobs.h"
+#include "app/WeatherWorker.h"
+#include "app/base/ReportFile.h"
+#include "app/base/Settings.h"
+#include "aviation/support/Clock.h"
+#include "aviation/support/RandomSource.h"
+#include "nav/AirportTable.h"
+#include "weather/output/WeatherWrapper.h"
+#include "weather/store/WeatherManager.h"
+
+#include <benchmark/benchmark.h>
+#include <chrono>
+
+namespace {
+
+constexpr aviation::Clock::UtcTime kWorldHour =
+    std::chrono::sys_days(std::chrono::year(2019) / 7 / 1) + std::chrono::hours(12);
+
+/// Stands at the hour of the demonstration weather and doesn't sleep.
+class StandingClock final : public aviation::Clock
+{
+public:
+    StandingClock() { Install(this); }
+    ~StandingClock() override { Install(nullptr); }
+    UtcTime NowUtc() const override { return kWorldHour; }
+    std::int64_t MonotonicMs() const override { return 0; }
+    void SleepMs(int /*milliseconds*/) override {}
+};
+
+/// The built-in tables, the weather of the world hour and the upper-air field.
+struct World
+{
+    World()
+    {
+        store.addAirports(ReadAirportTable(BuiltInFile("airports")));
+        store.setWeatherStations(QString::fromUtf8(BuiltInFile("wxstations")));
+        const QString demo = QStringLiteral(CIRRILON_SOURCE_DIR "/resources/demo/");
+        store.initializeWeather(readReportFile(demo + QStringLiteral("grib.txt.gz")).text,
+                                aviation::weather::storekind::kUpperAir);
+        worker.setWeatherText(readReportFile(demo + QStringLiteral("weather.wx")).text);
+        run(Job(weatherjob::kDecodeWeather, QString()));
+    }
+
+    void run(const Job& job)
+    {
+        worker.addJob(job);
+        worker.start();
+        worker.join();
+    }
+
+    StandingClock clock;
+    aviation::SeededRandom random{1};
+    Settings settings{QString(), random};
+    WeatherWrapper store{settings, random};
+    WeatherWorker worker{store, settings, nullptr};
+};
+
+void PrepareJob(benchmark::State& state, int job, aviation::Position place)
+{
+    static World world;
+    aviation::structs::AircraftData aircraft;
+    aircraft.position = place;
+    world.worker.setAircraftData(aircraft);
+    for (auto _ : state) {
+        world.run(Job(job, QString()));
+    }
+    std::vector<aviation::weather::Station> stations;
+    world.store.StationsInRange(place, world.settings.range(), stations);
+    state.counters["stations"] = static_cast<double>(stations.size());
+}
+
+const aviation::Position kFrankfurt(50.03, 8.57);
+const aviation::Position kNewYork(40.64, -73.78);
+
+BENCHMARK_CAPTURE(PrepareJob, fsuipc_frankfurt, weatherjob::kFsuipcAll, kFrankfurt)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(PrepareJob, fsuipc_newyork, weatherjob::kFsuipcAll, kNewYork)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(PrepareJob, observations_frankfurt, weatherjob::kSimConnectAll, kFrankfurt)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(PrepareJob, observations_newyork, weatherjob::kSimConnectAll, kNewYork)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(PrepareJob, xplane_files_frankfurt, weatherjob::kXPlaneFiles, kFrankfurt)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(PrepareJob, xplane_files_newyork, weatherjob::kXPlaneFiles, kNewYork)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+} // namespace
