@@ -31,6 +31,10 @@ inline constexpr int kFsuipc = 1;
 inline constexpr int kSimConnect = 2;
 inline constexpr int kFsuipcSimConnect = 3;
 inline constexpr int kBridge = 4;
+// Numbers of a bridge server's own; never a setting.
+inline constexpr int kXPlanePlugin6 = 6; ///< 6 and 7: X-Plane, classic weather records
+inline constexpr int kXPlanePlugin7 = 7;
+inline constexpr int kXPlane12Plugin = 8;
 } // namespace interfaceid
 
 } // namespace aviation

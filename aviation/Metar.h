@@ -40,8 +40,8 @@ struct MetarValues
     float seaLevelTemperature = 0.0F; ///< degrees Celsius
     float seaLevelDewPoint = 0.0F;    ///< degrees Celsius
     std::wstring tailRunwayText;      ///< runway groups behind the pressure
-    std::wstring furtherText;         ///< kept with the record, empty
-    std::int32_t furtherNumber = -1;  ///< kept with the record
+    std::wstring tafText;             ///< the TAF, empty without one
+    std::int32_t visFromSynop = -1;   ///< visibility of a near SYNOP, -1 none
 };
 
 /// An aerodrome report (WMO Manual on Codes, FM 15 METAR and FM 16 SPECI), decoded by a fixed chain
@@ -80,6 +80,12 @@ public:
     const std::wstring& tailRunwayText() const { return m_metar.tailRunwayText; }
     const std::wstring& infoText() const { return m_infoText; }
     void setInfoText(std::wstring text) { m_infoText = std::move(text); }
+    /// The aerodrome's forecast, shown below the report; empty without one.
+    const std::wstring& tafText() const { return m_metar.tafText; }
+    void setTafText(std::wstring text) { m_metar.tafText = std::move(text); }
+    /// Visibility of a near SYNOP in metres, -1 without one.
+    std::int32_t visFromSynop() const { return m_metar.visFromSynop; }
+    void setVisFromSynop(std::int32_t metres) { m_metar.visFromSynop = metres; }
 
 private:
     void readHeader(GroupReader& report);
