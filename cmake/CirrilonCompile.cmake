@@ -38,7 +38,7 @@ function(cirrilon_library name)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS
         ${PROJECT_SOURCE_DIR}/${ARG_FOLDER}/*.cpp ${PROJECT_SOURCE_DIR}/${ARG_FOLDER}/*.h)
     foreach(below IN LISTS ARG_EXCLUDE)
-        list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/${ARG_FOLDER}/${below}/")
+        list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/${ARG_FOLDER}/${below}(/|$)")
     endforeach()
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC cirrilon_compile ${ARG_LINK})
