@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr int kGzipWindowBits = 16 + MAX_WBITS; // 16 asks zlib for gzip framing
+constexpr int kGzipWindowBits = 16 + MAX_WBITS;   // 16 asks zlib for gzip framing
+constexpr int kEitherWindowBits = 32 + MAX_WBITS; // 32 asks it to look at the header
 constexpr qint64 kFirstBuffer = 64LL * 1024;
 constexpr qint64 kLargestArray = std::numeric_limits<int>::max() / 2;
 
@@ -17,14 +18,14 @@ constexpr qint64 kLargestArray = std::numeric_limits<int>::max() / 2;
 class Inflater
 {
 public:
-    Inflater(const QByteArray& input, qint64 limit)
+    Inflater(const QByteArray& input, int windowBits, qint64 limit)
         : m_input(input)
         , m_limit(std::clamp<qint64>(limit, 0, kLargestArray))
     {
         // zlib never writes to its input; its interface is older than const.
         m_stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(m_input.constData()));
         m_stream.avail_in = static_cast<uInt>(m_input.size());
-        m_open = inflateInit2(&m_stream, kGzipWindowBits) == Z_OK;
+        m_open = inflateInit2(&m_stream, windowBits) == Z_OK;
     }
     ~Inflater() { inflateEnd(&m_stream); }
     Inflater(const Inflater&) = delete;
@@ -101,13 +102,23 @@ private:
     bool m_done = false;
 };
 
+GzipResult Inflated(const QByteArray& compressed, int windowBits, qint64 limit)
+{
+    try {
+        return Inflater(compressed, windowBits, limit).run();
+    } catch (const std::bad_alloc&) {
+        return {QByteArray(), QStringLiteral("not enough memory to inflate")};
+    }
+}
+
 } // namespace
 
 GzipResult inflateGzip(const QByteArray& compressed, qint64 limit)
 {
-    try {
-        return Inflater(compressed, limit).run();
-    } catch (const std::bad_alloc&) {
-        return {QByteArray(), QStringLiteral("not enough memory to inflate")};
-    }
+    return Inflated(compressed, kGzipWindowBits, limit);
+}
+
+GzipResult inflateZlibOrGzip(const QByteArray& compressed, qint64 limit)
+{
+    return Inflated(compressed, kEitherWindowBits, limit);
 }

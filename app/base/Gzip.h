@@ -20,3 +20,6 @@ struct GzipResult
 /// is an error, found before they are all inflated. Never throws; callable from any thread.
 [[nodiscard]] GzipResult inflateGzip(const QByteArray& compressed,
                                      qint64 limit = kMaxInflatedBytes);
+/// The same for data of either header, gzip or zlib (RFC 1950).
+[[nodiscard]] GzipResult inflateZlibOrGzip(const QByteArray& compressed,
+                                           qint64 limit = kMaxInflatedBytes);

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QUrl>
+
+#include <functional>
+#include <memory>
+
+class QNetworkAccessManager;
+class Settings;
+class StopFlag;
+class UserDialogs;
+
+/// Makes the network access of the calling thread.
+using NetworkFactory = std::function<std::unique_ptr<QNetworkAccessManager>()>;
+/// A QNetworkAccessManager of the host.
+NetworkFactory HostNetwork();
+
+/// What a download may take at most.
+struct DownloadLimits
+{
+    qint64 replyBytes = 64LL * 1024 * 1024;
+    int stallMs = 30000; ///< a transfer without any progress for so long is given up
+};
+
+/// What every download needs. Settings, dialogs and stop flag outlive it; dialogs may be null.
+struct DownloadContext
+{
+    const Settings* settings = nullptr;
+    NetworkFactory network;
+    UserDialogs* dialogs = nullptr;
+    const StopFlag* stop = nullptr;
+    DownloadLimits limits;
+};
+
+/// The one HTTP client of the program, an instance for each occasion, used on one thread. The queue
+/// face (append) fetches addresses one after the other into files of the temporary folder and
+/// deletes itself when done; a failed one doesn't stop the rest, its file is removed, and finished
+/// tells the last file and error. The synchronous face (get...) returns when the reply is complete
+/// and runs a local event loop meanwhile; it serves threads that have no event loop of their own,
+/// and must not be re-entered.
+/// Only http and https. A few redirects are followed, never from https to http. A reply above the
+/// limit and a transfer that stalls are errors; a raised stop flag ends either face within 100 ms.
+/// Errors are numbers of QNetworkReply::NetworkError; 0 is success, -1 a file that can't be opened
+/// or written.
+class DownloadManager : public QObject
+{
+    Q_OBJECT
+public:
+    explicit DownloadManager(DownloadContext context, QObject* parent = nullptr);
+    ~DownloadManager() override;
+
+    /// Adds an address to the queue and starts it from the event loop. The title isn't used. The
+    /// file gets the last part of the address as its name, and a number where that is taken.
+    void append(const QUrl& url, const QString& title);
+
+    /// Fetches into a file, which is complete or as it was. The other targets too stay as they were
+    /// unless the result is 0. Texts are read as UTF-8.
+    [[nodiscard]] int getToFile(const QString& url, const QString& fileName);
+    [[nodiscard]] int getToString(const QString& url, QString& text);
+    [[nodiscard]] int getToBytes(const QString& url, QByteArray& data);
+    /// Basic authorisation with credentials that are encoded already; gives the names of the
+    /// reply's headers.
+    [[nodiscard]] int getWithAuth(const QString& url, const QString& credentials, QString& text,
+                                  QList<QByteArray>& headers);
+    QString lastErrorText() const { return m_lastErrorText; }
+
+    /// The inflated bytes of gzip or zlib data; empty for damaged, truncated or oversized data.
+    static QByteArray gUncompress(const QByteArray& data);
+    /// Inflates a file to a file. A failed step leaves an empty or missing target, and its reason
+    /// (empty on success) in `reason` if that isn't null. The target isn't flushed to the disk.
+    static void gunzipFile(const QString& source, const QString& target, QString* reason = nullptr);
+
+Q_SIGNALS:
+    void finished(QString filename, int error);
+    void sigDownloadProgress(qlonglong value, qlonglong total, QString text);
+    void sigDownloadError(int errnum, QString errStr);
+
+private Q_SLOTS:
+    void startNextDownload();
+    void downloadProgress(qlonglong bytesReceived, qlonglong bytesTotal);
+    void downloadFinished();
+    void downloadReadyRead();
+
+private:
+    class Private;
+
+    int fetch(const QString& url, bool timed);
+
+    std::unique_ptr<Private> d;
+    QString m_lastErrorText;
+};
