@@ -1,0 +1,42 @@
+#include "sim/BridgeDatagram.h"
+
+#include "sim/BridgeFrame.h"
+#include "sim/BridgeText.h"
+
+bool BridgeDatagram::isAircraftAnswer() const
+{
+    return hasAircraft && command == bridgecommand::kAnswer && id == bridgemessage::kAircraftData;
+}
+
+BridgeDatagram ParseDatagram(const QByteArray& datagram)
+{
+    BridgeDatagram result;
+    FsMessage message;
+    const int end = datagram.indexOf('\0');
+    if (!ParseFrame(end < 0 ? datagram : datagram.left(end), message)) {
+        return result;
+    }
+    result.command = message.command;
+    result.id = message.id;
+    const bool carriesAircraft = message.command == bridgecommand::kRead
+                                 || (message.command == bridgecommand::kAnswer
+                                     && message.id == bridgemessage::kAircraftData);
+    if (carriesAircraft && message.data.count(':') + 1 >= bridgetext::kAircraftFields) {
+        result.hasAircraft = true;
+        result.aircraft = bridgetext::AircraftFromText(message.data, &result.fault);
+        FillMaximumWeights(result.aircraft);
+    }
+    return result;
+}
+
+void FillMaximumWeights(aviation::structs::AircraftData& aircraft)
+{
+    if (aircraft.maxGrossWeight <= 0.0F) {
+        return;
+    }
+    for (float* weight : {&aircraft.maxTakeOffWeight, &aircraft.maxRampWeight}) {
+        if (*weight == 0.0F) {
+            *weight = aircraft.maxGrossWeight;
+        }
+    }
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "aviation/AircraftData.h"
+#include "aviation/AircraftLoad.h"
+#include "aviation/RadioFrequencys.h"
+#include "aviation/Wind.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// The text forms of the bridge's messages: "key=value" fields between ":", UTF-8, decimal points
+/// in every locale. Readers skip a key by its length without a look at it. They are pure, take any
+/// bytes and never throw: what stands in front of a fault is kept, `fault` (if given) gets a line
+/// about it, and stays as it was without one.
+namespace bridgetext {
+
+/// Fields of an aircraft text that must be there; the eleven behind them are optional.
+inline constexpr int kAircraftFields = 17;
+
+/// A fresh record for a text of fewer than kAircraftFields fields.
+aviation::structs::AircraftData AircraftFromText(const QByteArray& text, QString* fault = nullptr);
+
+/// "NumOfStation=%i:FuelWeight=%f" and ":StationID=%i|Name=%ls|Capacity=%f|Level=%f" a tank.
+/// Delimiters in a name become blanks.
+QByteArray FuelText(const aviation::structs::AircraftFuel& fuel);
+aviation::structs::AircraftFuel FuelFromText(const QByteArray& text, QString* fault = nullptr);
+
+/// "NumOfStation=%i" and ":StationName=%S|Type=%i|MaxWeight=%f|Weight=%f" a station. Read, the
+/// total is the sum of the loads, and a type without a name is 0.
+QByteArray PayloadText(const aviation::structs::AircraftPayload& payload);
+aviation::structs::AircraftPayload PayloadFromText(const QByteArray& text,
+                                                   QString* fault = nullptr);
+
+/// "comm1active=%i:comm1standby=%i:...:adf=%i:transponder=%i".
+QByteArray RadioText(const aviation::structs::RadioFrequencys& radios);
+aviation::structs::RadioFrequencys RadioFromText(const QByteArray& text, QString* fault = nullptr);
+
+/// Reads aviation::weather::WindText.
+aviation::weather::Wind WindFromText(const QByteArray& text, QString* fault = nullptr);
+
+/// Decimal digits up to the first other character; false without any or beyond the range.
+bool LongFromText(const QByteArray& text, qint64& value);
+
+} // namespace bridgetext

@@ -1,0 +1,188 @@
+#pragma once
+
+#include "app/base/Job.h"
+#include "app/base/JobQueue.h"
+#include "aviation/AircraftData.h"
+#include "aviation/AircraftLoad.h"
+#include "aviation/FsId.h"
+#include "aviation/RadioFrequencys.h"
+#include "weather/output/records/NewWeather.h"
+
+#include <QByteArray>
+#include <QMutex>
+#include <QString>
+#include <QThread>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+class FsInterfaceBase;
+class FsInterfaceFactory;
+class Settings;
+class StopFlag;
+
+/// The one thread that talks to a simulator. It drains its queue and ends: whoever posts a job
+/// calls start() afterwards. It owns the interface object and the last values that came from it;
+/// every member that two threads use is guarded, and getters give copies. Created and destroyed on
+/// the main thread; the destructor lets a waiting job give way and joins.
+class ConnectWorker : public QThread
+{
+    Q_OBJECT
+public:
+    /// Everything handed in must outlive the worker.
+    ConnectWorker(const Settings& settings, FsInterfaceFactory& interfaces, const StopFlag& stop,
+                  QObject* parent = nullptr);
+    ~ConnectWorker() override;
+
+    /// Appends; the caller starts the thread afterwards. Never waits for a running job.
+    bool AddJob(const Job& job);
+    /// Jobs that wait to be taken.
+    int queuedJobs() const;
+    /// Waits for the end of the thread, after which what it wrote is the caller's.
+    void join();
+
+    bool IsConnected() const;
+    /// Interface identifier after a connect (aviation::interfaceid, or a bridge server's 6 to 8).
+    int interfaceType() const;
+    aviation::FsId fsVersion() const;
+    QString fsName() const;
+    QString interfaceName() const;
+    static QString errorText(int error);
+
+    aviation::structs::AircraftData aircraftData() const;
+    aviation::structs::AircraftFuel fuel() const;
+    void setFuel(const aviation::structs::AircraftFuel& fuel);
+    aviation::structs::AircraftPayload payload() const;
+    void setPayload(const aviation::structs::AircraftPayload& payload);
+    aviation::structs::RadioFrequencys radios() const;
+    void setRadios(const aviation::structs::RadioFrequencys& radios);
+    /// The last cloud map of SimConnect.
+    std::vector<std::uint8_t> cloudState() const;
+
+    /// The weather that waits to be set by jobs 13 and 17.
+    void setWeatherRecords(const std::vector<NewWeather>& records);
+    void setMetars(const std::vector<QString>& metars);
+    void setWinds(const std::vector<QString>& winds);
+
+public Q_SLOTS:
+    /// Stored only.
+    void SetEvent(int event);
+    void DataReceived(const QByteArray& byteArray);
+    void OnDebugString(const QString& item, int level);
+
+Q_SIGNALS:
+    /// `jobName` is the result text for the jobs that have one.
+    void sigJobFinish(int jobId, QString jobName, int error);
+    void sigOutputDebugString(QString item, int level);
+    void sigProgressBar(qlonglong value, qlonglong total, QString text);
+    void sigDataReceived(QByteArray byteArray);
+
+protected:
+    void run() override;
+
+private:
+    using Work = int (ConnectWorker::*)(Job&);
+    /// How a job is done.
+    struct JobRow
+    {
+        int id;
+        bool needsInterface; ///< without an interface it isn't begun
+        Work work;
+    };
+    static const JobRow* rowOf(int jobId);
+
+    /// What the interface told of itself at the last connect.
+    struct Identity
+    {
+        int interfaceId = 0;
+        QString interfaceName;
+        aviation::FsId fsVersion = aviation::fsid::kNone;
+        QString fsName;
+    };
+    /// Weather of jobs 13 and 17.
+    struct WaitingWeather
+    {
+        std::vector<NewWeather> records;
+        std::vector<QString> metars;
+        std::vector<QString> winds;
+    };
+
+    int perform(Job& job);
+    void dropInterface();
+    bool stopped() const;
+    void sleepUnlessStopped(int milliseconds) const;
+    void log(const QString& text, int level);
+
+    int connectSimulator(Job& job);
+    void createInterface();
+    void detectInterface();
+    void tryBothInterfaces();
+    bool adopt(int interfaceId);
+    int connectObject();
+    void readIdentity();
+    void logNotFound(const QString& origin, int result);
+    int disconnectSimulator(Job& job);
+    Identity identity() const;
+    void setIdentity(const Identity& identity);
+
+    int getAircraftData(Job& job);
+    int getFuel(Job& job);
+    int setFuelInSimulator(Job& job);
+    int getPayload(Job& job);
+    int setPayloadInSimulator(Job& job);
+    int getRadioFrequencys(Job& job);
+    int setRadioFrequencys(Job& job);
+    int loadFlightPlan(Job& job);
+    int sendText(Job& job);
+    int getDateTime(Job& job);
+    int requestServerConfig(Job& job);
+    int announceAddress(Job& job);
+    int notImplemented(Job& job);
+    int wrongVersion(Job& job);
+
+    int setWaitingWeather(Job& job);
+    int setTextBlock(const WaitingWeather& weather);
+    int setObservations(const std::vector<QString>& metars);
+    int setRecords(const std::vector<NewWeather>& records);
+    void tellProgress(const QString& station, std::size_t done, std::size_t total);
+    int setTheme(Job& job);
+    int setXPlaneWeather(Job& job);
+    int setWindLayers(Job& job);
+    int setWindAtAircraft(Job& job);
+    int setVisibility(Job& job);
+    int setGlobalWind(Job& job);
+    int setTurbulence(Job& job);
+    int activateWeather(Job& job);
+    int clearWeather(Job& job);
+    int createStation(Job& job);
+    int weatherAt(Job& job);
+    int cloudMap(Job& job);
+
+    const Settings& m_settings;
+    FsInterfaceFactory& m_interfaces;
+    const StopFlag& m_stop;
+    JobQueue m_queue;
+    /// Held for a moment at both ends of a run, so that the next run and whoever joins see all
+    /// that this one wrote.
+    QMutex m_runMutex;
+    std::unique_ptr<FsInterfaceBase> m_interface; ///< the thread's, or the owner's while none runs
+    int m_lastError = 0;                          ///< as m_interface
+    int m_loggedAircraftError = 0; ///< as m_interface; a fault of every poll is told once
+    std::atomic<int> m_event{0};
+    std::atomic<bool> m_connected{false};
+    /// Jobs that a lost connection left in the queue: they wait for the next poster.
+    std::atomic<std::size_t> m_leftBehind{0};
+
+    mutable QMutex m_stateMutex; ///< guards all below
+    Identity m_identity;
+    WaitingWeather m_weather;
+    aviation::structs::AircraftData m_aircraftData;
+    aviation::structs::AircraftPayload m_payload;
+    aviation::structs::AircraftFuel m_fuel;
+    aviation::structs::RadioFrequencys m_radios;
+    std::vector<std::uint8_t> m_cloudState;
+    QByteArray m_received; ///< the last data from the bridge
+};

@@ -1,0 +1,498 @@
+#include "sim/FsInterfaceTcpClient.h"
+
+#include "app/base/LogLevel.h"
+#include "aviation/support/Clock.h"
+#include "aviation/support/NumberText.h"
+#include "sim/BridgeDatagram.h"
+#include "sim/BridgeText.h"
+#include "sim/LogText.h"
+#include "weather/output/records/NewWeatherText.h"
+#include "weather/output/records/XPlaneWeatherText.h"
+
+#include <QDebug>
+#include <QFile>
+
+#include <algorithm>
+#include <limits>
+
+using Outcome = BridgeSocket::Outcome;
+
+namespace {
+
+constexpr int kLongestName = 256;
+/// A reply of this size to a write isn't one.
+constexpr int kOutsizedReply = 65535;
+/// Seconds of the year 9999's end, the last that a calendar here goes to.
+constexpr qint64 kLastSecond = 253402300799;
+
+QString TextOf(const QByteArray& utf8)
+{
+    return QString::fromUtf8(utf8.left(kLongestName));
+}
+
+double Number(const QByteArray& text)
+{
+    return aviation::NumberFromText(TextOf(text).toStdWString());
+}
+
+/// Takes the value of "key=value"; without a "=" `value` stays.
+void TakeValue(const QByteArray& part, QString& value)
+{
+    const QList<QByteArray> pieces = part.split('=');
+    if (pieces.size() > 1) {
+        value = TextOf(pieces[1]);
+    }
+}
+
+void TakeValue(const QByteArray& part, int& value)
+{
+    QString text = QString::number(value);
+    TakeValue(part, text);
+    value = aviation::IntegerFromText(text.toStdWString());
+}
+
+} // namespace
+
+FsInterfaceTcpClient::FsInterfaceTcpClient(const QString& address, int port,
+                                           const QString& clientName, const StopFlag& stop,
+                                           const BridgeTimeouts& timeouts, QObject* parent)
+    : FsInterfaceBase(parent)
+    , m_address(address)
+    , m_port(port)
+    , m_clientName(clientName)
+    , m_timeouts(timeouts)
+    , m_socket(stop, timeouts, [this](const QString& text, int level) { log(text, level); })
+{}
+
+void FsInterfaceTcpClient::log(const QString& text, int level)
+{
+    Q_EMIT sigDebugString(text, level);
+}
+
+void FsInterfaceTcpClient::logParseFault(const QString& fault)
+{
+    if (!fault.isEmpty() && fault != m_parseFault) {
+        qDebug().noquote() << fault;
+        log(LogText(fault.trimmed()), loglevel::kDebug);
+    }
+    m_parseFault = fault;
+}
+
+int FsInterfaceTcpClient::Connect()
+{
+    if (m_connected && m_socket.isOpen()) {
+        return simresult::kAlreadyConnected;
+    }
+    m_connected = false;
+    m_silentReplies = 0;
+    qDebug() << "Connect to Server IP:" << m_address << " Port:" << m_port;
+    if (m_port < 1 || m_port > std::numeric_limits<std::uint16_t>::max()) {
+        log(QStringLiteral("(Client) - The port %1 doesn't exist. Please check the port settings.")
+                .arg(m_port),
+            loglevel::kError);
+        return simresult::kNotConnected;
+    }
+    if (!m_socket.open(m_address, static_cast<std::uint16_t>(m_port))) {
+        return simresult::kNotConnected;
+    }
+    log(QStringLiteral("(Client) - connected"), loglevel::kNotification);
+    const int result = greet();
+    m_connected = result == simresult::kNone;
+    return result;
+}
+
+int FsInterfaceTcpClient::greet()
+{
+    const QByteArray greeting =
+        QByteArray("CLIENTAPI=") + kBridgeApiVersion + ";" + m_clientName.toUtf8();
+    if (m_socket.send(bridgecommand::kHello, bridgemessage::kHello, greeting) == 0) {
+        return simresult::kTimeout;
+    }
+    const BridgeSocket::Reply reply = m_socket.ReadReply();
+    if (reply.outcome != Outcome::Message) {
+        return replyFault(reply);
+    }
+    if (reply.message.command != bridgecommand::kHello || reply.message.id != bridgemessage::kHello)
+    {
+        // Deliberately connects: such a server knows no versions and isn't asked for more.
+        readSimulator(reply.message.data);
+        return simresult::kNone;
+    }
+    const int version = checkServerVersion(reply.message.data);
+    return version == simresult::kNone ? askForSimulator() : version;
+}
+
+/// The versions are compared as numbers: "3.30" is "3.3".
+int FsInterfaceTcpClient::checkServerVersion(const QByteArray& greeting)
+{
+    const QList<QByteArray> parts = greeting.split('=');
+    if (parts.size() != 2) {
+        return simresult::kNone;
+    }
+    const QByteArray client = kBridgeApiVersion;
+    const QString server = LogText(TextOf(parts.last()));
+    log(QStringLiteral("(Client) - Server API Version = ") + server, loglevel::kNotification);
+    const double serverNumber = Number(parts.last());
+    if (serverNumber == Number(client)) {
+        return simresult::kNone;
+    }
+    log(QStringLiteral("(Client) - Wrong Client-Server API Version. Server API: ") + server
+            + QStringLiteral(" Client API: ") + TextOf(client),
+        loglevel::kError);
+    log(Number(client) > serverNumber
+            ? QStringLiteral(
+                "(Client) - Please update your Server version (Velkarin or Cirrilon-Bridge)")
+            : QStringLiteral("(Client) - Please update your Client version (Cirrilon 3.0)"),
+        loglevel::kError);
+    return simresult::kWrongApiVersion;
+}
+
+int FsInterfaceTcpClient::askForSimulator()
+{
+    if (m_socket.send(bridgecommand::kConnectedFs, bridgemessage::kIsFsConnected, "IS_FS_CONNECTED")
+        == 0)
+    {
+        return simresult::kTimeout;
+    }
+    const BridgeSocket::Reply reply = m_socket.ReadReply();
+    if (reply.outcome != Outcome::Message) {
+        return replyFault(reply);
+    }
+    if (reply.message.id != bridgemessage::kFsConnected) {
+        return simresult::kNotConnected;
+    }
+    readSimulator(reply.message.data);
+    return simresult::kNone;
+}
+
+/// Five parts, of which the first isn't read; with another number of them nothing is known.
+void FsInterfaceTcpClient::readSimulator(const QByteArray& data)
+{
+    const QList<QByteArray> parts = data.split(';');
+    if (parts.size() != 5) {
+        return;
+    }
+    int interfaceId = m_interfaceId;
+    TakeValue(parts[1], m_fsVersion);
+    TakeValue(parts[2], m_fsName);
+    TakeValue(parts[3], interfaceId);
+    TakeValue(parts[4], m_interfaceName);
+    if (interfaceId > 0) { // 0 stands for a choice that is still to be made
+        m_interfaceId = interfaceId;
+    }
+}
+
+int FsInterfaceTcpClient::Disconnect()
+{
+    m_connected = false;
+    m_socket.close();
+    return simresult::kNone;
+}
+
+int FsInterfaceTcpClient::GetFsVersion(aviation::FsId& id, QString& name)
+{
+    id = m_fsVersion;
+    name = m_fsName;
+    return simresult::kNone;
+}
+
+int FsInterfaceTcpClient::GetInterface(int& id, QString& name)
+{
+    id = m_interfaceId;
+    name = m_interfaceName;
+    return simresult::kNone;
+}
+
+int FsInterfaceTcpClient::replyFault(const BridgeSocket::Reply& reply)
+{
+    if (reply.outcome == Outcome::Nothing) {
+        countSilence();
+        return simresult::kTimeout;
+    }
+    m_socket.say(QStringLiteral("The server's reply is cut off and can't be read."));
+    return simresult::kTimeout;
+}
+
+void FsInterfaceTcpClient::countSilence()
+{
+    constexpr int kMostSilentReplies = 2;
+    if (m_socket.stopped()) {
+        return;
+    }
+    if (m_socket.isOpen()) {
+        m_socket.sayTimeout();
+    } else {
+        m_socket.say(QStringLiteral("The server closed the connection."));
+    }
+    if (++m_silentReplies >= kMostSilentReplies && m_socket.isOpen()) {
+        m_socket.say(QStringLiteral("The server doesn't answer any more, the connection is given "
+                                    "up. Please check the server, then connect again."));
+        m_socket.close();
+    }
+}
+
+int FsInterfaceTcpClient::request(std::uint8_t id, const QByteArray& text, QByteArray& answer)
+{
+    if (m_socket.send(bridgecommand::kRequest, id, text) == 0) {
+        return simresult::kTimeout;
+    }
+    const BridgeSocket::Reply reply = m_socket.ReadReply();
+    if (reply.outcome != Outcome::Message) {
+        return replyFault(reply);
+    }
+    m_silentReplies = 0;
+    if (reply.message.id != id) {
+        return simresult::kWrongMessage;
+    }
+    if (reply.message.command == bridgecommand::kAnswer) {
+        answer = reply.message.data;
+        return simresult::kNone;
+    }
+    return reply.message.command == bridgecommand::kRefuse ? simresult::kRefused
+                                                           : simresult::kTimeout;
+}
+
+int FsInterfaceTcpClient::checkedWrite(std::uint8_t id, const QByteArray& data)
+{
+    if (m_socket.send(bridgecommand::kWrite, id, data) == 0) {
+        return simresult::kTimeout;
+    }
+    if (m_socket.ReadReply().outcome == Outcome::Nothing) {
+        countSilence();
+        return simresult::kTimeout;
+    }
+    m_silentReplies = 0;
+    return simresult::kNone;
+}
+
+int FsInterfaceTcpClient::plainWrite(std::uint8_t id, const QByteArray& data)
+{
+    if (m_socket.send(bridgecommand::kWrite, id, data) == 0) {
+        return simresult::kTimeout;
+    }
+    return m_socket.ReadReply().length >= kOutsizedReply ? simresult::kTimeout : simresult::kNone;
+}
+
+int FsInterfaceTcpClient::GetAircraftData(aviation::structs::AircraftData& data)
+{
+    QByteArray answer;
+    const int result = request(bridgemessage::kAircraftData, "Request Aircraft data", answer);
+    if (result == simresult::kNone) {
+        QString fault;
+        data = bridgetext::AircraftFromText(answer, &fault);
+        FillMaximumWeights(data);
+        logParseFault(fault);
+    }
+    return result;
+}
+
+int FsInterfaceTcpClient::GetAircraftFuel(aviation::structs::AircraftFuel& fuel)
+{
+    QByteArray answer;
+    const int result = request(bridgemessage::kFuel, "Request Aircraft fuel", answer);
+    if (result == simresult::kNone) {
+        QString fault;
+        fuel = bridgetext::FuelFromText(answer, &fault);
+        logParseFault(fault);
+    }
+    return result;
+}
+
+int FsInterfaceTcpClient::GetAircraftPayload(aviation::structs::AircraftPayload& payload)
+{
+    QByteArray answer;
+    const int result = request(bridgemessage::kPayload, "Request Aircraft payload", answer);
+    if (result == simresult::kNone) {
+        QString fault;
+        payload = bridgetext::PayloadFromText(answer, &fault);
+        logParseFault(fault);
+    }
+    return result;
+}
+
+int FsInterfaceTcpClient::GetRadioFrequencys(aviation::structs::RadioFrequencys& radios)
+{
+    QByteArray answer;
+    const int result = request(bridgemessage::kRadios, "Request Radio Data", answer);
+    if (result == simresult::kNone) {
+        QString fault;
+        radios = bridgetext::RadioFromText(answer, &fault);
+        logParseFault(fault);
+    }
+    return result;
+}
+
+int FsInterfaceTcpClient::GetDateTime(QDateTime& dateTime)
+{
+    QByteArray answer;
+    const int result = request(bridgemessage::kDateTime, "Request DateTime from FS", answer);
+    if (result != simresult::kNone) {
+        return result;
+    }
+    qint64 seconds = 0;
+    if (!bridgetext::LongFromText(answer, seconds) || seconds < -kLastSecond
+        || seconds > kLastSecond) {
+        return simresult::kWrongMessage;
+    }
+    dateTime = QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
+    return simresult::kNone;
+}
+
+int FsInterfaceTcpClient::AnnounceAddress(const QString& address, QString& port)
+{
+    QByteArray answer;
+    const int result = request(bridgemessage::kClientAddress, address.toUtf8(), answer);
+    if (result == simresult::kNone) {
+        port = TextOf(answer);
+    }
+    return result;
+}
+
+int FsInterfaceTcpClient::RequestServerConfig(QByteArray& contents)
+{
+    if (m_socket.send(bridgecommand::kRequest, bridgemessage::kConfigFile,
+                      "get Cirrilon config file")
+        == 0)
+    {
+        return simresult::kTimeout;
+    }
+    QByteArray block;
+    FsMessage reply;
+    if (m_socket.ReceiveStream(block) == 0) {
+        countSilence();
+        return simresult::kTimeout;
+    }
+    block.remove(0, std::max(0, block.indexOf('@')));
+    if (ProgressOf(block) != FrameProgress::Complete || !ParseFrame(block, reply)) {
+        return simresult::kTimeout;
+    }
+    m_silentReplies = 0;
+    if (reply.command == 0) {
+        return simresult::kWrongMessage;
+    }
+    if (reply.command == bridgecommand::kRefuse) {
+        return simresult::kRefused;
+    }
+    contents = reply.data;
+    Q_EMIT sigDataReceived(contents);
+    return simresult::kNone;
+}
+
+int FsInterfaceTcpClient::ClearWeather()
+{
+    return checkedWrite(bridgemessage::kClearWeather, "Clear Wx");
+}
+
+int FsInterfaceTcpClient::SetAircraftFuel(const aviation::structs::AircraftFuel& fuel)
+{
+    return checkedWrite(bridgemessage::kFuel, bridgetext::FuelText(fuel));
+}
+
+int FsInterfaceTcpClient::SetAircraftPayload(const aviation::structs::AircraftPayload& payload)
+{
+    return checkedWrite(bridgemessage::kPayload, bridgetext::PayloadText(payload));
+}
+
+int FsInterfaceTcpClient::SetWeatherRecord(const NewWeather& record)
+{
+    return checkedWrite(bridgemessage::kWeatherRecord,
+                        QByteArray::fromStdString(NewWeatherText(record)));
+}
+
+int FsInterfaceTcpClient::SendText(const std::string& text, int /*seconds*/)
+{
+    return plainWrite(bridgemessage::kText, QByteArray::fromStdString(text));
+}
+
+int FsInterfaceTcpClient::SetWeatherData(const XPlaneWeather& weather, int mode)
+{
+    if (mode == kWeatherTextWx) {
+        return plainWrite(bridgemessage::kWeatherWx,
+                          QByteArray::fromStdString(XPlaneWeatherWxText(weather)));
+    }
+    return plainWrite(bridgemessage::kWeather,
+                      QByteArray::fromStdString(XPlaneWeatherText(weather)));
+}
+
+int FsInterfaceTcpClient::SetWeatherText(const QString& text)
+{
+    return plainWrite(bridgemessage::kObservation, text.toUtf8());
+}
+
+int FsInterfaceTcpClient::SetWeatherTheme(const std::string& name)
+{
+    const std::size_t folderEnd = name.find_last_of("/\\");
+    const std::string bare = folderEnd == std::string::npos ? name : name.substr(folderEnd + 1);
+    return plainWrite(bridgemessage::kWeatherFileName, QByteArray::fromStdString(bare));
+}
+
+int FsInterfaceTcpClient::SetWindLayers(const std::vector<XPlaneWindLayer>& layers)
+{
+    return plainWrite(bridgemessage::kWindLayers,
+                      QByteArray::fromStdString(WindLayersLongText(layers)));
+}
+
+int FsInterfaceTcpClient::SetWindAtAircraft(const aviation::weather::Wind& wind)
+{
+    return plainWrite(bridgemessage::kWind,
+                      QByteArray::fromStdString(aviation::weather::WindText(wind)));
+}
+
+int FsInterfaceTcpClient::SetVisibility(int metres)
+{
+    return plainWrite(bridgemessage::kVisibility, QByteArray::number(metres));
+}
+
+int FsInterfaceTcpClient::SetGlobalWindFile(const QByteArray& contents)
+{
+    return plainWrite(bridgemessage::kGlobalWindFile, contents);
+}
+
+int FsInterfaceTcpClient::SetTurbulenceWindFile(const QByteArray& contents)
+{
+    return plainWrite(bridgemessage::kTurbulenceFile, contents);
+}
+
+int FsInterfaceTcpClient::ActivateWeather()
+{
+    return plainWrite(bridgemessage::kActivateWeather, "Activate Weather Xplane");
+}
+
+int FsInterfaceTcpClient::SetRadioFrequencys(const aviation::structs::RadioFrequencys& radios)
+{
+    return plainWrite(bridgemessage::kRadios, bridgetext::RadioText(radios));
+}
+
+int FsInterfaceTcpClient::SendWeatherFile(const std::string& path)
+{
+    constexpr int kSliceMs = 50;
+    QFile file(QString::fromStdString(path));
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kLongestFrameData) {
+        log(QStringLiteral("(Client) - no good file failed! "), loglevel::kError);
+        return simresult::kFileNotOpened;
+    }
+    if (m_socket.send(bridgecommand::kWrite, bridgemessage::kWeatherFile, file.readAll()) == 0) {
+        return simresult::kNotDelivered;
+    }
+    for (int slept = 0; slept < m_timeouts.fileSettle && !m_socket.stopped(); slept += kSliceMs) {
+        aviation::Clock::Current().SleepMs(kSliceMs);
+    }
+    return readFileReply();
+}
+
+int FsInterfaceTcpClient::readFileReply()
+{
+    const BridgeSocket::Reply reply = m_socket.ReadReply();
+    if (reply.outcome == Outcome::Nothing) {
+        countSilence();
+        return simresult::kTimeout;
+    }
+    m_silentReplies = 0;
+    if (reply.message.command == bridgecommand::kRefuse
+        && reply.message.id == bridgemessage::kWeatherFile)
+    {
+        log(QStringLiteral("(Client) - ") + LogText(reply.message.data), loglevel::kError);
+        return simresult::kNotDelivered;
+    }
+    return simresult::kNone;
+}

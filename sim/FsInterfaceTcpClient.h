@@ -1,0 +1,82 @@
+#pragma once
+
+#include "sim/BridgeSocket.h"
+#include "sim/FsInterfaceBase.h"
+#include "sim/FsInterfaceExtras.h"
+
+/// Version of the bridge protocol that this client speaks.
+inline constexpr const char* kBridgeApiVersion = "3.3";
+/// Mode of SetWeatherData that takes the text with WX.
+inline constexpr int kWeatherTextWx = 13;
+
+/// The client of a bridge server: X-Plane's plug-in, or a bridge on the simulator's computer. A
+/// server that leaves two checked messages in a row without a reply has its connection ended, so
+/// that a long series of them fails at once.
+class FsInterfaceTcpClient final : public FsInterfaceBase, public BridgeOperations
+{
+    Q_OBJECT
+public:
+    /// A port outside 1 to 65535 makes Connect fail. `stop` outlives the object.
+    FsInterfaceTcpClient(const QString& address, int port, const QString& clientName,
+                         const StopFlag& stop, const BridgeTimeouts& timeouts = BridgeTimeouts(),
+                         QObject* parent = nullptr);
+
+    int Connect() override;
+    int Disconnect() override;
+    int ClearWeather() override;
+    int GetFsVersion(aviation::FsId& id, QString& name) override;
+    int GetInterface(int& id, QString& name) override;
+    int SendText(const std::string& text, int seconds) override;
+    int GetAircraftData(aviation::structs::AircraftData& data) override;
+    int GetAircraftPayload(aviation::structs::AircraftPayload& payload) override;
+    int SetAircraftPayload(const aviation::structs::AircraftPayload& payload) override;
+    int GetAircraftFuel(aviation::structs::AircraftFuel& fuel) override;
+    int SetAircraftFuel(const aviation::structs::AircraftFuel& fuel) override;
+    int GetDateTime(QDateTime& dateTime) override;
+    int SetWeatherData(const XPlaneWeather& weather, int mode) override;
+    int SetWeatherText(const QString& text) override;
+    int SetWeatherRecord(const NewWeather& record) override;
+    /// Sends the bare file name.
+    int SetWeatherTheme(const std::string& name) override;
+    int SetWindLayers(const std::vector<XPlaneWindLayer>& layers) override;
+    int SetWindAtAircraft(const aviation::weather::Wind& wind) override;
+    int SetVisibility(int metres) override;
+    int SetGlobalWindFile(const QByteArray& contents) override;
+    int SetTurbulenceWindFile(const QByteArray& contents) override;
+    int ActivateWeather() override;
+    int GetRadioFrequencys(aviation::structs::RadioFrequencys& radios) override;
+    int SetRadioFrequencys(const aviation::structs::RadioFrequencys& radios) override;
+
+    int SendWeatherFile(const std::string& path) override;
+    int RequestServerConfig(QByteArray& contents) override;
+    int AnnounceAddress(const QString& address, QString& port) override;
+
+private:
+    int greet();
+    int checkServerVersion(const QByteArray& greeting);
+    int askForSimulator();
+    void readSimulator(const QByteArray& data);
+
+    int request(std::uint8_t id, const QByteArray& text, QByteArray& answer);
+    int readFileReply();
+    /// Fails without a reply.
+    int checkedWrite(std::uint8_t id, const QByteArray& data);
+    /// Takes silence for success.
+    int plainWrite(std::uint8_t id, const QByteArray& data);
+    /// The code for a reply that can't be used, after a line in the log.
+    int replyFault(const BridgeSocket::Reply& reply);
+    void countSilence();
+    void logParseFault(const QString& fault);
+    void log(const QString& text, int level);
+
+    QString m_address;
+    int m_port;
+    QString m_clientName;
+    BridgeTimeouts m_timeouts;
+    BridgeSocket m_socket;
+    int m_silentReplies = 0; ///< checked messages in a row without a reply
+    QString m_parseFault;    ///< of the last data, so that a fault of every poll is told once
+    QString m_fsName;
+    int m_interfaceId = aviation::interfaceid::kBridge;
+    QString m_interfaceName;
+};

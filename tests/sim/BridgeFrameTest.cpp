@@ -1,0 +1,89 @@
+#include "sim/BridgeFrame.h"
+
+#include "sim/BridgeDatagram.h"
+
+#include <gtest/gtest.h>
+
+TEST(BridgeFrame, WritesAndReadsFrames)
+{
+    const QByteArray frame = FrameBytes(bridgecommand::kWrite, bridgemessage::kText, "Hello");
+    EXPECT_EQ(frame, "@0005;0020;00000005;Hello");
+    FsMessage message;
+    ASSERT_TRUE(ParseFrame(frame + "!", message));
+    EXPECT_EQ(message.command, bridgecommand::kWrite);
+    EXPECT_EQ(message.id, bridgemessage::kText);
+    EXPECT_EQ(message.dataLength, 5);
+    EXPECT_EQ(message.data, "Hello!") << "all behind the header, whatever it announces";
+}
+
+TEST(BridgeFrame, ReadsBrokenBlocks)
+{
+    struct Row
+    {
+        const char* block;
+        bool readable;
+        int command;
+        int id;
+        FrameProgress progress;
+    };
+    const Row rows[] = {
+        {"", true, 0, 0, FrameProgress::Partial},
+        {"#0007;0002;00000000;", true, 0, 0, FrameProgress::Complete},
+        {"@0007;0002;000", true, 0, 0, FrameProgress::Partial},
+        {"@0007;0002;0000", true, 7, 2, FrameProgress::Partial},
+        {"@0007;0002;00000", false, 99, 99, FrameProgress::Partial},
+        {"@0007;0002;00000000", false, 99, 99, FrameProgress::Partial},
+        {"@0007;0002;00000000;", true, 7, 2, FrameProgress::Complete},
+        {"@0007;0002;00000002;x", true, 7, 2, FrameProgress::Partial},
+        {"@0007;0002;67108864;x", true, 7, 2, FrameProgress::Partial},
+        {"@0007;0002;67108865;x", true, 7, 2, FrameProgress::TooLong},
+        {"@0007;0002;99999999;x", true, 7, 2, FrameProgress::TooLong},
+        {"@0007;0002;-0000001;x", true, 7, 2, FrameProgress::Complete},
+        {"@0263;-002;garbage!;x", true, 0, 0, FrameProgress::Complete},
+    };
+    for (const Row& row : rows) {
+        FsMessage message;
+        message.command = message.id = 99;
+        EXPECT_EQ(ParseFrame(row.block, message), row.readable) << row.block;
+        EXPECT_EQ(message.command, row.command) << row.block;
+        EXPECT_EQ(message.id, row.id) << row.block;
+        EXPECT_EQ(ProgressOf(row.block), row.progress) << row.block;
+    }
+}
+
+TEST(BridgeFrame, NamesCommands)
+{
+    EXPECT_STREQ(CommandName(1), "HELO");
+    EXPECT_STREQ(CommandName(7), "ANSW");
+    for (const int unnamed : {0, 8, 10, -1, 255}) {
+        EXPECT_STREQ(CommandName(unnamed), "NCMD") << unnamed;
+    }
+}
+
+TEST(BridgeDatagram, ReadsUpToTheFirstZero)
+{
+    const QByteArray text = "AGL-ft=100:Alt=500:TAS=1:GS=2:Hdg=270.5:VS=3:Wind-Dir==1:"
+                            "Wind-Speed==2:MagVar=3:Vis=4:Lat=50:Lon=8:ON-GROUND-=1:ENGINE-OFF-=0:"
+                            "LANDING-LIGHT--==1:DOOR-OPEN-=0:PARKING--BRAKE--==1";
+    const QByteArray frame = FrameBytes(bridgecommand::kAnswer, bridgemessage::kAircraftData, text);
+    const BridgeDatagram pushed = ParseDatagram(frame + QByteArray(3, '\0') + "left over");
+    ASSERT_TRUE(pushed.isAircraftAnswer()) << pushed.fault.toStdString();
+    EXPECT_EQ(pushed.fault, QString());
+    EXPECT_EQ(pushed.aircraft.heightAgl, 100);
+    EXPECT_TRUE(pushed.aircraft.parkingBrake);
+    EXPECT_EQ(pushed.aircraft.position, aviation::Position(50.0, 8.0));
+
+    const BridgeDatagram read = ParseDatagram(FrameBytes(bridgecommand::kRead, 9, text));
+    EXPECT_TRUE(read.hasAircraft);
+    EXPECT_FALSE(read.isAircraftAnswer());
+    const QByteArray withoutAircraft[] = {
+        FrameBytes(bridgecommand::kAnswer, bridgemessage::kFuel, text),
+        FrameBytes(bridgecommand::kAnswer, bridgemessage::kAircraftData, "HeightA1:Alt5"),
+        frame.left(18),
+        QByteArray(1, '\0') + frame,
+        "garbage",
+    };
+    for (const QByteArray& datagram : withoutAircraft) {
+        EXPECT_FALSE(ParseDatagram(datagram).hasAircraft) << datagram.constData();
+    }
+}
