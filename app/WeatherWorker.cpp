@@ -52,7 +52,6 @@ void WeatherWorker::join()
 
 void WeatherWorker::addJob(const Job& job)
 {
-    const ScopedLock lock(m_workerMutex);
     m_queue.add(job);
 }
 
@@ -68,8 +67,14 @@ void WeatherWorker::stop()
 
 void WeatherWorker::setWeatherText(const QString& text)
 {
-    const ScopedLock lock(m_workerMutex);
+    const ScopedLock lock(m_textMutex);
     m_weatherText = text;
+}
+
+QString WeatherWorker::weatherText()
+{
+    const ScopedLock lock(m_textMutex);
+    return m_weatherText;
 }
 
 void WeatherWorker::setAircraftData(const aviation::structs::AircraftData& data)
@@ -203,7 +208,7 @@ int WeatherWorker::dispatch(const Job& job)
 int WeatherWorker::decodeWeather()
 {
     constexpr int kSynopLifeSeconds = 25200;
-    const QString text = m_weatherText;
+    const QString text = weatherText();
     const aviation::weather::WeatherBlocks blocks = aviation::weather::ExtractWeatherBlocks(text);
     m_store.initializeWeather(blocks.metars, storekind::kMetar);
     m_store.initializeWeather(m_settings.synopOff() ? QStringView() : blocks.synops,

@@ -24,9 +24,9 @@ class WeatherWrapper;
 
 /// The thread of all decoding, searching and preparing of weather. It drains its queue and ends:
 /// whoever posts a job calls start() afterwards. A job holds the worker mutex for its whole length,
-/// so addJob and setWeatherText wait for a running one; a slot joined directly to a signal of this
-/// class must call neither. Created and destroyed on the main thread, which it outlives in no case:
-/// the destructor lets a waiting job give way and joins.
+/// which may be without limit while it waits for upper-air data; nothing that the main thread calls
+/// takes that mutex but join. Created and destroyed on the main thread, which it outlives in no
+/// case: the destructor lets a waiting job give way and joins.
 class WeatherWorker : public QThread
 {
     Q_OBJECT
@@ -37,6 +37,7 @@ public:
                   QObject* parent = nullptr);
     ~WeatherWorker() override;
 
+    /// Never waits for a running job.
     void addJob(const Job& job);
     /// Jobs that wait to be taken.
     int queuedJobs() const;
@@ -46,7 +47,8 @@ public:
     /// Lets the running job end early and drops what is queued; for the end of the program.
     void stop();
 
-    /// The weather file with its [METAR], [SYNOP] and [TAF] blocks, decoded by job 1.
+    /// The weather file with its [METAR], [SYNOP] and [TAF] blocks, as job 1 finds it at its start.
+    /// Never waits for a running job.
     void setWeatherText(const QString& text);
     /// The aircraft as the prepare and search jobs see it; called by the main thread only.
     void setAircraftData(const aviation::structs::AircraftData& data);
@@ -108,6 +110,7 @@ private:
     using Stations = std::vector<aviation::weather::Station>;
     using StationStep = std::function<void(const aviation::weather::Station&)>;
 
+    QString weatherText();
     int dispatch(const Job& job);
     int decodeWeather();
     int decodeGrib();
@@ -149,9 +152,10 @@ private:
     WeatherWrapper& m_store;
     const Settings& m_settings;
     GribSource* m_gribSource;
-    JobQueue m_queue;
-    QMutex m_workerMutex;     ///< held by each job
-    QString m_weatherText;    ///< guarded by m_workerMutex
+    JobQueue m_queue;     ///< guards itself
+    QMutex m_workerMutex; ///< held by each job
+    QMutex m_textMutex;
+    QString m_weatherText;    ///< guarded by m_textMutex
     QString m_gribText;       ///< what job 12 decodes; nothing fills it, downloads feed the store
     ThemeGrid m_previousGrid; ///< of the last theme; touched by jobs only
     std::atomic<bool> m_historyMode{false};

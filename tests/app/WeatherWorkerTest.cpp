@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSemaphore>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -271,6 +272,28 @@ TEST_F(WeatherWorkerTest, StoppingEndsTheWaitForUpperAirData)
     };
     run(Job(3, QStringLiteral("EDDF")));
     EXPECT_EQ(source.calls, 5);
+}
+
+TEST_F(WeatherWorkerTest, NobodyIsHeldUpByAJobThatWaitsForUpperAirData)
+{
+    FakeGribSource source(store, 1);
+    useSource(&source);
+    decodeWeather();
+    QSemaphore asked;
+    QSemaphore answer;
+    source.onCall = [&] {
+        asked.release();
+        answer.acquire();
+    };
+    worker->addJob(Job(3, QStringLiteral("EDDF")));
+    worker->start();
+    asked.acquire();
+    worker->setWeatherText(QStringLiteral("[METAR]\n[/METAR]\n")); // would stand still for ever
+    worker->addJob(Job(weatherjob::kDecodeWeather, kNoName));
+    EXPECT_EQ(worker->queuedJobs(), 1);
+    answer.release();
+    worker->join();
+    EXPECT_EQ(store.metarCount(), 0U);
 }
 
 TEST_F(WeatherWorkerTest, IgnoredUpperAirDataAreNeitherUsedNorDownloaded)
