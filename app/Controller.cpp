@@ -1,0 +1,271 @@
+#include "app/Controller.h"
+
+#include "app/CycleRules.h"
+#include "app/WeatherWorker.h"
+#include "app/base/LogLevel.h"
+#include "app/base/MainView.h"
+#include "app/base/Settings.h"
+#include "app/base/UserDialogs.h"
+#include "aviation/support/Clock.h"
+#include "sim/ConnectJobs.h"
+#include "sim/ConnectWorker.h"
+#include "weather/output/WeatherWrapper.h"
+
+#include <QDateTime>
+#include <QUdpSocket>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+void registerSignalTypes()
+{
+    registerJobType();
+    qRegisterMetaType<qlonglong>("qlonglong");
+}
+
+} // namespace
+
+Controller::Controller(const ControllerParts& parts, QObject* parent)
+    : QObject(parent)
+    , m_settings(parts.settings)
+    , m_view(parts.view)
+    , m_dialogs(parts.dialogs)
+    , m_network(parts.network)
+    , m_processes(parts.processes)
+    , m_limits(parts.limits)
+    , currentSource(parts.settings.weatherSource())
+{
+    registerSignalTypes();
+    connect(this, &Controller::sigDebugString, this, &Controller::OnDebugString,
+            Qt::QueuedConnection);
+    connect(this, &Controller::sigProgress, this, &Controller::OnProgressBar, Qt::QueuedConnection);
+    makeWorkers(parts);
+    makeTimers();
+    if (createWorkingFolders()) {
+        sweepTemporaryFolder();
+    }
+}
+
+Controller::~Controller()
+{
+    m_stop.raise();
+    timerOneSecond.stop();
+    timerWeather.stop();
+    m_reconnectTimer.stop();
+    // Both are told before either is waited for.
+    m_weatherWorker->stop();
+    m_connectWorker.reset();
+    m_weatherWorker.reset();
+}
+
+void Controller::makeWorkers(const ControllerParts& parts)
+{
+    m_connectWorker =
+        std::make_unique<ConnectWorker>(parts.settings, parts.interfaces, m_stop, nullptr);
+    connect(m_connectWorker.get(), &ConnectWorker::sigJobFinish, this,
+            &Controller::OnJobConnectWorkerFinished, Qt::QueuedConnection);
+    connect(m_connectWorker.get(), &ConnectWorker::sigOutputDebugString, this,
+            &Controller::OnDebugString, Qt::QueuedConnection);
+    connect(m_connectWorker.get(), &ConnectWorker::sigProgressBar, this, &Controller::OnProgressBar,
+            Qt::QueuedConnection);
+
+    // The lines of the weather side are plain text with reports in it.
+    const auto plainLine = [this](const QString& text, int level) {
+        OnDebugString(text.toHtmlEscaped(), level);
+    };
+    m_weather = std::make_unique<WeatherWrapper>(parts.settings, parts.random);
+    connect(m_weather.get(), &WeatherWrapper::sigDebugString, this, plainLine,
+            Qt::QueuedConnection);
+    connect(m_weather.get(), &WeatherWrapper::sigProgress, this, &Controller::OnProgressBar,
+            Qt::QueuedConnection);
+
+    m_weatherWorker = std::make_unique<WeatherWorker>(*m_weather, parts.settings, this);
+    connect(m_weatherWorker.get(), &WeatherWorker::sigFinishedDecodeWeatherData, this,
+            &Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata, Qt::QueuedConnection);
+    connect(m_weatherWorker.get(), &WeatherWorker::sigFinishedJob, this,
+            &Controller::OnJobWeatherWorkerFinished, Qt::QueuedConnection);
+    connect(m_weatherWorker.get(), &WeatherWorker::sigDebugString, this, plainLine,
+            Qt::QueuedConnection);
+    connect(m_weatherWorker.get(), &WeatherWorker::sigProgress, this, &Controller::OnProgressBar,
+            Qt::QueuedConnection);
+}
+
+void Controller::makeTimers()
+{
+    constexpr int kWeatherClockMs = 1000;
+    constexpr int kStartDelayMs = 200;
+    timerOneSecond.setObjectName(QStringLiteral("timerOneSecond"));
+    timerWeather.setObjectName(QStringLiteral("timerWeather"));
+    m_reconnectTimer.setObjectName(QStringLiteral("timerReconnect"));
+    connect(&timerOneSecond, &QTimer::timeout, this, &Controller::OnTimerOneSecond);
+    timerOneSecond.start(cycle::PollTime(m_settings.serverUpdateTimeMax()));
+    connect(&timerWeather, &QTimer::timeout, this, &Controller::OnTimerWeather);
+    timerWeather.setInterval(kWeatherClockMs);
+    m_reconnectTimer.setSingleShot(true);
+    connect(&m_reconnectTimer, &QTimer::timeout, this,
+            [this] { postConnectJob(Job(connectjob::kConnect, QStringLiteral("Connect"))); });
+    QTimer::singleShot(kStartDelayMs, this, &Controller::OnStart);
+}
+
+bool Controller::IsConnected() const
+{
+    return m_connectWorker->IsConnected();
+}
+
+void Controller::setFlightPhaseSource(std::function<FlightPhase()> source)
+{
+    m_flightPhase = std::move(source);
+}
+
+void Controller::setDestinationSource(std::function<QString()> source)
+{
+    m_destination = std::move(source);
+}
+
+void Controller::setDirectWindStep(std::function<void()> step)
+{
+    m_directWindStep = std::move(step);
+}
+
+void Controller::setNavdata(std::unique_ptr<NavdataBase> navdata)
+{
+    m_navdata = std::move(navdata);
+}
+
+void Controller::log(const QString& text, int level)
+{
+    Q_EMIT sigDebugString(text, level);
+}
+
+void Controller::OnDebugString(QString item, int level)
+{
+    const qint64 now = aviation::Clock::Current().NowUtc().time_since_epoch().count();
+    const QString time =
+        QDateTime::fromMSecsSinceEpoch(now, Qt::UTC).toString(QStringLiteral("hh:mm:ss:zzz"));
+    m_view.OnOutputDebugstring(time + QStringLiteral(" - ") + item, level);
+}
+
+void Controller::OnProgressBar(qlonglong value, qlonglong total, QString text)
+{
+    m_view.OnProgressBar(value, total, text);
+}
+
+void Controller::sleepUnlessStopped(int milliseconds)
+{
+    constexpr int kSliceMs = 100;
+    for (int slept = 0; slept < milliseconds && !m_stop.raised(); slept += kSliceMs) {
+        aviation::Clock::Current().SleepMs(std::min(kSliceMs, milliseconds - slept));
+    }
+}
+
+void Controller::postConnectJob(const Job& job)
+{
+    if (!m_stop.raised() && m_connectWorker->AddJob(job)) {
+        m_connectWorker->start();
+    }
+}
+
+void Controller::postWeatherJob(const Job& job)
+{
+    if (!m_stop.raised()) {
+        m_weatherWorker->addJob(job);
+        m_weatherWorker->start();
+    }
+}
+
+void Controller::OnConnectClicked()
+{
+    endReconnecting();
+    switchConnection();
+}
+
+void Controller::switchConnection()
+{
+    if (IsConnected()) {
+        m_linked = false;
+        postConnectJob(Job(connectjob::kDisconnect, QStringLiteral("Disconnect")));
+        closeUdp();
+    } else {
+        postConnectJob(Job(connectjob::kConnect, QStringLiteral("Connect")));
+    }
+    waitForConnectWorker();
+    showConnectText();
+}
+
+/// A job posted while the thread was on its way out is started here, since the event loop that
+/// would do it stands.
+void Controller::waitForConnectWorker()
+{
+    constexpr int kStepMs = 500;
+    do {
+        sleepUnlessStopped(kStepMs);
+        if (m_connectWorker->queuedJobs() > 0 && !m_stop.raised()) {
+            m_connectWorker->start();
+        }
+    } while (m_connectWorker->isRunning() && !m_stop.raised());
+}
+
+void Controller::showConnectText()
+{
+    const bool isConnected = IsConnected();
+    m_view.setConnectText(isConnected ? tr("Disconnect") : tr("Connect"));
+    if (!isConnected) {
+        m_view.pageData().clearData();
+    }
+}
+
+void Controller::OnClickedSetWX()
+{
+    forceWeatherUpdate = true;
+}
+
+void Controller::OnClearWX()
+{
+    if (IsConnected()) {
+        const QString name = QStringLiteral("Clear WX");
+        postConnectJob(Job(connectjob::kClearWeather, name));
+        m_connectWorker->AddJob(Job(connectjob::kSendText, name)); // deliberately without a start
+    }
+}
+
+void Controller::OnNewJobConnectworker(Job job)
+{
+    if (job.id == connectjob::kSetFuel) {
+        m_connectWorker->setFuel(aircraftFuel);
+    } else if (job.id == connectjob::kSetPayload) {
+        m_connectWorker->setPayload(aircraftPayload);
+    }
+    postConnectJob(job);
+}
+
+void Controller::OnRadioChangedByUser(aviation::structs::RadioFrequencys freqs)
+{
+    m_connectWorker->setRadios(freqs);
+    postConnectJob(Job(connectjob::kSetRadios, QStringLiteral("Set frequency data")));
+}
+
+void Controller::OnSendFlightplan(QString filename)
+{
+    postConnectJob(Job(connectjob::kLoadFlightPlan, filename));
+}
+
+void Controller::OnTableGribUpdate(aviation::weather::Grib grib)
+{
+    m_view.pageWeather().OnTableGribUpdate(grib);
+}
+
+void Controller::OnShowMetarStationsFailed()
+{
+    log(QStringLiteral("(WeatherManager) - Metar stations failed: ")
+            + m_weather->failedMetarStations().join(QStringLiteral(", ")).toHtmlEscaped(),
+        loglevel::kNotification);
+}
+
+void Controller::OnShowSynopStationsFailed()
+{
+    log(QStringLiteral("(WeatherManager) - Synop stations failed: ")
+            + m_weather->failedSynopStations().join(QStringLiteral(", ")).toHtmlEscaped(),
+        loglevel::kNotification);
+}

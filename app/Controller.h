@@ -1,0 +1,316 @@
+#pragma once
+
+#include "app/WeatherFileReader.h"
+#include "app/base/DownloadManager.h"
+#include "app/base/GribSource.h"
+#include "app/base/Job.h"
+#include "app/base/StopFlag.h"
+#include "aviation/AircraftData.h"
+#include "aviation/AircraftLoad.h"
+#include "aviation/Grib.h"
+#include "aviation/Metar.h"
+#include "aviation/Position.h"
+#include "aviation/RadioFrequencys.h"
+#include "nav/records/NavdataBase.h"
+
+#include <QHostAddress>
+#include <QMutex>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+#include <QVector>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+
+class ConnectWorker;
+class DataPage;
+class FsInterfaceFactory;
+class MainView;
+class ProcessRunner;
+class QUdpSocket;
+class Settings;
+class UserDialogs;
+class WeatherPage;
+class WeatherWorker;
+class WeatherWrapper;
+struct InfoFile;
+enum class VersionState;
+
+namespace aviation {
+class RandomSource;
+}
+namespace cycle {
+struct Simulator;
+}
+
+/// Everything that the controller is given. All of it outlives the controller.
+struct ControllerParts
+{
+    Settings& settings;
+    MainView& view;
+    UserDialogs& dialogs;
+    aviation::RandomSource& random;
+    NetworkFactory network;
+    ProcessRunner& processes;
+    FsInterfaceFactory& interfaces;
+    DownloadLimits limits;
+};
+
+/// The phase of the flight as far as the weather cycle asks for it.
+enum class FlightPhase
+{
+    Unknown,
+    Approach,
+    Landing,
+    GoAround,
+    Other
+};
+
+/// The spine of the program: start-up, the weather cycle, the download of weather, and the next job
+/// for every finished one. Lives on the main thread, owned by the window or a test; it owns the two
+/// workers, the store and the timers. Only DownloadGrib runs on the weather worker's thread as
+/// well. Nothing is chained inside a worker: each result comes back here as a signal.
+class Controller : public QObject, public GribSource
+{
+    Q_OBJECT
+public:
+    /// Builds workers and store, creates the working folders, sweeps the temporary one and
+    /// schedules OnStart. Doesn't touch the network.
+    explicit Controller(const ControllerParts& parts, QObject* parent = nullptr);
+    /// Raises the stop flag, stops the timers and joins both workers: within three seconds whatever
+    /// they wait for.
+    ~Controller() override;
+
+    ConnectWorker& connectWorker() { return *m_connectWorker; }
+    WeatherWorker& weatherWorker() { return *m_weatherWorker; }
+    WeatherWrapper& weather() { return *m_weather; }
+    bool IsConnected() const;
+    const aviation::structs::AircraftData& aircraft() const { return aircraftData; }
+
+    /// Told by whoever follows the flight; without one the phase is unknown and nothing is blocked.
+    void setFlightPhaseSource(std::function<FlightPhase()> source);
+    /// Gives the ICAO of the destination; without one there is none.
+    void setDestinationSource(std::function<QString()> source);
+    /// Called once a period while weather is watched, with the worker's aircraft up to date.
+    void setDirectWindStep(std::function<void()> step);
+    /// Another source of airports than the built-in one; before OnStart.
+    void setNavdata(std::unique_ptr<NavdataBase> navdata);
+    /// Makes everything that waits give way, as the destructor does. Callable from any thread;
+    /// there is no way back.
+    void requestStop() { m_stop.raise(); }
+
+    /// Fetches the report file of a source (1 VATSIM, 2 IVAO, 3 NOAA) and starts the decode.
+    void DownloadWeather(int source);
+    /// GribSource. Called on the main thread and on the weather worker's.
+    int DownloadGrib(const aviation::Position& position, bool single) override;
+    /// After each X-Plane weather that is written as files.
+    void DownloadXPlaneGlobalWind();
+    void SwitchWeatherServer();
+    void DoDisplayMetar(const aviation::weather::Metar& metar);
+
+public Q_SLOTS:
+    void OnStart();
+    void OnTimerOneSecond();
+    void OnTimerWeather();
+    /// Connects or disconnects. Deliberately waits on the main thread until the job is done.
+    void OnConnectClicked();
+    /// Forces a weather update at the next tick of the weather clock.
+    void OnClickedSetWX();
+    void OnClearWX();
+    void OnDownloadWeather();
+    void OnDownloadWeatherFinished(QString filename, int error);
+    void OnDownloadError(int errNum, QString errStr);
+    void OnGetMetarClicked(QString icao);
+    void OnJobConnectWorkerFinished(int jobId, QString jobName, int error);
+    void OnJobWeatherWorkerFinished(int job, QString jobname, int error);
+    void OnJobWeatherWorkerFinishedDecodeWeatherdata();
+    void OnNewJobConnectworker(Job job);
+    void OnDebugString(QString item, int level);
+    void OnProgressBar(qlonglong value, qlonglong total, QString text);
+    void OnRadioChangedByUser(aviation::structs::RadioFrequencys freqs);
+    void OnSendFlightplan(QString filename);
+    void onDownloadFileInfo();
+    void OnDownloadFileInfoFinished(QString filename, int error);
+    void OnDownloadFileInfoError(int errNum, QString errStr);
+    void onCheckNewVersion();
+    void udpReadReady();
+    void OnShowMetarStationsFailed();
+    void OnShowSynopStationsFailed();
+    void OnTableGribUpdate(aviation::weather::Grib grib);
+    /// Reads the user's airports again after they were edited.
+    void OnAirportListChanged();
+
+Q_SIGNALS:
+    void sigProgress(qlonglong value, qlonglong total, QString text);
+    void sigDebugString(QString item, int level);
+    void sigFinishedJob(int job, QString jobname);
+    void sigFinishJobForAircraftEditor(int job, QString jobname, int error);
+    void sigIsConnected(int interfaceType);
+    /// Resources are loaded and the window may be used.
+    void sigStarted();
+
+private:
+    // Start
+    void makeWorkers(const ControllerParts& parts);
+    void makeTimers();
+    bool createWorkingFolders();
+    void sweepTemporaryFolder();
+    void LoadResources();
+    QVector<QAirport> readAirports();
+    QVector<QAirport> readAdditionalAirports() const;
+    void loadAirports();
+    void loadWeatherStations();
+    void logWeatherServer();
+
+    // Weather cycle
+    cycle::Simulator simulator() const;
+    void addElapsedTime();
+    void showTimes(double distanceNm);
+    void downloadIfDue();
+    void stepDirectWind();
+    void searchNearestIfDue();
+    bool approachBlocks();
+    void startUpdate();
+    void UpdateXPlaneVisibility();
+    void searchAnotherSource();
+    void exportMetars();
+    void searchGribAt(const aviation::Position& position);
+
+    // Finished jobs of the weather worker
+    void showWeatherUpdate();
+    void setFsuipcWeather();
+    void setSimConnectWeather();
+    void setXPlaneRecord(bool xplane12);
+    void setXPlaneFiles();
+    bool hasLocalXPlane() const;
+    void writeXPlaneFiles();
+    void setThemeFile(const QString& name);
+    void displayAtAircraft(int error);
+    void displayRequested(const QString& icao, int error);
+
+    // Finished jobs of the simulator worker
+    void handleConnectJob(int jobId, const QString& jobName, int error);
+    void handleRecordJob(int jobId);
+    void logConnectJob(int jobId, const QString& jobName, int error);
+    void connectFinished(int error);
+    void connected();
+    void showDisconnected();
+    void aircraftDataFinished();
+    void stationCreated(const QString& text, int error);
+    void simulatorMetar(const QString& text);
+    void flightPlanSent(const QString& name, int error);
+
+    // Connection
+    void switchConnection();
+    void waitForConnectWorker();
+    void showConnectText();
+    void connectionLost();
+    void scheduleReconnect();
+    void endReconnecting();
+    void bindUdp(const QString& portText);
+    void closeUdp();
+    void findUdpSenders();
+    bool isUdpSender(const QHostAddress& sender) const;
+    void takeDatagram(const QByteArray& bytes);
+    void logUdpOnce(bool& logged, const QString& text);
+
+    // Downloads
+    QString weatherAddress(int source);
+    void DownloadExternalWeather();
+    std::optional<QString> fetchExternal(const QString& kind, const QString& urlTemplate,
+                                         int shortest);
+    void weatherDownloadFailed(const QString& filename, int error);
+    void readWeatherFile(const QString& downloaded);
+    void weatherFileRead();
+    void decodeWeatherText(const QString& text);
+    int downloadGribText(const aviation::Position& position, bool single);
+    int takeGribText(const aviation::Position& position, const QString& text);
+    int downloadGribRaw();
+    void runWgrib(const QString& gribFile);
+    /// Logs a failed upper-air download, and a repetition of the same one as a detail only.
+    void logGribFault(const QString& kind, const QString& text, int level);
+    bool gribFailedBefore();
+    bool fetchGlobalWind(QByteArray& turbulence, QByteArray& wind);
+    void setGlobalWind(const QByteArray& turbulence, const QByteArray& wind);
+    void showDownloadProgress(DownloadManager& manager);
+    QString infoFileName() const;
+    void checkVersion(const InfoFile& info);
+    void warnUnsupported(const InfoFile& info);
+    void logNewVersion(const InfoFile& info);
+    void offerUpdate(const InfoFile& info, VersionState state);
+    void startInstaller(const QString& installer);
+
+    void postConnectJob(const Job& job);
+    void postWeatherJob(const Job& job);
+    void log(const QString& text, int level);
+    /// In slices that end when the stop flag is raised.
+    void sleepUnlessStopped(int milliseconds);
+    DownloadContext downloadContext();
+
+    Settings& m_settings;
+    MainView& m_view;
+    UserDialogs& m_dialogs;
+    NetworkFactory m_network;
+    ProcessRunner& m_processes;
+    DownloadLimits m_limits;
+    StopFlag m_stop;
+    std::unique_ptr<WeatherWrapper> m_weather;
+    std::unique_ptr<ConnectWorker> m_connectWorker;
+    std::unique_ptr<WeatherWorker> m_weatherWorker;
+    std::unique_ptr<NavdataBase> m_navdata;
+    std::unique_ptr<QUdpSocket> m_udpSocket;
+    std::function<FlightPhase()> m_flightPhase;
+    std::function<QString()> m_destination;
+    std::function<void()> m_directWindStep;
+    std::optional<std::int64_t> m_weatherClockMs; ///< last reading by the weather clock
+    bool m_inWeatherTick = false;
+    QString m_aircraftTitle; ///< the last one that was shown
+    QString m_requestedIcao; ///< the user's next request while one is being served
+    bool m_servingRequest = false;
+    bool m_linked = false; ///< connected, and neither lost nor given up since
+    QTimer m_reconnectTimer{this};
+    int m_reconnectDelayMs = 0; ///< 0 while nothing is tried again
+    QVector<QHostAddress> m_udpSenders;
+    bool m_udpSendersKnown = false;
+    bool m_udpForeignLogged = false;
+    bool m_udpBadLogged = false;
+
+    // State of the weather cycle, main thread only.
+    QTimer timerOneSecond{this}; ///< polls the simulator
+    QTimer timerWeather{this};   ///< the weather clock, one second
+    std::int32_t msSinceUpdate = -1;
+    std::int32_t msSinceNearestSearch = -1;
+    std::int32_t msSinceDwc = -1;
+    std::int32_t msSinceDownload = -1;
+    std::int32_t msSinceDwcSearch = -1;
+    std::int32_t msSinceVisibility = -1;
+    std::int32_t dwcPeriodMs = 1000;
+    float xplaneBaseVisibility = -1.0F; ///< metres, -1 none
+    aviation::Position lastUpdatePosition;
+    QString lastShownMetarText;
+    aviation::structs::AircraftData aircraftData;
+    aviation::structs::AircraftPayload aircraftPayload;
+    aviation::structs::AircraftFuel aircraftFuel;
+    bool aircraftDataValid = false;
+    bool forceWeatherUpdate = false;
+    bool udpBound = false;
+    std::int32_t downloadRetries = 0; ///< deliberately never reset
+    std::int32_t currentSource = 0;
+    bool weatherDownloading = false;
+    bool weatherDecoded = false;
+
+    // Downloads, main thread only.
+    bool m_plainWeatherList = false; ///< the list that is under way isn't packed
+    WeatherFileReader m_weatherFileReader{m_stop};
+    bool m_gribOnMainThread = false;
+    QString m_globalWindUrl; ///< the last one whose files arrived
+    bool m_fetchingGlobalWind = false;
+    // DownloadGrib runs on two threads.
+    QMutex m_gribMutex;
+    QString m_gribFault;                          ///< kind of the last failure; m_gribMutex
+    QString m_rawGribUrl;                         ///< the last one fetched; m_gribMutex
+    std::optional<std::int64_t> m_rawGribFetched; ///< monotonic ms; m_gribMutex
+};

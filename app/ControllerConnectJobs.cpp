@@ -1,0 +1,239 @@
+#include "app/Controller.h"
+#include "app/CycleRules.h"
+#include "app/WeatherJobs.h"
+#include "app/base/LogLevel.h"
+#include "app/base/MainView.h"
+#include "app/base/Settings.h"
+#include "app/base/UserDialogs.h"
+#include "sim/ConnectJobs.h"
+#include "sim/ConnectWorker.h"
+#include "sim/LogText.h"
+#include "sim/SimResult.h"
+
+#include <QStringList>
+
+#include <utility>
+
+void Controller::OnJobConnectWorkerFinished(int jobId, QString jobName, int error)
+{
+    if (m_stop.raised()) {
+        return;
+    }
+    if (jobId == connectjob::kAircraftData && error == simresult::kPaused) {
+        aircraftDataValid = false;
+        return;
+    }
+    if (jobId == connectjob::kCloudMap && error == simresult::kCloudReply) {
+        error = simresult::kNone; // how a cloud map says that it came
+    }
+    handleConnectJob(jobId, jobName, error);
+    Q_EMIT sigFinishJobForAircraftEditor(jobId, jobName, error);
+    logConnectJob(jobId, jobName, error);
+    if (error == simresult::kTimeout) {
+        connectionLost();
+    }
+}
+
+void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
+{
+    switch (jobId) {
+    case connectjob::kConnect:
+        connectFinished(error);
+        break;
+    case connectjob::kDisconnect:
+        showDisconnected();
+        break;
+    case connectjob::kAircraftData:
+        if (error == simresult::kNone) {
+            aircraftDataFinished();
+        }
+        break;
+    case connectjob::kSetWeather:
+    case connectjob::kSetTheme:
+    case connectjob::kSetXPlaneWeather:
+    case connectjob::kSetXPlane12Weather:
+    case connectjob::kSetXPlaneFiles:
+        timerWeather.start();
+        break;
+    case connectjob::kSetTurbulence:
+        log(QStringLiteral("(ConnectWorker) Activate weather XPlane"), loglevel::kNotification);
+        postConnectJob(
+            Job(connectjob::kActivateWeather, QStringLiteral("activate weather xplane")));
+        break;
+    case connectjob::kCreateStation:
+        stationCreated(jobName, error);
+        break;
+    case connectjob::kWeatherAt:
+        simulatorMetar(error == simresult::kNone ? jobName : QString());
+        break;
+    case connectjob::kLoadFlightPlan:
+        flightPlanSent(jobName, error);
+        break;
+    case connectjob::kWindAtAircraft:
+        if (error != simresult::kNone) {
+            log(QStringLiteral("(Controller) DWC-ErrorNum:%1").arg(error), loglevel::kError);
+        }
+        break;
+    case connectjob::kAnnounceAddress:
+        if (error == simresult::kNone) {
+            bindUdp(jobName);
+        }
+        break;
+    default:
+        handleRecordJob(jobId);
+        break;
+    }
+}
+
+/// Jobs whose result is a record of the worker.
+void Controller::handleRecordJob(int jobId)
+{
+    switch (jobId) {
+    case connectjob::kGetFuel:
+        aircraftFuel = m_connectWorker->fuel();
+        break;
+    case connectjob::kGetPayload:
+        aircraftPayload = m_connectWorker->payload();
+        break;
+    case connectjob::kGetRadios: {
+        aviation::structs::RadioFrequencys radios = m_connectWorker->radios();
+        m_view.SetFrequencys(radios);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void Controller::logConnectJob(int jobId, const QString& jobName, int error)
+{
+    const QString id = QString::number(jobId);
+    const QString name = LogText(jobName);
+    if (error == simresult::kNone) {
+        log(QStringLiteral("(Controller) - JobID:%1 JobName:%2  Finished").arg(id, name),
+            loglevel::kDebug);
+    } else {
+        log(QStringLiteral("(Controller) - JobID:%1 JobName:%2  Finished, Error: %3")
+                .arg(id, name, QString::number(error)),
+            loglevel::kError);
+    }
+}
+
+void Controller::connectFinished(int error)
+{
+    if (IsConnected()) {
+        connected();
+        return;
+    }
+    if (error == simresult::kWrongApiVersion) {
+        endReconnecting(); // trying again won't help, and would bring the box again
+        m_dialogs.critical(
+            QStringLiteral("Cirrilon-Connection Error"),
+            QStringLiteral("Not compatible Client-Server API Version!\nCheck the debug log."));
+    } else if (m_reconnectDelayMs > 0) {
+        scheduleReconnect();
+    }
+}
+
+void Controller::connected()
+{
+    m_linked = true;
+    endReconnecting();
+    const aviation::FsId fsId = m_connectWorker->fsVersion();
+    m_view.setConnectText(tr("Disconnect"));
+    m_view.pageData().setSimInterfaceInfo(m_connectWorker->fsName() + QStringLiteral(" - ")
+                                          + m_connectWorker->interfaceName());
+    m_settings.setSimVersion(fsId);
+    Q_EMIT sigIsConnected(m_connectWorker->interfaceType());
+    if (m_settings.fsMessage()) {
+        postConnectJob(Job(connectjob::kSendText,
+                           QStringLiteral("Cirrilon %1 connected").arg(Settings::version())));
+    }
+    const char* const obstacle = cycle::DwcObstacle(fsId);
+    m_view.pageData().setDwcState(obstacle != nullptr ? tr(obstacle) : QString(),
+                                  obstacle == nullptr);
+    if (m_settings.interfaceType() == aviation::interfaceid::kBridge) {
+        postConnectJob(Job(connectjob::kAnnounceAddress, m_settings.myIp()));
+    }
+    if (m_settings.clearWxOnConnect()) {
+        OnClearWX();
+    }
+    if (weatherDownloading || weatherDecoded) {
+        m_view.setSetWxAction(true, tr("Set WX"), QString());
+    }
+}
+
+void Controller::showDisconnected()
+{
+    m_view.pageData().setSimInterfaceInfo(tr("not connected"));
+    m_view.setConnectText(tr("Connect"));
+    m_view.pageData().clearData();
+    m_view.setSetWxAction(false, tr("Set WX"), QString());
+    closeUdp();
+}
+
+void Controller::aircraftDataFinished()
+{
+    aircraftDataValid = true;
+    if (!udpBound) {
+        aircraftData = m_connectWorker->aircraftData();
+    }
+    m_view.SetAircraftData(aircraftData);
+    const QString title = QString::fromStdWString(aircraftData.name);
+    if (title != m_aircraftTitle) {
+        m_aircraftTitle = title;
+        m_view.SetAircraftName(title, QString(), false);
+    }
+}
+
+void Controller::stationCreated(const QString& text, int error)
+{
+    constexpr int kFields = 5;
+    if (error != simresult::kNone) {
+        return; // the worker has said so
+    }
+    log(QStringLiteral("(ConnectWorker) Station created: %1").arg(LogText(text)),
+        loglevel::kNotification);
+    const QStringList fields = text.split(QLatin1Char(':'));
+    if (fields.size() < kFields) {
+        return;
+    }
+    switch (m_connectWorker->interfaceType()) {
+    case aviation::interfaceid::kSimConnect:
+    case aviation::interfaceid::kFsuipcSimConnect:
+        postWeatherJob(Job(weatherjob::kSimConnectStation, fields.front()));
+        break;
+    case aviation::interfaceid::kFsuipc:
+        postWeatherJob(Job(weatherjob::kFsuipcStation, fields.front()));
+        break;
+    default:
+        break;
+    }
+}
+
+void Controller::simulatorMetar(const QString& text)
+{
+    constexpr int kIcaoLength = 4;
+    if (text.size() >= kIcaoLength) {
+        const QString icao = text.left(kIcaoLength);
+        m_view.setSetWxAction(true, tr("Set WX") + QLatin1Char(' ') + icao, icao);
+        log(QStringLiteral("(Controller) SimMetar: ") + LogText(text), loglevel::kDebug);
+    } else {
+        m_view.setSetWxAction(false, tr("Set WX"), QString());
+        log(QStringLiteral("(Controller) SimMetar: No Metar"), loglevel::kDebug);
+    }
+}
+
+void Controller::flightPlanSent(const QString& name, int error)
+{
+    if (error != simresult::kNone) {
+        log(QStringLiteral("(Flightplanner) - flight plan sent, Error:%1 - %2")
+                .arg(error)
+                .arg(ConnectWorker::errorText(error)),
+            loglevel::kError);
+        return;
+    }
+    log(QStringLiteral("(Flightplanner) - flight plan sent: %1").arg(LogText(name)),
+        loglevel::kNotification);
+    postConnectJob(Job(connectjob::kSendText, QStringLiteral("Cirrilon: flight plan imported")));
+}

@@ -1,0 +1,249 @@
+#include "app/Controller.h"
+#include "app/CycleRules.h"
+#include "app/WeatherJobs.h"
+#include "app/WeatherWorker.h"
+#include "app/base/LogLevel.h"
+#include "app/base/MainView.h"
+#include "app/base/Settings.h"
+#include "aviation/support/Clock.h"
+#include "sim/ConnectJobs.h"
+#include "sim/ConnectWorker.h"
+#include "weather/output/WeatherWrapper.h"
+
+#include <QScopedValueRollback>
+
+#include <utility>
+
+using aviation::weather::Metar;
+
+void Controller::OnTimerOneSecond()
+{
+    constexpr int kMostWaitingJobs = 10; // a slow simulator isn't buried under questions
+    if (m_stop.raised() || !IsConnected()) {
+        return;
+    }
+    const int interval = cycle::PollInterval(aircraftData.heightAgl, aircraftData.groundSpeed,
+                                             timerOneSecond.interval(),
+                                             cycle::PollTime(m_settings.serverUpdateTimeMin()),
+                                             cycle::PollTime(m_settings.serverUpdateTimeMax()));
+    if (interval != timerOneSecond.interval()) {
+        timerOneSecond.setInterval(interval);
+    }
+    if (!udpBound && m_connectWorker->queuedJobs() < kMostWaitingJobs) {
+        postConnectJob(Job(connectjob::kAircraftData, QStringLiteral("Aircraft data")));
+    }
+    m_view.pageData().setJobsInfo(tr("Jobs: %1").arg(m_connectWorker->queuedJobs()));
+}
+
+cycle::Simulator Controller::simulator() const
+{
+    return {m_connectWorker->interfaceType(), m_connectWorker->fsVersion()};
+}
+
+void Controller::OnTimerWeather()
+{
+    constexpr int kVisibilityMs = 11000;
+    // A download from an outside server keeps the event loop running inside a tick.
+    if (m_stop.raised() || m_inWeatherTick) {
+        return;
+    }
+    if (!IsConnected()) {
+        m_view.setSystrayMessage(tr("wait for connect"));
+        return;
+    }
+    if (!aircraftDataValid) {
+        m_view.OnStatusbarStatus(tr("Sim not ready"));
+        return;
+    }
+    if (!aircraftData.position.isKnown()) {
+        log(QStringLiteral("(Controller Weather) - no aircraft data from fs"), loglevel::kDebug);
+        return;
+    }
+    const QScopedValueRollback<bool> inTick(m_inWeatherTick, true);
+    addElapsedTime();
+    const double distanceNm =
+        cycle::DistanceFromLastUpdate(aircraftData.position, lastUpdatePosition);
+    showTimes(distanceNm);
+    downloadIfDue();
+    stepDirectWind();
+    searchNearestIfDue();
+    const bool blocked = approachBlocks();
+    if (simulator().fsId == aviation::fsid::kFs2020) {
+        const QString text = tr("No weather update in FS2020");
+        m_view.pageData().setInfo1(text);
+        m_view.OnStatusbarStatus(text);
+        return;
+    }
+    const bool due =
+        cycle::UpdateDue(msSinceUpdate, m_settings.updateTime(), distanceNm, m_settings.range());
+    if ((due && !blocked) || forceWeatherUpdate) {
+        startUpdate();
+    }
+    if (msSinceVisibility >= kVisibilityMs || msSinceNearestSearch == cycle::kNever) {
+        UpdateXPlaneVisibility();
+    }
+}
+
+/// The first reading starts the clock: the counters still say "never" then, and so the first tick
+/// with an aircraft sets weather at once.
+void Controller::addElapsedTime()
+{
+    const std::int64_t now = aviation::Clock::Current().MonotonicMs();
+    const std::int64_t elapsed = now - m_weatherClockMs.value_or(now);
+    m_weatherClockMs = now;
+    for (std::int32_t* counter :
+         {&msSinceUpdate, &msSinceVisibility, &msSinceNearestSearch, &msSinceDwc, &msSinceDownload})
+    {
+        *counter = cycle::AddElapsed(*counter, elapsed);
+    }
+}
+
+void Controller::showTimes(double distanceNm)
+{
+    constexpr int kMsPerSecond = 1000;
+    constexpr int kShownInMinutes = 100; // seconds; above it
+    constexpr int kSecondsPerMinute = 60;
+    const cycle::Remaining left =
+        cycle::UntilUpdate(msSinceUpdate, m_settings.updateTime(), distanceNm, m_settings.range());
+    m_view.pageData().setWeatherUpdateInterval(
+        tr("Weather update in %1s / %2NM").arg(left.seconds).arg(left.distanceNm));
+    const int download = cycle::UntilDownload(msSinceDownload);
+    if (download > 0) {
+        const QString text = download > kShownInMinutes
+                                 ? tr("Weather download in %1min").arg(download / kSecondsPerMinute)
+                                 : tr("Weather download in %1s").arg(download);
+        m_view.pageData().setInfo1(text);
+        m_view.OnStatusbarStatus(text);
+    }
+    Q_EMIT sigProgress(msSinceUpdate / kMsPerSecond, m_settings.updateTime(),
+                       tr("Weather update in %1s/%2NM").arg(left.seconds).arg(left.distanceNm));
+}
+
+void Controller::downloadIfDue()
+{
+    constexpr int kMsPerSecond = 1000;
+    if (msSinceDownload / kMsPerSecond > m_settings.downloadUpdateTime()) {
+        msSinceDownload = 0; // before the download, which may take its time
+        DownloadWeather(m_settings.weatherSource());
+    }
+}
+
+void Controller::stepDirectWind()
+{
+    if (msSinceDwc > dwcPeriodMs || msSinceDwc == cycle::kNever) {
+        m_weatherWorker->setAircraftData(aircraftData);
+        msSinceDwc = 0;
+        if (m_directWindStep) {
+            m_directWindStep();
+        }
+    }
+}
+
+void Controller::searchNearestIfDue()
+{
+    constexpr int kSearchMs = 61000;
+    if (msSinceNearestSearch >= kSearchMs || msSinceNearestSearch == cycle::kNever) {
+        m_weatherWorker->setAircraftData(aircraftData);
+        msSinceNearestSearch = 0;
+        postWeatherJob(Job(weatherjob::kSearchAtAircraft, QStringLiteral("Search nearst metar")));
+    }
+}
+
+bool Controller::approachBlocks()
+{
+    const FlightPhase phase = m_flightPhase ? m_flightPhase() : FlightPhase::Unknown;
+    const bool approaching = phase == FlightPhase::Approach || phase == FlightPhase::Landing
+                             || phase == FlightPhase::GoAround;
+    if (!approaching || !m_settings.noUpdateApproach()) {
+        return false;
+    }
+    const QString text = tr("No Update, Approach");
+    m_view.pageData().setInfo1(text);
+    m_view.OnStatusbarStatus(text);
+    return true;
+}
+
+void Controller::startUpdate()
+{
+    forceWeatherUpdate = false;
+    lastUpdatePosition = aircraftData.position;
+    m_weatherWorker->setAircraftData(aircraftData);
+    timerWeather.stop(); // until the weather is set: two cycles never overlap
+    const cycle::PrepareNames names{
+        m_destination ? m_destination() : QString(),
+        cycle::ThemeFile(m_settings.interfaceType(), m_settings.tmpFolder(), m_settings.simPath())};
+    const cycle::PrepareJob job =
+        cycle::PrepareJobFor(simulator(), m_settings.weatherMode(), names);
+    if (job.wrongMode) {
+        log(QStringLiteral("(Controller) - Wrong Weather mode. With FSUIPC no WeatherModefile can "
+                           "be created. Please change Weather Mode or change the interface to "
+                           "\"Simconnect\" or \"FSUIPC & Simconnect\"."),
+            loglevel::kWarning);
+    }
+    if (job.id != 0) {
+        postWeatherJob(Job(job.id, job.name));
+    } else {
+        log(QStringLiteral("(Controller) - The connected simulator takes no weather from this "
+                           "version (interface %1, simulator %2).")
+                .arg(simulator().interfaceType)
+                .arg(simulator().fsId),
+            loglevel::kWarning);
+    }
+    msSinceUpdate = 0;
+}
+
+void Controller::UpdateXPlaneVisibility()
+{
+    if (xplaneBaseVisibility == cycle::kNoVisibility || !cycle::HasVisibilitySteps(simulator())) {
+        return;
+    }
+    const QString metres = QString::number(
+        cycle::VisibilityAt(xplaneBaseVisibility, aircraftData.heightAgl, m_settings.visMax()));
+    log(QStringLiteral("(WeatherManager)  set visibility xplane: %1 m").arg(metres),
+        loglevel::kDebug);
+    postConnectJob(Job(connectjob::kSetVisibility, metres));
+    msSinceVisibility = 0;
+}
+
+void Controller::DoDisplayMetar(const Metar& metar)
+{
+    m_view.pageWeather().displayMetar(metar);
+    const QString text = QString::fromStdWString(metar.reportText());
+    if (IsConnected() && text != lastShownMetarText) {
+        postConnectJob(Job(connectjob::kSendText, text));
+    }
+    lastShownMetarText = text;
+}
+
+void Controller::OnGetMetarClicked(QString icao)
+{
+    constexpr int kShortestIcao = 4;
+    m_requestedIcao = icao.toUpper();
+    // The search for upper-air data keeps the event loop running; the request made meanwhile is
+    // served after it.
+    if (m_servingRequest) {
+        return;
+    }
+    const QScopedValueRollback<bool> serving(m_servingRequest, true);
+    while (!m_requestedIcao.isEmpty() && !m_stop.raised()) {
+        const QString next = std::exchange(m_requestedIcao, QString());
+        aviation::weather::Station station;
+        const bool known = next.size() >= kShortestIcao && m_weather->getStation(next, station);
+        m_view.pageWeather().OnBackgroundIcao(next, known);
+        if (known) {
+            searchGribAt(station);
+            postWeatherJob(Job(weatherjob::kSearchAtStation, next));
+        }
+    }
+}
+
+void Controller::searchGribAt(const aviation::Position& position)
+{
+    aviation::weather::Grib grib;
+    if (m_settings.gribOff() || m_weather->SearchGrib(position, grib)) {
+        return;
+    }
+    if (DownloadGrib(position, false) == gribdownload::kFailed) {
+        log(QStringLiteral("(Controller) - Grib not found"), loglevel::kWarning);
+    }
+}

@@ -1,0 +1,172 @@
+#include "app/CycleRules.h"
+
+#include "app/WeatherJobs.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace cycle {
+
+namespace {
+
+constexpr int kMsPerSecond = 1000;
+constexpr int kWeatherFiles = 1; ///< weather/mode
+
+bool isClassicXPlane(const Simulator& simulator)
+{
+    const bool bridge = simulator.interfaceType == aviation::interfaceid::kBridge;
+    return (bridge
+            && (simulator.fsId == aviation::fsid::kXPlaneId8
+                || simulator.fsId == aviation::fsid::kXPlaneId9))
+           || simulator.interfaceType == aviation::interfaceid::kXPlanePlugin6
+           || simulator.interfaceType == aviation::interfaceid::kXPlanePlugin7;
+}
+
+bool isXPlane12(const Simulator& simulator)
+{
+    return (simulator.interfaceType == aviation::interfaceid::kBridge
+            && simulator.fsId == aviation::fsid::kXPlane12)
+           || simulator.interfaceType == aviation::interfaceid::kXPlane12Plugin;
+}
+
+} // namespace
+
+std::int32_t AddElapsed(std::int32_t counter, std::int64_t elapsedMs)
+{
+    constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
+    const std::int64_t elapsed = std::clamp<std::int64_t>(elapsedMs, 0, kLargest);
+    return static_cast<std::int32_t>(std::min(counter + elapsed, kLargest));
+}
+
+int PollTime(int setting)
+{
+    constexpr int kShortest = 20;
+    return std::max(kShortest, setting);
+}
+
+int PollInterval(int heightAgl, int groundSpeed, int current, int minimum, int maximum)
+{
+    if (heightAgl < 200 && groundSpeed >= 21) {
+        return minimum;
+    }
+    if (current == minimum && (heightAgl >= 201 || groundSpeed < 20)) {
+        return maximum;
+    }
+    return current;
+}
+
+double DistanceFromLastUpdate(const aviation::Position& aircraft, const aviation::Position& last)
+{
+    return last.isKnown() ? aircraft.DistanceTo(last) : 0.0;
+}
+
+int DistanceLimitNm(int rangeNm)
+{
+    return rangeNm / 2;
+}
+
+bool UpdateDue(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm)
+{
+    return msSinceUpdate / kMsPerSecond > updateTime || msSinceUpdate == kNever
+           || distanceNm > DistanceLimitNm(rangeNm);
+}
+
+Remaining UntilUpdate(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm)
+{
+    return {updateTime - msSinceUpdate / kMsPerSecond,
+            static_cast<int>(DistanceLimitNm(rangeNm) - distanceNm)};
+}
+
+int UntilDownload(std::int32_t msSinceDownload)
+{
+    constexpr int kShownInterval = 900;
+    return kShownInterval - msSinceDownload / kMsPerSecond;
+}
+
+PrepareJob PrepareJobFor(const Simulator& simulator, int weatherMode, const PrepareNames& names)
+{
+    const bool files = weatherMode == kWeatherFiles;
+    switch (simulator.interfaceType) {
+    case aviation::interfaceid::kSimConnect:
+    case aviation::interfaceid::kFsuipcSimConnect:
+        return files ? PrepareJob{weatherjob::kThemeFile, names.themeFile, false}
+                     : PrepareJob{weatherjob::kSimConnectAll, names.destination, false};
+    case aviation::interfaceid::kFsuipc:
+        return {weatherjob::kFsuipcAll, names.destination, files};
+    default:
+        break;
+    }
+    const bool classic = isClassicXPlane(simulator);
+    if (!classic && !isXPlane12(simulator)) {
+        return {};
+    }
+    if (files) {
+        return {weatherjob::kXPlaneFiles, QString(), false};
+    }
+    return {classic ? weatherjob::kXPlaneRecord : weatherjob::kXPlane12Record, QString(), false};
+}
+
+QString ThemeFile(int interfaceSetting, const QString& tmpFolder, const QString& simPath)
+{
+    return interfaceSetting == aviation::interfaceid::kBridge
+               ? tmpFolder + QStringLiteral("cirrilon")
+               : simPath + QStringLiteral("/Weather/themes/cirrilon");
+}
+
+bool HasVisibilitySteps(const Simulator& simulator)
+{
+    return isClassicXPlane(simulator);
+}
+
+std::int32_t VisibilityAt(float surfaceVisibility, int heightAgl, int maximumKm)
+{
+    constexpr int kLowHeight = 100; // feet
+    constexpr double kLargest = std::numeric_limits<std::int32_t>::max();
+    const double surface = std::clamp(static_cast<double>(surfaceVisibility), 0.0, kLargest);
+    if (heightAgl < kLowHeight) {
+        return static_cast<std::int32_t>(surface);
+    }
+    const double raised = std::clamp(2.0 * heightAgl + surface, surface, kLargest);
+    const double limit = std::clamp(maximumKm * 1000.0, 0.0, kLargest);
+    return static_cast<std::int32_t>(std::min(raised, limit));
+}
+
+int NextSource(int source)
+{
+    constexpr int kLastSource = 3;
+    return source + 1 > kLastSource ? 1 : source + 1;
+}
+
+const char* DwcObstacle(aviation::FsId fsId)
+{
+    switch (fsId) {
+    case aviation::fsid::kPrepar3dV4:
+        return QT_TRANSLATE_NOOP("Controller", "is not available for P3Dv4");
+    case aviation::fsid::kPrepar3dV5:
+        return QT_TRANSLATE_NOOP("Controller", "is not available for P3Dv5");
+    case aviation::fsid::kFs2020:
+        return QT_TRANSLATE_NOOP("Controller", "is not available for FS2020");
+    default:
+        return nullptr;
+    }
+}
+
+int NextReconnectDelay(int lastDelayMs)
+{
+    constexpr int kFirst = 10000;
+    constexpr int kLongest = 160000;
+    return lastDelayMs <= 0 ? kFirst : std::min(lastDelayMs * 2, kLongest);
+}
+
+std::uint16_t PortFromText(const QString& text)
+{
+    constexpr int kMostDigits = 5;
+    bool digitsOnly = !text.isEmpty() && text.size() <= kMostDigits;
+    for (const QChar c : text) {
+        digitsOnly = digitsOnly && c >= QLatin1Char('0') && c <= QLatin1Char('9');
+    }
+    // Conversion fails by itself above 65535.
+    return digitsOnly ? text.toUShort() : std::uint16_t{0};
+}
+
+} // namespace cycle

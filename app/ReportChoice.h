@@ -1,0 +1,48 @@
+#pragma once
+
+#include "aviation/Metar.h"
+#include "aviation/Position.h"
+#include "aviation/Synop.h"
+#include "aviation/support/Clock.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Which of the nearest reports is shown: rules without a window. All functions are pure; reports
+/// without a place count as infinitely far away.
+namespace reportchoice {
+
+/// Whether a METAR is too old to be shown before a SYNOP: of another day than today's (UTC), or of
+/// an hour below that of three hours ago. The group is ddhhmm; one without digits is old. In the
+/// first three hours of a day the hour of three hours ago is one of yesterday evening, so that
+/// nearly all reports count as old then; that is kept.
+bool IsOldReport(std::wstring_view timeGroup, aviation::Clock::UtcTime now);
+
+/// The METAR made of a SYNOP.
+aviation::weather::Metar MetarOfSynop(const aviation::weather::Synop& synop);
+
+/// The report of the periodic display. Decodes the SYNOP where that hasn't happened.
+aviation::weather::Metar ForAircraft(aviation::weather::Metar metar,
+                                     aviation::weather::Synop& synop,
+                                     const aviation::Position& aircraft,
+                                     aviation::Clock::UtcTime now);
+
+/// What the user's request for a station is answered with.
+struct Request
+{
+    std::wstring icao;
+    int error = 0;    ///< of weathererror, not kNoWeather
+    std::wstring taf; ///< of the METAR's station; empty when it isn't wanted
+};
+/// The METAR itself, or the SYNOP made into one where there is no METAR (error 7).
+aviation::weather::Metar MetarForRequest(aviation::weather::Metar metar,
+                                         const aviation::weather::Synop& synop, int error);
+/// The reports to show one after the other; the METAR is the last. `metar` is the result of
+/// MetarForRequest.
+std::vector<aviation::weather::Metar> ForRequest(aviation::weather::Metar metar,
+                                                 const aviation::weather::Synop& synop,
+                                                 const aviation::Position& aircraft,
+                                                 const Request& request);
+
+} // namespace reportchoice

@@ -1,0 +1,66 @@
+#include "app/ServerAnswer.h"
+
+#include <QNetworkReply>
+#include <QStringView>
+
+namespace {
+
+constexpr int kLongestLogText = 2000; // characters
+
+} // namespace
+
+namespace serveranswer {
+
+QString fault(const QByteArray& head)
+{
+    const QByteArray start = head.left(kHeadSize).trimmed().toLower();
+    if (start.isEmpty()) {
+        return QStringLiteral("it is empty");
+    }
+    const bool page = start.startsWith("<!doctype") || start.startsWith("<html")
+                      || start.startsWith("<head") || start.startsWith("<body")
+                      || start.startsWith("<?xml") || start.contains("<html");
+    if (page) {
+        return QStringLiteral("it is a web page");
+    }
+    const QString line = QString::fromUtf8(head.left(kHeadSize)).section(QLatin1Char('\n'), 0, 0);
+    return isErrorText(line) ? QStringLiteral("the server says ") + line.trimmed() : QString();
+}
+
+bool isErrorText(const QString& text)
+{
+    const int end = text.indexOf(QLatin1Char('\n'));
+    return QStringView(text).left(end < 0 ? text.size() : end).contains(QLatin1String("Error"));
+}
+
+QString advice(int networkError)
+{
+    switch (networkError) {
+    case QNetworkReply::OperationCanceledError:
+        return {};
+    case QNetworkReply::HostNotFoundError:
+    case QNetworkReply::ConnectionRefusedError:
+    case QNetworkReply::TimeoutError:
+    case QNetworkReply::TemporaryNetworkFailureError:
+    case QNetworkReply::NetworkSessionFailedError:
+    case QNetworkReply::UnknownNetworkError:
+        return QStringLiteral("Check the internet connection and the firewall.");
+    case QNetworkReply::ProtocolUnknownError:
+        return QStringLiteral("Correct the address in the settings.");
+    case kFileError:
+        return QStringLiteral(
+            "Check that the temporary folder can be written and the disk isn't full.");
+    default:
+        return QStringLiteral(
+            "If it stays so, choose another weather source or server in the settings.");
+    }
+}
+
+QString forLog(const QString& text)
+{
+    const bool tooLong = text.size() > kLongestLogText;
+    const QString shown = tooLong ? text.left(kLongestLogText) + QStringLiteral("...") : text;
+    return shown.toHtmlEscaped();
+}
+
+} // namespace serveranswer

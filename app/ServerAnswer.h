@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// What a pilot is told of answers of weather servers. Pure.
+namespace serveranswer {
+
+/// Characters of an answer that fault looks at.
+inline constexpr int kHeadSize = 512;
+
+/// Why the start of an answer can't be data: it is empty, a web page, or the server's word of an
+/// error. Empty if it may be data. Not escaped.
+QString fault(const QByteArray& head);
+
+/// True if the first line of an answer says that the server failed.
+bool isErrorText(const QString& text);
+
+/// A file that can't be opened or written, among the errors of a download.
+inline constexpr int kFileError = -1;
+
+/// What to do about an error of a download (QNetworkReply::NetworkError, 0 for an answer that is no
+/// data); a sentence, or empty.
+QString advice(int networkError);
+
+/// The text safe for rich text, and cut to a length that a log can take.
+QString forLog(const QString& text);
+
+} // namespace serveranswer

@@ -1,0 +1,111 @@
+#include "app/WeatherFileReader.h"
+
+#include "app/ServerAnswer.h"
+#include "app/base/DownloadManager.h"
+#include "app/base/ReportFile.h"
+#include "app/base/StopFlag.h"
+#include "aviation/support/ScopedLock.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <exception>
+#include <utility>
+
+using aviation::ScopedLock;
+
+namespace {
+
+/// Nothing is copied if there is nothing to copy; a failure is silent.
+void CopyOver(const QString& source, const QString& target)
+{
+    const QString half = target + QStringLiteral(".part");
+    QFile::remove(half);
+    if (QFileInfo(source).size() > 0 && QFile::copy(source, half)) {
+        QFile::remove(target);
+        QFile::rename(half, target);
+    }
+}
+
+/// A file that can't be inflated becomes an empty one: no reports, so another source is tried.
+QString Inflate(const WeatherFileRequest& request)
+{
+    QString reason;
+    DownloadManager::gunzipFile(request.downloaded, request.inflated, &reason);
+    if (reason.isEmpty()) {
+        return {};
+    }
+    QFile file(request.downloaded);
+    const QByteArray head =
+        file.open(QIODevice::ReadOnly) ? file.read(serveranswer::kHeadSize) : QByteArray();
+    const QString fault = serveranswer::fault(head);
+    return fault.isEmpty() ? reason : fault;
+}
+
+WeatherFileResult Read(const WeatherFileRequest& request, const StopFlag& stop)
+{
+    WeatherFileResult result;
+    const bool isPacked = !request.inflated.isEmpty();
+    result.file = isPacked ? request.inflated : request.downloaded;
+    if (isPacked) {
+        result.fault = Inflate(request);
+    }
+    if (!stop.raised()) {
+        CopyOver(result.file, request.copy);
+    }
+    if (!stop.raised()) {
+        ReportFileResult read = readReportFile(result.file);
+        result.opened = read.ok();
+        result.text = std::move(read.text);
+    }
+    if (result.opened && result.fault.isEmpty()) {
+        result.fault = serveranswer::fault(result.text.left(serveranswer::kHeadSize).toUtf8());
+    }
+    return result;
+}
+
+} // namespace
+
+WeatherFileReader::WeatherFileReader(const StopFlag& stop, QObject* parent)
+    : QThread(parent)
+    , m_stop(stop)
+{}
+
+WeatherFileReader::~WeatherFileReader()
+{
+    wait();
+    const ScopedLock lock(m_mutex);
+}
+
+void WeatherFileReader::read(const WeatherFileRequest& request)
+{
+    wait();
+    {
+        const ScopedLock lock(m_mutex);
+        m_request = request;
+    }
+    start();
+}
+
+WeatherFileResult WeatherFileReader::result() const
+{
+    const ScopedLock lock(m_mutex);
+    return m_result;
+}
+
+void WeatherFileReader::run()
+{
+    WeatherFileRequest request;
+    {
+        const ScopedLock lock(m_mutex);
+        request = m_request;
+    }
+    WeatherFileResult result;
+    try {
+        result = Read(request, m_stop);
+    } catch (const std::exception&) { // out of memory is all that can arrive here
+        result.file = request.downloaded;
+    }
+    const ScopedLock lock(m_mutex);
+    m_result = std::move(result);
+}

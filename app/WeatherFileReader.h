@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QMutex>
+#include <QString>
+#include <QThread>
+
+class StopFlag;
+
+/// A downloaded weather file and what is to become of it.
+struct WeatherFileRequest
+{
+    QString downloaded;
+    QString inflated; ///< where the inflated text goes; empty: the download isn't packed
+    QString copy;     ///< where a copy of the text goes, replacing what is there
+};
+
+struct WeatherFileResult
+{
+    QString text;
+    QString file;  ///< the one that the text was read from
+    QString fault; ///< why there are no reports in it, not escaped; empty if all is well
+    bool opened = false;
+};
+
+/// Inflates, copies and reads a weather file: a world-wide one takes too long for the event loop.
+/// A thread that ends with each file; QThread::finished tells that result() is there. Lives on the
+/// main thread; the destructor waits for the file under way, well below a second for a real one.
+class WeatherFileReader final : public QThread
+{
+public:
+    /// The flag outlives the reader; once it is raised, the steps that are left are skipped.
+    explicit WeatherFileReader(const StopFlag& stop, QObject* parent = nullptr);
+    ~WeatherFileReader() override;
+
+    /// Starts; waits for the file before, if that one isn't done.
+    void read(const WeatherFileRequest& request);
+    WeatherFileResult result() const;
+
+protected:
+    void run() override;
+
+private:
+    const StopFlag& m_stop;
+    mutable QMutex m_mutex;
+    WeatherFileRequest m_request; ///< guarded by m_mutex
+    WeatherFileResult m_result;   ///< guarded by m_mutex
+};

@@ -1,0 +1,33 @@
+#include "app/GlobalWindFile.h"
+
+#include "tests/support/FakeClock.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(GlobalWindFile, TakesTheLatestRunThatIsOut)
+{
+    const struct
+    {
+        int hour;
+        int minute;
+        const char* date;
+        const char* name;
+    } rows[] = {
+        {3, 0, "20240229", "gfs.t18z.wafs_grb45f06.grib2"},
+        {5, 59, "20240229", "gfs.t18z.wafs_grb45f06.grib2"},
+        {6, 0, "20240301", "gfs.t00z.wafs_grb45f06.grib2"},
+        {0, 0, "20240229", "gfs.t18z.wafs_grb45f06.grib2"},
+        {12, 30, "20240301", "gfs.t06z.wafs_grb45f06.grib2"},
+        {23, 59, "20240301", "gfs.t12z.wafs_grb45f06.grib2"},
+    };
+    for (const auto& row : rows) {
+        const FakeClock clock(2024, 3, 1, row.hour, row.minute);
+        const GlobalWindFile file = GlobalWindFile::At(clock.NowUtc());
+        EXPECT_EQ(file.date, QLatin1String(row.date)) << row.hour;
+        EXPECT_EQ(file.name, QLatin1String(row.name)) << row.hour;
+    }
+}
+
+} // namespace

@@ -1,0 +1,112 @@
+#include "app/ReportChoice.h"
+
+#include "tests/support/FakeClock.h"
+
+#include <QString>
+
+#include <gtest/gtest.h>
+
+using aviation::Position;
+using aviation::weather::Metar;
+using aviation::weather::Synop;
+
+namespace {
+
+const Position kAircraft(50.0, 8.0);
+
+/// A METAR of noon, or a SYNOP, so many NM north of the aircraft.
+Metar metarAt(double northNm, const wchar_t* time = L"011150Z")
+{
+    Metar metar(L"EDDF " + std::wstring(time) + L" 24012KT 9999 FEW030 22/12 Q1015");
+    metar.Decode();
+    metar.setIcao(L"EDDF");
+    metar.setPosition(Position(50.0 + northNm / 60.0, 8.0));
+    return metar;
+}
+
+Synop synopAt(double northNm)
+{
+    Synop synop(L"AAXX 01121 10637 11458 52406 10221 20121 30024 40150 57005 82130");
+    synop.Decode();
+    synop.setPosition(Position(50.0 + northNm / 60.0, 8.0));
+    return synop;
+}
+
+TEST(ReportChoiceTest, AgeIsToldByDayAndHour)
+{
+    const FakeClock clock(2019, 7, 1, 12, 10);
+    const std::pair<const wchar_t*, bool> rows[] = {
+        {L"011150", false}, {L"010900", false}, {L"010859", true}, {L"301150", true},
+        {L"021150", true},  {L"", true},        {L"0", true},      {L"ab1150", true},
+    };
+    for (const auto& [group, old] : rows) {
+        EXPECT_EQ(reportchoice::IsOldReport(group, clock.NowUtc()), old)
+            << QString::fromWCharArray(group).toStdString();
+    }
+    const FakeClock night(2019, 7, 1, 2, 10);
+    EXPECT_TRUE(reportchoice::IsOldReport(L"010150", night.NowUtc()))
+        << "three hours ago it was 23 h";
+}
+
+TEST(ReportChoiceTest, TheSynopIsShownWhenItIsNearerOrTheMetarOld)
+{
+    const FakeClock clock(2019, 7, 1, 12, 10);
+    const struct
+    {
+        double metarNm, synopNm;
+        const wchar_t* time;
+        bool synopShown;
+    } rows[] = {
+        {9.0, 5.0, L"011150Z", false},   {11.0, 5.0, L"011150Z", true},
+        {11.0, 12.0, L"011150Z", false}, {5.0, 300.0, L"010550Z", true},
+        {101.0, 49.0, L"011150Z", true}, {60.0, 70.0, L"011150Z", false},
+    };
+    for (const auto& row : rows) {
+        Synop synop = synopAt(row.synopNm);
+        const Metar shown = reportchoice::ForAircraft(metarAt(row.metarNm, row.time), synop,
+                                                      kAircraft, clock.NowUtc());
+        EXPECT_EQ(shown.reportText().substr(0, 4) == L"LAND", row.synopShown)
+            << row.metarNm << ' ' << row.synopNm;
+        if (!row.synopShown) {
+            EXPECT_EQ(shown.visFromSynop(), row.synopNm < 50.0 ? synop.visibility() : -1);
+        }
+    }
+    Synop none;
+    EXPECT_EQ(reportchoice::ForAircraft(metarAt(500.0), none, kAircraft, clock.NowUtc()).icao(),
+              L"EDDF");
+}
+
+TEST(ReportChoiceTest, ARequestShowsTheSynopFirstWhenAnotherStationAnswers)
+{
+    const struct
+    {
+        const wchar_t* icao;
+        int error;
+        double synopNm;
+        std::size_t shown;
+        bool visibility;
+    } rows[] = {
+        {L"EDDF", 0, 20.0, 1, true},  {L"EDDF", 0, 60.0, 1, false}, {L"EDFH", 0, 20.0, 2, false},
+        {L"EDFH", 8, 20.0, 1, false}, {L"EDFH", 9, 20.0, 2, false},
+    };
+    for (const auto& row : rows) {
+        const auto reports = reportchoice::ForRequest(metarAt(5.0), synopAt(row.synopNm), kAircraft,
+                                                      {row.icao, row.error, L"EDDF 0112/0218"});
+        ASSERT_EQ(reports.size(), row.shown) << row.error;
+        EXPECT_EQ(reports.back().icao(), L"EDDF");
+        EXPECT_EQ(reports.back().tafText(), L"EDDF 0112/0218");
+        EXPECT_EQ(reports.back().visFromSynop() != -1, row.visibility) << row.error;
+    }
+    EXPECT_EQ(reportchoice::ForRequest(metarAt(5.0), Synop(), kAircraft, {L"EDFH", 0, {}}).size(),
+              1U);
+}
+
+TEST(ReportChoiceTest, WithoutAMetarTheSynopStandsIn)
+{
+    const Synop synop = synopAt(3.0);
+    EXPECT_EQ(reportchoice::MetarForRequest(Metar(), synop, 7).latitude(), synop.latitude());
+    EXPECT_EQ(reportchoice::MetarForRequest(metarAt(1.0), synop, 0).icao(), L"EDDF");
+    EXPECT_TRUE(reportchoice::MetarForRequest(Metar(), Synop(), 7).reportText().empty());
+}
+
+} // namespace

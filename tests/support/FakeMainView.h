@@ -1,0 +1,147 @@
+#pragma once
+
+#include "app/base/MainView.h"
+
+#include <QPair>
+#include <QVector>
+
+#include <algorithm>
+
+/// Keeps what the weather page was told.
+class FakeWeatherPage final : public WeatherPage
+{
+public:
+    void displayMetar(const aviation::weather::Metar& metar) override { metars.push_back(metar); }
+    void OnBackgroundIcao(const QString& icao, bool known) override
+    {
+        backgrounds.push_back({icao, known});
+    }
+    void OnEnableGetMetarButton(bool enabled) override { searchEnabled = enabled; }
+    void setCompleterList(const QStringList& icaos) override { completer = icaos; }
+    void setWeatherTime(const QString& text) override { weatherTime = text; }
+    void OnTableGribUpdate(const aviation::weather::Grib& grib) override { gribs.push_back(grib); }
+
+    /// Raw texts in the order of their display.
+    QStringList metarTexts() const
+    {
+        QStringList texts;
+        for (const aviation::weather::Metar& metar : metars) {
+            texts << QString::fromStdWString(metar.reportText());
+        }
+        return texts;
+    }
+
+    QVector<aviation::weather::Metar> metars;
+    QVector<QPair<QString, bool>> backgrounds;
+    bool searchEnabled = true;
+    QStringList completer;
+    QString weatherTime;
+    QVector<aviation::weather::Grib> gribs;
+};
+
+/// Keeps what the data page was told.
+class FakeDataPage final : public DataPage
+{
+public:
+    void setWeatherUpdateInterval(const QString& text) override { updateInterval = text; }
+    void setInfo1(const QString& text) override { info1 << text; }
+    void setSimInterfaceInfo(const QString& text) override { interfaceInfo = text; }
+    void setJobsInfo(const QString& text) override { jobs = text; }
+    void setDwcState(const QString& text, bool enabled) override
+    {
+        dwcText = text;
+        dwcEnabled = enabled;
+    }
+    void clearData() override { ++cleared; }
+
+    QString updateInterval;
+    QStringList info1;
+    QString interfaceInfo;
+    QString jobs;
+    QString dwcText;
+    bool dwcEnabled = true;
+    int cleared = 0;
+};
+
+/// A window without a window: it keeps everything it is told. Main thread.
+class FakeMainView final : public MainView
+{
+public:
+    struct Line
+    {
+        QString text;
+        int level = 0;
+    };
+    struct Progress
+    {
+        qlonglong value = 0;
+        qlonglong total = 0;
+        QString text;
+    };
+
+    void setConnectText(QString text) override { connectText = text; }
+    void OnOutputDebugstring(QString item, int level) override { log.push_back({item, level}); }
+    void OnStatusbarStatus(QString text) override { status << text; }
+    void OnProgressBar(qlonglong value, qlonglong total, QString text) override
+    {
+        progress.push_back({value, total, text});
+    }
+    void setupLanguage() override {}
+    WeatherPage& pageWeather() override { return weatherPage; }
+    DataPage& pageData() override { return dataPage; }
+    void SetAircraftData(aviation::structs::AircraftData& data) override { aircraft = data; }
+    void SetAircraftName(QString title, QString checklist, bool found) override
+    {
+        Q_UNUSED(checklist)
+        Q_UNUSED(found)
+        aircraftNames << title;
+    }
+    void SetFrequencys(aviation::structs::RadioFrequencys& frequencies) override
+    {
+        radios = frequencies;
+    }
+    void setSystrayMessage(QString text) override { tray << text; }
+    void setSetWxAction(bool enabled, QString text, QString icao) override
+    {
+        setWxEnabled = enabled;
+        setWxText = text;
+        setWxIcao = icao;
+    }
+    void showSplashMessage(QString text) override { splash << text; }
+    void closeSplash() override { splashClosed = true; }
+    void closeProgram() override { programClosed = true; }
+
+    /// Log lines that contain a text.
+    int linesWith(const QString& part) const
+    {
+        return static_cast<int>(std::count_if(log.begin(), log.end(), [&part](const Line& line) {
+            return line.text.contains(part);
+        }));
+    }
+    /// Level of the last line that contains a text, -1 without one.
+    int levelOf(const QString& part) const
+    {
+        int level = -1;
+        for (const Line& line : log) {
+            level = line.text.contains(part) ? line.level : level;
+        }
+        return level;
+    }
+
+    FakeWeatherPage weatherPage;
+    FakeDataPage dataPage;
+    QString connectText;
+    QVector<Line> log;
+    QStringList status;
+    QVector<Progress> progress;
+    aviation::structs::AircraftData aircraft;
+    QStringList aircraftNames;
+    aviation::structs::RadioFrequencys radios;
+    QStringList tray;
+    bool setWxEnabled = false;
+    QString setWxText;
+    QString setWxIcao;
+    QStringList splash;
+    bool splashClosed = false;
+    bool programClosed = false;
+};

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/base/UserDialogs.h"
+#include "aviation/support/ScopedLock.h"
+
+#include <QMutex>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// Keeps the boxes as "title|text" and answers questions as told beforehand.
+class FakeUserDialogs final : public UserDialogs
+{
+public:
+    void warning(const QString& title, const QString& text) override
+    {
+        const aviation::ScopedLock lock(m_mutex);
+        m_warnings << title + QLatin1Char('|') + text;
+    }
+    void critical(const QString& title, const QString& text) override
+    {
+        const aviation::ScopedLock lock(m_mutex);
+        m_criticals << title + QLatin1Char('|') + text;
+    }
+    bool question(const QString& title, const QString& text) override
+    {
+        questions << title + QLatin1Char('|') + text;
+        return answer;
+    }
+    QString offerUpdate(const UpdateOffer& offer) override
+    {
+        offers.push_back(offer);
+        return installer;
+    }
+
+    QStringList warnings() const
+    {
+        const aviation::ScopedLock lock(m_mutex);
+        return m_warnings;
+    }
+    QStringList criticals() const
+    {
+        const aviation::ScopedLock lock(m_mutex);
+        return m_criticals;
+    }
+
+    bool answer = false;
+    QString installer; ///< what offerUpdate gives
+    QStringList questions;
+    QVector<UpdateOffer> offers;
+
+private:
+    mutable QMutex m_mutex;
+    QStringList m_warnings;  ///< guarded by m_mutex
+    QStringList m_criticals; ///< guarded by m_mutex
+};
