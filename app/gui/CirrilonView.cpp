@@ -1,0 +1,307 @@
+#include "app/gui/CirrilonView.h"
+
+#include "app/Controller.h"
+#include "app/base/LogLevel.h"
+#include "app/base/ProcessRunner.h"
+#include "app/gui/DockWidgetDebug.h"
+#include "app/gui/Icons.h"
+#include "app/gui/LanguageMenu.h"
+#include "app/gui/MainActions.h"
+#include "app/gui/MainToolBar.h"
+#include "app/gui/MainWidgetFlightplanner.h"
+#include "app/gui/MainWidgetWeather.h"
+#include "app/gui/TrayIcon.h"
+#include "sim/FsInterfaceFactory.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFile>
+#include <QMenu>
+#include <QSplashScreen>
+#include <QSysInfo>
+#include <QTimer>
+
+namespace {
+
+constexpr double kSplashOpacity = 0.9;
+constexpr int kSplashFontSize = 10;
+constexpr int kFirstStartDelayMs = 600; ///< behind the controller's own start
+
+} // namespace
+
+CirrilonView::CirrilonView(const WindowParts& parts)
+    : m_settingsFile(parts.settingsFile)
+    , m_firstStart(!QFile::exists(parts.settingsFile))
+    , m_settings(parts.settingsFile, parts.random)
+    , m_log(m_settings.workFolder())
+    , m_dialogs(this, {&m_settings, parts.network, nullptr, &m_stop, parts.limits})
+    , m_processes(parts.processes)
+    , m_network(parts.network)
+    , m_interfaces(parts.interfaces(m_settings, m_stop))
+{
+    m_log.setMirror(parts.logMirror);
+    setupUi();
+    updateSettingsViews();
+    createSplash();
+    createController(parts);
+    connectControllerActions();
+    connectWindowActions();
+    createTray();
+    restoreWindow();
+    setBuilt();
+    setWindowTitle(windowTitle() + QStringLiteral(" - ") + QStringLiteral("64-Bit ")
+                   + Settings::version());
+    OnStatusbarStatus(tr("Weather not loaded"));
+    writeBanner();
+    setupLanguage();
+    if (m_firstStart) {
+        QTimer::singleShot(kFirstStartDelayMs, this, &CirrilonView::OnOpenBasicSettings);
+    }
+}
+
+CirrilonView::~CirrilonView()
+{
+    m_stop.raise();
+    m_controller.reset();
+}
+
+void CirrilonView::createSplash()
+{
+    m_splash = std::make_unique<QSplashScreen>(Icons::logo(devicePixelRatioF()));
+    m_splash->setStyleSheet(QStringLiteral("background-color:white"));
+    m_splash->setWindowOpacity(kSplashOpacity);
+    m_splash->setFont(QFont(QStringLiteral("Times"), kSplashFontSize, QFont::Bold));
+    m_splash->show();
+    showSplashMessage(tr("Loading GUI"));
+}
+
+void CirrilonView::createController(const WindowParts& parts)
+{
+    m_controller = std::make_unique<Controller>(
+        ControllerParts{m_settings, *this, m_dialogs, parts.random, parts.network, parts.processes,
+                        *m_interfaces, parts.limits});
+    connect(&m_settings, &Settings::sigDebugString, m_controller.get(), &Controller::OnDebugString);
+    connect(m_controller.get(), &Controller::sigStarted, this, &CirrilonView::writeNextSteps);
+    for (const Settings::LogLine& line : m_settings.takeEarlyLog()) {
+        m_controller->OnDebugString(line.text, line.level);
+    }
+}
+
+void CirrilonView::connectControllerActions()
+{
+    Controller* controller = m_controller.get();
+    const auto on = [this, controller](const char* action, auto slot) {
+        connect(&actions().action(action), &QAction::triggered, controller, slot);
+    };
+    on("actionDownload_WX", &Controller::OnDownloadWeather);
+    on("actionConnect", &Controller::OnConnectClicked);
+    on("action_setWxIcao", &Controller::OnClickedSetWX);
+    on("actionClear_WX", &Controller::OnClearWX);
+    on("actionCheck_new_version", &Controller::onCheckNewVersion);
+    on("action_ShowMetarStationsFailed", &Controller::OnShowMetarStationsFailed);
+    on("action_ShowSynopsStationFailed", &Controller::OnShowSynopStationsFailed);
+    connect(&weatherWidget(), &MainWidgetWeather::OnMetarRequest, controller,
+            &Controller::OnGetMetarClicked);
+}
+
+void CirrilonView::connectWindowActions()
+{
+    const auto on = [this](const char* action, auto slot) {
+        connect(&actions().action(action), &QAction::triggered, this, slot);
+    };
+    on("actionSettings", &CirrilonView::OnOpenOptionDlg);
+    on("actionExit", &CirrilonView::on_actionExit_triggered);
+    on("actionAirport_List", &CirrilonView::OnDialogAirportList);
+    on("actionOpen_Configfile", &CirrilonView::OnOpenCirrilonFolder);
+    on("actionAbout", &CirrilonView::OnDlgAbout);
+    on("actionBasic_Settings", &CirrilonView::OnOpenBasicSettings);
+    on("actionFlightplanner", &CirrilonView::OnOpenFlightplanner);
+    connect(&debugDock(), &DockWidgetDebug::sigOpenFolder, this, &CirrilonView::openFolder);
+    connect(&toolBar(), &MainToolBar::sigProfileChosen, this, &CirrilonView::OnProfileIndexChanged);
+    connect(&toolBar(), &MainToolBar::sigOpenChecklist, this, &CirrilonView::OnOpenChecklist);
+    connect(&toolBar(), &MainToolBar::sigRecordToggled, this,
+            [this](bool enabled) { m_settings.setRecorderEnable(enabled); });
+    // The session may end without a word to the window.
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &CirrilonView::saveSettings);
+}
+
+void CirrilonView::createTray()
+{
+    m_tray = new TrayIcon(*this, m_settings);
+    m_tray->setActions({&actions().action("actionConnect"), &actions().action("actionSettings"),
+                        &actions().action("actionDownload_WX"), nullptr,
+                        &actions().action("actionExit")});
+}
+
+void CirrilonView::restoreWindow()
+{
+    if (!m_settings.restoreWindowGeometry()) {
+        return;
+    }
+    restoreState(m_settings.windowState());
+    restoreGeometry(m_settings.windowGeometry());
+    flightplanner().restoreGeometry(m_settings.flightplannerWindowGeometry());
+}
+
+void CirrilonView::writeBanner()
+{
+    const auto write = [this](const QString& line) {
+        m_controller->OnDebugString(line, loglevel::kNotification);
+    };
+    write(QStringLiteral("(Main) - Cirrilon %1, Qt %2, %3")
+              .arg(Settings::version(), QString::fromLatin1(qVersion()),
+                   QSysInfo::prettyProductName().toHtmlEscaped()));
+    write(QStringLiteral("(Main) - Log file: %1").arg(m_log.path().toHtmlEscaped()));
+}
+
+void CirrilonView::writeNextSteps()
+{
+    const auto write = [this](const QString& line) {
+        m_controller->OnDebugString(line, loglevel::kNotification);
+    };
+    if (!m_settings.downloadWxAtStart()) {
+        write(QStringLiteral("(Main) - Next: \"Download WX\" fetches the weather"));
+    }
+    if (!m_settings.autoConnect()) {
+        write(QStringLiteral("(Main) - Next: \"Connect\" reaches the simulator by the interface "
+                             "that is chosen under \"Settings\""));
+    }
+}
+
+void CirrilonView::setupLanguage()
+{
+    if (m_language == nullptr) {
+        m_language =
+            new LanguageMenu(actions().menu("menuLanguage"), LanguageMenu::defaultFolder());
+        connect(m_language, &LanguageMenu::sigDebugString, m_controller.get(),
+                &Controller::OnDebugString);
+    }
+    m_language->useSystemLocale();
+}
+
+void CirrilonView::OnLanguageChanged(QAction* action)
+{
+    m_language->OnLanguageChanged(action);
+}
+
+void CirrilonView::OnOutputDebugstring(QString item, int level)
+{
+    m_log.write(item, level);
+    if (level >= m_settings.loggerLevel()) {
+        debugDock().append(item, level);
+    }
+}
+
+void CirrilonView::setSystrayMessage(QString text)
+{
+    if (m_tray != nullptr) {
+        m_tray->setSystrayMessage(text);
+    }
+}
+
+void CirrilonView::showSplashMessage(QString text)
+{
+    if (m_splash == nullptr) {
+        return;
+    }
+    const QPoint centre = frameGeometry().center();
+    m_splash->move(centre - m_splash->rect().center());
+    m_splash->showMessage(text, Qt::AlignBottom | Qt::AlignHCenter, Qt::black);
+}
+
+void CirrilonView::closeSplash()
+{
+    m_splash.reset();
+    if (!isMinimized() && !m_tray->isIconVisible()) {
+        show();
+    }
+}
+
+void CirrilonView::closeProgram()
+{
+    close();
+}
+
+void CirrilonView::on_actionExit_triggered()
+{
+    close();
+}
+
+void CirrilonView::OnProfileIndexChanged(QString name)
+{
+    if (name == m_settings.profile()) {
+        return;
+    }
+    m_settings.changeProfile(name);
+    updateSettingsViews();
+}
+
+void CirrilonView::updateSettingsViews()
+{
+    toolBar().setProfiles(m_settings.profiles(), m_settings.profile());
+    toolBar().setRecording(m_settings.recorderEnable());
+}
+
+void CirrilonView::openFolder(const QString& path)
+{
+    if (!m_processes.open(path)) {
+        m_controller->OnDebugString(
+            QStringLiteral("(Main) - can not open folder: %1").arg(path.toHtmlEscaped()),
+            loglevel::kWarning);
+    }
+}
+
+void CirrilonView::OnOpenCirrilonFolder()
+{
+    openFolder(m_settings.workFolder());
+}
+
+void CirrilonView::OnOpenChecklist(const QString& path)
+{
+    const bool opened = m_processes.open(path);
+    const QString text =
+        opened ? QStringLiteral("Open Checklist ") : QStringLiteral("Can not open checklist ");
+    m_controller->OnDebugString(text + path.toHtmlEscaped(),
+                                opened ? loglevel::kNotification : loglevel::kWarning);
+}
+
+void CirrilonView::saveSettings()
+{
+    if (m_closed) {
+        return;
+    }
+    m_settings.setFlightplannerWindowGeometry(flightplanner().saveGeometry());
+    m_settings.setWindowState(saveState());
+    m_settings.setWindowGeometry(saveGeometry());
+    m_settings.save(m_settings.profileFile(m_settings.profile()));
+    m_settings.save(m_settingsFile);
+}
+
+void CirrilonView::changeEvent(QEvent* event)
+{
+    BackendBase::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && isMinimized() && m_tray != nullptr) {
+        m_tray->windowMinimised();
+    }
+    if (event->type() == QEvent::LocaleChange && m_language != nullptr) {
+        m_language->useSystemLocale();
+    }
+}
+
+void CirrilonView::closeEvent(QCloseEvent* event)
+{
+    flightplanner().close();
+    saveSettings();
+    m_closed = true;
+    event->accept();
+    Q_EMIT sigClosed();
+}
+
+void CirrilonView::retranslateUi()
+{
+    BackendBase::retranslateUi();
+    if (m_tray != nullptr) {
+        m_tray->retranslateUi();
+    }
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "app/base/MainView.h"
+#include "aviation/Metar.h"
+
+#include <QHash>
+#include <QPointer>
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QListWidgetItem;
+class QPushButton;
+class UpperAirTable;
+class WidgetMetarUndock;
+
+/// The METAR page: the reports of the flight with the newest on top, a search by ICAO code, and the
+/// upper air of the last report. It keeps its newest 500 reports. Main thread.
+class MainWidgetWeather : public QWidget, public WeatherPage
+{
+    Q_OBJECT
+public:
+    explicit MainWidgetWeather(QWidget* parent = nullptr);
+    ~MainWidgetWeather() override;
+
+    void displayMetar(const aviation::weather::Metar& metar) override;
+    void OnBackgroundIcao(const QString& icao, bool known) override;
+    void OnEnableGetMetarButton(bool enabled) override;
+    void setCompleterList(const QStringList& icaos) override;
+    void setWeatherTime(const QString& text) override;
+    void OnTableGribUpdate(const aviation::weather::Grib& grib) override;
+
+public Q_SLOTS:
+    void OnGetMetarClicked();
+    void clearContent();
+    void copyMetar();
+    /// Shows the report of the current row in a window above the others.
+    void openOnTop();
+
+Q_SIGNALS:
+    void OnMetarRequest(QString icao);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    QWidget* buildReports();
+    QWidget* buildUpperAir();
+    void buildSearch();
+    void retranslateUi();
+    void showContextMenu(const QPoint& position);
+    void openWindow(const QListWidgetItem* item);
+    void dropOldRows();
+    void limitMap();
+
+    QLabel* m_icaoLabel;
+    QLineEdit* m_icao;
+    QPushButton* m_search;
+    QLabel* m_weatherTime;
+    QLabel* m_reportsTitle;
+    QLabel* m_upperAirTitle;
+    QListWidget* m_list;
+    UpperAirTable* m_upperAir;
+    QString m_lastText;
+    bool m_grey = false;                                ///< colour of the next row
+    QHash<QString, aviation::weather::Metar> m_reports; ///< by ICAO
+    QHash<QString, QPointer<WidgetMetarUndock>> m_windows;
+};

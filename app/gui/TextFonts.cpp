@@ -1,0 +1,24 @@
+#include "app/gui/TextFonts.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+
+namespace textfonts {
+
+QFont Fixed()
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!QFontInfo(font).fixedPitch()) {
+        font.setFamily(QStringLiteral("monospace"));
+        font.setStyleHint(QFont::TypeWriter);
+    }
+    return font;
+}
+
+QFont Bold(QFont font)
+{
+    font.setBold(true);
+    return font;
+}
+
+} // namespace textfonts

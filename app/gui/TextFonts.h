@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QFont>
+
+/// The fonts of the window beside the application's own.
+namespace textfonts {
+
+/// Letters of equal width, for reports.
+QFont Fixed();
+/// `font` in bold, for headings.
+QFont Bold(QFont font);
+
+} // namespace textfonts

@@ -1,0 +1,92 @@
+#include "app/gui/dialogs/DlgAbout.h"
+
+#include "app/base/Settings.h"
+#include "app/gui/Icons.h"
+#include "app/gui/dialogs/DialogSize.h"
+
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+#include <zlib.h>
+
+namespace {
+
+constexpr int kWidth = 620;
+constexpr int kHeight = 460;
+constexpr int kIconEdge = 64;
+
+QString Row(const QString& what, const QString& origin, const QString& licence)
+{
+    return QStringLiteral("<tr><td>%1&nbsp;&nbsp;</td><td>%2&nbsp;&nbsp;</td><td>%3</td></tr>")
+        .arg(what.toHtmlEscaped(), origin.toHtmlEscaped(), licence.toHtmlEscaped());
+}
+
+QString DataTable()
+{
+    const QString publicDomain = DlgAbout::tr("public domain");
+    return Row(DlgAbout::tr("Airports"), QStringLiteral("OurAirports"), publicDomain)
+           + Row(DlgAbout::tr("Stations"), QStringLiteral("NOAA/NCEI, NWS"), publicDomain)
+           + Row(DlgAbout::tr("Stations"), QStringLiteral("NCAR/Unidata"), QStringLiteral("BSD"))
+           + Row(DlgAbout::tr("Reports of the demonstration"), DlgAbout::tr("NOAA, WMO exchange"),
+                 publicDomain)
+           + Row(DlgAbout::tr("Upper air of the demonstration"), QStringLiteral("NOAA, GFS"),
+                 publicDomain)
+           + Row(DlgAbout::tr("Icons and drawings"), QStringLiteral("Cirrilon"), QString());
+}
+
+QString LibraryTable()
+{
+    return Row(QStringLiteral("Qt"), QLatin1String(qVersion()), QStringLiteral("LGPL 3"))
+           + Row(QStringLiteral("zlib"), QLatin1String(zlibVersion()),
+                 DlgAbout::tr("zlib licence"));
+}
+
+QString AboutText()
+{
+    const QString section = QStringLiteral("<h3>%1</h3><table>%2</table>");
+    return QStringLiteral("<p>%1</p>")
+               .arg(DlgAbout::tr("Real weather for flight simulators: Cirrilon fetches the reports "
+                                 "of the world, composes the weather around your aircraft and "
+                                 "brings it into the simulator. Not for real-world navigation.")
+                        .toHtmlEscaped())
+           + section.arg(DlgAbout::tr("Data").toHtmlEscaped(), DataTable())
+           + section.arg(DlgAbout::tr("Libraries").toHtmlEscaped(), LibraryTable());
+}
+
+} // namespace
+
+DlgAbout::DlgAbout(QWidget* parent) : QDialog(parent)
+{
+    setWindowTitle(tr("About Cirrilon"));
+    auto* icon = new QLabel(this);
+    icon->setPixmap(Icons::appPixmap(Icons::Name::Application, QSize(kIconEdge, kIconEdge),
+                                     devicePixelRatioF()));
+    auto* title = new QLabel(QStringLiteral("Cirrilon"), this);
+    QFont large = title->font();
+    large.setPointSizeF(large.pointSizeF() * 1.8);
+    large.setBold(true);
+    title->setFont(large);
+    auto* version = new QLabel(tr("Version %1").arg(Settings::version()), this);
+    version->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* text = new QTextBrowser(this);
+    text->setAccessibleName(tr("About Cirrilon"));
+    text->setOpenLinks(false);
+    text->setHtml(AboutText());
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* names = new QVBoxLayout;
+    names->addWidget(title);
+    names->addWidget(version);
+    auto* head = new QHBoxLayout;
+    head->addWidget(icon);
+    head->addLayout(names, 1);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(head);
+    column->addWidget(text, 1);
+    column->addWidget(buttons);
+    ResizeToScreen(*this, QSize(kWidth, kHeight));
+}

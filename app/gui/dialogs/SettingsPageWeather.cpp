@@ -1,0 +1,91 @@
+#include "app/gui/dialogs/SettingsPageWeather.h"
+
+#include <QCheckBox>
+#include <QFormLayout>
+#include <QSpinBox>
+
+namespace {
+
+constexpr int kRandomCover = 8;
+constexpr int kRandomHeight = 10000;         // feet
+constexpr int kUnlimitedVisibility = 100000; // metres
+
+} // namespace
+
+SettingsPageWeather::SettingsPageWeather(QWidget* parent) : SettingsPage(parent)
+{
+    buildUpdates();
+    buildWind();
+    buildVisibility();
+    buildClouds();
+}
+
+void SettingsPageWeather::buildUpdates()
+{
+    QFormLayout* form = addGroup(tr("Updates"));
+    const QString seconds = tr("s", "seconds");
+    addNumber(form, tr("&Set the weather every:"), {30, 7200, 30, seconds, {}}, option::updateTime);
+    addNumber(form, tr("&Download every:"), {60, 21600, 60, seconds, {}},
+              option::downloadUpdateTime);
+    addNumber(form, tr("&Range of stations:"), {10, 500, 10, tr("NM"), {}}, option::range);
+    addChoice(form, tr("&Mode:"), {{tr("Direct"), 0}, {tr("Weather file"), 1}},
+              option::weatherMode);
+    addHint(form, tr("The weather is also set after half of the range has been flown."));
+    addCheck(form, tr("No update in a&pproach"), option::noUpdateApproach);
+    addCheck(form, tr("Leave out S&YNOP reports"), option::synopOff);
+    addCheck(form, tr("Leave out &upper-air data"), option::gribOff);
+}
+
+void SettingsPageWeather::buildWind()
+{
+    QFormLayout* form = addGroup(tr("Wind"));
+    addCheck(form, tr("&Gusts at the surface"), option::gustySurfaceWind);
+    auto* control = addCheck(form, tr("Direct &wind control"), option::fsWindDwc);
+    auto* turn = addNumber(form, tr("&Turn at most:"), {1, 45, 1, tr("degrees/s"), {}},
+                           option::dwcDegreesPerSecond);
+    auto* speed = addNumber(form, tr("C&hange at most:"), {1, 50, 1, tr("knots/s"), {}},
+                            option::dwcKnotsPerSecond);
+    addHint(form, tr("Direct wind control comes with a later version; its options are kept."));
+    turn->setEnabled(false);
+    speed->setEnabled(false);
+    connect(control, &QCheckBox::toggled, turn, &QWidget::setEnabled);
+    connect(control, &QCheckBox::toggled, speed, &QWidget::setEnabled);
+}
+
+void SettingsPageWeather::buildVisibility()
+{
+    QFormLayout* form = addGroup(tr("Visibility"));
+    const QString metres = tr("m", "metres");
+    addNumber(form, tr("&For 9999 or 10SM:"), {1000, kUnlimitedVisibility, 1000, metres, {}},
+              option::vis9999);
+    auto* lowest =
+        addNumber(form, tr("&Lowest:"), {0, kUnlimitedVisibility, 100, metres, {}}, option::visMin);
+    auto* highest =
+        addNumber(form, tr("Hi&ghest (m):"), {100, kUnlimitedVisibility, 1000, {}, tr("unlimited")},
+                  option::visMax);
+    addRule(highest, [this, lowest, highest] {
+        return lowest->value() <= highest->value()
+                   ? QString()
+                   : tr("The lowest visibility is above the highest one.");
+    });
+}
+
+void SettingsPageWeather::buildClouds()
+{
+    QFormLayout* cavok = addGroup(tr("Clouds with CAVOK"));
+    Choices covers{{tr("no cloud"), 0}};
+    for (int eighths = 1; eighths < kRandomCover; ++eighths) {
+        covers.push_back({QStringLiteral("%1/8").arg(eighths), eighths});
+    }
+    covers.push_back({tr("random"), kRandomCover});
+    addChoice(cavok, tr("C&over:"), covers, option::cavokCover);
+    addNumber(cavok, tr("Height (f&t):"), {0, kRandomHeight, 500, {}, tr("random")},
+              option::cavokHeight);
+
+    QFormLayout* form = addGroup(tr("Clouds"));
+    addCheck(form, tr("Tur&bulence around cumulus"), option::turbulenceInCloud);
+    addCheck(form, tr("&Icing"), option::icingInClouds);
+    addCheck(form, tr("Strat&us as fog"), option::generateStratus);
+    addCheck(form, tr("Mi&xed clouds"), option::mixedClouds);
+    addCheck(form, tr("&Cirrus if none is reported"), option::generateCirrus);
+}

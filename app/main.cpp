@@ -1,0 +1,63 @@
+#include "app/base/HostProcessRunner.h"
+#include "app/gui/CirrilonView.h"
+#include "app/gui/UnattendedRun.h"
+#include "aviation/support/Clock.h"
+#include "aviation/support/RandomSource.h"
+#include "sim/SimulatorInterfaces.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QUrl>
+
+#include <memory>
+
+namespace {
+
+/// Names the PNG file of a run without anybody in front of it.
+constexpr const char* kUnattended = "CIRRILON_UNATTENDED";
+
+bool OpenOnDesktop(const QString& path)
+{
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+std::unique_ptr<FsInterfaceFactory> MakeSimulatorInterfaces(const Settings& settings,
+                                                            const StopFlag& stop)
+{
+    return std::make_unique<SimulatorInterfaces>(settings, stop);
+}
+
+std::uint32_t SeedOfNow()
+{
+    return static_cast<std::uint32_t>(
+        aviation::Clock::Current().NowUtc().time_since_epoch().count());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Cirrilon"));
+    // The window may be in the tray while a box is closed; its own close ends the program.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    aviation::SeededRandom random(SeedOfNow());
+    HostProcessRunner processes(OpenOnDesktop);
+    WindowParts parts{random, processes, MakeSimulatorInterfaces, HostNetwork(), {}};
+    const QString picture = qEnvironmentVariable(kUnattended);
+    if (!picture.isEmpty()) {
+        parts.logMirror = UnattendedRun::print;
+    }
+    CirrilonView view(parts);
+    std::unique_ptr<UnattendedRun> unattended;
+    if (!picture.isEmpty()) {
+        unattended = std::make_unique<UnattendedRun>(view, picture);
+    }
+    QObject::connect(&view, &CirrilonView::sigClosed, &application, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+    view.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,237 @@
+#include "app/gui/CirrilonView.h"
+
+#include "app/Controller.h"
+#include "app/base/LogLevel.h"
+#include "app/gui/DockWidgetDebug.h"
+#include "app/gui/LanguageMenu.h"
+#include "app/gui/TrayIcon.h"
+#include "sim/FsInterfaceBase.h"
+#include "sim/FsInterfaceFactory.h"
+#include "tests/app/base/SettingsFixture.h"
+#include "tests/gui/DlgTesting.h"
+#include "tests/support/FakeProcessRunner.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QNetworkAccessManager>
+#include <QSignalSpy>
+#include <QSystemTrayIcon>
+#include <QTest>
+#include <QToolButton>
+
+#include <memory>
+#include <set>
+
+namespace {
+
+class NoInterfaces final : public FsInterfaceFactory
+{
+public:
+    std::unique_ptr<FsInterfaceBase> create(int) override { return nullptr; }
+};
+
+/// The window over a work folder of its own and a network that nobody answers.
+class Window : public SettingsFixture
+{
+protected:
+    void SetUp() override
+    {
+        SettingsFixture::SetUp();
+        write(mainFile(), "[paths]\nworkfolder=" + path("work/").toUtf8()
+                              + "\n[startup]\nnewversion=false\n"
+                                "[url]\nfileinfo=http://127.0.0.1:9/\n");
+        write(path("work/profiles/airliner.ini"), "[weather]\nrange=42\n");
+        make();
+    }
+    void TearDown() override
+    {
+        view.reset();
+        SettingsFixture::TearDown();
+    }
+    void make()
+    {
+        WindowParts parts{
+            m_random,
+            processes,
+            [](const Settings&, const StopFlag&) { return std::make_unique<NoInterfaces>(); },
+            [] { return std::make_unique<QNetworkAccessManager>(); },
+            {}};
+        parts.settingsFile = mainFile();
+        view = std::make_unique<CirrilonView>(parts);
+    }
+    QAction& action(const char* name) const
+    {
+        return *view->findChild<QAction*>(QString::fromLatin1(name));
+    }
+    template <typename Widget>
+    Widget& child(const char* name) const
+    {
+        return *view->findChild<Widget*>(QString::fromLatin1(name));
+    }
+
+    FakeProcessRunner processes;
+    std::unique_ptr<CirrilonView> view;
+};
+
+TEST_F(Window, HasItsDocksAndTitle)
+{
+    const std::pair<const char*, bool> docks[] = {{"DockDebug", true},
+                                                  {"DockFlightplanner", false},
+                                                  {"DockData", false},
+                                                  {"DockLoadeditor", false}};
+    view->show();
+    for (const auto& [name, shown] : docks) {
+        EXPECT_EQ(child<QDockWidget>(name).isVisible(), shown) << name;
+    }
+    EXPECT_EQ(view->centralWidget()->objectName(), QStringLiteral("DockWeather"));
+    EXPECT_EQ(view->dockWidgetArea(&child<QDockWidget>("DockData")), Qt::RightDockWidgetArea);
+    EXPECT_EQ(view->windowTitle(), QStringLiteral("Cirrilon - 64-Bit ") + Settings::version());
+}
+
+TEST_F(Window, ActionsHaveTextIconAndAWordWhenTheyComeLater)
+{
+    const std::set<QString> later{
+        QStringLiteral("action_loadwx"),         QStringLiteral("action_savewx"),
+        QStringLiteral("actionFlightplanner"),   QStringLiteral("action_weatheSearch"),
+        QStringLiteral("action_weatherEvents"),  QStringLiteral("action_flights"),
+        QStringLiteral("actionAircraft_Editor"), QStringLiteral("action_downloadHistoryWX"),
+        QStringLiteral("action_test_func")};
+    std::set<QString> keys;
+    int count = 0;
+    for (const QMenu* menu : view->menuBar()->findChildren<QMenu*>()) {
+        for (const QAction* entry : menu->actions()) {
+            const bool ours = entry->objectName().startsWith(QLatin1String("action"));
+            if (!ours) {
+                continue;
+            }
+            ++count;
+            const std::string name = entry->objectName().toStdString();
+            EXPECT_FALSE(entry->text().isEmpty()) << name;
+            EXPECT_FALSE(entry->icon().isNull()) << name;
+            EXPECT_FALSE(entry->statusTip().isEmpty()) << name;
+            if (!entry->shortcut().isEmpty()) {
+                EXPECT_TRUE(keys.insert(entry->shortcut().toString()).second) << name;
+            }
+            if (later.count(entry->objectName()) != 0) {
+                EXPECT_FALSE(entry->isEnabled()) << name;
+                EXPECT_TRUE(entry->toolTip().contains(QStringLiteral("later version"))) << name;
+            }
+        }
+    }
+    EXPECT_EQ(count, 23);
+    EXPECT_FALSE(action("action_setWxIcao").isEnabled());
+    EXPECT_EQ(action("action_setWxIcao").toolTip(), QStringLiteral("Set weather for Airport"));
+    view->setConnectText(QStringLiteral("Disconnect"));
+    EXPECT_EQ(action("actionConnect").text(), QStringLiteral("Disconnect"));
+}
+
+TEST_F(Window, EveryControlHasAName)
+{
+    EXPECT_EQ(NamelessControls(*view).join(QStringLiteral(", ")).toStdString(), "");
+    std::set<QChar> mnemonics;
+    for (const QAction* menu : view->menuBar()->actions()) {
+        const int mark = menu->text().indexOf(QLatin1Char('&'));
+        ASSERT_GE(mark, 0) << menu->text().toStdString();
+        EXPECT_TRUE(mnemonics.insert(menu->text().at(mark + 1).toLower()).second);
+    }
+}
+
+TEST_F(Window, LevelZeroGoesToTheFileOnly)
+{
+    const auto& dock = child<DockWidgetDebug>("DockDebug");
+    const int before = dock.lines().size();
+    view->OnOutputDebugstring(QStringLiteral("quiet"), loglevel::kDebug);
+    view->OnOutputDebugstring(QStringLiteral("heard"), loglevel::kNotification);
+    EXPECT_EQ(dock.lines().size(), before + 1);
+    const QByteArray log = read(path("work/cirrilonv3.log"));
+    EXPECT_TRUE(log.endsWith("Debug: quiet\nNotification: heard\n")) << log.toStdString();
+    EXPECT_TRUE(log.contains("Expecting settings at")) << "what the settings said first";
+}
+
+TEST_F(Window, ClosingSavesTheProfileAndTheSettings)
+{
+    auto& profiles = child<QComboBox>("comboBox_profile");
+    ASSERT_EQ(profiles.count(), 2);
+    EXPECT_EQ(profiles.itemText(0), QString());
+    profiles.setCurrentIndex(1);
+    Q_EMIT profiles.activated(1);
+    EXPECT_EQ(view->settings().profile(), QStringLiteral("airliner.ini"));
+    EXPECT_EQ(view->settings().range(), 42);
+    view->settings().setRange(77);
+    child<QCheckBox>("checkBox_record").setChecked(true);
+    view->resize(900, 500);
+    view->close();
+    EXPECT_TRUE(read(path("work/profiles/airliner.ini")).contains("range=77"));
+    const QByteArray main = read(mainFile());
+    EXPECT_TRUE(main.contains("enable=true"));
+    EXPECT_TRUE(main.contains("profile=airliner.ini"));
+    view.reset();
+    make();
+    EXPECT_EQ(view->size(), QSize(900, 500));
+    EXPECT_TRUE(child<QCheckBox>("checkBox_record").isChecked());
+}
+
+TEST_F(Window, AircraftButtonOpensTheChecklist)
+{
+    auto& button = child<QToolButton>("toolButton_checklist");
+    QTest::mouseClick(&button, Qt::LeftButton);
+    view->SetAircraftName(QStringLiteral("Jet"), path("list.pdf"), true);
+    view->SetAircraftName(QStringLiteral("Jet"), QString(), false); // the same title: nothing
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_EQ(processes.opened, QStringList(path("list.pdf")));
+    EXPECT_EQ(child<QLineEdit>("lineEdit_aircraft").text(), QStringLiteral("Jet"));
+    EXPECT_TRUE(read(path("work/cirrilonv3.log")).contains("Open Checklist "));
+}
+
+TEST_F(Window, GivesWayToTheTrayOnlyWhereThereIsOne)
+{
+    EXPECT_TRUE(TrayIcon::hidesWindow(true, true));
+    EXPECT_FALSE(TrayIcon::hidesWindow(true, false));
+    EXPECT_FALSE(TrayIcon::hidesWindow(false, true));
+    if (QSystemTrayIcon::isSystemTrayAvailable()) {
+        GTEST_SKIP() << "this desktop has a tray";
+    }
+    view->show();
+    view->showMinimized();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(view->isHidden());
+}
+
+TEST_F(Window, StartsWithoutNetwork)
+{
+    QSignalSpy started(&view->controller(), &Controller::sigStarted);
+    ASSERT_TRUE(started.wait(10000));
+    EXPECT_TRUE(view->isVisible());
+    EXPECT_FALSE(child<QLineEdit>("lineEdit_GetMetar").isEnabled());
+}
+
+TEST(LanguageMenu, ListsTheFilesAndLoadsEachChoiceOnce)
+{
+    const QTemporaryDir folder;
+    for (const char* name : {"cirrilonv3_de.qm", "cirrilonv3_en.qm", "other_fr.qm"}) {
+        QFile file(folder.filePath(QString::fromLatin1(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    const QLocale before;
+    QMenu menu;
+    LanguageMenu languages(menu, folder.path());
+    QSignalSpy log(&languages, &LanguageMenu::sigDebugString);
+    ASSERT_EQ(menu.actions().size(), 2);
+    QAction* german = menu.actions().first();
+    EXPECT_EQ(german->text(), QStringLiteral("German"));
+    german->trigger();
+    german->trigger();
+    EXPECT_TRUE(german->isChecked());
+    EXPECT_EQ(QLocale().language(), QLocale::German);
+    ASSERT_EQ(log.size(), 1);
+    EXPECT_EQ(log.first().first().toString(), QStringLiteral("Current Language changed to German"));
+    EXPECT_EQ(LanguageMenu::shortName(QStringLiteral("zh_Hant_TW")), QStringLiteral("zh_Hant"));
+    QLocale::setDefault(before);
+}
+
+} // namespace

@@ -1,0 +1,91 @@
+#include "app/gui/AircraftTexts.h"
+#include "app/gui/DockWidgetData.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+
+namespace {
+
+TEST(AircraftTexts, Visibility)
+{
+    const std::pair<float, const char*> rows[] = {{0.0F, "0 m"},
+                                                  {9.9F, "9900 m"},
+                                                  {10.0F, "10 km"},
+                                                  {99999.0F, "99999 km"},
+                                                  {10000000.0F, "unlimited"}};
+    for (const auto& [kilometres, text] : rows) {
+        EXPECT_EQ(aircrafttexts::Visibility(kilometres).toStdString(), text);
+    }
+}
+
+TEST(AircraftTexts, CoursesAreFoldedIntoTheCircle)
+{
+    struct Row
+    {
+        double course;
+        double variation;
+        const char* text;
+    };
+    const Row rows[] = {{90.0, 2.0, "090 T 088 Mag"},
+                        {1.0, 3.0, "001 T 358 Mag"},
+                        {359.0, -2.0, "359 T 001 Mag"},
+                        {359.7, 0.0, "000 T 000 Mag"},
+                        {-10.0, 0.0, "350 T 350 Mag"}};
+    for (const Row& row : rows) {
+        EXPECT_EQ(aircrafttexts::Course(row.course, row.variation).toStdString(), row.text);
+    }
+}
+
+TEST(AircraftTexts, HeadingIsMagneticUnlessAMagneticOneStandsBeside)
+{
+    aviation::structs::AircraftData data;
+    data.heading = 100.0;
+    data.magneticVariation = 4.0F;
+    EXPECT_EQ(aircrafttexts::Heading(data).toStdString(), "104 T 100 Mag");
+    data.headingMagnetic = 96.0;
+    EXPECT_EQ(aircrafttexts::Heading(data).toStdString(), "100 T 096 Mag");
+}
+
+TEST(DataPage, ShowsTheAircraftAndEmptiesItself)
+{
+    std::setlocale(LC_ALL, "");
+    DockWidgetData page;
+    aviation::structs::AircraftData data;
+    data.name = L"<b>Jet</b>";
+    data.position = aviation::Position(44.5, -93.25);
+    data.altitude = 34012;
+    data.verticalSpeed = -120;
+    data.totalWeight = 134220.4F;
+    data.wind = {270.0F, 15.4F, -1.0F, 0.0F};
+    data.magneticVariation = 5.0F;
+    data.simTime = 86400;
+    data.groundSpeed = 100;
+    page.setAircraftData(data);
+    const auto text = [&page](const char* name) {
+        return page.findChild<QLabel*>(QString::fromLatin1(name))->text().toStdString();
+    };
+    EXPECT_EQ(text("label_name"), "<b>Jet</b>");
+    EXPECT_EQ(page.findChild<QLabel*>(QStringLiteral("label_name"))->textFormat(), Qt::PlainText);
+    EXPECT_EQ(text("label_latitude"), "44.5");
+    EXPECT_EQ(text("label_longitude"), "-93.25");
+    EXPECT_EQ(text("label_altitude"), "34012 ft");
+    EXPECT_EQ(text("label_verticalspeed"), "-120 ft/min");
+    EXPECT_EQ(text("label_weight"), "134220 lbs");
+    EXPECT_EQ(text("label_wind"), "270\u00B0/15kt  265\u00B0 Mag");
+    EXPECT_EQ(text("label_simtime"), "1970.01.02 00:00:00");
+
+    data.position = aviation::Position(45.5, -93.25);
+    page.setAircraftData(data);
+    EXPECT_EQ(text("label_track"), "000 T 355 Mag");
+
+    page.setDwcState(QStringLiteral("is not available for FS2020"), false);
+    EXPECT_FALSE(page.findChild<QLineEdit*>(QStringLiteral("lineEdit_dwc_wind"))->isEnabled());
+    page.clearData();
+    EXPECT_EQ(text("label_altitude"), "");
+}
+
+} // namespace

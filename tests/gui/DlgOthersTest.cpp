@@ -1,0 +1,175 @@
+#include "app/gui/dialogs/AirportListModel.h"
+#include "app/gui/dialogs/DlgAbout.h"
+#include "app/gui/dialogs/DlgAirportList.h"
+#include "app/gui/dialogs/DlgUpdater.h"
+#include "tests/app/base/SettingsFixture.h"
+#include "tests/gui/DlgTesting.h"
+#include "tests/support/LoopbackHttp.h"
+
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+constexpr int kPatienceMs = 10000;
+
+class DlgOthersTest : public SettingsFixture
+{
+protected:
+    static void fill(AirportListModel& model, int row, const char* fields)
+    {
+        const QStringList texts = QString::fromUtf8(fields).split(QLatin1Char('|'));
+        for (int field = 0; field < texts.size(); ++field) {
+            model.setData(model.index(row, field), texts.at(field), Qt::EditRole);
+        }
+    }
+    QString added() const { return path("airportsadd.dat"); }
+    QString renamed() const { return path("icaosoldnew.dat"); }
+    /// The button whose text begins so, mnemonics aside.
+    static QPushButton* button(const QWidget& window, const char* begin)
+    {
+        for (QPushButton* found : window.findChildren<QPushButton*>()) {
+            if (found->text().remove(QLatin1Char('&')).startsWith(QLatin1String(begin))) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
+
+    Settings m_settings{QString(), m_random};
+};
+
+TEST_F(DlgOthersTest, AirportsAreEditedAndSavedWithWhatElseStandsInTheFile)
+{
+    write(added(),
+          "# icao;name;country;elev;lat;lon;\n# mine\nZZ1;a;b;1;2;3\n???\nZZ2;a;b;1;2;3\n");
+    DlgAirportList dialog(path("."));
+    QSignalSpy changed(&dialog, &DlgAirportList::sigAirportsChanged);
+    AirportListModel& airports = dialog.airports();
+    airports.removeRow(0);
+    fill(airports, airports.addRow(), "zz1|Field|DE|100|50,5|-8");
+    EXPECT_TRUE(dialog.save()) << qPrintable(dialog.problem());
+    EXPECT_EQ(read(added()).toStdString(), "# icao;name;country;elev;lat;lon;\n# mine\n???\n"
+                                           "ZZ2;a;b;1;2;3\nZZ1;Field;DE;100;50.5;-8\n");
+    EXPECT_EQ(changed.size(), 1);
+    EXPECT_FALSE(QFile::exists(renamed())) << "the other list wasn't changed";
+
+    fill(dialog.oldIcaos(), dialog.oldIcaos().addRow(), "eddt|eddb");
+    dialog.OnWriteOldIcaos();
+    EXPECT_EQ(read(renamed()), "#old icao,new icao\nEDDT,EDDB\n");
+    EXPECT_EQ(changed.size(), 2);
+    EXPECT_EQ(NamelessControls(dialog), QStringList());
+}
+
+TEST_F(DlgOthersTest, BadRowsAreNotSavedAndChangesNotLost)
+{
+    DlgAirportList dialog(path("."));
+    AirportListModel& airports = dialog.airports();
+    fill(airports, airports.addRow(), "ZZ1|a|b|1|2|3");
+    for (const char* bad : {"ZZ1|a|b|1|2|3", "ZZ2|a;b|b|1|2|3", "ZZ2|a|b|1|95|3", "||||| "}) {
+        const int row = airports.addRow();
+        fill(airports, row, bad);
+        EXPECT_FALSE(dialog.save()) << bad;
+        EXPECT_FALSE(dialog.problem().isEmpty()) << bad;
+        airports.removeRow(row);
+    }
+    EXPECT_FALSE(QFile::exists(added()));
+    int asked = 0;
+    dialog.setDiscardQuestion([&asked] { return ++asked > 1; });
+    dialog.setVisible(true);
+    dialog.reject();
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(dialog.save());
+    dialog.reject();
+    EXPECT_EQ(asked, 1);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(DlgOthersTest, AFileThatCanNotBeReadIsNotOverwritten)
+{
+    write(added(), "ZZ1;a;b;1;2;3\n");
+    ASSERT_TRUE(QFile(added()).resize(17LL * 1024 * 1024));
+    DlgAirportList dialog(path("."));
+    EXPECT_FALSE(dialog.problem().isEmpty());
+    fill(dialog.airports(), dialog.airports().addRow(), "ZZ9|a|b|1|2|3");
+    EXPECT_FALSE(dialog.save());
+    EXPECT_EQ(QFileInfo(added()).size(), 17LL * 1024 * 1024);
+}
+
+UpdateOffer OfferOf(const QString& automatic)
+{
+    UpdateOffer offer;
+    offer.currentVersion = QStringLiteral("3.0.0");
+    offer.newVersion = QStringLiteral("3.1.0");
+    offer.info = QStringLiteral("New:<br><b>much</b>");
+    offer.automaticUrl = automatic;
+    return offer;
+}
+
+TEST_F(DlgOthersTest, TheUpdaterFetchesTheInstaller)
+{
+    LoopbackHttp server;
+    server.serve("/setup.exe", "installer");
+    DlgUpdater dialog(OfferOf(server.url(QStringLiteral("/setup.exe"))),
+                      {&m_settings, HostNetwork(), nullptr, nullptr, {}});
+    EXPECT_EQ(dialog.findChild<QPlainTextEdit*>()->toPlainText(),
+              QStringLiteral("New:\n<b>much</b>"));
+    EXPECT_EQ(NamelessControls(dialog), QStringList());
+    QSignalSpy accepted(&dialog, &QDialog::accepted);
+    button(dialog, "Download")->click();
+    ASSERT_TRUE(accepted.wait(kPatienceMs)) << qPrintable(dialog.problem());
+    EXPECT_EQ(read(dialog.installerPath()), "installer");
+    EXPECT_TRUE(dialog.installerPath().startsWith(m_settings.tmpFolder()));
+}
+
+TEST_F(DlgOthersTest, TheUpdaterTellsFailuresAndGivesWay)
+{
+    LoopbackHttp server;
+    server.stall("/setup.exe", "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf");
+    const DownloadContext context{&m_settings, HostNetwork(), nullptr, nullptr, {}};
+    DlgUpdater dialog(OfferOf(server.url(QStringLiteral("/setup.exe"))), context);
+    QSignalSpy rejected(&dialog, &QDialog::rejected);
+    button(dialog, "Download")->click();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !server.requests.isEmpty(); }, kPatienceMs));
+    dialog.reject();
+    EXPECT_TRUE(rejected.isEmpty()) << "the first one ends the download only";
+    EXPECT_TRUE(button(dialog, "Download")->isEnabled());
+    dialog.reject();
+    EXPECT_EQ(rejected.size(), 1);
+
+    DlgUpdater missing(OfferOf(server.url(QStringLiteral("/gone.exe"))), context);
+    button(missing, "Download")->click();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !missing.problem().isEmpty(); }, kPatienceMs));
+    EXPECT_EQ(missing.installerPath(), QString());
+}
+
+TEST_F(DlgOthersTest, TheUpdaterTakesWebAddressesOnly)
+{
+    for (const char* url : {"file:///etc/passwd", "ftp://a/b", "javascript:1", "", "https://"}) {
+        UpdateOffer offer = OfferOf(QLatin1String(url));
+        offer.manualUrl = QLatin1String(url);
+        DlgUpdater dialog(offer, {&m_settings, HostNetwork(), nullptr, nullptr, {}});
+        EXPECT_FALSE(button(dialog, "Download")->isEnabled()) << url;
+        EXPECT_FALSE(button(dialog, "Open")->isEnabled()) << url;
+    }
+    UpdateOffer offer = OfferOf(QString());
+    offer.manualUrl = QStringLiteral("https://a.example/page");
+    DlgUpdater dialog(offer, {&m_settings, HostNetwork(), nullptr, nullptr, {}});
+    QUrl opened;
+    dialog.setPageOpener([&opened](const QUrl& url) {
+        opened = url;
+        return true;
+    });
+    button(dialog, "Open")->click();
+    EXPECT_EQ(opened, QUrl(offer.manualUrl));
+    EXPECT_EQ(dialog.installerPath(), QString());
+}
+
+TEST_F(DlgOthersTest, TheAboutBoxHasNames)
+{
+    const DlgAbout dialog;
+    EXPECT_EQ(NamelessControls(dialog), QStringList());
+}
+
+} // namespace

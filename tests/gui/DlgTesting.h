@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QStringList>
+#include <QTextEdit>
+#include <QWidget>
+
+/// True for what the user can operate by itself, not for the inside of such a control.
+inline bool IsControl(const QWidget& widget)
+{
+    const QWidget* parent = widget.parentWidget();
+    const bool inside = qobject_cast<const QAbstractSpinBox*>(parent) != nullptr
+                        || qobject_cast<const QAbstractItemView*>(parent) != nullptr
+                        || qobject_cast<const QLineEdit*>(parent) != nullptr;
+    const bool kind = widget.inherits("QAbstractButton") || widget.inherits("QAbstractSpinBox")
+                      || widget.inherits("QComboBox") || widget.inherits("QLineEdit")
+                      || widget.inherits("QAbstractItemView") || widget.inherits("QTextEdit")
+                      || widget.inherits("QPlainTextEdit") || widget.inherits("QProgressBar");
+    const bool header = widget.inherits("QHeaderView") || widget.inherits("QComboBoxListView");
+    return kind && !inside && !header
+           && widget.objectName() != QLatin1String("qt_spinbox_lineedit");
+}
+
+/// The controls below a window that a screen reader has no name for.
+inline QStringList NamelessControls(const QWidget& window)
+{
+    QStringList nameless;
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        const bool named =
+            !widget->accessibleName().isEmpty() || (button != nullptr && !button->text().isEmpty());
+        if (IsControl(*widget) && !named) {
+            nameless << QString::fromLatin1(widget->metaObject()->className()) + QLatin1Char(' ')
+                            + widget->objectName();
+        }
+    }
+    return nameless;
+}

@@ -1,0 +1,155 @@
+#include "app/gui/MainWidgetWeather.h"
+#include "app/gui/UpperAirTable.h"
+#include "app/gui/WidgetMetarUndock.h"
+
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using aviation::weather::Metar;
+
+Metar Report(const std::wstring& text, const std::wstring& name = L"Somewhere")
+{
+    Metar metar(text);
+    metar.DecodeHeader();
+    metar.Decode();
+    metar.setIcao(text.substr(0, 4));
+    metar.setName(name);
+    metar.setPosition(aviation::Position(50.0, 8.5));
+    return metar;
+}
+
+const std::wstring kFrankfurt = L"EDDF 251150Z 24012KT 9999 FEW020 09/04 Q1006";
+
+class MetarPage : public ::testing::Test
+{
+protected:
+    MetarPage() { page.OnEnableGetMetarButton(true); }
+
+    QString text(int row) const { return list.item(row)->text(); }
+
+    MainWidgetWeather page;
+    QListWidget& list = *page.findChild<QListWidget*>(QStringLiteral("listWidget_metarRaw"));
+    QLineEdit& line = *page.findChild<QLineEdit*>(QStringLiteral("lineEdit_GetMetar"));
+    QPushButton& button = *page.findChild<QPushButton*>(QStringLiteral("pushButton_searchMetar"));
+};
+
+TEST_F(MetarPage, NewestReportIsOnTopAndTheSameTextStandsOnce)
+{
+    page.displayMetar(Report(kFrankfurt));
+    page.displayMetar(Report(kFrankfurt));
+    page.displayMetar(Report(L"KDEN 251153Z 18008KT 10SM CLR 02/M09 A3021"));
+    page.displayMetar(Report(kFrankfurt));
+    ASSERT_EQ(list.count(), 3);
+    EXPECT_TRUE(text(0).startsWith(QStringLiteral("EDDF")));
+    EXPECT_TRUE(text(1).startsWith(QStringLiteral("KDEN")));
+    EXPECT_EQ(list.item(2)->background().color(), QColor(255, 255, 255));
+    EXPECT_EQ(list.item(1)->background().color(), QColor(240, 240, 240));
+    EXPECT_EQ(list.item(0)->background().color(), QColor(255, 255, 255));
+    EXPECT_EQ(list.item(0)->foreground().color(), QColor(Qt::black));
+}
+
+TEST_F(MetarPage, TafStandsOnASecondLine)
+{
+    Metar metar = Report(kFrankfurt);
+    metar.setTafText(L"EDDF 251100Z\n 2512/2618\r\n\tCAVOK");
+    page.displayMetar(metar);
+    EXPECT_EQ(text(0), QString::fromStdWString(kFrankfurt)
+                           + QStringLiteral(" \nTAF EDDF 251100Z 2512/2618  CAVOK"));
+}
+
+TEST_F(MetarPage, UnknownPlaceReadsNoMetarFound)
+{
+    page.displayMetar(Metar(L"NO WEATHER"));
+    EXPECT_EQ(text(0), QStringLiteral("No metar found"));
+}
+
+TEST_F(MetarPage, ToolTipIsTheDecodedReportAsPlainText)
+{
+    Metar metar = Report(kFrankfurt, L"<b>Main</b>");
+    metar.setVisFromSynop(4200);
+    page.displayMetar(metar);
+    const QString tip = list.item(0)->toolTip();
+    EXPECT_TRUE(tip.contains(QStringLiteral("Wind: 240\u00B0/12kt"))) << tip.toStdString();
+    EXPECT_TRUE(tip.contains(QStringLiteral("\nVis from Synop: 4200m")));
+    EXPECT_TRUE(tip.contains(QStringLiteral("&lt;b&gt;Main")));
+}
+
+TEST_F(MetarPage, KeepsFiveHundredRows)
+{
+    for (int number = 0; number < 510; ++number) {
+        page.displayMetar(Report(kFrankfurt + L" " + std::to_wstring(number)));
+    }
+    EXPECT_EQ(list.count(), 500);
+    EXPECT_TRUE(text(0).endsWith(QStringLiteral(" 509")));
+}
+
+TEST_F(MetarPage, ClickAndReturnAskForTheUppercasedCode)
+{
+    QSignalSpy requests(&page, &MainWidgetWeather::OnMetarRequest);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_TRUE(requests.isEmpty());
+    line.setText(QStringLiteral("eddf"));
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QTest::keyClick(&line, Qt::Key_Return);
+    ASSERT_EQ(requests.size(), 2);
+    EXPECT_EQ(requests.at(0).at(0).toString(), QStringLiteral("EDDF"));
+    EXPECT_EQ(line.text(), QStringLiteral("EDDF"));
+}
+
+TEST_F(MetarPage, UnknownCodeIsRedWithReadableText)
+{
+    const QColor usual = line.palette().color(QPalette::Base);
+    page.OnBackgroundIcao(QStringLiteral("XXXX"), false);
+    const QColor red = line.palette().color(QPalette::Base);
+    EXPECT_GT(red.red(), 150);
+    EXPECT_LT(red.green() + red.blue(), 100);
+    EXPECT_GT(line.palette().color(QPalette::Text).lightness() - red.lightness(), 100);
+    page.OnBackgroundIcao(QStringLiteral("XXXX"), true);
+    EXPECT_EQ(line.palette().color(QPalette::Base), usual);
+}
+
+TEST_F(MetarPage, RowsOpenTheNewestReportOfTheirStation)
+{
+    page.displayMetar(Report(kFrankfurt));
+    page.displayMetar(Report(L"LAND 251150Z 24012KT 9999 09/04 Q1006", L"10637"));
+    page.displayMetar(Report(kFrankfurt + L" NOSIG"));
+    const auto windowOf = [this](int row) {
+        Q_EMIT list.itemDoubleClicked(list.item(row));
+        const auto windows = page.findChildren<WidgetMetarUndock*>();
+        return windows.isEmpty() ? nullptr : windows.last();
+    };
+    WidgetMetarUndock* frankfurt = windowOf(2);
+    ASSERT_NE(frankfurt, nullptr);
+    EXPECT_EQ(frankfurt->icao(), QStringLiteral("EDDF"));
+    EXPECT_TRUE(frankfurt->windowFlags() & Qt::WindowStaysOnTopHint);
+    EXPECT_EQ(windowOf(0), frankfurt) << "one window for a station";
+    EXPECT_EQ(windowOf(1)->icao(), QStringLiteral("10637"));
+}
+
+TEST_F(MetarPage, UpperAirTableHasTheHighestLevelOnTop)
+{
+    QFile file(QStringLiteral(CIRRILON_TEST_DATA "/upperair/frankfurt.txt"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    aviation::weather::Grib grib(QString::fromLatin1(file.readAll()).toStdWString());
+    grib.DecodeHeader();
+    grib.Decode();
+    ASSERT_GT(grib.levels().size(), 2U);
+    page.OnTableGribUpdate(grib);
+    const auto& table = *page.findChild<UpperAirTable*>(QStringLiteral("tableWidget_upperair"));
+    ASSERT_EQ(table.rowCount(), static_cast<int>(grib.levels().size()));
+    const auto& lowest = grib.levels().front();
+    const int last = table.rowCount() - 1;
+    EXPECT_EQ(table.item(last, 0)->text(), QString::number(lowest.altitude));
+    EXPECT_EQ(table.item(last, 3)->text(), QString::number(lowest.temperature));
+    EXPECT_GT(table.item(0, 0)->text().toInt(), table.item(1, 0)->text().toInt());
+}
+
+} // namespace
