@@ -57,6 +57,9 @@ FIELD_INPUT = {
     "upperair/gfs_20101026_1200Z_1deg.csv.gz": ("NOAA, GFS analysis, 26 October 2010, 12 UTC, 1 degree",
                                                 "public domain (US government)"),
 }
+TRACK_INPUT = {
+    "tracks/trace_ac671b_leg8.csv": ("open ADS-B data, collected in a public repository", "MIT"),
+}
 
 RESOURCES_TEXT = """# Where the resources come from
 
@@ -69,9 +72,10 @@ inputs, `.` for the root of the project. The generators need Python 3.11 or late
 | `wxstations` | `python3 tools/generate/wxstations.py --data DATA --out resources/wxstations` |
 | `demo/weather.wx` | `python3 tools/generate/demo_weather.py --data DATA --out resources/demo/weather.wx` |
 | `demo/grib.txt.gz` | `python3 tools/generate/upper_air.py --field DATA/upperair/gfs_20101026_1200Z_1deg.csv.gz --time 2010-10-26T12 --out resources/demo/grib.txt.gz` |
+| `demo/track.csv` | `python3 tools/generate/demo_track.py --data DATA --out resources/demo/track.csv` |
 | this file | `python3 tools/generate/sources.py --data DATA --root .` |
 
-`cirrilon.qrc` is our own.
+`cirrilon.qrc`, `demo.qrc`, `gui.qrc` and the drawings in `icons/` are our own.
 
 ## The tables
 
@@ -93,6 +97,17 @@ The clock of the demonstration is 2019-07-01T12:10:00Z, the aircraft stands betw
   30th of June after it. Whole hours and minutes are as they were.
 - The upper-air records are those of 26 October 2010, 12 UTC, so wind and temperature aloft don't belong to the
   reports. Surface humidity, tropopause, maximum wind and cloud cover are derived as the generator's head tells.
+
+`cirrilon-wxserver` serves these two files, built in by `demo.qrc`, and moves them to the present: METARs, SYNOPs and TAFs by
+whole hours, so that the newest is at most an hour old, upper-air records to the latest cycle of six hours. Its other documents
+are made from them when they are asked for: `global_wind.grib` holds the wind of the upper-air records at 300, 250 and 200 hPa as
+GRIB2 messages on their grid (20 to 65 N, 150 to 50 W, so in spite of the name not the globe); `global_turbulence.grib` the
+shear of that wind in the same form, in percent of 40 m/s, in place of a turbulence that isn't known. The events and the
+values of the info file are our own.
+
+`demo/track.csv` is the flight of the stand-in simulator: Minneapolis to Denver as its transponder told it on 5 February 2025,
+from the taxi-out to the landing roll, built in by `tools/simulator/simulator.qrc`. Columns that name the aircraft are left out.
+The simulator puts a gate at each end.
 
 ## Files
 
@@ -120,7 +135,9 @@ with the inputs; this file by `python3 tools/generate/sources.py --data DATA --r
 | `tables/airports.txt`, `tables/wxstations.txt` | the rows of `resources/` for it, and some far ones |
 
 Everything else below this folder is our own: written by hand, or below `expected/` what the program gives for the small
-weather file; after a wanted change `CIRRILON_UPDATE_EXPECTED=1 cli_tests` writes it anew.
+weather file; after a wanted change `CIRRILON_UPDATE_EXPECTED=1 cli_tests` writes it anew. `bridge/session.txt` is what the
+program (`> `) and the stand-in simulator (`< `) said to each other, a message a line; `CIRRILON_UPDATE_EXPECTED=1 e2e_tests`
+writes it anew.
 
 ## Files
 
@@ -156,7 +173,8 @@ def main():
     arguments = parser.parse_args()
 
     reports = METAR_INPUTS | SYNOP_INPUTS | TAF_INPUTS
-    for folder, text, inputs in (("resources", RESOURCES_TEXT, TABLE_INPUTS | reports | FIELD_INPUT),
+    for folder, text, inputs in (("resources", RESOURCES_TEXT,
+                                  TABLE_INPUTS | reports | FIELD_INPUT | TRACK_INPUT),
                                  ("tests/data", TESTS_TEXT, TABLE_INPUTS | reports | FIELD_INPUT)):
         path = arguments.root / folder
         body = text + file_table(path) + "\n## Inputs\n\n" + input_table(arguments.data, inputs)

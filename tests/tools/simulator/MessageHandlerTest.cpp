@@ -1,0 +1,209 @@
+#include "tools/simulator/MessageHandler.h"
+
+#include "aviation/support/NumberText.h"
+#include "tests/support/FakeClock.h"
+#include "tools/simulator/Messages.h"
+#include "weather/output/records/NewWeatherText.h"
+#include "weather/output/records/XPlaneWeatherText.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace {
+
+using simulator::Reply;
+namespace command = simulator::command;
+namespace message = simulator::message;
+
+class MessageHandlerTest : public ::testing::Test
+{
+protected:
+    Reply write(int id, const QByteArray& data)
+    {
+        return handler.handle({command::kWrite, id, data});
+    }
+    QByteArray request(int id, const char* text)
+    {
+        const Reply reply = handler.handle({command::kRequest, id, text});
+        EXPECT_EQ(reply.frame.command, command::kAnswer) << text;
+        EXPECT_EQ(reply.frame.id, id);
+        return reply.frame.data;
+    }
+
+    FakeClock clock{2019, 7, 1, 12};
+    simulator::MessageHandler handler{simulator::SimulatedFlight()};
+};
+
+/// A record with something in every kind of layer.
+NewWeather fullRecord()
+{
+    NewWeather record;
+    record.Command = 2;
+    record.setIcao(L"KMSP");
+    record.Lat = 44.88;
+    record.Lon = -93.22;
+    record.Press = 16211;
+    record.Vis = {3000, -5, 621, 0};
+    record.nTempCtr = 2;
+    record.Temp[0] = {0, 21, 0, 11};
+    record.Temp[1] = {9000, -38, 0, -50};
+    record.nWindCtr = 1;
+    record.Wind[0] = {500, 12, 8, 43691, 1, 0, 910, 65000, 500};
+    record.nCloudCtr = 1;
+    record.Cloud[0] = {2000, 900, 10, 4, 9, 1, 0, -20, 1, 2, 0, 0};
+    record.nUpperVisCtr = 1;
+    record.UpperVis[0] = {10000, 3000, 65535, 0};
+    return record;
+}
+
+XPlaneWeather fullWeather()
+{
+    XPlaneWeather weather;
+    weather.Temp = 20.0F;
+    weather.TempTropo = -60.0F;
+    weather.TropoAltMeter = 10000.0F;
+    weather.Vis = 9000.0F;
+    weather.WX = "KMSP 011200Z 24012KT";
+    weather.Clouds[0] = {2, 0.5F, 900.0F, 2000.0F};
+    weather.Winds.resize(2);
+    weather.Winds[0].Alt = 1000.0F;
+    weather.Winds[0].Dir = 240.0F;
+    weather.Winds[1] = {12000.0F, 270.0F, 80.0F, 0.5F, 10.0F, 3.0F, {1.0F, 2.0F}};
+    return weather;
+}
+
+TEST_F(MessageHandlerTest, WeatherComesThroughAsItWasSent)
+{
+    const std::string record = NewWeatherText(fullRecord());
+    EXPECT_EQ(write(message::kWeatherRecord, QByteArray::fromStdString(record)).line,
+              QStringLiteral("weather record KMSP: QNH 1013, wind 240/12, 21 C, visibility 9992 m, "
+                             "1 clouds, 1 winds, 2 temperatures"));
+    const std::string data = XPlaneWeatherText(fullWeather());
+    EXPECT_TRUE(write(message::kWeatherData, QByteArray::fromStdString(data)).isWeather);
+    EXPECT_EQ(XPlaneWeatherText(*handler.state().weatherData), data);
+    const std::string wx = XPlaneWeatherWxText(fullWeather());
+    EXPECT_TRUE(write(message::kWeatherDataWx, QByteArray::fromStdString(wx)).isWeather);
+    EXPECT_EQ(XPlaneWeatherWxText(*handler.state().weatherData), wx);
+    const std::string layers = WindLayersLongText(fullWeather().Winds);
+    EXPECT_FALSE(write(message::kWindLayers, QByteArray::fromStdString(layers)).line.isEmpty());
+    EXPECT_EQ(WindLayersLongText(handler.state().windLayers), layers);
+    ASSERT_EQ(handler.state().weatherRecords.size(), 1U);
+    EXPECT_EQ(NewWeatherText(handler.state().weatherRecords[0]), record);
+    write(message::kWeatherText, "EDDF 011220Z\r\n<b>24012KT");
+    EXPECT_EQ(write(message::kWeatherText, "-----METAR-----\r\nA\nB\n-----WIND-----\r\nC\n").line,
+              QStringLiteral("weather text: 2 reports, 1 winds"));
+    EXPECT_EQ(handler.state().weatherTexts.size(), 2);
+    write(message::kClearWeather, "Clear Wx");
+    EXPECT_TRUE(handler.state().weatherTexts.isEmpty());
+    EXPECT_FALSE(handler.state().weatherData);
+}
+
+TEST_F(MessageHandlerTest, WhatCantBeReadIsRefusedAndChangesNothing)
+{
+    const QByteArray record = QByteArray::fromStdString(NewWeatherText(fullRecord()));
+    const QByteArray data = QByteArray::fromStdString(XPlaneWeatherText(fullWeather()));
+    struct Row
+    {
+        int id;
+        QByteArray data;
+    };
+    for (const Row& row :
+         {Row{message::kWeatherRecord, record + "x"},
+          Row{message::kWeatherRecord, QByteArray(record).replace("Dew=", "Dow=")},
+          Row{message::kWeatherRecord, QByteArray(record).replace("16211", "70000")},
+          Row{message::kWeatherRecord, QByteArray(record).replace("nWindCtr=1", "nWindCtr=9")},
+          Row{message::kWeatherData, QByteArray(data).replace('.', ',')},
+          Row{message::kWeatherDataWx, data}, Row{message::kWind, "Dir=nan"},
+          Row{message::kWind, QByteArray("Dir=1\0", 6)},
+          Row{message::kFuel, "NumOfStation=1:FuelWeight=6.7"},
+          Row{message::kPayload, "NumOfStation=x"}, Row{message::kRadios, ""},
+          Row{message::kVisibility, "far"}, Row{message::kClearWeather, "Clear"}, Row{99, "what"}})
+    {
+        EXPECT_EQ(write(row.id, row.data).frame.command, command::kRefusal) << row.data.constData();
+    }
+    EXPECT_EQ(handler.handle({command::kRequest, message::kFuel, "fuel please"}).frame.command,
+              command::kRefusal);
+    EXPECT_EQ(handler.state().weatherRecords.size(), 0U);
+    EXPECT_EQ(handler.state().fuel.tanks.size(), 3U);
+}
+
+TEST_F(MessageHandlerTest, LoadAndRadiosAreAnsweredAsTheyWereSet)
+{
+    struct Row
+    {
+        int id;
+        const char* request;
+        QByteArray data;
+    };
+    for (
+        const Row& row :
+        {Row{message::kFuel, "Request Aircraft fuel",
+             "NumOfStation=1:FuelWeight=6.700000:StationID=4|Name=Center|Capacity=100.000000|Level="
+             "50.000000"},
+         Row{message::kPayload, "Request Aircraft payload",
+             "NumOfStation=1:StationName=J\xC3\xBCrgen|Type=1|MaxWeight=300.000000|Weight=180."
+             "500000"},
+         Row{message::kRadios, "Request Radio Data",
+             "comm1active=11810:comm1standby=11820:comm2active=11830:comm2standby=11840:nav1active="
+             "10810:nav1standby=10820:nav2active=10830:nav2standby=10840:adf=400:transponder="
+             "1200"}})
+    {
+        EXPECT_EQ(write(row.id, row.data).frame.command, command::kAnswer);
+        EXPECT_EQ(request(row.id, row.request), row.data);
+    }
+    EXPECT_EQ(handler.state().radios.adf, 400);
+    EXPECT_EQ(handler.state().radios.transponder, 1200);
+    EXPECT_FLOAT_EQ(handler.peekAircraft().totalWeight, 91300.0F + 335.0F + 180.5F);
+    handler.flight().jumpTo(QStringLiteral("cruise"));
+    EXPECT_FLOAT_EQ(handler.peekAircraft().totalWeight, 91300.0F + 180.5F) << "no fuel is left";
+}
+
+TEST_F(MessageHandlerTest, TheAircraftTextHasItsFieldsAtTheirPlaces)
+{
+    constexpr std::array kKeyLengths{7,  4,  4,  3, 4, 3, 10, 12, 7,  4,  4,  4, 11, 12,
+                                     17, 11, 18, 5, 4, 8, 5,  9,  12, 15, 12, 9, 7,  4};
+    handler.flight().setStartTime(1561982400);
+    const QList<QByteArray> fields =
+        request(message::kAircraft, "Request Aircraft data").split(':');
+    ASSERT_EQ(fields.size(), static_cast<int>(kKeyLengths.size()));
+    for (std::size_t i = 0; i < kKeyLengths.size(); ++i) {
+        EXPECT_EQ(fields[static_cast<int>(i)].indexOf('=') + 1, kKeyLengths[i]) << "field " << i;
+    }
+    const auto value = [&fields](int i) {
+        return fields[i].mid(fields[i].indexOf('=') + 1);
+    };
+    EXPECT_EQ(value(10), "44.882870");
+    EXPECT_EQ(value(12), "1");
+    EXPECT_EQ(value(14), "0");
+    EXPECT_EQ(value(25), "0");
+    EXPECT_EQ(value(26), "1561982400");
+    EXPECT_EQ(request(message::kDateTime, "Request DateTime from FS"), "1561982400");
+}
+
+TEST_F(MessageHandlerTest, OnlyTheFirstAnswerAfterTouchdownHasTheLandingRate)
+{
+    handler.flight().jumpTo(QStringLiteral("approach"));
+    handler.aircraftText();
+    handler.flight().advance(1000.0);
+    EXPECT_FALSE(handler.aircraftText().contains(":LandRate=0:"));
+    EXPECT_TRUE(handler.aircraftText().contains(":LandRate=0:"));
+}
+
+TEST_F(MessageHandlerTest, TheAircraftFliesInTheWeatherThatWasSet)
+{
+    handler.flight().jumpTo(QStringLiteral("cruise"));
+    write(message::kWeatherRecord, QByteArray::fromStdString(NewWeatherText(fullRecord())));
+    EXPECT_NEAR(handler.peekAircraft().wind.Dir, 240.0, 0.1);
+    EXPECT_EQ(handler.peekAircraft().temperature, -38.0F);
+    write(message::kWeatherData, QByteArray::fromStdString(XPlaneWeatherText(fullWeather())));
+    EXPECT_EQ(handler.peekAircraft().wind.Speed, 80.0F);
+    EXPECT_EQ(handler.peekAircraft().temperature, -60.0F);
+    EXPECT_EQ(handler.peekAircraft().visibility, 9.0F);
+    write(message::kWind, "Dir=100.00:Speed=33.00:Gust=-1.00");
+    EXPECT_EQ(handler.peekAircraft().wind.Speed, 33.0F);
+    write(message::kVisibility, "1500");
+    EXPECT_EQ(handler.peekAircraft().visibility, 1.5F);
+}
+
+} // namespace

@@ -1,0 +1,241 @@
+#include "tools/simulator/Console.h"
+#include "tools/simulator/Messages.h"
+#include "tools/simulator/SimulatorThread.h"
+
+#include <QSignalSpy>
+#include <QTcpSocket>
+#include <QUdpSocket>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using simulator::SimulatorThread;
+namespace command = simulator::command;
+namespace message = simulator::message;
+
+constexpr int kLimitMs = 10000;
+
+class SimulatorServerTest : public ::testing::Test
+{
+protected:
+    SimulatorServerTest() : simulator(options()) { port = simulator.startServer(); }
+    static simulator::SimulatorOptions options()
+    {
+        simulator::SimulatorOptions options;
+        options.udpIntervalMs = 20;
+        options.start = QStringLiteral("cruise");
+        return options;
+    }
+    void connectClient(QTcpSocket& client) const
+    {
+        client.connectToHost(QStringLiteral("127.0.0.1"), port);
+        ASSERT_TRUE(client.waitForConnected(kLimitMs));
+    }
+    /// Sends a frame and reads until so many bytes came or the connection ended.
+    static QByteArray ask(QTcpSocket& client, const simulator::Frame& frame, int bytes)
+    {
+        client.write(simulator::encodeFrame(frame));
+        QByteArray answer;
+        while (answer.size() < bytes && client.state() == QAbstractSocket::ConnectedState
+               && client.waitForReadyRead(kLimitMs))
+        {
+            answer += client.readAll();
+        }
+        return answer + client.readAll();
+    }
+
+    SimulatorThread simulator;
+    quint16 port = 0;
+};
+
+const simulator::Frame kGreeting{command::kHello, message::kHello, "CLIENTAPI=3.3;Cirrilon v.3.0"};
+const simulator::Frame kRadios{command::kRequest, message::kRadios, "Request Radio Data"};
+const simulator::Frame kWind{command::kWrite, message::kWind, "Dir=240.00:Speed=12.00:Gust=-1.00"};
+const QByteArray kWindAnswer = "@0007;0006;00000002;OK";
+
+TEST_F(SimulatorServerTest, GreetsAndTellsWhatItIs)
+{
+    QTcpSocket client;
+    connectClient(client);
+    EXPECT_EQ(ask(client, kGreeting, 33), "@0001;0001;00000013;SERVERAPI=3.3");
+    const QByteArray told = "@0002;0081;00000083;FS_IS_CONNECTED;FsId=9;FsName=Stand-in "
+                            "Simulator;InterfaceId=4;InterfaceName=Bridge";
+    EXPECT_EQ(ask(client, {command::kConnectedSimulator, message::kIsConnected, "IS_FS_CONNECTED"},
+                  told.size()),
+              told);
+    EXPECT_EQ(simulator.state().clientName, QStringLiteral("Cirrilon v.3.0"));
+}
+
+TEST_F(SimulatorServerTest, MisbehavesOnDemandAndThenNoMore)
+{
+    struct Row
+    {
+        const char* fault;
+        QByteArray answer;
+        bool staysOpen;
+    };
+    for (const Row& row :
+         {Row{"wrongid*1", "@0007;0106;00000002;OK", true}, Row{"cut:5*1", "@0007", true},
+          Row{"cut:5,1*1", kWindAnswer, true}, Row{"slow:20*1", kWindAnswer, true},
+          Row{"garbage:7*1", "#######", true}, Row{"huge*1", "@0007;0006;99999999;OK", true},
+          Row{"refuse:full@5/6*1", "@0008;0006;00000004;full", true},
+          Row{"silent@7*1", kWindAnswer, true}, Row{"close*1", "@0007;0006;", false},
+          Row{"drop*1", "", false}, Row{"none", kWindAnswer, true}})
+    {
+        QTcpSocket client;
+        connectClient(client);
+        ASSERT_TRUE(simulator.setFault(QString::fromLatin1(row.fault)));
+        EXPECT_EQ(ask(client, kWind, qMax(1, row.answer.size())), row.answer) << row.fault;
+        if (row.staysOpen) {
+            EXPECT_EQ(ask(client, kWind, kWindAnswer.size()), kWindAnswer) << row.fault;
+        } else {
+            EXPECT_TRUE(client.state() != QAbstractSocket::ConnectedState
+                        || client.waitForDisconnected(kLimitMs))
+                << row.fault;
+        }
+    }
+}
+
+TEST_F(SimulatorServerTest, SilenceTakesTheMessageAndGreetingFaultsWaitForAGreeting)
+{
+    QTcpSocket client;
+    connectClient(client);
+    simulator.setFault(QStringLiteral("silent*1"));
+    client.write(simulator::encodeFrame(kWind));
+    EXPECT_FALSE(ask(client, kRadios, 1).contains(kWindAnswer));
+    EXPECT_EQ(simulator.receivedCount(command::kWrite, message::kWind), 1);
+    EXPECT_FLOAT_EQ(simulator.state().wind->Speed, 12.0F);
+    simulator.setFault(QStringLiteral("wrongapi:2.9*1"));
+    EXPECT_EQ(ask(client, kWind, 1), kWindAnswer);
+    EXPECT_EQ(ask(client, kGreeting, 1), "@0001;0001;00000013;SERVERAPI=2.9");
+}
+
+TEST_F(SimulatorServerTest, ABrokenClientIsLetGoAndOthersAreServed)
+{
+    QTcpSocket good;
+    connectClient(good);
+    QTcpSocket bad;
+    connectClient(bad);
+    bad.write("@0005;0008;99999999;");
+    EXPECT_TRUE(bad.waitForDisconnected(kLimitMs));
+    EXPECT_EQ(ask(good, kWind, 1), kWindAnswer);
+}
+
+TEST_F(SimulatorServerTest, PushesTheAircraftByDatagrams)
+{
+    QTcpSocket client;
+    connectClient(client);
+    const simulator::Frame address{command::kRequest, message::kClientAddress, "127.0.0.1"};
+    const QByteArray answer = ask(client, address, 21);
+    EXPECT_EQ(ask(client, address, 21), answer) << "the port stays";
+    QUdpSocket udp;
+    ASSERT_TRUE(udp.bind(QHostAddress::LocalHost, answer.mid(20).toUShort()));
+    const auto receive = [&udp](const QString& sender, const QByteArray& front) {
+        while (udp.hasPendingDatagrams() || udp.waitForReadyRead(kLimitMs)) {
+            QByteArray bytes(static_cast<int>(udp.pendingDatagramSize()), '\0');
+            QHostAddress from;
+            udp.readDatagram(bytes.data(), bytes.size(), &from);
+            if (from.toString() == sender && bytes.startsWith(front)) {
+                return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(receive(QStringLiteral("127.0.0.1"), "@0007;0002;"));
+    simulator.setFault(QStringLiteral("udpgarbage:3"));
+    EXPECT_TRUE(receive(QStringLiteral("127.0.0.1"), "###"));
+    simulator.setFault(QStringLiteral("udpforeign"));
+    EXPECT_TRUE(receive(QStringLiteral("127.0.0.2"), "@0007;0002;"));
+    simulator.setFault(QStringLiteral("none"));
+    EXPECT_TRUE(receive(QStringLiteral("127.0.0.1"), "@0007;0002;"));
+    client.disconnectFromHost();
+    EXPECT_TRUE(SimulatorThread::waitUntil([this] {
+        bool isRunning = true;
+        simulator.invoke([&isRunning](simulator::SimulatorServer& server) {
+            isRunning = server.stream().isRunning();
+        });
+        return !isRunning;
+    }));
+}
+
+TEST_F(SimulatorServerTest, ComesBackOnItsPort)
+{
+    QTcpSocket client;
+    connectClient(client);
+    simulator.stopServer();
+    EXPECT_TRUE(client.state() != QAbstractSocket::ConnectedState
+                || client.waitForDisconnected(kLimitMs));
+    QTcpSocket refused;
+    refused.connectToHost(QStringLiteral("127.0.0.1"), port);
+    EXPECT_FALSE(refused.waitForConnected(kLimitMs));
+    EXPECT_EQ(simulator.startServer(), port);
+    QTcpSocket again;
+    connectClient(again);
+    EXPECT_EQ(ask(again, kWind, 1), kWindAnswer);
+}
+
+TEST_F(SimulatorServerTest, TellsOtherThreadsWhatCame)
+{
+    const QSignalSpy lines(&simulator, &SimulatorThread::line);
+    QTcpSocket client;
+    connectClient(client);
+    ask(client, kWind, 1);
+    EXPECT_TRUE(SimulatorThread::waitUntil([&lines] { return lines.count() == 1; }));
+    EXPECT_EQ(lines[0][0].toString(), QStringLiteral("wind at the aircraft: 240/12"));
+    ASSERT_EQ(simulator.received().size(), 1U);
+    EXPECT_EQ(simulator.received()[0].data, kWind.data);
+}
+
+TEST(Console, SwitchesTheServer)
+{
+    simulator::SimulatorServer server;
+    struct Row
+    {
+        const char* line;
+        const char* answer;
+    };
+    for (const Row& row :
+         {Row{"fault cut:3,4", "fault cut:3,4"}, Row{"fault x", "no fault of that name: x"},
+          Row{"speed 20", "speed 20"}, Row{"speed fast", "no speed: fast"},
+          Row{"jump moon", "no such place: moon"}, Row{"quit", ""},
+          Row{"dance", "unknown command: dance"}})
+    {
+        EXPECT_EQ(simulator::runConsoleLine(server, QString::fromLatin1(row.line)),
+                  QString::fromLatin1(row.answer));
+    }
+    EXPECT_TRUE(simulator::runConsoleLine(server, QStringLiteral("jump cruise"))
+                    .startsWith(QStringLiteral("cruise, 339")));
+    EXPECT_EQ(server.fault().kind, simulator::FaultKind::Cut);
+}
+
+TEST(SimulatorOptions, AreCheckedBeforeAnythingRuns)
+{
+    const auto parse = [](const char* line, QString& error) {
+        return simulator::parseOptions(
+            QString::fromLatin1(line).split(QLatin1Char(' '), Qt::SkipEmptyParts), &error);
+    };
+    QString none;
+    const auto options = parse("--from 50,8 --to 48.1,11.5 --start cruise --speed 2.5 --fs-id 13 "
+                               "--fault slow:5 --udp-interval 100 --quiet",
+                               none);
+    ASSERT_TRUE(options) << none.toStdString();
+    EXPECT_EQ(options->fsId, 13);
+    EXPECT_DOUBLE_EQ(options->speed, 2.5);
+    EXPECT_EQ(simulator::makeFlight(*options, &none)->phase(), simulator::Phase::Cruise);
+    for (const char* line :
+         {"--port 70000", "--port", "--bogus 1", "--speed -1", "--from 50,8",
+          "--to 91,0 --from 1,1", "--fault x", "--track a --from 1,1 --to 2,2", "--udp-interval 1"})
+    {
+        QString error;
+        EXPECT_FALSE(parse(line, error)) << line;
+        EXPECT_FALSE(error.isEmpty()) << line;
+    }
+    for (const char* line : {"--track /no/such/file", "--start moon", "--from 1,1 --to 1,1.1"}) {
+        QString error;
+        EXPECT_FALSE(simulator::makeFlight(*parse(line, error), &error)) << line;
+        EXPECT_FALSE(error.isEmpty()) << line;
+    }
+}
+
+} // namespace

@@ -1,0 +1,111 @@
+#include "tools/simulator/AirModel.h"
+
+#include "aviation/Units.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace simulator {
+
+namespace {
+
+using aviation::weather::Wind;
+
+constexpr float kDegreesPerUnit = 360.0F / 65536.0F;
+constexpr double kCelsiusPerMetre = 0.0065;
+constexpr float kNotKnown = -99.0F;
+
+/// The layer that reaches up to the altitude, else the highest; null when there is none.
+template <class Layers, class TopOf>
+auto layerAt(const Layers& layers, std::size_t used, double metres, TopOf topOf)
+    -> decltype(layers.data())
+{
+    decltype(layers.data()) highest = nullptr;
+    for (std::size_t i = 0; i < used; ++i) {
+        if (static_cast<double>(topOf(layers[i])) >= metres) {
+            return &layers[i];
+        }
+        highest = &layers[i];
+    }
+    return highest;
+}
+
+template <class Layers>
+std::size_t usedLayers(const Layers& layers, std::int32_t count)
+{
+    return static_cast<std::size_t>(std::clamp(count, 0, static_cast<std::int32_t>(layers.size())));
+}
+
+/// The record whose station is nearest; the last one when none has a place.
+const NewWeather* nearestRecord(const std::vector<NewWeather>& records,
+                                const aviation::Position& position)
+{
+    const NewWeather* nearest = nullptr;
+    double least = std::numeric_limits<double>::infinity();
+    for (const NewWeather& record : records) {
+        const aviation::Position station(record.Lat, record.Lon);
+        const double distance = station.DistanceTo(position); // very far without a place
+        if (distance <= least) {
+            least = distance;
+            nearest = &record;
+        }
+    }
+    return nearest;
+}
+
+void takeRecord(const NewWeather& record, double metres, Air& air)
+{
+    const auto* wind = layerAt(record.Wind, usedLayers(record.Wind, record.nWindCtr), metres,
+                               [](const WindLayer& layer) { return layer.UpperAlt; });
+    const auto* temperature = layerAt(record.Temp, usedLayers(record.Temp, record.nTempCtr), metres,
+                                      [](const TempLayer& layer) { return layer.Alt; });
+    if (wind != nullptr) {
+        air.wind.Dir = static_cast<float>(wind->Dir) * kDegreesPerUnit;
+        air.wind.Speed = static_cast<float>(wind->Speed);
+    }
+    if (temperature != nullptr) {
+        air.temperature = static_cast<float>(temperature->Day);
+    }
+    air.visibility =
+        static_cast<float>(record.Vis.Range * aviation::kMetresPerStatuteMile) / 100.0F / 1000.0F;
+}
+
+float temperatureAt(const XPlaneWeather& weather, double metres)
+{
+    const bool knowsTropopause = weather.TempTropo != kNotKnown && weather.TropoAltMeter > 0.0F;
+    const double seaLevel = static_cast<double>(weather.Temp);
+    if (!knowsTropopause) {
+        return static_cast<float>(seaLevel - kCelsiusPerMetre * metres);
+    }
+    const double share = std::clamp(metres / static_cast<double>(weather.TropoAltMeter), 0.0, 1.0);
+    return static_cast<float>(seaLevel
+                              + (static_cast<double>(weather.TempTropo) - seaLevel) * share);
+}
+
+} // namespace
+
+Air airAt(const SimulatorState& state, const aviation::Position& position, double altitude)
+{
+    const double metres = aviation::MetresFromFeet(altitude);
+    Air air;
+    if (const NewWeather* record = nearestRecord(state.weatherRecords, position)) {
+        takeRecord(*record, metres, air);
+    }
+    if (state.weatherData) {
+        air.temperature = temperatureAt(*state.weatherData, metres);
+        air.visibility = state.weatherData->Vis / 1000.0F;
+    }
+    const auto* layer = layerAt(state.windLayers, state.windLayers.size(), metres,
+                                [](const XPlaneWindLayer& wind) { return wind.Alt; });
+    if (state.wind && (state.windIsNewest || layer == nullptr)) {
+        air.wind = Wind{state.wind->Dir, state.wind->Speed, -1.0F, 0.0F};
+    } else if (layer != nullptr) {
+        air.wind = Wind{layer->Dir, layer->Speed, -1.0F, 0.0F};
+    }
+    if (state.visibility) {
+        air.visibility = static_cast<float>(*state.visibility) / 1000.0F;
+    }
+    return air;
+}
+
+} // namespace simulator

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "aviation/Position.h"
+#include "tools/simulator/SimulatedFlight.h"
+#include "tools/simulator/SimulatorState.h"
+
+namespace simulator {
+
+/// The air at a place, from the weather that was set: the wind that was set last, alone or as a
+/// layer; temperature and visibility of the weather data or of the nearest weather record. What
+/// isn't known stays at its default. The altitude is in feet.
+Air airAt(const SimulatorState& state, const aviation::Position& position, double altitude);
+
+} // namespace simulator

@@ -1,0 +1,71 @@
+#include "tools/simulator/Console.h"
+
+#include "tools/simulator/SimulatorServer.h"
+
+namespace simulator {
+
+namespace {
+
+QString setFault(SimulatorServer& server, const QString& text)
+{
+    const std::optional<Fault> fault = parseFault(text);
+    if (!fault) {
+        return QStringLiteral("no fault of that name: ") + text;
+    }
+    server.setFault(*fault);
+    return QStringLiteral("fault ") + faultText(*fault);
+}
+
+QString setSpeed(SimulatorServer& server, const QString& text)
+{
+    bool isNumber = false;
+    const double speed = text.toDouble(&isNumber);
+    if (!isNumber || !(speed >= 0.0)) {
+        return QStringLiteral("no speed: ") + text;
+    }
+    server.flight().setSpeed(speed);
+    return QStringLiteral("speed ") + QString::number(speed);
+}
+
+QString status(SimulatorServer& server)
+{
+    const aviation::structs::AircraftData aircraft = server.aircraft();
+    return QStringLiteral("%1, %2 ft, %3 kt, at %4 %5, %6 connections, fault %7")
+        .arg(phaseName(server.flight().phase()))
+        .arg(aircraft.altitude)
+        .arg(aircraft.groundSpeed)
+        .arg(aircraft.position.latitude(), 0, 'f', 4)
+        .arg(aircraft.position.longitude(), 0, 'f', 4)
+        .arg(server.connections())
+        .arg(faultText(server.fault()));
+}
+
+} // namespace
+
+QString runConsoleLine(SimulatorServer& server, const QString& line)
+{
+    const QString text = line.simplified();
+    const QString word = text.section(QLatin1Char(' '), 0, 0);
+    const QString argument = text.section(QLatin1Char(' '), 1);
+    if (word == QLatin1String("fault")) {
+        return setFault(server, argument);
+    }
+    if (word == QLatin1String("speed")) {
+        return setSpeed(server, argument);
+    }
+    if (word == QLatin1String("jump")) {
+        return server.flight().jumpTo(argument) ? status(server)
+                                                : QStringLiteral("no such place: ") + argument;
+    }
+    if (word == QLatin1String("drop")) {
+        server.closeConnections();
+        return QStringLiteral("connections closed");
+    }
+    if (word == QLatin1String("quit")) {
+        return {};
+    }
+    return word == QLatin1String("status") ? status(server)
+                                           : QStringLiteral("unknown command: ") + word;
+}
+
+} // namespace simulator
