@@ -1,0 +1,303 @@
+#include "tests/e2e/ProgramFixture.h"
+
+#include <QElapsedTimer>
+
+namespace {
+
+namespace command = simulator::command;
+namespace message = simulator::message;
+using std::chrono::seconds;
+
+class Faults : public ProgramFixture
+{
+protected:
+    int errors() const
+    {
+        return static_cast<int>(
+            std::count_if(view.log.begin(), view.log.end(),
+                          [](const FakeMainView::Line& line) { return line.level >= 2; }));
+    }
+};
+
+// --- the weather server
+
+struct ServerFault
+{
+    const char* name;
+    const char* fault;
+    bool givesWeather; ///< the next list comes in whole all the same
+};
+
+class WeatherServerFaults : public Faults, public ::testing::WithParamInterface<ServerFault>
+{};
+
+TEST_P(WeatherServerFaults, IsSaidAndTheNextListComesIn)
+{
+    make();
+    const int before = errors();
+    ASSERT_TRUE(server.addFault(
+        QStringLiteral("/weather_*=%1x1").arg(QString::fromLatin1(GetParam().fault))));
+    controller->OnDownloadWeather();
+    ASSERT_TRUE(wait([this] { return controller->weather().metarCount() > 1000 && watching(); }))
+        << "the program found its way back by itself";
+    if (!GetParam().givesWeather) {
+        EXPECT_GT(errors(), before) << "the pilot was told";
+    }
+    download();
+    EXPECT_GT(controller->weather().metarCount(), 1000U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, WeatherServerFaults,
+    ::testing::Values(
+        ServerFault{"not_found", "status:404", false}, ServerFault{"busy", "status:503", false},
+        ServerFault{"stall", "stall", false}, ServerFault{"stall_in_body", "stall-body", false},
+        ServerFault{"truncated", "truncate", false}, ServerFault{"damaged", "damage", false},
+        ServerFault{"empty", "empty", false}, ServerFault{"short_list", "short", false},
+        ServerFault{"page", "html", false}, ServerFault{"error_line", "error", false},
+        ServerFault{"wrong_length", "length", false}, ServerFault{"cut", "cut", false},
+        ServerFault{"bomb", "bomb", false}, ServerFault{"endless", "endless", false},
+        ServerFault{"names", "name", true}),
+    [](const auto& param) { return std::string(param.param.name); });
+
+TEST_F(Faults, ShortListsMoveOnThroughTheSourcesAndStopAfterFour)
+{
+    make();
+    ASSERT_TRUE(server.addFault(QStringLiteral("/weather_*=short")));
+    controller->OnDownloadWeather();
+    ASSERT_TRUE(wait([this] {
+        return view.linesWith(QStringLiteral("no metars founded. Download stopped")) > 0;
+    }));
+    settle();
+    EXPECT_EQ(server.requestCount(QStringLiteral("/weather_noaa.gz")), 2);
+    EXPECT_EQ(server.requestCount(QStringLiteral("/weather_vatsim.gz")), 1);
+    EXPECT_EQ(server.requestCount(QStringLiteral("/weather_ivao.gz")), 1);
+    EXPECT_EQ(view.linesWith(QStringLiteral("switch to another source")), 4);
+    EXPECT_TRUE(watching());
+
+    server.clearFaults();
+    download();
+    EXPECT_GT(controller->weather().metarCount(), 1000U);
+}
+
+TEST_F(Faults, NetworkErrorsSwitchServersAndStopAfterSix)
+{
+    make();
+    ASSERT_TRUE(server.addFault(QStringLiteral("*weather_*=status:500")));
+    controller->OnDownloadWeather();
+    const QString stopped = QStringLiteral("Automatic weather download stopped.\n"
+                                           "Please contact the developers of Cirrilon.");
+    ASSERT_TRUE(wait([this, &stopped] {
+        return dialogs.warnings().contains(QStringLiteral("Cirrilon - Download error|") + stopped);
+    }));
+    settle();
+    EXPECT_EQ(server.requestCount(QStringLiteral("/weather_noaa.gz")), 4);
+    EXPECT_EQ(server.requestCount(QStringLiteral("/second/weather_noaa.gz")), 3);
+    EXPECT_FALSE(watching());
+
+    server.clearFaults();
+    settings->setWeatherServer(settings->serverOne());
+    download();
+    EXPECT_GT(controller->weather().metarCount(), 1000U);
+}
+
+TEST_F(Faults, StartWithoutNetworkGoesOnWithoutWeather)
+{
+    server.stop();
+    settings->setDownloadWxAtStart(true);
+    settings->setCheckNewVersion(true);
+    make();
+    EXPECT_TRUE(wait([this] { return dialogs.warnings().size() >= 6; }));
+    EXPECT_GT(view.linesWith(QStringLiteral("can not download fileinfo")), 0);
+    connectSimulator();
+    EXPECT_TRUE(controller->IsConnected());
+}
+
+// --- the simulator
+
+struct BridgeFault
+{
+    const char* name;
+    const char* fault;
+    bool keepsConnection;
+};
+
+class SimulatorFaults : public Faults, public ::testing::WithParamInterface<BridgeFault>
+{
+protected:
+    simulator::SimulatorOptions simulatorOptions() const override
+    {
+        simulator::SimulatorOptions options;
+        options.udpIntervalMs = 3600000; // polled here, so that each fault meets a request
+        return options;
+    }
+};
+
+TEST_P(SimulatorFaults, OnARequestIsSurvivedAndEnds)
+{
+    settings->setMyIp(QString());
+    make();
+    connectSimulator();
+    simulator->setFault(QString::fromLatin1(GetParam().fault) + QStringLiteral("@6/2"));
+    const int before = jobs[connectjob::kAircraftData];
+    controller->OnTimerOneSecond();
+    ASSERT_TRUE(wait([this, before] { return jobs[connectjob::kAircraftData] > before; }));
+    settle();
+    EXPECT_EQ(controller->IsConnected(), GetParam().keepsConnection);
+
+    simulator->setFault(QStringLiteral("none"));
+    if (!controller->IsConnected()) {
+        connectSimulator();
+    }
+    const int polls = jobs[connectjob::kAircraftData];
+    controller->OnTimerOneSecond();
+    ASSERT_TRUE(wait([this, polls] { return jobs[connectjob::kAircraftData] > polls; }));
+    settle();
+    EXPECT_EQ(lastError[connectjob::kAircraftData], 0);
+    download();
+    EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, SimulatorFaults,
+                         ::testing::Values(BridgeFault{"slow", "slow:200", true},
+                                           BridgeFault{"silent", "silent", false},
+                                           BridgeFault{"wrong_id", "wrongid", true},
+                                           BridgeFault{"refuse", "refuse", true},
+                                           BridgeFault{"cut_and_rest", "cut:30,150", true},
+                                           BridgeFault{"cut_for_good", "cut:30", false},
+                                           BridgeFault{"garbage", "garbage:40", true},
+                                           BridgeFault{"close", "close", false},
+                                           BridgeFault{"drop", "drop", false},
+                                           BridgeFault{"huge", "huge", false}),
+                         [](const auto& param) { return std::string(param.param.name); });
+
+TEST_F(Faults, AWrongApiVersionIsTold)
+{
+    simulator->setFault(QStringLiteral("wrongapi:9.9"));
+    make();
+    controller->OnConnectClicked();
+    settle();
+    EXPECT_FALSE(controller->IsConnected());
+    EXPECT_TRUE(dialogs.criticals().contains(
+        QStringLiteral("Cirrilon-Connection Error|Not compatible Client-Server API Version!\n"
+                       "Check the debug log.")));
+    simulator->setFault(QStringLiteral("none"));
+    connectSimulator();
+}
+
+/// A write that must be acknowledged, or a request, that meets a dead simulator.
+class LostConnection : public SimulatorFaults
+{};
+
+TEST_F(LostConnection, InAnyJobLeadsBackToASimulatorThatWorks)
+{
+    settings->setMyIp(QString());
+    make();
+    download();
+    const std::vector<Job> sent{Job(connectjob::kAircraftData, QStringLiteral("Aircraft data")),
+                                Job(connectjob::kGetFuel, QString()),
+                                Job(connectjob::kSetFuel, QString()),
+                                Job(connectjob::kSetPayload, QString()),
+                                Job(connectjob::kGetPayload, QString()),
+                                Job(connectjob::kClearWeather, QStringLiteral("Clear WX")),
+                                Job(connectjob::kGetRadios, QString()),
+                                Job(connectjob::kDateTime, QString()),
+                                Job(connectjob::kAnnounceAddress, QStringLiteral("127.0.0.1"))};
+    for (const Job& job : sent) {
+        connectSimulator();
+        simulator->setFault(QStringLiteral("silent"));
+        const int before = jobs[job.id];
+        controller->OnNewJobConnectworker(job);
+        ASSERT_TRUE(wait([this, &job, before] { return jobs[job.id] > before; })) << job.id;
+        EXPECT_EQ(lastError[job.id], 13) << job.id;
+        settle();
+        EXPECT_FALSE(controller->IsConnected()) << job.id;
+        simulator->setFault(QStringLiteral("none"));
+    }
+    connectSimulator();
+    EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather), 0);
+}
+
+TEST_F(LostConnection, IsTakenUpAgainByItselfWhenConnectingAtTheStartIsOn)
+{
+    settings->setMyIp(QString());
+    settings->setAutoConnect(true);
+    make();
+    ASSERT_TRUE(wait([this] { return controller->IsConnected(); }));
+    settle();
+    simulator->stopServer();
+    controller->OnTimerOneSecond();
+    ASSERT_TRUE(wait([this] { return !controller->IsConnected(); }));
+    settle();
+    simulator->startServer();
+    for (QTimer* waiting : controller->findChildren<QTimer*>()) {
+        if (waiting->isSingleShot() && waiting->isActive()) {
+            waiting->start(1);
+        }
+    }
+    EXPECT_TRUE(wait([this] { return controller->IsConnected(); }));
+}
+
+// --- the end
+
+struct Ending
+{
+    const char* name;
+    const char* serverFault;
+    const char* simulatorFault;
+    void (*begin)(Controller&);
+};
+
+class TheEnd : public Faults, public ::testing::WithParamInterface<Ending>
+{};
+
+TEST_P(TheEnd, ComesWithinThreeSeconds)
+{
+    constexpr qint64 kLimit = 3000;
+    limits.stallMs = 60000;
+    timeouts = BridgeTimeouts();
+    settings->setMyIp(QString());
+    make();
+    connectSimulator();
+    download();
+    const Ending& ending = GetParam();
+    if (ending.serverFault != nullptr) {
+        ASSERT_TRUE(server.addFault(QString::fromLatin1(ending.serverFault)));
+    }
+    if (ending.simulatorFault != nullptr) {
+        ASSERT_TRUE(simulator->setFault(QString::fromLatin1(ending.simulatorFault)));
+    }
+    ending.begin(*controller);
+    QTest::qWait(200);
+
+    QElapsedTimer time;
+    time.start();
+    controller.reset();
+    EXPECT_LT(time.elapsed(), kLimit);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    States, TheEnd,
+    ::testing::Values(Ending{"waiting_for_upper_air", "/get_gribv3.php=status:500", nullptr,
+                             [](Controller& controller) {
+                                 controller.OnTimerWeather();
+                             }},
+                      Ending{"stalled_upper_air", "/get_gribv3.php=stall", nullptr,
+                             [](Controller& controller) {
+                                 controller.OnTimerWeather();
+                             }},
+                      Ending{"stalled_download", "/weather_*=stall", nullptr,
+                             [](Controller& controller) {
+                                 controller.OnDownloadWeather();
+                             }},
+                      Ending{"silent_simulator", nullptr, "silent",
+                             [](Controller& controller) {
+                                 controller.OnTimerOneSecond();
+                             }},
+                      Ending{"decoding", nullptr, nullptr,
+                             [](Controller& controller) {
+                                 controller.OnDownloadWeather();
+                             }}),
+    [](const auto& param) { return std::string(param.param.name); });
+
+} // namespace
