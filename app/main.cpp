@@ -1,4 +1,5 @@
 #include "app/base/HostProcessRunner.h"
+#include "app/base/Platform.h"
 #include "app/gui/CirrilonView.h"
 #include "app/gui/UnattendedRun.h"
 #include "aviation/support/Clock.h"
@@ -33,12 +34,8 @@ std::uint32_t SeedOfNow()
         aviation::Clock::Current().NowUtc().time_since_epoch().count());
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+[[noreturn]] void RunProgram(int argc, char** argv)
 {
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Cirrilon"));
     // The window may be in the tray while a box is closed; its own close ends the program.
@@ -51,13 +48,28 @@ int main(int argc, char** argv)
     if (!picture.isEmpty()) {
         parts.logMirror = UnattendedRun::print;
     }
-    CirrilonView view(parts);
-    std::unique_ptr<UnattendedRun> unattended;
-    if (!picture.isEmpty()) {
-        unattended = std::make_unique<UnattendedRun>(view, picture);
+    int result = 0;
+    {
+        CirrilonView view(parts);
+        std::unique_ptr<UnattendedRun> unattended;
+        if (!picture.isEmpty()) {
+            unattended = std::make_unique<UnattendedRun>(view, picture);
+        }
+        QObject::connect(&view, &CirrilonView::sigClosed, &application, &QCoreApplication::quit,
+                         Qt::QueuedConnection);
+        view.show();
+        result = QApplication::exec();
     }
-    QObject::connect(&view, &CirrilonView::sigClosed, &application, &QCoreApplication::quit,
-                     Qt::QueuedConnection);
-    view.show();
-    return QApplication::exec();
+    // The window has saved and closed everything by now.
+    platform::endProcess(result);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    platform::keepLargeBuffersApart();
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    RunProgram(argc, argv);
 }

@@ -10,15 +10,6 @@
 /// What the host says of this process. -1 where it says nothing.
 namespace processsize {
 
-/// Keeps the C library from putting large buffers between small ones once one of them was freed:
-/// the holes that they leave look like growth.
-inline void keepLargeBuffersApart()
-{
-#if defined(__GLIBC__)
-    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
-#endif
-}
-
 /// Memory pages in use, after what the allocator holds back was given to the host.
 inline qint64 residentPages()
 {

@@ -1,3 +1,4 @@
+#include "app/base/Platform.h"
 #include "tests/soak/ProcessSize.h"
 #include "tests/soak/SoakRun.h"
 
@@ -11,7 +12,7 @@
 /// rule was broken.
 int main(int argc, char** argv)
 {
-    processsize::keepLargeBuffersApart();
+    platform::keepLargeBuffersApart();
     const QTemporaryDir folder;
     // Settings and documents of the user stay out of it.
     qputenv("HOME", QFile::encodeName(folder.path()));

@@ -29,6 +29,7 @@ class SilentDialogs final : public UserDialogs
 public:
     void warning(const QString&, const QString&) override { ++boxes; }
     void critical(const QString&, const QString&) override { ++boxes; }
+    void farewell(const QString&, const QString&) override { ++boxes; }
     bool question(const QString&, const QString&) override { return false; }
     QString offerUpdate(const UpdateOffer&) override { return {}; }
 
