@@ -17,6 +17,7 @@
 #include <QMutex>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 #include <QVector>
 
@@ -37,6 +38,7 @@ class WeatherPage;
 class WeatherWorker;
 class WeatherWrapper;
 struct InfoFile;
+struct ProcessResult;
 enum class VersionState;
 
 namespace aviation {
@@ -187,7 +189,7 @@ private:
     void setXPlaneFiles();
     bool hasLocalXPlane() const;
     void writeXPlaneFiles();
-    void setThemeFile(const QString& name);
+    void setThemeFile(const QString& name, int error);
     void displayAtAircraft(int error);
     void displayRequested(const QString& icao, int error);
 
@@ -230,6 +232,7 @@ private:
     int takeGribText(const aviation::Position& position, const QString& text);
     int downloadGribRaw();
     void runWgrib(const QString& gribFile);
+    ProcessResult runOutsideProgram(const QString& program, const QStringList& arguments);
     /// Logs a failed upper-air download, and a repetition of the same one as a detail only.
     void logGribFault(const QString& kind, const QString& text, int level);
     bool gribFailedBefore();
@@ -240,6 +243,7 @@ private:
     void checkVersion(const InfoFile& info);
     void warnUnsupported(const InfoFile& info);
     void logNewVersion(const InfoFile& info);
+    void logNoVersion();
     void offerUpdate(const InfoFile& info, VersionState state);
     void startInstaller(const QString& installer);
 
@@ -267,8 +271,10 @@ private:
     std::function<void()> m_directWindStep;
     std::optional<std::int64_t> m_weatherClockMs; ///< last reading by the weather clock
     bool m_inWeatherTick = false;
-    QString m_aircraftTitle; ///< the last one that was shown
-    QString m_requestedIcao; ///< the user's next request while one is being served
+    QString m_aircraftTitle;                ///< the last one that was shown
+    int m_pollError = 0;                    ///< of the last poll for aircraft data
+    QStringList m_completion;               ///< ICAO codes of all airports
+    std::optional<QString> m_requestedIcao; ///< the user's next request while one is served
     bool m_servingRequest = false;
     bool m_linked = false; ///< connected, and neither lost nor given up since
     QTimer m_reconnectTimer{this};
@@ -310,7 +316,7 @@ private:
     bool m_fetchingGlobalWind = false;
     // DownloadGrib runs on two threads.
     QMutex m_gribMutex;
-    QString m_gribFault;                          ///< kind of the last failure; m_gribMutex
-    QString m_rawGribUrl;                         ///< the last one fetched; m_gribMutex
-    std::optional<std::int64_t> m_rawGribFetched; ///< monotonic ms; m_gribMutex
+    QString m_gribFault;                        ///< kind of the last failure; m_gribMutex
+    QString m_rawGribUrl;                       ///< the last template asked; m_gribMutex
+    std::optional<std::int64_t> m_rawGribAsked; ///< monotonic ms; m_gribMutex
 };

@@ -166,6 +166,10 @@ void Controller::takeDatagram(const QByteArray& bytes)
                                   "server may be of another version."));
         return;
     }
+    if (!datagram.fault.isEmpty()) {
+        logUdpOnce(m_udpBadLogged,
+                   QStringLiteral("(Controller) - ") + LogText(datagram.fault.trimmed()));
+    }
     aircraftData = datagram.aircraft;
     if (datagram.isAircraftAnswer()) {
         OnJobConnectWorkerFinished(connectjob::kAircraftData,

@@ -21,6 +21,7 @@ void Controller::OnJobConnectWorkerFinished(int jobId, QString jobName, int erro
     }
     if (jobId == connectjob::kAircraftData && error == simresult::kPaused) {
         aircraftDataValid = false;
+        m_pollError = simresult::kNone;
         return;
     }
     if (jobId == connectjob::kCloudMap && error == simresult::kCloudReply) {
@@ -109,13 +110,17 @@ void Controller::logConnectJob(int jobId, const QString& jobName, int error)
 {
     const QString id = QString::number(jobId);
     const QString name = LogText(jobName);
+    const bool isPoll = jobId == connectjob::kAircraftData; // its faults repeat many times a minute
     if (error == simresult::kNone) {
         log(QStringLiteral("(Controller) - JobID:%1 JobName:%2  Finished").arg(id, name),
             loglevel::kDebug);
     } else {
         log(QStringLiteral("(Controller) - JobID:%1 JobName:%2  Finished, Error: %3")
                 .arg(id, name, QString::number(error)),
-            loglevel::kError);
+            isPoll && error == m_pollError ? loglevel::kDebug : loglevel::kError);
+    }
+    if (isPoll) {
+        m_pollError = error;
     }
 }
 
@@ -138,6 +143,7 @@ void Controller::connectFinished(int error)
 void Controller::connected()
 {
     m_linked = true;
+    m_pollError = simresult::kNone;
     endReconnecting();
     const aviation::FsId fsId = m_connectWorker->fsVersion();
     m_view.setConnectText(tr("Disconnect"));

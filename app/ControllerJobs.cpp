@@ -133,7 +133,7 @@ void Controller::OnJobWeatherWorkerFinished(int job, QString jobname, int error)
         setXPlaneFiles();
         break;
     case weatherjob::kThemeFile:
-        setThemeFile(jobname);
+        setThemeFile(jobname, error);
         break;
     case weatherjob::kDecodeGrib:
         timerWeather.start();
@@ -233,8 +233,16 @@ void Controller::writeXPlaneFiles()
     }
 }
 
-void Controller::setThemeFile(const QString& name)
+/// Without a file there is nothing to set, and the weather clock stays stopped until the next
+/// download; that is kept.
+void Controller::setThemeFile(const QString& name, int error)
 {
+    if (error != weathererror::kThemeWritten) {
+        log(QStringLiteral("(Controller) - The weather theme isn't set. Check the simulator's "
+                           "folder in the settings, then choose \"Download WX\"."),
+            loglevel::kError);
+        return;
+    }
     showWeatherUpdate();
     log(QStringLiteral("(WeatherManager)  Weather Model File created"), loglevel::kNotification);
     sleepUnlessStopped(kSettleMs);

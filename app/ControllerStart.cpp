@@ -87,7 +87,8 @@ void Controller::OnStart()
     if (m_settings.downloadWxAtStart()) {
         DownloadWeather(m_settings.weatherSource());
     }
-    if (m_settings.autoConnect()) {
+    // The user may have connected, or closed the window, while an outside server was asked.
+    if (m_settings.autoConnect() && !IsConnected() && !m_stop.raised()) {
         OnConnectClicked();
     }
 }
@@ -136,13 +137,12 @@ QVector<QAirport> Controller::readAdditionalAirports() const
 void Controller::loadAirports()
 {
     const QVector<QAirport> airports = readAirports();
-    QStringList icaos;
-    icaos.reserve(airports.size());
+    m_completion.reserve(airports.size());
     for (const QAirport& airport : airports) {
-        icaos << airport.Ident;
+        m_completion << airport.Ident;
     }
     m_weather->addAirports(airports);
-    m_view.pageWeather().setCompleterList(icaos);
+    m_view.pageWeather().setCompleterList(m_completion);
     if (airports.size() < kFewestAirports) {
         log(QStringLiteral("(Controller Weather) - Airport Resource not loaded"), loglevel::kError);
     } else {
@@ -188,11 +188,16 @@ void Controller::OnAirportListChanged()
     QVector<QAirport> changed;
     for (const QAirport& airport : readAdditionalAirports()) {
         aviation::weather::Station known;
-        if (!m_weather->getStation(airport.Ident, known) || !samePlace(known, airport)) {
+        const bool isKnown = m_weather->getStation(airport.Ident, known);
+        if (!isKnown) {
+            m_completion << airport.Ident;
+        }
+        if (!isKnown || !samePlace(known, airport)) {
             changed.push_back(airport);
         }
     }
     m_weather->addAirports(changed);
+    m_view.pageWeather().setCompleterList(m_completion);
     log(QStringLiteral("(NavData) - airports read again, new or changed: %1").arg(changed.size()),
         loglevel::kNotification);
 }

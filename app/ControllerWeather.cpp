@@ -225,8 +225,8 @@ void Controller::OnGetMetarClicked(QString icao)
         return;
     }
     const QScopedValueRollback<bool> serving(m_servingRequest, true);
-    while (!m_requestedIcao.isEmpty() && !m_stop.raised()) {
-        const QString next = std::exchange(m_requestedIcao, QString());
+    while (m_requestedIcao && !m_stop.raised()) {
+        const QString next = *std::exchange(m_requestedIcao, std::nullopt);
         aviation::weather::Station station;
         const bool known = next.size() >= kShortestIcao && m_weather->getStation(next, station);
         m_view.pageWeather().OnBackgroundIcao(next, known);

@@ -50,9 +50,10 @@ bool synopIsBetter(double metarNm, double synopNm, const Synop& synop, bool meta
 
 bool IsOldReport(std::wstring_view timeGroup, aviation::Clock::UtcTime now)
 {
-    constexpr std::chrono::seconds kAge(10800);
+    constexpr int kAgeHours = 3;
+    // In the first three hours of a day nothing of that day is old.
     return twoDigits(timeGroup, 0) != dayOfMonth(now)
-           || twoDigits(timeGroup, 2) < hourOf(now - kAge);
+           || twoDigits(timeGroup, 2) < hourOf(now) - kAgeHours;
 }
 
 Metar MetarOfSynop(const Synop& synop)

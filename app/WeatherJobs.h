@@ -37,7 +37,7 @@ inline constexpr int kNoMetar = 7;
 inline constexpr int kNoSynop = 8;
 inline constexpr int kNoGribFound = 9;
 inline constexpr int kNoWeather = 10;
-/// A theme file was written: the good end of job 11, which the controller tests for.
+/// A theme file was written: the good end of job 11.
 inline constexpr int kThemeWritten = 11;
 inline constexpr int kDecodeVisibility = 100;
 inline constexpr int kDecodeCloud = 101;

@@ -17,7 +17,8 @@ namespace bridgetext {
 /// Fields of an aircraft text that must be there; the eleven behind them are optional.
 inline constexpr int kAircraftFields = 17;
 
-/// A fresh record for a text of fewer than kAircraftFields fields.
+/// A fresh record for a text of fewer than kAircraftFields fields. A place beyond 90 degrees of
+/// latitude or 360 of longitude is left unknown.
 aviation::structs::AircraftData AircraftFromText(const QByteArray& text, QString* fault = nullptr);
 
 /// "NumOfStation=%i:FuelWeight=%f" and ":StationID=%i|Name=%ls|Capacity=%f|Level=%f" a tank.

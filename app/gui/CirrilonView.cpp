@@ -294,6 +294,9 @@ void CirrilonView::closeEvent(QCloseEvent* event)
     flightplanner().close();
     saveSettings();
     m_closed = true;
+    // What waits in an event loop of its own would go on with its next step.
+    m_stop.raise();
+    m_controller->requestStop();
     event->accept();
     Q_EMIT sigClosed();
 }

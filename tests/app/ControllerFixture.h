@@ -6,6 +6,7 @@
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
 #include "tests/app/base/SettingsFixture.h"
+#include "tests/support/ControllerTesting.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeFsInterface.h"
 #include "tests/support/FakeMainView.h"
@@ -70,33 +71,13 @@ protected:
             processes, interfaces, DownloadLimits()});
         timer("timerOneSecond").stop();
     }
-    QTimer& timer(const char* name) const
-    {
-        return *controller->findChild<QTimer*>(QString::fromLatin1(name));
-    }
+    QTimer& timer(const char* name) const { return controllertesting::timer(*controller, name); }
     static bool wait(const std::function<bool()>& condition)
     {
-        constexpr int kLimitMs = 10000;
-        return QTest::qWaitFor(condition, kLimitMs);
-    }
-    bool isIdle() const
-    {
-        ConnectWorker& connecting = controller->connectWorker();
-        WeatherWorker& weather = controller->weatherWorker();
-        return !connecting.isRunning() && connecting.queuedJobs() == 0 && !weather.isRunning()
-               && weather.queuedJobs() == 0;
+        return controllertesting::waitFor(condition);
     }
     /// Lets all jobs end, and those that follow from their signals.
-    void settle()
-    {
-        constexpr int kQuietRounds = 3;
-        for (int quiet = 0; quiet < kQuietRounds; ++quiet) {
-            quiet = isIdle() ? quiet : 0;
-            ASSERT_TRUE(wait([this] { return isIdle(); }));
-            QCoreApplication::sendPostedEvents();
-            QCoreApplication::processEvents();
-        }
-    }
+    void settle() { ASSERT_TRUE(controllertesting::settle(*controller)); }
     void connectTo(int interfaceType, aviation::FsId fsId)
     {
         simulator.answer([&](FakeSimulator::Answers& answers) {

@@ -4,6 +4,7 @@
 
 #include <QSignalSpy>
 
+#include <algorithm>
 #include <chrono>
 
 using namespace std::chrono_literals;
@@ -90,6 +91,17 @@ TEST_F(ControllerTest, StartLoadsTheTablesAndTheUsersAirports)
     controller->OnAirportListChanged();
     EXPECT_EQ(controller->weather().airportCount(), airports + 1)
         << "the unchanged one isn't added twice";
+    EXPECT_TRUE(view.weatherPage.completer.contains(text("ZZZB")));
+}
+
+TEST_F(ControllerTest, AConnectionThatStandsOutlivesTheConnectAtTheStart)
+{
+    settings->setAutoConnect(true);
+    make();
+    connectTo(4, 8);
+    start();
+    settle();
+    EXPECT_TRUE(controller->IsConnected());
 }
 
 TEST_F(ControllerTest, ConnectTellsTheWindowAndTheSimulator)
@@ -336,6 +348,18 @@ TEST_F(ControllerTest, FinishedJobsLeadToTheNextOne)
     }
     EXPECT_EQ(simulator.calls(text("ActivateWeather")).size(), 1);
     EXPECT_FALSE(view.setWxEnabled) << "the last METAR of the simulator was none";
+    view.log.clear();
+    for (const int error : {10, 10, 12, 0, 10}) {
+        controller->OnJobConnectWorkerFinished(4, QString(), error);
+    }
+    controller->OnJobWeatherWorkerFinished(11, text("base"), weathererror::kCannotCreateFile);
+    settle();
+    const auto told = std::count_if(view.log.begin(), view.log.end(), [](const auto& line) {
+        return line.level == 3 && line.text.contains(QStringLiteral("JobID:4 "));
+    });
+    EXPECT_EQ(told, 3) << "the same fault of the next poll is a detail";
+    EXPECT_EQ(view.levelOf(text("The weather theme isn't set.")), 3);
+    EXPECT_TRUE(simulator.calls(text("SendWeatherFile")).isEmpty());
     for (const int job : {13, 14, 15, 16, 17}) {
         timer("timerWeather").stop();
         controller->OnJobConnectWorkerFinished(job, QString(), 5);
@@ -390,12 +414,13 @@ TEST_F(ControllerTest, ARequestedStationIsShownOrMarkedAsUnknown)
     make();
     start();
     decode(30);
+    controller->OnGetMetarClicked(QString());
     controller->OnGetMetarClicked(text("edd"));
     controller->OnGetMetarClicked(text("0000"));
     controller->OnGetMetarClicked(text("eddf"));
     settle();
     const QVector<QPair<QString, bool>> expected{
-        {text("EDD"), false}, {text("0000"), false}, {text("EDDF"), true}};
+        {QString(), false}, {text("EDD"), false}, {text("0000"), false}, {text("EDDF"), true}};
     EXPECT_EQ(view.weatherPage.backgrounds, expected);
     ASSERT_FALSE(view.weatherPage.metars.isEmpty());
     EXPECT_EQ(view.weatherPage.metars.last().icao().substr(0, 2), L"ED");

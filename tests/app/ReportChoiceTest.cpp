@@ -44,8 +44,8 @@ TEST(ReportChoiceTest, AgeIsToldByDayAndHour)
             << QString::fromWCharArray(group).toStdString();
     }
     const FakeClock night(2019, 7, 1, 2, 10);
-    EXPECT_TRUE(reportchoice::IsOldReport(L"010150", night.NowUtc()))
-        << "three hours ago it was 23 h";
+    EXPECT_FALSE(reportchoice::IsOldReport(L"010050", night.NowUtc())) << "of the present day";
+    EXPECT_TRUE(reportchoice::IsOldReport(L"302350", night.NowUtc())) << "of another day";
 }
 
 TEST(ReportChoiceTest, TheSynopIsShownWhenItIsNearerOrTheMetarOld)

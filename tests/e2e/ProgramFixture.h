@@ -8,6 +8,7 @@
 #include "sim/SimulatorInterfaces.h"
 #include "tests/app/base/SettingsFixture.h"
 #include "tests/e2e/SteppedClock.h"
+#include "tests/support/ControllerTesting.h"
 #include "tests/support/FakeMainView.h"
 #include "tests/support/FakeProcessRunner.h"
 #include "tests/support/FakeUserDialogs.h"
@@ -27,7 +28,6 @@
 class ProgramFixture : public SettingsFixture
 {
 protected:
-    static constexpr int kLimitMs = 20000;
     static constexpr int kNeverMs = 3600000;
 
     void SetUp() override
@@ -83,32 +83,14 @@ protected:
         ASSERT_TRUE(wait([&started] { return started; }));
     }
 
-    QTimer& timer(const char* name) const
-    {
-        return *controller->findChild<QTimer*>(QString::fromLatin1(name));
-    }
+    QTimer& timer(const char* name) const { return controllertesting::timer(*controller, name); }
     bool watching() const { return timer("timerWeather").isActive(); }
-    static bool wait(const std::function<bool()>& condition, int limitMs = kLimitMs)
+    static bool wait(const std::function<bool()>& condition)
     {
-        return QTest::qWaitFor(condition, limitMs);
+        return controllertesting::waitFor(condition);
     }
-    bool isIdle() const
-    {
-        ConnectWorker& connecting = controller->connectWorker();
-        WeatherWorker& weather = controller->weatherWorker();
-        return !connecting.isRunning() && connecting.queuedJobs() == 0 && !weather.isRunning()
-               && weather.queuedJobs() == 0;
-    }
-    void settle()
-    {
-        constexpr int kQuietRounds = 3;
-        for (int quiet = 0; quiet < kQuietRounds; ++quiet) {
-            quiet = isIdle() ? quiet : 0;
-            ASSERT_TRUE(wait([this] { return isIdle(); }));
-            QCoreApplication::sendPostedEvents();
-            QCoreApplication::processEvents();
-        }
-    }
+    /// Lets all jobs end, and those that follow from their signals.
+    void settle() { ASSERT_TRUE(controllertesting::settle(*controller)); }
     /// Connects and waits for the first position of the aircraft.
     void connectSimulator()
     {

@@ -170,6 +170,10 @@ TEST_F(Window, ClosingSavesTheProfileAndTheSettings)
     const QByteArray main = read(mainFile());
     EXPECT_TRUE(main.contains("enable=true"));
     EXPECT_TRUE(main.contains("profile=airliner.ini"));
+    view->controller().OnDownloadWeather();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(read(path("work/cirrilonv3.log")).contains("Download weather"))
+        << "nothing new is begun";
     view.reset();
     make();
     EXPECT_EQ(view->size(), QSize(900, 500));
