@@ -218,10 +218,11 @@ void Controller::readWeatherFile(const QString& downloaded)
 
 void Controller::weatherFileRead()
 {
-    const WeatherFileResult read = m_weatherFileReader.result();
-    if (m_stop.raised()) {
+    const std::optional<WeatherFileResult> result = m_weatherFileReader.takeResult();
+    if (m_stop.raised() || !result) {
         return;
     }
+    const WeatherFileResult& read = *result;
     if (!read.fault.isEmpty()) {
         log(QStringLiteral("(Controller Weather) - The weather file can't be used: %1. If other "
                            "sources fail as well, choose another weather server in the settings.")

@@ -13,10 +13,14 @@
 #include "weather/output/WeatherWrapper.h"
 
 #include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QScopedValueRollback>
 #include <QThread>
+
+#include <memory>
+#include <utility>
 
 using aviation::ScopedLock;
 
@@ -26,7 +30,7 @@ constexpr int kServerExternal = 3; ///< of weather/wxservertype
 constexpr int kShortestGribUrl = 6;
 constexpr int kUpperAirKind = 3; ///< of WeatherWrapper::initializeWeather
 constexpr int kWgribTimeoutMs = 100000;
-constexpr int kRawPauseMs = 60000; ///< the same raw file isn't fetched more often
+constexpr int kRawPauseMs = 60000; ///< the same raw address isn't asked more often
 
 QString TwoDecimals(double value)
 {
@@ -162,19 +166,21 @@ int Controller::takeGribText(const aviation::Position& position, const QString& 
 /// The table that comes of it is for others: no part of the program reads it.
 int Controller::downloadGribRaw()
 {
-    const QString url = expandUrlTemplate(m_settings.urlExternGrib());
+    const QString address = m_settings.urlExternGrib();
     const std::int64_t now = aviation::Clock::Current().MonotonicMs();
     {
         const ScopedLock lock(m_gribMutex);
-        if (url == m_rawGribUrl && m_rawGribFetched && now - *m_rawGribFetched < kRawPauseMs) {
+        if (address == m_rawGribUrl && m_rawGribAsked && now - *m_rawGribAsked < kRawPauseMs) {
             return gribdownload::kFailed;
         }
+        m_rawGribUrl = address;
+        m_rawGribAsked = now;
     }
     Q_EMIT sigProgress(0, 0, tr("Download Grib"));
     const QString gribFile = m_settings.tmpFolder() + QStringLiteral("grib.grib");
     DownloadManager manager(downloadContext());
     showDownloadProgress(manager);
-    const int error = manager.getToFile(url, gribFile);
+    const int error = manager.getToFile(expandUrlTemplate(address), gribFile);
     if (error != 0) {
         logGribFault(QString::number(error),
                      QStringLiteral("(Controller Weather) - Download GribRaw Error: ")
@@ -182,11 +188,6 @@ int Controller::downloadGribRaw()
                          + serveranswer::advice(error),
                      loglevel::kError);
         return gribdownload::kFailed;
-    }
-    {
-        const ScopedLock lock(m_gribMutex);
-        m_rawGribUrl = url;
-        m_rawGribFetched = now;
     }
     Q_EMIT sigProgress(0, 0, tr("Parse grib file"));
     runWgrib(gribFile);
@@ -205,13 +206,8 @@ void Controller::runWgrib(const QString& gribFile)
                      loglevel::kError);
         return;
     }
-    const ProcessResult result = m_processes.runUnlessStopped(
-        program, wgrib::arguments(gribFile, m_settings.tmpFolder() + QStringLiteral("grib.csv")),
-        kWgribTimeoutMs,
-        [this](const QString& output) {
-            log(QStringLiteral("(Controller) - ") + serveranswer::forLog(output), loglevel::kDebug);
-        },
-        m_stop);
+    const ProcessResult result = runOutsideProgram(
+        program, wgrib::arguments(gribFile, m_settings.tmpFolder() + QStringLiteral("grib.csv")));
     if (!result.finished && !m_stop.raised()) {
         log(QStringLiteral("(Controller) - ") + serveranswer::forLog(result.error),
             loglevel::kError);
@@ -221,6 +217,39 @@ void Controller::runWgrib(const QString& gribFile)
                                 "for the weather itself. If the weather waits for upper-air data, "
                                 "switch them off or clear the GRIB address in the settings."),
                  loglevel::kWarning);
+}
+
+/// On the main thread the event loop runs on meanwhile, or the program couldn't be ended.
+ProcessResult Controller::runOutsideProgram(const QString& program, const QStringList& arguments)
+{
+    QMutex mutex;
+    ProcessResult result;
+    const auto run = [&] {
+        ProcessResult ended = m_processes.runUnlessStopped(
+            program, arguments, kWgribTimeoutMs,
+            [this](const QString& output) {
+                log(QStringLiteral("(Controller) - ") + serveranswer::forLog(output),
+                    loglevel::kDebug);
+            },
+            m_stop);
+        const ScopedLock lock(mutex);
+        result = std::move(ended);
+    };
+    if (QThread::currentThread() != thread()) {
+        run();
+        return result;
+    }
+    const std::unique_ptr<QThread> helper(QThread::create(run));
+    QEventLoop loop;
+    connect(helper.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    helper->start();
+    loop.exec();
+    if (!helper->isFinished()) { // all loops of the thread were ended
+        m_stop.raise();
+    }
+    helper->wait();
+    const ScopedLock lock(mutex);
+    return result;
 }
 
 void Controller::DownloadXPlaneGlobalWind()

@@ -82,10 +82,7 @@ void Controller::OnDownloadFileInfoFinished(QString filename, int error)
     }
     const InfoFile info = InfoFile::Parse(ReadInfo(file));
     if (!info.IsValid()) {
-        log(QStringLiteral("(Controller) - The info server's answer tells no version, so there is "
-                           "no check for a new one. Look at the address url/fileinfo if it stays "
-                           "so."),
-            loglevel::kWarning);
+        logNoVersion();
     } else if (m_settings.checkNewVersion()) {
         checkVersion(info);
     }
@@ -131,6 +128,13 @@ void Controller::logNewVersion(const InfoFile& info)
         loglevel::kNotification);
 }
 
+void Controller::logNoVersion()
+{
+    log(QStringLiteral("(Controller) - The info server's answer tells no version, so there is no "
+                       "check for a new one. Look at the address url/fileinfo if it stays so."),
+        loglevel::kWarning);
+}
+
 void Controller::warnUnsupported(const InfoFile& info)
 {
     const QString wanted = QStringLiteral("Please download new version ");
@@ -139,7 +143,7 @@ void Controller::warnUnsupported(const InfoFile& info)
                           + QStringLiteral("\nThis version is no longer supported.\nCirrilon 3.0 "
                                            "is closed."));
     // Boxes show plain text, so the line ends stand for the tags of the rich form.
-    m_dialogs.critical(BoxTitle(),
+    m_dialogs.farewell(BoxTitle(),
                        wanted + info.version
                            + QStringLiteral(".\nThis version is no longer supported.\n"));
 }
@@ -174,11 +178,17 @@ void Controller::onCheckNewVersion()
 {
     QFile file(infoFileName());
     if (!file.open(QIODevice::ReadOnly)) {
-        log(QStringLiteral("(Controller) - ") + file.errorString().toHtmlEscaped(),
+        log(QStringLiteral("(Controller) - ") + file.errorString().toHtmlEscaped()
+                + QStringLiteral(". The info file is downloaded at the start of the program: check "
+                                 "the internet connection and start again."),
             loglevel::kError);
         return;
     }
     const InfoFile info = InfoFile::Parse(ReadInfo(file));
+    if (!info.IsValid()) {
+        logNoVersion();
+        return;
+    }
     const bool betaWanted = false;
     switch (JudgeVersion(Settings::version(), info, betaWanted)) {
     case VersionState::Unsupported:

@@ -16,6 +16,13 @@ QString TextOf(const QSettings::SettingsMap& map, const char* key)
     return list ? value.toStringList().join(QStringLiteral(", ")) : value.toString();
 }
 
+/// Boxes and log lines show it.
+QString VersionOf(const QSettings::SettingsMap& map, const char* key)
+{
+    constexpr int kLongest = 40;
+    return TextOf(map, key).simplified().left(kLongest);
+}
+
 QString AddressOf(const QSettings::SettingsMap& map, const char* key)
 {
     const QString text = TextOf(map, key).trimmed();
@@ -37,9 +44,9 @@ InfoFile InfoFile::Parse(const QByteArray& text)
 {
     const QSettings::SettingsMap map = initext::parse(text);
     InfoFile info;
-    info.version = TextOf(map, "Version/cirrilonv3").trimmed();
-    info.minimumVersion = TextOf(map, "Version/cirrilonv3min").trimmed();
-    info.betaVersion = TextOf(map, "Version/cirrilonv3beta").trimmed();
+    info.version = VersionOf(map, "Version/cirrilonv3");
+    info.minimumVersion = VersionOf(map, "Version/cirrilonv3min");
+    info.betaVersion = VersionOf(map, "Version/cirrilonv3beta");
     info.info = TextOf(map, "UpdateInfo/info");
     info.stablePage = AddressOf(map, "UpdateInfo/UrlStableVersionManually");
     info.stableInstaller = AddressOf(map, "UpdateInfo/UrlStableVersionAutomatic");

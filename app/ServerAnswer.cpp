@@ -1,13 +1,9 @@
 #include "app/ServerAnswer.h"
 
+#include "sim/LogText.h"
+
 #include <QNetworkReply>
 #include <QStringView>
-
-namespace {
-
-constexpr int kLongestLogText = 2000; // characters
-
-} // namespace
 
 namespace serveranswer {
 
@@ -58,9 +54,7 @@ QString advice(int networkError)
 
 QString forLog(const QString& text)
 {
-    const bool tooLong = text.size() > kLongestLogText;
-    const QString shown = tooLong ? text.left(kLongestLogText) + QStringLiteral("...") : text;
-    return shown.toHtmlEscaped();
+    return LogText(text.trimmed());
 }
 
 } // namespace serveranswer

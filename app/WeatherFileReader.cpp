@@ -87,10 +87,10 @@ void WeatherFileReader::read(const WeatherFileRequest& request)
     start();
 }
 
-WeatherFileResult WeatherFileReader::result() const
+std::optional<WeatherFileResult> WeatherFileReader::takeResult()
 {
     const ScopedLock lock(m_mutex);
-    return m_result;
+    return std::exchange(m_result, std::nullopt);
 }
 
 void WeatherFileReader::run()

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QThread>
 
+#include <optional>
+
 class StopFlag;
 
 /// A downloaded weather file and what is to become of it.
@@ -23,7 +25,7 @@ struct WeatherFileResult
 };
 
 /// Inflates, copies and reads a weather file: a world-wide one takes too long for the event loop.
-/// A thread that ends with each file; QThread::finished tells that result() is there. Lives on the
+/// A thread that ends with each file; QThread::finished tells that a result is there. Lives on the
 /// main thread; the destructor waits for the file under way, well below a second for a real one.
 class WeatherFileReader final : public QThread
 {
@@ -34,14 +36,15 @@ public:
 
     /// Starts; waits for the file before, if that one isn't done.
     void read(const WeatherFileRequest& request);
-    WeatherFileResult result() const;
+    /// The result of the last file, once; the reader keeps nothing of a text of some megabytes.
+    std::optional<WeatherFileResult> takeResult();
 
 protected:
     void run() override;
 
 private:
     const StopFlag& m_stop;
-    mutable QMutex m_mutex;
-    WeatherFileRequest m_request; ///< guarded by m_mutex
-    WeatherFileResult m_result;   ///< guarded by m_mutex
+    QMutex m_mutex;
+    WeatherFileRequest m_request;              ///< guarded by m_mutex
+    std::optional<WeatherFileResult> m_result; ///< guarded by m_mutex
 };

@@ -96,6 +96,9 @@ public:
         stallTimer.setSingleShot(true);
         stallTimer.setInterval(context.limits.stallMs);
         QObject::connect(&stallTimer, &QTimer::timeout, &q, [this] { giveUpStalled(); });
+        wholeTimer.setSingleShot(true);
+        wholeTimer.setInterval(context.limits.wholeMs);
+        QObject::connect(&wholeTimer, &QTimer::timeout, &q, [this] { giveUpEndless(); });
         stopTimer.setInterval(kStopCheckMs);
         QObject::connect(&stopTimer, &QTimer::timeout, &q, [this] { giveWayIfStopped(); });
     }
@@ -121,6 +124,7 @@ public:
     qint64 received = 0;
     Outcome outcome; ///< why the transfer was given up from this side
     QTimer stallTimer;
+    QTimer wholeTimer;
     QTimer stopTimer;
     qint64 startedMs = -1; ///< -1: not started, and the rate is one of a millisecond
 
@@ -137,6 +141,7 @@ private:
     void refuseAnnouncedSize();
     void refuseSize();
     void giveUpStalled();
+    void giveUpEndless();
     void giveWayIfStopped();
 };
 
@@ -144,12 +149,10 @@ QNetworkReply* DownloadManager::Private::begin(const QNetworkRequest& request)
 {
     outcome = Outcome();
     body.clear();
+    replyHeaders.clear();
     received = 0;
     if (stopped()) {
         outcome = {QNetworkReply::OperationCanceledError, QStringLiteral("The program ends")};
-    } else if (reply != nullptr) {
-        outcome = {QNetworkReply::OperationCanceledError,
-                   QStringLiteral("Another download is still running")};
     } else if (!IsWeb(request.url())) {
         outcome = {QNetworkReply::ProtocolUnknownError,
                    QStringLiteral("Not an address of http or https: ")
@@ -176,6 +179,7 @@ void DownloadManager::Private::watch()
         refuseAnnouncedSize();
     });
     stallTimer.start();
+    wholeTimer.start();
     stopTimer.start();
 }
 
@@ -222,6 +226,14 @@ void DownloadManager::Private::giveUpStalled()
               .arg(QString::number(context.limits.stallMs / 1000.0, 'f', 1)));
 }
 
+/// A server that sends a byte now and then would keep all further downloads out.
+void DownloadManager::Private::giveUpEndless()
+{
+    abort(QNetworkReply::TimeoutError,
+          QStringLiteral("The download took longer than %1 seconds")
+              .arg(QString::number(context.limits.wholeMs / 1000.0, 'f', 1)));
+}
+
 void DownloadManager::Private::giveWayIfStopped()
 {
     if (stopped()) {
@@ -245,6 +257,7 @@ void DownloadManager::Private::abort(int code, const QString& text)
 Outcome DownloadManager::Private::end()
 {
     stallTimer.stop();
+    wholeTimer.stop();
     stopTimer.stop();
     take();
     Outcome result = outcome;
@@ -258,6 +271,10 @@ Outcome DownloadManager::Private::end()
 
 Outcome DownloadManager::Private::fetch(const QNetworkRequest& request, bool timed)
 {
+    if (reply != nullptr) { // that one goes on undisturbed
+        return {QNetworkReply::OperationCanceledError,
+                QStringLiteral("Another download is still running")};
+    }
     if (begin(request) == nullptr) {
         return outcome;
     }
@@ -318,6 +335,9 @@ DownloadManager::~DownloadManager()
         d->reply->disconnect(this);
         d->reply->abort();
         delete d->reply;
+        if (d->output.isOpen()) {
+            d->output.remove(); // half a file must not pass for a whole one
+        }
     }
 }
 

@@ -23,7 +23,8 @@ NetworkFactory HostNetwork();
 struct DownloadLimits
 {
     qint64 replyBytes = 64LL * 1024 * 1024;
-    int stallMs = 30000; ///< a transfer without any progress for so long is given up
+    int stallMs = 30000;  ///< a transfer without any progress for so long is given up
+    int wholeMs = 900000; ///< so is one that trickles on for so long
 };
 
 /// What every download needs. Settings, dialogs and stop flag outlive it; dialogs may be null.
@@ -43,7 +44,8 @@ struct DownloadContext
 /// and runs a local event loop meanwhile; it serves threads that have no event loop of their own,
 /// and must not be re-entered.
 /// Only http and https. A few redirects are followed, never from https to http. A reply above the
-/// limit and a transfer that stalls are errors; a raised stop flag ends either face within 100 ms.
+/// limit and a transfer that stalls or takes too long are errors; a raised stop flag ends either
+/// face within 100 ms. The file of a queue that is deleted in mid-transfer is removed.
 /// Errors are numbers of QNetworkReply::NetworkError; 0 is success, -1 a file that can't be opened
 /// or written.
 class DownloadManager : public QObject

@@ -28,6 +28,8 @@ public:
 
     virtual void warning(const QString& title, const QString& text) = 0;
     virtual void critical(const QString& title, const QString& text) = 0;
+    /// The last word before the program closes: waits until it was read.
+    virtual void farewell(const QString& title, const QString& text) = 0;
     /// Waits for the answer; true for Yes.
     virtual bool question(const QString& title, const QString& text) = 0;
     /// Waits for the user's choice. The path of the downloaded installer, empty if the user doesn't

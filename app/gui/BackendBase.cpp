@@ -25,7 +25,7 @@ namespace {
 
 constexpr int kUsualWidth = 1120;
 constexpr int kUsualHeight = 720;
-constexpr int kDebugPart = 5; ///< of the window's height, as a divisor
+constexpr int kDebugPart = 4; ///< of the window's height, as a divisor
 
 } // namespace
 
@@ -151,7 +151,6 @@ void BackendBase::SetFrequencys(aviation::structs::RadioFrequencys& frequencies)
 
 void BackendBase::setSetWxAction(bool enabled, QString text, QString icao)
 {
-    m_setWxText = text;
     QAction& action = m_actions->action("action_setWxIcao");
     action.setEnabled(enabled);
     action.setText(text);
@@ -212,8 +211,10 @@ void BackendBase::changeEvent(QEvent* event)
 void BackendBase::retranslateUi()
 {
     m_actions->retranslateUi();
-    if (!m_setWxText.isEmpty()) {
-        m_actions->action("action_setWxIcao").setText(m_setWxText);
+    QAction& setWx = m_actions->action("action_setWxIcao");
+    const QString icao = setWx.property("icao").toString();
+    if (!icao.isEmpty()) {
+        setWx.setText(setWx.text() + QLatin1Char(' ') + icao);
     }
     retranslateToggles();
 }

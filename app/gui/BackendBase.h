@@ -78,6 +78,5 @@ private:
     MainWidgetFlightplanner* m_flightplanner = nullptr;
     DockWidgetData* m_data = nullptr;
     DockWidgetLoadeditor* m_loadeditor = nullptr;
-    QString m_setWxText;
     bool m_built = false;
 };

@@ -310,6 +310,7 @@ void DockWidgetData::changeEvent(QEvent* event)
 void DockWidgetData::retranslateUi()
 {
     setWindowTitle(tr("Data"));
+    widget()->setAccessibleName(tr("Data"));
     const std::array headings{tr("Weather cycle"), tr("Aircraft"), tr("Position"), tr("Motion"),
                               tr("Air"),           tr("Radios"),   tr("Flight")};
     for (int group = 0; group < kGroupCount; ++group) {

@@ -1,5 +1,6 @@
 #include "app/gui/MainActions.h"
 
+#include "app/Controller.h"
 #include "app/gui/Icons.h"
 
 #include <QAction>
@@ -161,9 +162,7 @@ QString Tip(const ActionRow& row)
 
 } // namespace
 
-MainActions::MainActions(QMainWindow& window)
-    : QObject(&window)
-    , m_connectText(QStringLiteral("Connect"))
+MainActions::MainActions(QMainWindow& window) : QObject(&window)
 {
     createMenus(window);
     createActions(window);
@@ -216,11 +215,15 @@ QMenu& MainActions::menu(const char* objectName) const
 
 void MainActions::setConnectText(const QString& text)
 {
-    m_connectText = text;
-    const bool connected = text == QLatin1String("Disconnect");
+    m_connected = text == QLatin1String("Disconnect") || text == Controller::tr("Disconnect");
+    showConnectState();
+}
+
+void MainActions::showConnectState()
+{
     QAction& connectAction = action("actionConnect");
-    connectAction.setText(connected ? tr("Disconnect") : tr("Connect"));
-    connectAction.setIcon(Icons::appIcon(connected ? Name::Disconnect : Name::Connect));
+    connectAction.setText(m_connected ? tr("Disconnect") : tr("Connect"));
+    connectAction.setIcon(Icons::appIcon(m_connected ? Name::Disconnect : Name::Connect));
 }
 
 void MainActions::retranslateUi()
@@ -237,5 +240,5 @@ void MainActions::retranslateUi()
         target.setStatusTip(Tip(row));
         target.setToolTip(Tip(row));
     }
-    setConnectText(m_connectText);
+    showConnectState();
 }

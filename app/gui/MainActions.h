@@ -20,15 +20,17 @@ public:
     /// By object name; every name of the table has one.
     QAction& action(const char* objectName) const;
     QMenu& menu(const char* objectName) const;
-    /// "Connect" or "Disconnect", which also decides on the icon.
+    /// "Connect" or "Disconnect", in English or as the controller translates it; decides on the
+    /// icon as well.
     void setConnectText(const QString& text);
     void retranslateUi();
 
 private:
     void createMenus(QMainWindow& window);
     void createActions(QMainWindow& window);
+    void showConnectState();
 
     QHash<QString, QAction*> m_actions;
     QHash<QString, QMenu*> m_menus;
-    QString m_connectText;
+    bool m_connected = false;
 };

@@ -312,7 +312,7 @@ void MainWidgetWeather::changeEvent(QEvent* event)
 
 void MainWidgetWeather::retranslateUi()
 {
-    m_icaoLabel->setText(tr("&ICAO"));
+    m_icaoLabel->setText(tr("ICA&O"));
     m_icao->setAccessibleName(tr("ICAO code"));
     m_icao->setPlaceholderText(tr("e.g. EDDF"));
     m_icao->setToolTip(tr("Airport whose weather is shown; Return searches"));

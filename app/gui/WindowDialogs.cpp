@@ -70,6 +70,13 @@ void WindowDialogs::open(QMessageBox::Icon icon, const QString& title, const QSt
     box->show();
 }
 
+void WindowDialogs::farewell(const QString& title, const QString& text)
+{
+    QMessageBox box(QMessageBox::Critical, title, text, QMessageBox::Ok, m_parent);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
 bool WindowDialogs::question(const QString& title, const QString& text)
 {
     QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,

@@ -25,6 +25,7 @@ public:
 
     void warning(const QString& title, const QString& text) override;
     void critical(const QString& title, const QString& text) override;
+    void farewell(const QString& title, const QString& text) override;
     bool question(const QString& title, const QString& text) override;
     QString offerUpdate(const UpdateOffer& offer) override;
 

@@ -186,7 +186,7 @@ TEST_F(ControllerDownloadTest, AFailureOfUpperAirDataIsToldOnce)
         QByteArray answer;
         const char* line;
     } rows[] = {
-        {"Error: <b>\n", "(Controller Weather) - Error: &lt;b&gt;"},
+        {"Error: <b>\x1b[2J\nmore\n", "(Controller Weather) - Error: &lt;b&gt;\\u001b[2J\\nmore"},
         {"", "it is empty"},
         {"<html></html>", "it is a web page"},
         {"GRIB nonsense\n", "has no data near 50.00, 8.50"},
@@ -221,6 +221,13 @@ TEST_F(ControllerDownloadTest, TheRawGribNeedsWgrib2)
     EXPECT_EQ(view.levelOf(text("wgrib2 is needed for the external GRIB address")), 3);
     EXPECT_EQ(grib(), 0) << "not asked in a tight loop";
     EXPECT_EQ(server.count("/raw"), 1);
+    settings->setUrlExternGrib(server.url(text("/%s/none")));
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        EXPECT_EQ(grib(), 0);
+        clock.Advance(std::chrono::seconds(1)); // the address has the time in it
+    }
+    EXPECT_EQ(server.requests.size(), 2);
+    settings->setUrlExternGrib(server.url(text("/raw")));
 
     clock.Advance(std::chrono::minutes(2));
     write(path("program/wgrib2"), "#!");
@@ -307,6 +314,12 @@ TEST_F(ControllerDownloadTest, InfoFile)
     EXPECT_TRUE(dialogs.warnings().last().endsWith(
         text("|Please download new version 8.0.0\nThis version is no longer "
              "supported.\nCirrilon 3.0 is closed.")));
+
+    write(settings->tmpFolder() + text("cirrilon_v3_info.php"), "<html>not found</html>");
+    view.log.clear();
+    controller->onCheckNewVersion();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view.linesWith(text("is up to date")), 0);
 
     write(path("info"), "<html>not found</html>");
     controller->OnDownloadFileInfoFinished(path("info"), 0);

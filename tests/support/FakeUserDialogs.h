@@ -22,6 +22,7 @@ public:
         const aviation::ScopedLock lock(m_mutex);
         m_criticals << title + QLatin1Char('|') + text;
     }
+    void farewell(const QString& title, const QString& text) override { critical(title, text); }
     bool question(const QString& title, const QString& text) override
     {
         questions << title + QLatin1Char('|') + text;

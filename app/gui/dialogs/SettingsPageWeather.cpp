@@ -33,17 +33,17 @@ void SettingsPageWeather::buildUpdates()
     addHint(form, tr("The weather is also set after half of the range has been flown."));
     addCheck(form, tr("No update in a&pproach"), option::noUpdateApproach);
     addCheck(form, tr("Leave out S&YNOP reports"), option::synopOff);
-    addCheck(form, tr("Leave out &upper-air data"), option::gribOff);
+    addCheck(form, tr("Lea&ve out upper-air data"), option::gribOff);
 }
 
 void SettingsPageWeather::buildWind()
 {
     QFormLayout* form = addGroup(tr("Wind"));
-    addCheck(form, tr("&Gusts at the surface"), option::gustySurfaceWind);
+    addCheck(form, tr("Gusts &at the surface"), option::gustySurfaceWind);
     auto* control = addCheck(form, tr("Direct &wind control"), option::fsWindDwc);
-    auto* turn = addNumber(form, tr("&Turn at most:"), {1, 45, 1, tr("degrees/s"), {}},
+    auto* turn = addNumber(form, tr("&Turn at most:"), {1, 45, 1, QStringLiteral("\u00B0/s"), {}},
                            option::dwcDegreesPerSecond);
-    auto* speed = addNumber(form, tr("C&hange at most:"), {1, 50, 1, tr("knots/s"), {}},
+    auto* speed = addNumber(form, tr("C&hange at most:"), {1, 50, 1, QStringLiteral("kt/s"), {}},
                             option::dwcKnotsPerSecond);
     addHint(form, tr("Direct wind control comes with a later version; its options are kept."));
     turn->setEnabled(false);
@@ -79,7 +79,7 @@ void SettingsPageWeather::buildClouds()
     }
     covers.push_back({tr("random"), kRandomCover});
     addChoice(cavok, tr("C&over:"), covers, option::cavokCover);
-    addNumber(cavok, tr("Height (f&t):"), {0, kRandomHeight, 500, {}, tr("random")},
+    addNumber(cavok, tr("H&eight (ft):"), {0, kRandomHeight, 500, {}, tr("random")},
               option::cavokHeight);
 
     QFormLayout* form = addGroup(tr("Clouds"));

@@ -94,7 +94,7 @@ SettingsPage* SettingsPagesPlain::messages(QWidget* parent)
     page->addCheck(window, tr("Show the &TAF below a METAR"), option::showTaf);
     QFormLayout* tray = page->addGroup(tr("System tray"));
     page->addCheck(tray, tr("M&inimise to the tray"), option::minimizeToTray);
-    page->addCheck(tray, tr("Show messages at the tray &icon"), option::showSystemTrayMessage);
+    page->addCheck(tray, tr("Show messages at the tr&ay icon"), option::showSystemTrayMessage);
     return page;
 }
 
