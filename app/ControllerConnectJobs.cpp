@@ -137,6 +137,13 @@ void Controller::connectFinished(int error)
             QStringLiteral("Not compatible Client-Server API Version!\nCheck the debug log."));
     } else if (m_reconnectDelayMs > 0) {
         scheduleReconnect();
+    } else if (m_settings.interfaceType() == aviation::interfaceid::kBridge) {
+        log(QStringLiteral("(Controller) - No bridge server answers at %1:%2. Start the simulator "
+                           "with its bridge, check address and port in the settings under "
+                           "Interface, then press Connect.")
+                .arg(LogText(m_settings.serverIp()))
+                .arg(m_settings.serverPort()),
+            loglevel::kWarning);
     }
 }
 

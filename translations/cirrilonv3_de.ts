@@ -186,7 +186,7 @@ Die nächsten Seiten fragen, wie der Simulator zu erreichen ist, woher das Wette
     </message>
     <message>
         <source>Clear the &amp;simulator&apos;s weather</source>
-        <translation>Wetter des &amp;Simulators löschen</translation>
+        <translation>Wetter des Simulators &amp;löschen</translation>
     </message>
 </context>
 <context>
@@ -1228,10 +1228,6 @@ Nach: %2</translation>
         <translation>Neues METAR-Fenster im Vordergrund</translation>
     </message>
     <message>
-        <source>&amp;ICAO</source>
-        <translation>&amp;ICAO</translation>
-    </message>
-    <message>
         <source>ICAO code</source>
         <translation>ICAO-Code</translation>
     </message>
@@ -1262,6 +1258,10 @@ Nach: %2</translation>
     <message>
         <source>Upper air</source>
         <translation>Höhenwetter</translation>
+    </message>
+    <message>
+        <source>ICA&amp;O</source>
+        <translation>ICA&amp;O</translation>
     </message>
 </context>
 <context>
@@ -1509,7 +1509,7 @@ Nach: %2</translation>
     </message>
     <message>
         <source>S&amp;econd server:</source>
-        <translation>&amp;Zweiter Server:</translation>
+        <translation>Zweite&amp;r Server:</translation>
     </message>
     <message>
         <source>The test fetches the list of the chosen source. The addresses are set by the keys url/wxdata1 and url/wxdata2 of the settings file.</source>
@@ -1592,16 +1592,8 @@ Nach: %2</translation>
         <translation>S&amp;YNOP-Meldungen weglassen</translation>
     </message>
     <message>
-        <source>Leave out &amp;upper-air data</source>
-        <translation>Höhenwetter&amp;daten weglassen</translation>
-    </message>
-    <message>
         <source>Wind</source>
         <translation>Wind</translation>
-    </message>
-    <message>
-        <source>&amp;Gusts at the surface</source>
-        <translation>&amp;Böen am Boden</translation>
     </message>
     <message>
         <source>Direct &amp;wind control</source>
@@ -1612,16 +1604,8 @@ Nach: %2</translation>
         <translation>D&amp;rehung höchstens:</translation>
     </message>
     <message>
-        <source>degrees/s</source>
-        <translation>Grad/s</translation>
-    </message>
-    <message>
         <source>C&amp;hange at most:</source>
         <translation>Ä&amp;nderung höchstens:</translation>
-    </message>
-    <message>
-        <source>knots/s</source>
-        <translation>Knoten/s</translation>
     </message>
     <message>
         <source>Direct wind control comes with a later version; its options are kept.</source>
@@ -1673,10 +1657,6 @@ Nach: %2</translation>
         <translation>Bede&amp;ckung:</translation>
     </message>
     <message>
-        <source>Height (f&amp;t):</source>
-        <translation>Höhe (f&amp;t):</translation>
-    </message>
-    <message>
         <source>Clouds</source>
         <translation>Wolken</translation>
     </message>
@@ -1699,6 +1679,18 @@ Nach: %2</translation>
     <message>
         <source>&amp;Cirrus if none is reported</source>
         <translation>Zirrus, wenn &amp;keiner gemeldet ist</translation>
+    </message>
+    <message>
+        <source>Lea&amp;ve out upper-air data</source>
+        <translation>Höhenwetter&amp;daten weglassen</translation>
+    </message>
+    <message>
+        <source>Gusts &amp;at the surface</source>
+        <translation>&amp;Böen am Boden</translation>
+    </message>
+    <message>
+        <source>H&amp;eight (ft):</source>
+        <translation>Höhe (f&amp;t):</translation>
     </message>
 </context>
 <context>
@@ -1783,10 +1775,6 @@ Nach: %2</translation>
     <message>
         <source>M&amp;inimise to the tray</source>
         <translation>In den Infobereich m&amp;inimieren</translation>
-    </message>
-    <message>
-        <source>Show messages at the tray &amp;icon</source>
-        <translation>Mitteilungen am S&amp;ymbol im Infobereich zeigen</translation>
     </message>
     <message>
         <source>Flight recorder</source>
@@ -1923,6 +1911,10 @@ Nach: %2</translation>
     <message>
         <source>The log file in the work folder always holds all lines.</source>
         <translation>Die Protokolldatei im Arbeitsordner enthält immer alle Zeilen.</translation>
+    </message>
+    <message>
+        <source>Show messages at the tr&amp;ay icon</source>
+        <translation>Mitteilungen am S&amp;ymbol im Infobereich zeigen</translation>
     </message>
 </context>
 <context>

@@ -82,7 +82,9 @@ void CirrilonView::createController(const WindowParts& parts)
         ControllerParts{m_settings, *this, m_dialogs, parts.random, parts.network, parts.processes,
                         *m_interfaces, parts.limits});
     connect(&m_settings, &Settings::sigDebugString, m_controller.get(), &Controller::OnDebugString);
-    connect(m_controller.get(), &Controller::sigStarted, this, &CirrilonView::writeNextSteps);
+    // Queued as the lines of the start are, so that the next steps stand below them.
+    connect(m_controller.get(), &Controller::sigStarted, this, &CirrilonView::writeNextSteps,
+            Qt::QueuedConnection);
     for (const Settings::LogLine& line : m_settings.takeEarlyLog()) {
         m_controller->OnDebugString(line.text, line.level);
     }

@@ -173,6 +173,9 @@ void DockWidgetData::buildFlight()
     addRow(m_windTitle, m_targetWind);
     m_flightStatusTitle->setBuddy(m_flightStatus);
     m_windTitle->setBuddy(m_targetWind);
+    for (QLabel* title : {m_flightStatusTitle, m_windTitle}) {
+        title->setAlignment(Qt::AlignLeft | Qt::AlignVCenter); // beside a frame
+    }
 }
 
 void DockWidgetData::setWeatherUpdateInterval(const QString& text)

@@ -55,10 +55,13 @@ void LanguageMenu::useSystemLocale()
 {
     const QLocale system = QLocale::system();
     // The C locale has no language of its own; the texts of the source are English.
-    const QString locale =
-        system.language() == QLocale::C ? QStringLiteral("en") : shortName(system.name());
-    check(locale);
-    loadLanguage(locale);
+    const QString locale = shortName(system.name());
+    // The texts of the source are English; so is what has no translation.
+    const bool translated =
+        QFile::exists(QStringLiteral("%1/cirrilonv3_%2.qm").arg(m_folder, locale));
+    const QString shown = translated ? locale : QStringLiteral("en");
+    check(shown);
+    loadLanguage(shown);
 }
 
 void LanguageMenu::check(const QString& locale)

@@ -17,6 +17,8 @@ namespace {
 
 /// The slots of the finished job, and the reports that they bring to the window, come first.
 constexpr int kSettleMs = 1500;
+constexpr int kPictureWidth = 1280;
+constexpr int kPictureHeight = 800;
 
 bool IsSetJob(int jobId)
 {
@@ -29,6 +31,7 @@ UnattendedRun::UnattendedRun(CirrilonView& view, const QString& pictureFile)
     : m_view(view)
     , m_pictureFile(pictureFile)
 {
+    view.resize(kPictureWidth, kPictureHeight);
     connect(&view.controller().connectWorker(), &ConnectWorker::sigJobFinish, this,
             [this](int jobId, const QString&, int error) { jobFinished(jobId, error); });
     connect(&view.controller().weatherWorker(), &WeatherWorker::sigProgress, this,

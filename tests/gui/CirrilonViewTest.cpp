@@ -23,6 +23,7 @@
 #include <QSystemTrayIcon>
 #include <QTest>
 #include <QToolButton>
+#include <QTranslator>
 
 #include <memory>
 #include <set>
@@ -130,15 +131,49 @@ TEST_F(Window, ActionsHaveTextIconAndAWordWhenTheyComeLater)
     EXPECT_EQ(action("actionConnect").text(), QStringLiteral("Disconnect"));
 }
 
-TEST_F(Window, EveryControlHasAName)
+/// What a translation file does for a few texts.
+class FewTexts : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char*, const char* text, const char*, int) const override
+    {
+        const QString source = QString::fromLatin1(text);
+        return source == QLatin1String("Disconnect") ? QStringLiteral("Trennen")
+               : source == QLatin1String("Set WX")   ? QStringLiteral("Setzen")
+                                                     : QString();
+    }
+};
+
+TEST_F(Window, ShowsTheConnectionInEveryLanguage)
+{
+    {
+        FewTexts german;
+        QCoreApplication::installTranslator(&german);
+        QCoreApplication::sendPostedEvents();
+        view->setConnectText(Controller::tr("Disconnect"));
+        view->setSetWxAction(true, Controller::tr("Set WX") + QStringLiteral(" EDDF"),
+                             QStringLiteral("EDDF"));
+        EXPECT_EQ(action("actionConnect").text(), QStringLiteral("Trennen"));
+    }
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(view.get(), &change);
+    EXPECT_EQ(action("actionConnect").text(), QStringLiteral("Disconnect"));
+    EXPECT_EQ(action("action_setWxIcao").text(), QStringLiteral("Set WX EDDF"));
+    view->setConnectText(QStringLiteral("Connect"));
+    EXPECT_EQ(action("actionConnect").text(), QStringLiteral("Connect"));
+}
+
+TEST_F(Window, EveryControlHasANameAndAMnemonicOfItsOwn)
 {
     EXPECT_EQ(NamelessControls(*view).join(QStringLiteral(", ")).toStdString(), "");
-    std::set<QChar> mnemonics;
+    QSet<QChar> menus;
     for (const QAction* menu : view->menuBar()->actions()) {
-        const int mark = menu->text().indexOf(QLatin1Char('&'));
-        ASSERT_GE(mark, 0) << menu->text().toStdString();
-        EXPECT_TRUE(mnemonics.insert(menu->text().at(mark + 1).toLower()).second);
+        const QChar letter = Mnemonic(menu->text());
+        EXPECT_FALSE(letter.isNull() || menus.contains(letter)) << menu->text().toStdString();
+        menus.insert(letter);
     }
+    EXPECT_EQ(ClashingMnemonics(*view, menus).join(QStringLiteral(", ")).toStdString(), "");
 }
 
 TEST_F(Window, LevelZeroGoesToTheFileOnly)
@@ -234,6 +269,9 @@ TEST(LanguageMenu, ListsTheFilesAndLoadsEachChoiceOnce)
     EXPECT_EQ(QLocale().language(), QLocale::German);
     ASSERT_EQ(log.size(), 1);
     EXPECT_EQ(log.first().first().toString(), QStringLiteral("Current Language changed to German"));
+    QMenu nothing;
+    LanguageMenu(nothing, folder.filePath(QStringLiteral("none"))).useSystemLocale();
+    EXPECT_EQ(QLocale().language(), QLocale::English) << "the language without a file";
     EXPECT_EQ(LanguageMenu::shortName(QStringLiteral("zh_Hant_TW")), QStringLiteral("zh_Hant"));
     QLocale::setDefault(before);
 }

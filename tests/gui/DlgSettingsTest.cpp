@@ -336,9 +336,12 @@ TEST_F(DlgSettingsTest, TheAssistantKeepsItsStepsGoodAndWritesAtTheEnd)
     EXPECT_EQ(changed.size(), 1);
 }
 
-TEST_F(DlgSettingsTest, EveryControlHasAName)
+TEST_F(DlgSettingsTest, EveryControlHasANameAndAMnemonicOfItsOwn)
 {
     EXPECT_EQ(NamelessControls(*m_dialog), QStringList());
+    for (const SettingsPage* page : m_dialog->findChildren<SettingsPage*>()) {
+        EXPECT_EQ(ClashingMnemonics(*page), QStringList());
+    }
 }
 
 } // namespace

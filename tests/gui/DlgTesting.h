@@ -4,8 +4,10 @@
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QSet>
 #include <QStringList>
 #include <QTextEdit>
 #include <QWidget>
@@ -40,4 +42,32 @@ inline QStringList NamelessControls(const QWidget& window)
         }
     }
     return nameless;
+}
+
+/// The letter behind the mark of a mnemonic, in lower case; null without one.
+inline QChar Mnemonic(const QString& text)
+{
+    const int mark = text.indexOf(QLatin1Char('&'));
+    return mark >= 0 && mark + 1 < text.size() ? text.at(mark + 1).toLower() : QChar();
+}
+
+/// The texts below a window whose mnemonic another text, or one of `taken`, has as well.
+inline QStringList ClashingMnemonics(const QWidget& window, QSet<QChar> taken = {})
+{
+    QStringList texts;
+    for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+        texts << button->text();
+    }
+    for (const QLabel* label : window.findChildren<QLabel*>()) {
+        texts << (label->buddy() != nullptr ? label->text() : QString());
+    }
+    QStringList clashing;
+    for (const QString& text : texts) {
+        const QChar letter = Mnemonic(text);
+        if (!letter.isNull() && taken.contains(letter)) {
+            clashing << text;
+        }
+        taken.insert(letter);
+    }
+    return clashing;
 }

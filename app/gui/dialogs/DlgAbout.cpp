@@ -3,6 +3,7 @@
 #include "app/base/Settings.h"
 #include "app/gui/Icons.h"
 #include "app/gui/dialogs/DialogSize.h"
+#include "app/gui/dialogs/PlainButtons.h"
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
@@ -53,6 +54,7 @@ QString AboutText()
                                  "brings it into the simulator. Not for real-world navigation.")
                         .toHtmlEscaped())
            + section.arg(DlgAbout::tr("Data").toHtmlEscaped(), DataTable())
+           + QStringLiteral("<br>") // a heading has no room of its own below a table
            + section.arg(DlgAbout::tr("Libraries").toHtmlEscaped(), LibraryTable());
 }
 
@@ -88,5 +90,6 @@ DlgAbout::DlgAbout(QWidget* parent) : QDialog(parent)
     column->addLayout(head);
     column->addWidget(text, 1);
     column->addWidget(buttons);
+    UsePlainButtons(*this);
     ResizeToScreen(*this, QSize(kWidth, kHeight));
 }

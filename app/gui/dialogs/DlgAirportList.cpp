@@ -4,6 +4,7 @@
 #include "app/gui/dialogs/AirportListModel.h"
 #include "app/gui/dialogs/DialogSize.h"
 #include "app/gui/dialogs/NoteLabel.h"
+#include "app/gui/dialogs/PlainButtons.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
@@ -33,6 +34,16 @@ QPushButton* RowButton(QWidget* parent, Icons::Name icon, const QString& text)
     return button;
 }
 
+bool AskDiscard(DlgAirportList& dialog)
+{
+    QMessageBox box(QMessageBox::Question, dialog.windowTitle(),
+                    DlgAirportList::tr("Close without saving the changes?"),
+                    QMessageBox::Yes | QMessageBox::No, &dialog);
+    box.setDefaultButton(QMessageBox::No);
+    UsePlainButtons(box);
+    return box.exec() == QMessageBox::Yes;
+}
+
 /// The rows of the selected cells, last first.
 std::vector<int> SelectedRows(const QTableView& table)
 {
@@ -52,10 +63,7 @@ DlgAirportList::DlgAirportList(const QString& workFolder, QWidget* parent)
     , m_workFolder(workFolder)
     , m_tabs(new QTabWidget(this))
     , m_note(new NoteLabel(this))
-    , m_askDiscard([this] {
-        return QMessageBox::question(this, windowTitle(), tr("Close without saving the changes?"))
-               == QMessageBox::Yes;
-    })
+    , m_askDiscard([this] { return AskDiscard(*this); })
 {
     setWindowTitle(tr("Airport list"));
     m_tabs->addTab(buildPage(m_airports, tr("Additional airports"),
@@ -71,6 +79,7 @@ DlgAirportList::DlgAirportList(const QString& workFolder, QWidget* parent)
     column->addWidget(m_tabs, 1);
     column->addWidget(m_note);
     column->addWidget(buttons);
+    UsePlainButtons(*this);
     ResizeToScreen(*this, QSize(kWidth, kHeight));
     OnReadOldIcaos();
     OnReadAirports();

@@ -4,6 +4,7 @@
 #include "app/gui/Icons.h"
 #include "app/gui/dialogs/DialogSize.h"
 #include "app/gui/dialogs/NoteLabel.h"
+#include "app/gui/dialogs/PlainButtons.h"
 #include "app/gui/dialogs/SettingsPageGeneral.h"
 #include "app/gui/dialogs/SettingsPageInterface.h"
 #include "app/gui/dialogs/SettingsPageServers.h"
@@ -48,6 +49,7 @@ DlgSettings::Files AskFiles(QWidget* parent, const QString& from, const QString&
     auto* move = box.addButton(DlgSettings::tr("&Move the files"), QMessageBox::YesRole);
     auto* leave = box.addButton(DlgSettings::tr("&Leave them there"), QMessageBox::NoRole);
     box.setDefaultButton(move);
+    UsePlainButtons(box);
     box.exec();
     if (box.clickedButton() == move) {
         return DlgSettings::Files::Move;
@@ -132,6 +134,7 @@ void DlgSettings::buildLayout()
     column->addLayout(row, 1);
     column->addWidget(m_problem);
     column->addWidget(buttons);
+    UsePlainButtons(*this);
 }
 
 void DlgSettings::loadPages()

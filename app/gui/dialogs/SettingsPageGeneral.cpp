@@ -1,6 +1,7 @@
 #include "app/gui/dialogs/SettingsPageGeneral.h"
 
 #include "app/gui/Icons.h"
+#include "app/gui/dialogs/PlainButtons.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -118,11 +119,15 @@ QString SettingsPageGeneral::addProfile(const QString& name)
 
 void SettingsPageGeneral::askForProfile()
 {
-    bool accepted = false;
-    const QString name = QInputDialog::getText(this, tr("New profile"), tr("Name of the profile:"),
-                                               QLineEdit::Normal, QString(), &accepted);
-    const QString reason = accepted ? addProfile(name) : QString();
+    QInputDialog question(this);
+    question.setWindowTitle(tr("New profile"));
+    question.setLabelText(tr("Name of the profile:")); // makes its buttons as well
+    UsePlainButtons(question);
+    const bool accepted = question.exec() == QDialog::Accepted;
+    const QString reason = accepted ? addProfile(question.textValue()) : QString();
     if (!reason.isEmpty()) {
-        QMessageBox::warning(this, tr("New profile"), reason);
+        QMessageBox box(QMessageBox::Warning, tr("New profile"), reason, QMessageBox::Ok, this);
+        UsePlainButtons(box);
+        box.exec();
     }
 }

@@ -1,0 +1,15 @@
+#include "app/gui/dialogs/PlainButtons.h"
+
+#include <QAbstractButton>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QIcon>
+
+void UsePlainButtons(QDialog& dialog)
+{
+    for (const QDialogButtonBox* box : dialog.findChildren<QDialogButtonBox*>()) {
+        for (QAbstractButton* button : box->buttons()) {
+            button->setIcon(QIcon());
+        }
+    }
+}
