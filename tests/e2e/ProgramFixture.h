@@ -134,7 +134,7 @@ protected:
     FakeProcessRunner processes;
     StopFlag stop;
     BridgeTimeouts timeouts{2000, 2000, 400, 400, 1};
-    DownloadLimits limits{64LL * 1024 * 1024, 400};
+    DownloadLimits limits{64LL * 1024 * 1024, 3000}; // slow builds prepare a list in a second
     std::unique_ptr<Settings> settings;
     std::unique_ptr<SimulatorInterfaces> interfaces;
     std::unique_ptr<Controller> controller;
