@@ -182,7 +182,8 @@ public:
     }
     int SetWeatherData(const XPlaneWeather& weather, int mode) override
     {
-        return call("SetWeatherData", QStringLiteral("%1 %2").arg(weather.Vis).arg(mode));
+        return call("SetWeatherData",
+                    QStringLiteral("%1 %2").arg(static_cast<double>(weather.Vis)).arg(mode));
     }
     int SetWeatherText(const QString& text) override { return call("SetWeatherText", text); }
     int SetWeatherRecord(const NewWeather& record) override

@@ -116,7 +116,8 @@ QByteArray packedValues(const std::vector<double>& values)
     representation.putSigned(scale, 2).putSigned(0, 2).put(kBitsPerValue, 1).put(0, 1);
     Octets data;
     for (const double value : values) {
-        const double packed = std::round((value - double{reference}) * std::exp2(-scale));
+        const double packed =
+            std::round((value - static_cast<double>(reference)) * std::exp2(-scale));
         data.put(static_cast<std::uint64_t>(std::clamp(packed, 0.0, kLargest)), 2);
     }
     Octets bitMap;

@@ -63,7 +63,7 @@ void SettingsPageWeather::buildVisibility()
     auto* highest =
         addNumber(form, tr("Hi&ghest (m):"), {100, kUnlimitedVisibility, 1000, {}, tr("unlimited")},
                   option::visMax);
-    addRule(highest, [this, lowest, highest] {
+    addRule(highest, [lowest, highest] {
         return lowest->value() <= highest->value()
                    ? QString()
                    : tr("The lowest visibility is above the highest one.");

@@ -187,7 +187,8 @@ TEST_F(WeatherContentsTest, WindFileIsARowOfMessagesThatHoldTheFieldsWind)
                 const auto scale = static_cast<int>(number(file, section + 15, 2));
                 const int power = scale & 0x8000 ? -(scale & 0x7FFF) : scale;
                 // The first point, 65 N 150 W: 112 degrees, 33 knots at 300 hPa.
-                u = double{reference} + double(number(file, at + 6 + 5, 2)) * std::exp2(power);
+                u = static_cast<double>(reference)
+                    + static_cast<double>(number(file, at + 6 + 5, 2)) * std::exp2(power);
             }
         }
         ASSERT_EQ(at, length - 4);
