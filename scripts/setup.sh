@@ -2,10 +2,11 @@
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-# Installs the packages of scripts/packages.txt that dpkg doesn't know as installed.
+# install_packages [FILE]: installs the packages of that list in scripts/ that dpkg doesn't know as
+# installed; packages.txt, with the locale of the tests, if none is named.
 install_packages() {
-    local wanted missing=() package
-    wanted=$(grep -v '^#' "$root/scripts/packages.txt")
+    local list=${1:-packages.txt} wanted missing=() package
+    wanted=$(grep -v '^#' "$root/scripts/$list")
     for package in $wanted; do
         if ! dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed'; then
             missing+=("$package")
@@ -22,7 +23,7 @@ install_packages() {
         "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
             apt-get -q -y install --no-install-recommends "${missing[@]}"
     fi
-    make_comma_locale
+    [ "$list" != packages.txt ] || make_comma_locale
 }
 
 # The tests run once in a locale with a decimal comma; it has to exist.

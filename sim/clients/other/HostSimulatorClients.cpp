@@ -1,0 +1,28 @@
+#include "sim/clients/FsuipcApi.h"
+#include "sim/clients/SimConnectApi.h"
+#include "sim/clients/SimulatorClients.h"
+
+namespace {
+
+std::string OnlyOnWindows(const char* name)
+{
+    return std::string(name)
+           + " exists on Windows only. Choose the bridge as the interface in the settings and "
+             "start a bridge server at the simulator.";
+}
+
+} // namespace
+
+std::unique_ptr<SimConnectApi>
+HostSimulatorClients::simConnect(const std::string& /*simulatorFolder*/, std::string& problem)
+{
+    problem = OnlyOnWindows("SimConnect");
+    return nullptr;
+}
+
+std::unique_ptr<FsuipcApi> HostSimulatorClients::fsuipc(const std::string& /*simulatorFolder*/,
+                                                        std::string& problem)
+{
+    problem = OnlyOnWindows("FSUIPC");
+    return nullptr;
+}

@@ -1,0 +1,15 @@
+#include "tests/windows/WindowsCheck.h"
+
+/// Prints what fails; the exit status is the number of failures.
+int main()
+{
+    try {
+        TestLibrarySearch();
+        TestSimConnectCalls();
+        TestFsuipcCalls();
+    } catch (const std::exception& error) {
+        windows_check::True(error.what(), false);
+    }
+    std::cout << windows_check::g_checks << " checks, " << windows_check::g_failures << " failed\n";
+    return windows_check::g_failures;
+}
