@@ -44,6 +44,7 @@ void runCommand(const CliOptions& options, CliStreams& streams)
         {QStringLiteral("decode"), RunDecode},   {QStringLiteral("store"), RunStore},
         {QStringLiteral("nearest"), RunNearest}, {QStringLiteral("stations"), RunStations},
         {QStringLiteral("search"), RunSearch},   {QStringLiteral("prepare"), RunPrepare},
+        {QStringLiteral("wind"), RunWind},
     };
     kCommands.at(options.command.first())(options, streams);
 }

@@ -19,3 +19,4 @@ void RunNearest(const CliOptions& options, CliStreams& streams);
 void RunStations(const CliOptions& options, CliStreams& streams);
 void RunSearch(const CliOptions& options, CliStreams& streams);
 void RunPrepare(const CliOptions& options, CliStreams& streams);
+void RunWind(const CliOptions& options, CliStreams& streams);

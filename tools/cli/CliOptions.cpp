@@ -55,6 +55,7 @@ constexpr CommandRow kCommands[] = {
     {"stations", "", 0},
     {"search", "", 1},
     {"prepare", "record fsuipc observations theme xplane-files xplane-record", 0},
+    {"wind", "steps", 0},
 };
 
 QStringList words(const char* text)
@@ -144,7 +145,7 @@ void takeCommand(QStringList positional, CliOptions& options)
 {
     if (positional.isEmpty()) {
         wrongArguments(QStringLiteral("no command; expected decode, store, nearest, stations, "
-                                      "search or prepare (see --help)"));
+                                      "search, prepare or wind (see --help)"));
     }
     const QString name = positional.takeFirst();
     for (const CommandRow& row : kCommands) {
@@ -345,6 +346,9 @@ prepare WHAT --at LAT,LON [--sim N] [--interface N] ...
                     METAR.rwx and WINDS.rwx
   xplane-record [--generation 11|12]
                     the record for direct output
+
+wind steps < cases  direct wind control, step by step: one JSON object for each
+                    line of standard input, 100000 steps a line at most
 
 Exit status: 0 done, 1 the work failed, 2 wrong arguments, 3 bad input file.
 )");

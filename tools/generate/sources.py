@@ -134,7 +134,7 @@ with the inputs; this file by `python3 tools/generate/sources.py --data DATA --r
 | `weather/small.wx` | a weather file around Frankfurt for 2019-07-01, 12 UTC; days of its SYNOPs and TAFs are moved |
 | `tables/airports.txt`, `tables/wxstations.txt` | the rows of `resources/` for it, and some far ones |
 
-Everything else below this folder is our own: written by hand, or below `expected/` what the program gives for the small
+Everything else below this folder is our own: written by hand, made by `tools/generate/wind_flight.py` (`dwc/`), or below `expected/` what the program gives for the small
 weather file; after a wanted change `CIRRILON_UPDATE_EXPECTED=1 cli_tests` writes it anew. `bridge/session.txt` is what the
 program (`> `) and the stand-in simulator (`< `) said to each other, a message a line; `CIRRILON_UPDATE_EXPECTED=1 e2e_tests`
 writes it anew.

@@ -1,0 +1,116 @@
+#include "dwc/ModelDirectWindControl.h"
+
+#include "app/base/Settings.h"
+#include "aviation/support/Clock.h"
+#include "aviation/support/ReportTime.h"
+#include "dwc/TargetWind.h"
+#include "dwc/WindSteering.h"
+#include "dwc/XPlaneLayers.h"
+
+#include <QDebug>
+
+#include <algorithm>
+#include <utility>
+
+using aviation::Clock;
+using aviation::weather::GribLevel;
+using aviation::weather::Metar;
+using aviation::weather::Synop;
+using aviation::weather::Wind;
+
+ModelDirectWindControl::ModelDirectWindControl(const Settings& settings,
+                                               aviation::RandomSource& random)
+    : m_settings(settings)
+    , m_gusts(random)
+{
+    qDebug() << Q_FUNC_INFO;
+}
+
+void ModelDirectWindControl::SetWeather(const Metar& metar, const Synop& synop,
+                                        const aviation::weather::Grib& grib)
+{
+    SetReports(metar, synop, grib.levels());
+}
+
+void ModelDirectWindControl::SetReports(const Metar& metar, const Synop& synop,
+                                        std::vector<GribLevel> levels)
+{
+    m_metar = metar;
+    m_synop = synop;
+    m_levels = std::move(levels);
+    std::stable_sort(m_levels.begin(), m_levels.end(), [](const GribLevel& a, const GribLevel& b) {
+        return a.altitude < b.altitude;
+    });
+    m_stepTimer = Clock::Current().MonotonicMs();
+}
+
+void ModelDirectWindControl::SetAircraftData(const aviation::structs::AircraftData& data)
+{
+    constexpr float kUnknown = -1.0F;
+    m_aircraft = data;
+    if (m_windCurrent.Dir == kUnknown || m_windCurrent.Speed == kUnknown) {
+        m_windCurrent = data.wind;
+    }
+}
+
+void ModelDirectWindControl::Step()
+{
+    updateTarget();
+    steer();
+    m_gusts.Draw(m_windTarget, m_aircraft.heightAgl); // only its kept offset advances
+}
+
+void ModelDirectWindControl::updateTarget()
+{
+    if (m_levels.empty()) {
+        return;
+    }
+    if (aviation::IsTimeGroupOld(m_metar.timeGroup(), Clock::Current().NowUtc())) {
+        m_synop.ToMetar(m_metar);
+    }
+    const GribLevel ground = targetwind::GroundLevel(m_metar, m_aircraft.magneticVariation);
+    m_windTarget = targetwind::LevelAt(m_levels, ground, m_aircraft.altitude).wind;
+}
+
+void ModelDirectWindControl::steer()
+{
+    m_windCurrent = m_windOut;
+    const Wind gust =
+        m_gusts.Update(m_windTarget, m_aircraft.heightAgl, m_settings.gustySurfaceWind());
+    const Wind aim = windsteering::Sum(m_windTarget, gust);
+    const windsteering::Limits limits = windsteering::LimitsFor(
+        takeStepMs(), m_settings.dwcDegreesPerSecond(), m_settings.dwcKnotsPerSecond());
+    m_windOut = windsteering::Stepped(m_windCurrent, aim, limits);
+    if (!windsteering::IsDirectionInRange(m_windOut)) {
+        qDebug().noquote() << windtexts::DirectionError(m_windOut);
+        m_windOut = m_windCurrent;
+    }
+    if (!windsteering::IsSpeedInRange(m_windOut)) {
+        qDebug().noquote() << windtexts::SpeedError(m_windOut);
+        m_windOut = m_windCurrent;
+    }
+}
+
+/// Milliseconds since the last step; 0 when nothing has started the timer yet. A stall counts as
+/// one second, so that it doesn't unleash one great jump.
+double ModelDirectWindControl::takeStepMs()
+{
+    constexpr std::int64_t kStallMs = 5000;
+    constexpr std::int64_t kMsAfterStall = 1000;
+    const std::int64_t now = Clock::Current().MonotonicMs();
+    const std::int64_t elapsed = now - m_stepTimer.value_or(now);
+    m_stepTimer = now;
+    return static_cast<double>(elapsed > kStallMs ? kMsAfterStall : elapsed);
+}
+
+void ModelDirectWindControl::StepXPlane()
+{
+    const double spreadNm = m_metar.DistanceTo(m_synop);
+    xplanelayers::FillMissingWind(m_metar, m_synop, spreadNm);
+    const xplanelayers::Surface surface{m_metar, m_synop, spreadNm, m_settings.gustySurfaceWind()};
+    auto layers = xplanelayers::Build(surface, m_levels, m_aircraft);
+    if (!layers.empty()) {
+        m_xpLayers = std::move(layers);
+    }
+    m_stepTimer = Clock::Current().MonotonicMs();
+}

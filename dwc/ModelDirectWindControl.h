@@ -1,0 +1,76 @@
+#pragma once
+
+#include "aviation/AircraftData.h"
+#include "aviation/Grib.h"
+#include "aviation/Metar.h"
+#include "aviation/Synop.h"
+#include "aviation/Wind.h"
+#include "dwc/GustModel.h"
+#include "dwc/WindTexts.h"
+#include "weather/output/records/XPlaneWeather.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+class Settings;
+
+namespace aviation {
+class RandomSource;
+}
+
+/// Direct wind control: works out the real wind at the aircraft and moves the simulator's wind
+/// towards it at a limited rate, with gusts near the ground. Owned by the controller; main thread.
+class ModelDirectWindControl
+{
+public:
+    /// Both must outlive the model. Limits and gusts are read from the settings at every step;
+    /// limits below 0 count as 0.
+    ModelDirectWindControl(const Settings& settings, aviation::RandomSource& random);
+
+    /// The nearest reports, kept until the next call. The time of the next step counts from here.
+    void SetWeather(const aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
+                    const aviation::weather::Grib& grib);
+    /// The same with the levels of an upper-air report, in any order.
+    void SetReports(const aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
+                    std::vector<aviation::weather::GribLevel> levels);
+    void SetAircraftData(const aviation::structs::AircraftData& data);
+    /// One step, about once a second.
+    void Step();
+    /// What the simulator is to get now: direction in [0, 360), speed from 0 to 200 knots.
+    const aviation::weather::Wind& GetWind() const { return m_windOut; }
+    /// Name of the job that sets the wind: "direction:speed", six digits each at most.
+    QString JobName() const { return windtexts::JobName(m_windOut); }
+    /// Builds the three layers for X-Plane.
+    void StepXPlane();
+    /// Empty until StepXPlane() had a report of at least two levels.
+    const std::vector<XPlaneWindLayer>& GetXPlaneLayers() const { return m_xpLayers; }
+    /// The layers for people, "(metres):degrees/knots" of each; empty without layers.
+    QString LayersText() const { return windtexts::Layers(m_xpLayers); }
+
+    /// The real wind at the aircraft's altitude as of the last step.
+    const aviation::weather::Wind& windTarget() const { return m_windTarget; }
+    /// The offset that the gust function keeps.
+    const aviation::weather::Wind& windGust() const { return m_gusts.windGust(); }
+    /// The gust wind that the last step added to the target; zero without gusts.
+    const aviation::weather::Wind& gustInForce() const { return m_gusts.inForce(); }
+
+private:
+    void updateTarget();
+    void steer();
+    double takeStepMs();
+
+    const Settings& m_settings;
+    GustModel m_gusts;
+
+    aviation::weather::Metar m_metar; ///< or what the SYNOP says, once the METAR was too old
+    aviation::weather::Synop m_synop;
+    std::vector<aviation::weather::GribLevel> m_levels; ///< lowest first
+    aviation::structs::AircraftData m_aircraft;
+
+    std::optional<std::int64_t> m_stepTimer; ///< Clock::MonotonicMs; none before the first start
+    aviation::weather::Wind m_windOut;
+    aviation::weather::Wind m_windCurrent; ///< of the step before
+    aviation::weather::Wind m_windTarget;
+    std::vector<XPlaneWindLayer> m_xpLayers;
+};

@@ -1,0 +1,75 @@
+#include "dwc/WindSteering.h"
+
+#include "aviation/Angles.h"
+
+#include <algorithm>
+
+namespace windsteering {
+
+using aviation::weather::Wind;
+
+namespace {
+
+double DirectionChange(double difference, double limit)
+{
+    if (difference > 0.0) {
+        return std::min(difference, limit);
+    }
+    return difference < 0.0 ? std::max(difference, -limit) : 0.0;
+}
+
+double SpeedChange(double difference, double limit)
+{
+    if (difference > 0.0) {
+        return std::min(difference, limit);
+    }
+    return difference < 0.0 ? -limit : 0.0; // also when less was needed
+}
+
+} // namespace
+
+Limits LimitsFor(double stepMs, int degreesPerSecond, int knotsPerSecond)
+{
+    constexpr double kMsPerSecond = 1000.0;
+    return {stepMs * std::max(degreesPerSecond, 0) / kMsPerSecond,
+            stepMs * std::max(knotsPerSecond, 0) / kMsPerSecond};
+}
+
+float FoldedDirection(double degrees)
+{
+    constexpr float kTurn = 360.0F;
+    const auto folded = static_cast<float>(aviation::Normalize360(degrees));
+    return folded < kTurn ? folded : 0.0F;
+}
+
+Wind Sum(const Wind& wind, const Wind& offset)
+{
+    return {FoldedDirection(static_cast<double>(wind.Dir) + static_cast<double>(offset.Dir)),
+            wind.Speed + offset.Speed, wind.Gust + offset.Gust, wind.Fourth};
+}
+
+Wind Stepped(const Wind& current, const Wind& aim, const Limits& limits)
+{
+    const auto direction = static_cast<double>(current.Dir);
+    const auto speed = static_cast<double>(current.Speed);
+    const double turn = aviation::AngleDifference(static_cast<double>(aim.Dir), direction);
+    const double rise = static_cast<double>(aim.Speed) - speed;
+    Wind next = current;
+    next.Dir = FoldedDirection(direction + DirectionChange(turn, limits.degrees));
+    next.Speed = static_cast<float>(speed + SpeedChange(rise, limits.knots));
+    return next;
+}
+
+bool IsDirectionInRange(const Wind& wind)
+{
+    constexpr float kMost = 360.0F;
+    return wind.Dir >= 0.0F && wind.Dir <= kMost;
+}
+
+bool IsSpeedInRange(const Wind& wind)
+{
+    constexpr float kMost = 200.0F;
+    return wind.Speed >= 0.0F && wind.Speed <= kMost;
+}
+
+} // namespace windsteering
