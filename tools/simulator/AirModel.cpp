@@ -3,6 +3,7 @@
 #include "aviation/Units.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace simulator {
@@ -36,23 +37,6 @@ std::size_t usedLayers(const Layers& layers, std::int32_t count)
     return static_cast<std::size_t>(std::clamp(count, 0, static_cast<std::int32_t>(layers.size())));
 }
 
-/// The record whose station is nearest; the last one when none has a place.
-const NewWeather* nearestRecord(const std::vector<NewWeather>& records,
-                                const aviation::Position& position)
-{
-    const NewWeather* nearest = nullptr;
-    double least = std::numeric_limits<double>::infinity();
-    for (const NewWeather& record : records) {
-        const aviation::Position station(record.Lat, record.Lon);
-        const double distance = station.DistanceTo(position); // very far without a place
-        if (distance <= least) {
-            least = distance;
-            nearest = &record;
-        }
-    }
-    return nearest;
-}
-
 void takeRecord(const NewWeather& record, double metres, Air& air)
 {
     const auto* wind = layerAt(record.Wind, usedLayers(record.Wind, record.nWindCtr), metres,
@@ -70,6 +54,20 @@ void takeRecord(const NewWeather& record, double metres, Air& air)
         static_cast<float>(record.Vis.Range * aviation::kMetresPerStatuteMile) / 100.0F / 1000.0F;
 }
 
+/// The layer whose altitude is nearest, since these stand for the wind there; null when there is
+/// none.
+const XPlaneWindLayer* nearestLayer(const std::vector<XPlaneWindLayer>& layers, double metres)
+{
+    const auto distance = [metres](const XPlaneWindLayer& layer) {
+        return std::abs(static_cast<double>(layer.Alt) - metres);
+    };
+    const auto nearest =
+        std::min_element(layers.begin(), layers.end(), [&](const auto& left, const auto& right) {
+            return distance(left) < distance(right);
+        });
+    return nearest == layers.end() ? nullptr : &*nearest;
+}
+
 float temperatureAt(const XPlaneWeather& weather, double metres)
 {
     const bool knowsTropopause = weather.TempTropo != kNotKnown && weather.TropoAltMeter > 0.0F;
@@ -84,6 +82,22 @@ float temperatureAt(const XPlaneWeather& weather, double metres)
 
 } // namespace
 
+const NewWeather* nearestRecord(const std::vector<NewWeather>& records,
+                                const aviation::Position& position)
+{
+    const NewWeather* nearest = nullptr;
+    double least = std::numeric_limits<double>::infinity();
+    for (const NewWeather& record : records) {
+        const aviation::Position station(record.Lat, record.Lon);
+        const double distance = station.DistanceTo(position); // very far without a place
+        if (distance <= least) {
+            least = distance;
+            nearest = &record;
+        }
+    }
+    return nearest;
+}
+
 Air airAt(const SimulatorState& state, const aviation::Position& position, double altitude)
 {
     const double metres = aviation::MetresFromFeet(altitude);
@@ -95,8 +109,7 @@ Air airAt(const SimulatorState& state, const aviation::Position& position, doubl
         air.temperature = temperatureAt(*state.weatherData, metres);
         air.visibility = state.weatherData->Vis / 1000.0F;
     }
-    const auto* layer = layerAt(state.windLayers, state.windLayers.size(), metres,
-                                [](const XPlaneWindLayer& wind) { return wind.Alt; });
+    const XPlaneWindLayer* layer = nearestLayer(state.windLayers, metres);
     if (state.wind && (state.windIsNewest || layer == nullptr)) {
         air.wind = Wind{state.wind->Dir, state.wind->Speed, -1.0F, 0.0F};
     } else if (layer != nullptr) {

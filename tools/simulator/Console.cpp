@@ -23,21 +23,31 @@ QString setSpeed(SimulatorServer& server, const QString& text)
     if (!isNumber || !(speed >= 0.0)) {
         return QStringLiteral("no speed: ") + text;
     }
-    server.flight().setSpeed(speed);
+    server.model().withFlight([speed](SimulatedFlight& flight) { flight.setSpeed(speed); });
     return QStringLiteral("speed ") + QString::number(speed);
 }
 
 QString status(SimulatorServer& server)
 {
-    const aviation::structs::AircraftData aircraft = server.aircraft();
+    const aviation::structs::AircraftData aircraft = server.model().peekAircraft();
+    Phase phase = Phase::Boarding;
+    server.model().withFlight([&phase](const SimulatedFlight& flight) { phase = flight.phase(); });
     return QStringLiteral("%1, %2 ft, %3 kt, at %4 %5, %6 connections, fault %7")
-        .arg(phaseName(server.flight().phase()))
+        .arg(phaseName(phase))
         .arg(aircraft.altitude)
         .arg(aircraft.groundSpeed)
         .arg(aircraft.position.latitude(), 0, 'f', 4)
         .arg(aircraft.position.longitude(), 0, 'f', 4)
         .arg(server.connections())
         .arg(faultText(server.fault()));
+}
+
+QString jump(SimulatorServer& server, const QString& place)
+{
+    bool known = false;
+    server.model().withFlight(
+        [&known, &place](SimulatedFlight& flight) { known = flight.jumpTo(place); });
+    return known ? status(server) : QStringLiteral("no such place: ") + place;
 }
 
 } // namespace
@@ -54,8 +64,7 @@ QString runConsoleLine(SimulatorServer& server, const QString& line)
         return setSpeed(server, argument);
     }
     if (word == QLatin1String("jump")) {
-        return server.flight().jumpTo(argument) ? status(server)
-                                                : QStringLiteral("no such place: ") + argument;
+        return jump(server, argument);
     }
     if (word == QLatin1String("drop")) {
         server.closeConnections();

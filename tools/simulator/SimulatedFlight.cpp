@@ -168,8 +168,16 @@ void SimulatedFlight::setSpeed(double speed)
 void SimulatedFlight::followClock()
 {
     const std::int64_t now = aviation::Clock::Current().MonotonicMs();
-    advance(static_cast<double>(now - m_clockMs) / kMsPerSecond * m_speed);
+    if (!m_paused) {
+        advance(static_cast<double>(now - m_clockMs) / kMsPerSecond * m_speed);
+    }
     m_clockMs = now;
+}
+
+void SimulatedFlight::setPaused(bool paused)
+{
+    followClock();
+    m_paused = paused;
 }
 
 TrackPoint SimulatedFlight::pointAt(double seconds) const

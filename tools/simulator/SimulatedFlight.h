@@ -52,6 +52,9 @@ public:
     double speed() const { return m_speed; }
     /// Moves on by the time that has passed on the process's clock since the last call.
     void followClock();
+    /// Paused, it doesn't follow the clock.
+    void setPaused(bool paused);
+    bool paused() const { return m_paused; }
 
     /// Seconds since 1970 that the simulator shows when boarding begins.
     void setStartTime(std::int64_t secondsSince1970) { m_startTime = secondsSince1970; }
@@ -76,6 +79,7 @@ private:
     GateToGate m_plan;
     double m_elapsed = 0.0;
     double m_speed = 0.0;
+    bool m_paused = false;
     std::int64_t m_clockMs = 0; ///< of the clock when m_elapsed was right
     std::int64_t m_startTime = 0;
     bool m_landed = false; ///< touchdown not yet told

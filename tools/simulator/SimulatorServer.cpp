@@ -28,13 +28,34 @@ QByteArray plainValue(const QString& text)
     return value;
 }
 
+/// A simulator whose time is now and runs at the speed.
+std::shared_ptr<SimulatorModel> startedModel(SimulatedFlight flight, double speed)
+{
+    flight.setSpeed(speed);
+    flight.setStartTime(aviation::Clock::Current().NowSeconds()
+                        - static_cast<std::int64_t>(flight.elapsed()));
+    return std::make_shared<SimulatorModel>(std::move(flight));
+}
+
 } // namespace
 
 SimulatorServer::SimulatorServer(const SimulatorOptions& options, SimulatedFlight flight,
                                  QObject* parent)
+    : SimulatorServer(options, startedModel(std::move(flight), options.speed), parent)
+{}
+
+SimulatorServer::SimulatorServer(const SimulatorOptions& options, SimulatorModel& model,
+                                 QObject* parent)
+    : SimulatorServer(options, std::shared_ptr<SimulatorModel>(std::shared_ptr<void>(), &model),
+                      parent)
+{}
+
+SimulatorServer::SimulatorServer(const SimulatorOptions& options,
+                                 std::shared_ptr<SimulatorModel> model, QObject* parent)
     : QObject(parent)
     , m_options(options)
-    , m_handler(std::move(flight))
+    , m_model(std::move(model))
+    , m_handler(*m_model)
     , m_listener(this)
     , m_stream(
           [this] {
@@ -44,11 +65,8 @@ SimulatorServer::SimulatorServer(const SimulatorOptions& options, SimulatedFligh
     , m_tick(this)
     , m_port(options.port)
 {
-    this->flight().setSpeed(options.speed);
-    this->flight().setStartTime(aviation::Clock::Current().NowSeconds()
-                                - static_cast<std::int64_t>(this->flight().elapsed()));
     setFault(options.fault);
-    m_phase = this->flight().phase();
+    m_model->withFlight([this](const SimulatedFlight& flight) { m_phase = flight.phase(); });
     connect(&m_listener, &QTcpServer::newConnection, this, &SimulatorServer::onNewConnection);
     connect(&m_tick, &QTimer::timeout, this, &SimulatorServer::onTick);
 }
@@ -185,7 +203,7 @@ Reply SimulatorServer::greet(const Frame& frame, const Fault& fault)
     }
     const QString api = printable(parts[0].mid(key.size()));
     const QString name = printable(parts[1]);
-    m_handler.setClient(name, api);
+    m_model->setClient(name, api);
     const bool isWrong = fault.kind == FaultKind::WrongApi;
     const QString wrongApi = fault.text.isEmpty() ? QStringLiteral("1.0") : fault.text;
     const QString ownApi = isWrong ? wrongApi : m_options.apiVersion;
@@ -219,8 +237,11 @@ Reply SimulatorServer::startStream(BridgeConnection* connection, const Frame& fr
 
 void SimulatorServer::onTick()
 {
-    flight().followClock();
-    const Phase phase = flight().phase();
+    Phase phase = m_phase;
+    m_model->withFlight([&phase](SimulatedFlight& flight) {
+        flight.followClock();
+        phase = flight.phase();
+    });
     if (phase != m_phase) {
         m_phase = phase;
         Q_EMIT line(QStringLiteral("phase ") + phaseName(phase));

@@ -12,6 +12,7 @@
 
 #include <deque>
 #include <map>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -28,6 +29,10 @@ class SimulatorServer : public QObject
 public:
     explicit SimulatorServer(const SimulatorOptions& options = {},
                              SimulatedFlight flight = SimulatedFlight(), QObject* parent = nullptr);
+    /// The bridge into a simulator that has other ways in too and outlives this one. Its flight is
+    /// left as it is, whatever speed the options tell.
+    SimulatorServer(const SimulatorOptions& options, SimulatorModel& model,
+                    QObject* parent = nullptr);
     ~SimulatorServer() override;
 
     /// Listens on 127.0.0.1 at the port of the options. False when the port isn't free.
@@ -44,13 +49,12 @@ public:
     Fault fault() const { return m_fault; }
     void setApiVersion(const QString& version) { m_options.apiVersion = version; }
     void setSimulator(int fsId, int interfaceId);
-    SimulatedFlight& flight() { return m_handler.flight(); }
-    /// The aircraft as the next answer tells it, without using up the landing rate.
-    aviation::structs::AircraftData aircraft() { return m_handler.peekAircraft(); }
+    /// The simulator behind the bridge. For any thread.
+    SimulatorModel& model() { return *m_model; }
     AircraftStream& stream() { return m_stream; }
 
     /// A copy of what was given. For any thread.
-    SimulatorState state() const { return m_handler.state(); }
+    SimulatorState state() const { return m_model->state(); }
     /// The last messages, at most some thousand and 16 MB. For any thread.
     std::vector<ReceivedMessage> received() const;
     /// Messages with these numbers since the start, id 0 for all of the command. For any thread.
@@ -68,6 +72,8 @@ Q_SIGNALS:
     void clientDisconnected();
 
 private:
+    SimulatorServer(const SimulatorOptions& options, std::shared_ptr<SimulatorModel> model,
+                    QObject* parent);
     void onNewConnection();
     void onClosed(BridgeConnection* connection);
     void onFrame(BridgeConnection* connection, const Frame& frame);
@@ -80,6 +86,7 @@ private:
     Reply startStream(BridgeConnection* connection, const Frame& frame);
 
     SimulatorOptions m_options;
+    std::shared_ptr<SimulatorModel> m_model; ///< owns nothing if the model was handed in
     MessageHandler m_handler;
     QTcpServer m_listener;
     AircraftStream m_stream;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "aviation/AircraftLoad.h"
+#include "aviation/Position.h"
 #include "aviation/RadioFrequencys.h"
 #include "aviation/Wind.h"
 #include "weather/output/records/NewWeather.h"
@@ -15,6 +16,15 @@
 #include <vector>
 
 namespace simulator {
+
+/// A station whose weather the simulator keeps at its place.
+struct WeatherStation
+{
+    QString icao;
+    QString name;
+    aviation::Position position;
+    double elevation = 0.0; ///< feet
+};
 
 /// Everything that the stand-in was given. Plain value; lists are bounded, the oldest goes first.
 struct SimulatorState
@@ -36,8 +46,13 @@ struct SimulatorState
     QStringList themes;          ///< bare file names of "weather file" messages
     QMap<QString, qint64> files; ///< "weather", "global wind", "turbulence" with their last size
     QByteArray lastFile;         ///< bytes of the last file, at most kKeptFileBytes
+    std::vector<WeatherStation> stations; ///< that clients created
+    bool customWeather = false; ///< SimConnect's weather mode: observations are taken, else a theme
+    int lostObservations = 0;   ///< those that came while a theme held
+    QString flightPlan;         ///< path of the last one that was loaded
     int activations = 0;
     int clears = 0;
+    int refreshes = 0; ///< FSUIPC's refresh command of FS2004
 
     aviation::structs::AircraftFuel fuel;
     aviation::structs::AircraftPayload payload;

@@ -23,12 +23,24 @@ using Done = std::shared_ptr<std::promise<void>>;
 
 SimulatorThread::SimulatorThread(const SimulatorOptions& options, SimulatedFlight flight,
                                  QObject* parent)
-    : QObject(parent)
+    : SimulatorThread(
+        [options, flight = std::move(flight)] {
+            return std::make_unique<SimulatorServer>(options, flight);
+        },
+        parent)
+{}
+
+SimulatorThread::SimulatorThread(const SimulatorOptions& options, SimulatorModel& model,
+                                 QObject* parent)
+    : SimulatorThread(
+        [options, &model] { return std::make_unique<SimulatorServer>(options, model); }, parent)
+{}
+
+SimulatorThread::SimulatorThread(const Maker& makeServer, QObject* parent) : QObject(parent)
 {
     const Done ready = std::make_shared<std::promise<void>>();
-    m_thread = std::thread([this, options, flight = std::move(flight), ready] {
-        run(options, flight, [ready] { ready->set_value(); });
-    });
+    m_thread = std::thread(
+        [this, makeServer, ready] { run(makeServer, [ready] { ready->set_value(); }); });
     ready->get_future().wait();
 }
 
@@ -41,20 +53,20 @@ SimulatorThread::~SimulatorThread()
     m_thread.join();
 }
 
-void SimulatorThread::run(const SimulatorOptions& options, SimulatedFlight flight,
-                          const std::function<void()>& isReady)
+void SimulatorThread::run(const Maker& makeServer, const std::function<void()>& isReady)
 {
     QEventLoop loop;
-    SimulatorServer server(options, std::move(flight));
-    connect(&server, &SimulatorServer::messageReceived, this, &SimulatorThread::messageReceived,
+    const std::unique_ptr<SimulatorServer> server = makeServer();
+    connect(server.get(), &SimulatorServer::messageReceived, this,
+            &SimulatorThread::messageReceived, Qt::DirectConnection);
+    connect(server.get(), &SimulatorServer::line, this, &SimulatorThread::line,
             Qt::DirectConnection);
-    connect(&server, &SimulatorServer::line, this, &SimulatorThread::line, Qt::DirectConnection);
-    connect(&server, &SimulatorServer::weatherSet, this, &SimulatorThread::weatherSet,
+    connect(server.get(), &SimulatorServer::weatherSet, this, &SimulatorThread::weatherSet,
             Qt::DirectConnection);
     QTimer poll;
-    connect(&poll, &QTimer::timeout, &server, [this] { runPosted(); });
+    connect(&poll, &QTimer::timeout, server.get(), [this] { runPosted(); });
     poll.start(kPollMs);
-    m_server = &server;
+    m_server = server.get();
     isReady();
     loop.exec();
 }

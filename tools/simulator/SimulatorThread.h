@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <thread>
 #include <vector>
 
@@ -32,6 +33,9 @@ public:
     /// The thread runs from here on; nobody can connect before startServer().
     explicit SimulatorThread(const SimulatorOptions& options = {},
                              SimulatedFlight flight = SimulatedFlight(), QObject* parent = nullptr);
+    /// The same before a simulator that has other ways in too and outlives this one.
+    SimulatorThread(const SimulatorOptions& options, SimulatorModel& model,
+                    QObject* parent = nullptr);
     ~SimulatorThread() override;
 
     /// Listens; the port, 0 when it can't. Called again after stopServer() it listens on the same
@@ -68,8 +72,9 @@ Q_SIGNALS:
     void weatherSet();
 
 private:
-    void run(const SimulatorOptions& options, SimulatedFlight flight,
-             const std::function<void()>& isReady);
+    using Maker = std::function<std::unique_ptr<SimulatorServer>()>;
+    SimulatorThread(const Maker& makeServer, QObject* parent);
+    void run(const Maker& makeServer, const std::function<void()>& isReady);
     void runPosted();
 
     QMutex m_mutex;

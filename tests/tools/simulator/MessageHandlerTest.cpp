@@ -13,6 +13,7 @@
 namespace {
 
 using simulator::Reply;
+using simulator::SimulatedFlight;
 namespace command = simulator::command;
 namespace message = simulator::message;
 
@@ -32,7 +33,8 @@ protected:
     }
 
     FakeClock clock{2019, 7, 1, 12};
-    simulator::MessageHandler handler{simulator::SimulatedFlight()};
+    simulator::SimulatorModel model;
+    simulator::MessageHandler handler{model};
 };
 
 /// A record with something in every kind of layer.
@@ -81,22 +83,22 @@ TEST_F(MessageHandlerTest, WeatherComesThroughAsItWasSent)
                              "1 clouds, 1 winds, 2 temperatures"));
     const std::string data = XPlaneWeatherText(fullWeather());
     EXPECT_TRUE(write(message::kWeatherData, QByteArray::fromStdString(data)).isWeather);
-    EXPECT_EQ(XPlaneWeatherText(*handler.state().weatherData), data);
+    EXPECT_EQ(XPlaneWeatherText(*model.state().weatherData), data);
     const std::string wx = XPlaneWeatherWxText(fullWeather());
     EXPECT_TRUE(write(message::kWeatherDataWx, QByteArray::fromStdString(wx)).isWeather);
-    EXPECT_EQ(XPlaneWeatherWxText(*handler.state().weatherData), wx);
+    EXPECT_EQ(XPlaneWeatherWxText(*model.state().weatherData), wx);
     const std::string layers = WindLayersLongText(fullWeather().Winds);
     EXPECT_FALSE(write(message::kWindLayers, QByteArray::fromStdString(layers)).line.isEmpty());
-    EXPECT_EQ(WindLayersLongText(handler.state().windLayers), layers);
-    ASSERT_EQ(handler.state().weatherRecords.size(), 1U);
-    EXPECT_EQ(NewWeatherText(handler.state().weatherRecords[0]), record);
+    EXPECT_EQ(WindLayersLongText(model.state().windLayers), layers);
+    ASSERT_EQ(model.state().weatherRecords.size(), 1U);
+    EXPECT_EQ(NewWeatherText(model.state().weatherRecords[0]), record);
     write(message::kWeatherText, "EDDF 011220Z\r\n<b>24012KT");
     EXPECT_EQ(write(message::kWeatherText, "-----METAR-----\r\nA\nB\n-----WIND-----\r\nC\n").line,
               QStringLiteral("weather text: 2 reports, 1 winds"));
-    EXPECT_EQ(handler.state().weatherTexts.size(), 2);
+    EXPECT_EQ(model.state().weatherTexts.size(), 2);
     write(message::kClearWeather, "Clear Wx");
-    EXPECT_TRUE(handler.state().weatherTexts.isEmpty());
-    EXPECT_FALSE(handler.state().weatherData);
+    EXPECT_TRUE(model.state().weatherTexts.isEmpty());
+    EXPECT_FALSE(model.state().weatherData);
 }
 
 TEST_F(MessageHandlerTest, WhatCantBeReadIsRefusedAndChangesNothing)
@@ -124,8 +126,8 @@ TEST_F(MessageHandlerTest, WhatCantBeReadIsRefusedAndChangesNothing)
     }
     EXPECT_EQ(handler.handle({command::kRequest, message::kFuel, "fuel please"}).frame.command,
               command::kRefusal);
-    EXPECT_EQ(handler.state().weatherRecords.size(), 0U);
-    EXPECT_EQ(handler.state().fuel.tanks.size(), 3U);
+    EXPECT_EQ(model.state().weatherRecords.size(), 0U);
+    EXPECT_EQ(model.state().fuel.tanks.size(), 3U);
 }
 
 TEST_F(MessageHandlerTest, LoadAndRadiosAreAnsweredAsTheyWereSet)
@@ -152,18 +154,18 @@ TEST_F(MessageHandlerTest, LoadAndRadiosAreAnsweredAsTheyWereSet)
         EXPECT_EQ(write(row.id, row.data).frame.command, command::kAnswer);
         EXPECT_EQ(request(row.id, row.request), row.data);
     }
-    EXPECT_EQ(handler.state().radios.adf, 400);
-    EXPECT_EQ(handler.state().radios.transponder, 1200);
-    EXPECT_FLOAT_EQ(handler.peekAircraft().totalWeight, 91300.0F + 335.0F + 180.5F);
-    handler.flight().jumpTo(QStringLiteral("cruise"));
-    EXPECT_FLOAT_EQ(handler.peekAircraft().totalWeight, 91300.0F + 180.5F) << "no fuel is left";
+    EXPECT_EQ(model.state().radios.adf, 400);
+    EXPECT_EQ(model.state().radios.transponder, 1200);
+    EXPECT_FLOAT_EQ(model.peekAircraft().totalWeight, 91300.0F + 335.0F + 180.5F);
+    model.withFlight([](SimulatedFlight& flight) { flight.jumpTo(QStringLiteral("cruise")); });
+    EXPECT_FLOAT_EQ(model.peekAircraft().totalWeight, 91300.0F + 180.5F) << "no fuel is left";
 }
 
 TEST_F(MessageHandlerTest, TheAircraftTextHasItsFieldsAtTheirPlaces)
 {
     constexpr std::array kKeyLengths{7,  4,  4,  3, 4, 3, 10, 12, 7,  4,  4,  4, 11, 12,
                                      17, 11, 18, 5, 4, 8, 5,  9,  12, 15, 12, 9, 7,  4};
-    handler.flight().setStartTime(1561982400);
+    model.withFlight([](SimulatedFlight& flight) { flight.setStartTime(1561982400); });
     const QList<QByteArray> fields =
         request(message::kAircraft, "Request Aircraft data").split(':');
     ASSERT_EQ(fields.size(), static_cast<int>(kKeyLengths.size()));
@@ -183,27 +185,27 @@ TEST_F(MessageHandlerTest, TheAircraftTextHasItsFieldsAtTheirPlaces)
 
 TEST_F(MessageHandlerTest, OnlyTheFirstAnswerAfterTouchdownHasTheLandingRate)
 {
-    handler.flight().jumpTo(QStringLiteral("approach"));
+    model.withFlight([](SimulatedFlight& flight) { flight.jumpTo(QStringLiteral("approach")); });
     handler.aircraftText();
-    handler.flight().advance(1000.0);
+    model.withFlight([](SimulatedFlight& flight) { flight.advance(1000.0); });
     EXPECT_FALSE(handler.aircraftText().contains(":LandRate=0:"));
     EXPECT_TRUE(handler.aircraftText().contains(":LandRate=0:"));
 }
 
 TEST_F(MessageHandlerTest, TheAircraftFliesInTheWeatherThatWasSet)
 {
-    handler.flight().jumpTo(QStringLiteral("cruise"));
+    model.withFlight([](SimulatedFlight& flight) { flight.jumpTo(QStringLiteral("cruise")); });
     write(message::kWeatherRecord, QByteArray::fromStdString(NewWeatherText(fullRecord())));
-    EXPECT_NEAR(handler.peekAircraft().wind.Dir, 240.0, 0.1);
-    EXPECT_EQ(handler.peekAircraft().temperature, -38.0F);
+    EXPECT_NEAR(model.peekAircraft().wind.Dir, 240.0, 0.1);
+    EXPECT_EQ(model.peekAircraft().temperature, -38.0F);
     write(message::kWeatherData, QByteArray::fromStdString(XPlaneWeatherText(fullWeather())));
-    EXPECT_EQ(handler.peekAircraft().wind.Speed, 80.0F);
-    EXPECT_EQ(handler.peekAircraft().temperature, -60.0F);
-    EXPECT_EQ(handler.peekAircraft().visibility, 9.0F);
+    EXPECT_EQ(model.peekAircraft().wind.Speed, 80.0F);
+    EXPECT_EQ(model.peekAircraft().temperature, -60.0F);
+    EXPECT_EQ(model.peekAircraft().visibility, 9.0F);
     write(message::kWind, "Dir=100.00:Speed=33.00:Gust=-1.00");
-    EXPECT_EQ(handler.peekAircraft().wind.Speed, 33.0F);
+    EXPECT_EQ(model.peekAircraft().wind.Speed, 33.0F);
     write(message::kVisibility, "1500");
-    EXPECT_EQ(handler.peekAircraft().visibility, 1.5F);
+    EXPECT_EQ(model.peekAircraft().visibility, 1.5F);
 }
 
 } // namespace
