@@ -5,6 +5,7 @@
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
 #include "sim/SimulatorInterfaces.h"
+#include "sim/clients/SimulatorClients.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -22,12 +23,6 @@ bool OpenOnDesktop(const QString& path)
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
-std::unique_ptr<FsInterfaceFactory> MakeSimulatorInterfaces(const Settings& settings,
-                                                            const StopFlag& stop)
-{
-    return std::make_unique<SimulatorInterfaces>(settings, stop);
-}
-
 std::uint32_t SeedOfNow()
 {
     return static_cast<std::uint32_t>(
@@ -43,7 +38,11 @@ std::uint32_t SeedOfNow()
 
     aviation::SeededRandom random(SeedOfNow());
     HostProcessRunner processes(OpenOnDesktop);
-    WindowParts parts{random, processes, MakeSimulatorInterfaces, HostNetwork(), {}};
+    HostSimulatorClients clients;
+    const auto interfaces = [&clients](const Settings& settings, const StopFlag& stop) {
+        return std::make_unique<SimulatorInterfaces>(settings, stop, clients);
+    };
+    WindowParts parts{random, processes, interfaces, HostNetwork(), {}};
     const QString picture = qEnvironmentVariable(kUnattended);
     if (!picture.isEmpty()) {
         parts.logMirror = UnattendedRun::print;

@@ -12,6 +12,7 @@
 #include "aviation/support/RandomSource.h"
 #include "bench/HeartBeat.h"
 #include "sim/SimulatorInterfaces.h"
+#include "sim/clients/SimulatorClients.h"
 #include "tools/wxserver/Compress.h"
 #include "tools/wxserver/WeatherServerThread.h"
 #include "weather/output/WeatherWrapper.h"
@@ -97,8 +98,9 @@ int runProgram(int argc, char** argv)
     QApplication::setQuitOnLastWindowClosed(false);
     aviation::SeededRandom random(1);
     HostProcessRunner processes;
-    const auto interfaces = [](const Settings& settings, const StopFlag& stop) {
-        return std::make_unique<SimulatorInterfaces>(settings, stop);
+    HostSimulatorClients clients;
+    const auto interfaces = [&clients](const Settings& settings, const StopFlag& stop) {
+        return std::make_unique<SimulatorInterfaces>(settings, stop, clients);
     };
     WindowParts parts{random, processes, interfaces, HostNetwork(), {}};
     if (qEnvironmentVariableIsSet("PROBE_LOG")) {

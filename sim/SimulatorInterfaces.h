@@ -4,15 +4,17 @@
 #include "sim/FsInterfaceFactory.h"
 
 class Settings;
+class SimulatorClients;
 class StopFlag;
 
-/// The interfaces of the program: the bridge client, and for FSUIPC and SimConnect a stand-in that
-/// says that they can't be reached. Owned by the program; used on ConnectWorker's thread.
+/// The interfaces of the program: FSUIPC, SimConnect, both together, the bridge client. Owned by
+/// the program; used on ConnectWorker's thread.
 class SimulatorInterfaces final : public FsInterfaceFactory
 {
 public:
-    /// Server and port are read from the settings at each creation. Both must outlive the objects.
-    SimulatorInterfaces(const Settings& settings, const StopFlag& stop,
+    /// Server, port and the simulator's folder are read from the settings at each creation. All
+    /// references must outlive the objects.
+    SimulatorInterfaces(const Settings& settings, const StopFlag& stop, SimulatorClients& clients,
                         const BridgeTimeouts& timeouts = BridgeTimeouts());
 
     std::unique_ptr<FsInterfaceBase> create(int interfaceId) override;
@@ -20,5 +22,6 @@ public:
 private:
     const Settings& m_settings;
     const StopFlag& m_stop;
+    SimulatorClients& m_clients;
     BridgeTimeouts m_timeouts;
 };

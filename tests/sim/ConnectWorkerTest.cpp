@@ -7,6 +7,7 @@
 #include "sim/ConnectJobs.h"
 #include "sim/SimulatorInterfaces.h"
 #include "tests/sim/LoopbackBridge.h"
+#include "tests/sim/ScriptedFsuipc.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeFsInterface.h"
 #include "tests/support/FakeRandom.h"
@@ -434,31 +435,108 @@ TEST_F(ConnectWorkerTest, EndsInTheMiddleOfAJob)
     EXPECT_LT(simulator.calls(QStringLiteral("SetWeatherText")).size(), 1'000'000);
 }
 
-TEST_F(ConnectWorkerTest, InterfacesThatAreNotThereSaySo)
+TEST_F(ConnectWorkerTest, LibrariesThatAreNotThereSaySo)
 {
-    SimulatorInterfaces real(settings, stop);
+    ScriptedBothClients clients;
+    clients.hasFsuipc = false;
+    clients.hasSimConnect = false;
+    SimulatorInterfaces real(settings, stop, clients);
     makeWorker(real);
-    for (const auto& [id, name] : {std::pair{0, "FSUIPC"}, std::pair{1, "FSUIPC"},
-                                   std::pair{2, "SimConnect"}, std::pair{3, "FSUIPC + SimConnect"}})
-    {
+    const QString fsuipc = QStringLiteral("3 (Interface FSUIPC) - no &lt;FSUIPC&gt; here");
+    const QString simConnect =
+        QStringLiteral("3 (Interface SimConnect) - no &lt;SimConnect&gt; here");
+    const QString noServer =
+        QStringLiteral("3 (ConnectWorker) - FS or Server not found Error Code: 1 Not Connected");
+    const std::pair<int, QStringList> rows[] = {
+        {0, {fsuipc, noServer}}, {1, {fsuipc}}, {2, {simConnect}}, {3, {fsuipc, simConnect}}};
+    for (const auto& [id, lines] : rows) {
         log.clear();
         settings.setInterfaceType(id);
         EXPECT_EQ(run(connectjob::kConnect), simresult::kNotConnected) << id;
-        const QString hint =
-            QStringLiteral("3 (Interface %1) - this build can't use").arg(QLatin1String(name));
-        EXPECT_EQ(log.filter(hint).size(), 1) << name << log.join(QLatin1Char('\n')).toStdString();
-        EXPECT_EQ(log.last(), QStringLiteral("3 (ConnectWorker) - not connected, Sim not Found"));
+        EXPECT_EQ(
+            log,
+            lines + QStringList{QStringLiteral("3 (ConnectWorker) - not connected, Sim not Found")})
+            << log.join(QLatin1Char('\n')).toStdString();
         EXPECT_FALSE(worker->IsConnected());
-        if (id != 0) {
-            int found = 0;
-            QString foundName;
-            real.create(id)->GetInterface(found, foundName);
-            EXPECT_EQ(found, id);
-            EXPECT_EQ(foundName, QLatin1String(name));
-        }
+        EXPECT_EQ(run(connectjob::kAircraftData), simresult::kNoInterface);
     }
     EXPECT_EQ(real.create(0), nullptr);
     EXPECT_EQ(real.create(5), nullptr);
+}
+
+TEST_F(ConnectWorkerTest, DetectsWhatIsBehindTheLibraries)
+{
+    ScriptedBothClients clients;
+    SimulatorInterfaces real(settings, stop, clients);
+    makeWorker(real);
+    settings.setInterfaceType(aviation::interfaceid::kAuto);
+    const struct
+    {
+        std::uint32_t code; ///< FSUIPC's number of the simulator
+        std::uint32_t openCode;
+        simconnect::Result simConnect;
+        int result;
+        int interfaceId;
+        const char* name;
+        int fsuipcOpens;
+    } rows[] = {
+        {7, 0, simconnect::kOk, 0, 1, "FSUIPC", 1},
+        {8, 0, simconnect::kOk, 0, 3, "FSUIPC + SimConnect", 2},
+        {12, 0, simconnect::kOk, 0, 3, "FSUIPC + SimConnect", 2},
+        {8, 0, simconnect::kFailed, 0, 1, "FSUIPC", 3},
+        {13, 0, simconnect::kOk, 0, 1, "FSUIPC", 1},
+        {8, 2, simconnect::kOk, 1, 0, "", 2},
+    };
+    for (const auto& row : rows) {
+        clients.fsuipcScript = FsuipcScript();
+        clients.fsuipcScript.code = row.code;
+        clients.fsuipcScript.openCode = row.openCode;
+        clients.simConnectScript = SimConnectScript();
+        clients.simConnectScript.results["Open"] = row.simConnect;
+        EXPECT_EQ(run(connectjob::kConnect), row.result) << row.code;
+        EXPECT_EQ(worker->IsConnected(), row.result == 0);
+        if (row.result == 0) {
+            EXPECT_EQ(worker->interfaceType(), row.interfaceId) << row.code;
+            EXPECT_EQ(worker->interfaceName(), QLatin1String(row.name));
+        }
+        EXPECT_EQ(clients.fsuipcScript.opens, row.fsuipcOpens) << row.code;
+        run(connectjob::kDisconnect);
+        EXPECT_EQ(clients.fsuipcScript.closes, row.openCode == 0 ? row.fsuipcOpens : 0);
+    }
+}
+
+TEST_F(ConnectWorkerTest, SetsWeatherThroughBothLibraries)
+{
+    ScriptedBothClients clients;
+    SimulatorInterfaces real(settings, stop, clients);
+    makeWorker(real);
+    for (const int id : {1, 3}) {
+        settings.setInterfaceType(id);
+        clients.fsuipcScript.code = id == 1 ? 7 : 8; // FS2004, FSX
+        ASSERT_EQ(run(connectjob::kConnect), 0);
+        clients.fsuipcScript.writes.clear();
+        clients.simConnectScript.calls.clear();
+        clients.fsuipcScript.beforeProcess = [&clients, count = 0]() mutable {
+            clients.fsuipcScript.put(0xC824, ++count);
+        };
+        worker->setWeatherRecords({record(L"AAAA")});
+        EXPECT_EQ(run(connectjob::kSetWeather), 0);
+        const auto& writes = clients.fsuipcScript.writes;
+        ASSERT_EQ(writes.size(), id == 1 ? 2U : 1U) << "only FS2004 needs the refresh";
+        EXPECT_EQ(writes.front().bytes.size(), 1024);
+        if (id == 1) {
+            EXPECT_EQ(writes.back().offset, 0xC800U);
+            EXPECT_EQ(writes.back().bytes, QByteArray::fromHex("0001"));
+        }
+        worker->setMetars({QStringLiteral("BBBB 1")});
+        EXPECT_EQ(run(connectjob::kSetWeather), id == 1 ? simresult::kNotImplemented : 0);
+        EXPECT_EQ(clients.simConnectScript.calls,
+                  id == 1 ? std::vector<std::string>()
+                          : (std::vector<std::string>{"Custom", "Observation BBBB 1"}));
+        EXPECT_EQ(run(connectjob::kCloudMap, QStringLiteral("50:3")),
+                  id == 1 ? simresult::kNotImplemented : simresult::kCallFailed);
+        run(connectjob::kDisconnect);
+    }
 }
 
 TEST_F(ConnectWorkerTest, TalksToABridgeOverSeveralRuns)
@@ -480,7 +558,8 @@ TEST_F(ConnectWorkerTest, TalksToABridgeOverSeveralRuns)
     settings.setServerPort(bridge.port());
     BridgeTimeouts timeouts;
     timeouts.reply = 100;
-    SimulatorInterfaces real(settings, stop, timeouts);
+    HostSimulatorClients clients;
+    SimulatorInterfaces real(settings, stop, clients, timeouts);
     makeWorker(real);
     ASSERT_EQ(run(connectjob::kConnect), 0) << log.join(QLatin1Char('\n')).toStdString();
     EXPECT_EQ(worker->fsName(), QStringLiteral("Sim"));

@@ -107,7 +107,7 @@ SoakRun::SoakRun(const SoakOptions& options)
     writeSettings();
     DownloadLimits limits;
     limits.stallMs = kStallMs;
-    m_interfaces = std::make_unique<SimulatorInterfaces>(*m_settings, m_stop);
+    m_interfaces = std::make_unique<SimulatorInterfaces>(*m_settings, m_stop, m_clients);
     m_controller = std::make_unique<Controller>(
         ControllerParts{*m_settings, m_view, m_dialogs, m_programRandom, HostNetwork(), m_processes,
                         *m_interfaces, limits});

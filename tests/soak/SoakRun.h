@@ -5,6 +5,7 @@
 #include "app/base/UserDialogs.h"
 #include "aviation/support/RandomSource.h"
 #include "sim/SimulatorInterfaces.h"
+#include "sim/clients/SimulatorClients.h"
 #include "tests/soak/FastClock.h"
 #include "tests/support/FakeMainView.h"
 #include "tests/support/FakeProcessRunner.h"
@@ -84,6 +85,7 @@ private:
     SilentDialogs m_dialogs;
     FakeProcessRunner m_processes;
     StopFlag m_stop;
+    HostSimulatorClients m_clients;
     std::unique_ptr<SimulatorInterfaces> m_interfaces;
     std::unique_ptr<Controller> m_controller;
     int m_weatherSets = 0; ///< jobs that set weather and ended well

@@ -1,0 +1,335 @@
+#include "sim/FsInterfaceSimConnect.h"
+
+#include "app/base/LogLevel.h"
+#include "app/base/StopFlag.h"
+#include "aviation/support/Clock.h"
+#include "sim/LogText.h"
+#include "sim/clients/SimulatorClients.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+/// What starts every line of this interface.
+QString Line(const QString& text)
+{
+    return QStringLiteral("(Interface SimConnect) - ") + text;
+}
+
+/// Number of the simulator from "AppVersion=10.0.61259.0"; kNone for one that isn't known.
+aviation::FsId FsIdOf(const QString& version)
+{
+    constexpr int kKeyLength = 11;
+    const int major =
+        version.mid(kKeyLength, version.indexOf(QLatin1Char('.')) - kKeyLength).toInt();
+    switch (major) {
+    case 2:
+        return aviation::fsid::kPrepar3dV2;
+    case 3:
+        return aviation::fsid::kPrepar3dV3;
+    case 4:
+        return aviation::fsid::kPrepar3dV4;
+    case 5:
+    case 6:
+        return aviation::fsid::kPrepar3dV5;
+    case 10:
+        return aviation::fsid::kFsx;
+    case 11:
+        return aviation::fsid::kFs2020;
+    default:
+        return aviation::fsid::kNone;
+    }
+}
+
+} // namespace
+
+FsInterfaceSimConnect::FsInterfaceSimConnect(SimulatorClients& clients, QString simulatorFolder,
+                                             const StopFlag& stop, QObject* parent)
+    : FsInterfaceBase(parent)
+    , m_clients(clients)
+    , m_simulatorFolder(std::move(simulatorFolder))
+    , m_stop(stop)
+{}
+
+FsInterfaceSimConnect::~FsInterfaceSimConnect() = default;
+
+void FsInterfaceSimConnect::log(const QString& text, int level)
+{
+    Q_EMIT sigDebugString(text, level);
+}
+
+void FsInterfaceSimConnect::sleepUnlessStopped(int milliseconds) const
+{
+    constexpr int kSliceMs = 100;
+    for (int slept = 0; slept < milliseconds && !m_stop.raised(); slept += kSliceMs) {
+        aviation::Clock::Current().SleepMs(std::min(kSliceMs, milliseconds - slept));
+    }
+}
+
+int FsInterfaceSimConnect::Connect()
+{
+    if (m_connected) {
+        return simresult::kAlreadyConnected;
+    }
+    if (!m_client) {
+        std::string problem;
+        auto api = m_clients.simConnect(m_simulatorFolder.toStdString(), problem);
+        if (!api) {
+            log(Line(LogText(QString::fromStdString(problem))), loglevel::kError);
+            return simresult::kNotConnected;
+        }
+        m_client = std::make_unique<SimConnectClient>(std::move(api));
+    }
+    m_connected = openClient();
+    if (!m_connected) {
+        m_client->close();
+        return simresult::kNotConnected;
+    }
+    return simresult::kNone;
+}
+
+bool FsInterfaceSimConnect::openClient()
+{
+    constexpr int kSettlingMs = 1000; // the simulator refuses definitions that come at once
+    if (!m_client->open()) {
+        log(Line(QStringLiteral("Connect HRESULT FAILED")), loglevel::kError);
+        return false;
+    }
+    sleepUnlessStopped(kSettlingMs);
+    if (m_stop.raised()) {
+        return false;
+    }
+    if (!m_client->define()) {
+        log(Line(QStringLiteral("Init HRESULT FAILED")), loglevel::kError);
+        return false;
+    }
+    // Deliberately connects without the open message as well; the simulator stays unknown then.
+    WaitForMessages();
+    m_fsVersion = FsIdOf(m_client->applicationVersion());
+    return true;
+}
+
+int FsInterfaceSimConnect::Disconnect()
+{
+    m_connected = false;
+    const bool closed = !m_client || m_client->close();
+    return closed ? simresult::kNone : simresult::kCallFailed;
+}
+
+int FsInterfaceSimConnect::GetFsVersion(aviation::FsId& id, QString& name)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    const aviation::FsId found = FsIdOf(m_client->applicationVersion());
+    if (found != aviation::fsid::kNone) {
+        m_fsVersion = found;
+        id = found;
+    }
+    name = m_client->applicationName();
+    return simresult::kNone;
+}
+
+int FsInterfaceSimConnect::GetInterface(int& id, QString& name)
+{
+    id = aviation::interfaceid::kSimConnect;
+    name = QStringLiteral("SimConnect");
+    return simresult::kNone;
+}
+
+SimConnectReply FsInterfaceSimConnect::Dispatch()
+{
+    return m_connected ? m_client->Dispatch() : SimConnectReply::Nothing;
+}
+
+SimConnectReply FsInterfaceSimConnect::WaitForMessages()
+{
+    constexpr int kMostRounds = 10;
+    constexpr int kPauseMs = 50;
+    SimConnectReply reply = SimConnectReply::Nothing;
+    for (int round = 0; round < kMostRounds && !m_stop.raised(); ++round) {
+        reply = m_client->Dispatch();
+        if (takeReply(reply)) {
+            return reply;
+        }
+        sleepUnlessStopped(kPauseMs);
+    }
+    if (reply == SimConnectReply::Failed) {
+        log(Line(QStringLiteral("Dispatch HRESULT FAILED")), loglevel::kError);
+    }
+    return reply;
+}
+
+bool FsInterfaceSimConnect::takeReply(SimConnectReply reply)
+{
+    switch (reply) {
+    case SimConnectReply::Nothing:
+    case SimConnectReply::Observation:
+    case SimConnectReply::Failed:
+        return false;
+    case SimConnectReply::Exception:
+        log(Line(m_client->exceptionText()), loglevel::kError);
+        return false;
+    case SimConnectReply::Open:
+        log(Line(m_client->openText(LogText(m_client->applicationName())).trimmed()),
+            loglevel::kNotification);
+        return true;
+    case SimConnectReply::Aircraft:
+    case SimConnectReply::Fuel:
+    case SimConnectReply::Payload:
+    case SimConnectReply::Radios:
+    case SimConnectReply::Paused:
+    case SimConnectReply::CloudState:
+        break;
+    }
+    keepAnswers();
+    return true;
+}
+
+void FsInterfaceSimConnect::keepAnswers()
+{
+    m_answers = {m_client->aircraft(), m_client->fuel(), m_client->payload(), m_client->radios(),
+                 m_client->cloudState()};
+}
+
+bool FsInterfaceSimConnect::sendRequest(const SimConnectRequest& request, const QString& name)
+{
+    if (!m_client->request(request)) {
+        return false;
+    }
+    logSentId(name);
+    return true;
+}
+
+void FsInterfaceSimConnect::logSentId(const QString& name)
+{
+    log(QStringLiteral("Request %1, SentId: %2").arg(name, QString::number(m_client->lastSentId())),
+        loglevel::kDebug);
+}
+
+int FsInterfaceSimConnect::GetAircraftData(aviation::structs::AircraftData& data)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    const SimConnectReply reply = sendRequest(simconnectid::kAircraft, QStringLiteral("Aircraft"))
+                                      ? WaitForMessages()
+                                      : SimConnectReply::Failed;
+    switch (reply) {
+    case SimConnectReply::Aircraft:
+        break;
+    case SimConnectReply::CloudState:
+        return simresult::kCloudReply;
+    case SimConnectReply::Paused:
+        return simresult::kPaused;
+    default:
+        if (!std::exchange(m_toldFailure, true)) {
+            log(Line(QStringLiteral("Get Aircraft Data failed")), loglevel::kError);
+        }
+        return simresult::kCallFailed;
+    }
+    m_toldFailure = false;
+    const aviation::structs::AircraftData aircraft = m_answers.aircraft;
+    if (m_aircraftRequests == 0 && isPaused()) {
+        return simresult::kPaused;
+    }
+    constexpr int kRequestsPerCheck = 11;
+    m_aircraftRequests = (m_aircraftRequests + 1) % kRequestsPerCheck;
+    data = aircraft;
+    return simresult::kNone;
+}
+
+bool FsInterfaceSimConnect::isPaused()
+{
+    return m_client->requestState() && WaitForMessages() == SimConnectReply::Paused;
+}
+
+/// Waits several times over, since other answers may come first.
+bool FsInterfaceSimConnect::waitFor(SimConnectReply awaited)
+{
+    constexpr int kMostWaits = 5;
+    for (int wait = 0; wait < kMostWaits; ++wait) {
+        if (WaitForMessages() == awaited) {
+            return true;
+        }
+    }
+    return false;
+}
+
+int FsInterfaceSimConnect::GetAircraftFuel(aviation::structs::AircraftFuel& fuel)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    if (!sendRequest(simconnectid::kFuel, QStringLiteral("AircraftFuel"))) {
+        return simresult::kCallFailed;
+    }
+    if (waitFor(SimConnectReply::Fuel)) {
+        fuel = m_answers.fuel;
+    }
+    return simresult::kNone;
+}
+
+int FsInterfaceSimConnect::GetAircraftPayload(aviation::structs::AircraftPayload& payload)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    if (!sendRequest(simconnectid::kPayload, QStringLiteral("AircraftPayload"))) {
+        return simresult::kCallFailed;
+    }
+    if (waitFor(SimConnectReply::Payload)) {
+        payload = m_answers.payload;
+    }
+    return simresult::kNone;
+}
+
+int FsInterfaceSimConnect::GetRadioFrequencys(aviation::structs::RadioFrequencys& radios)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    if (!sendRequest(simconnectid::kRadios, QStringLiteral("RadioFrequencys"))
+        || !waitFor(SimConnectReply::Radios))
+    {
+        log(Line(QStringLiteral("Get Radio Frequencys failed")), loglevel::kError);
+        return simresult::kCallFailed;
+    }
+    radios = m_answers.radios;
+    return simresult::kNone;
+}
+
+int FsInterfaceSimConnect::SetAircraftPayload(const aviation::structs::AircraftPayload& payload)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    int number = 0;
+    for (const auto& station : payload.stations) {
+        if (!m_client->setPayloadWeight(++number, static_cast<double>(station.weight))) {
+            return simresult::kCallFailed;
+        }
+    }
+    return simresult::kNone;
+}
+
+int FsInterfaceSimConnect::SetAircraftFuel(const aviation::structs::AircraftFuel& fuel)
+{
+    constexpr double kPercent = 100.0;
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    std::array<double, kSimConnectTanks> levels = {};
+    for (std::size_t slot = 0; slot < levels.size(); ++slot) {
+        const std::int32_t id = SimConnectTankId(slot);
+        const auto tank =
+            std::find_if(fuel.tanks.begin(), fuel.tanks.end(),
+                         [id](const aviation::structs::FuelTank& each) { return each.id == id; });
+        if (tank != fuel.tanks.end() && tank->capacity != 0.0) {
+            levels[slot] = tank->level / kPercent;
+        }
+    }
+    return m_client->setFuelLevels(levels) ? simresult::kNone : simresult::kCallFailed;
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "sim/FsInterfaceBase.h"
+#include "sim/FsInterfaceExtras.h"
+#include "sim/SimConnectClient.h"
+
+#include <memory>
+
+class SimulatorClients;
+class StopFlag;
+
+/// FSX and its successors through SimConnect. Requests go out, and their answers are fetched by
+/// polling for half a second at most. An operation of an object that isn't connected gives
+/// simresult::kNotConnected.
+class FsInterfaceSimConnect final : public FsInterfaceBase, public SimConnectOperations
+{
+    Q_OBJECT
+public:
+    /// The library is loaded by the first Connect, also from `simulatorFolder`, which may be empty.
+    /// `clients` and `stop` outlive the object.
+    FsInterfaceSimConnect(SimulatorClients& clients, QString simulatorFolder, const StopFlag& stop,
+                          QObject* parent = nullptr);
+    ~FsInterfaceSimConnect() override;
+
+    int Connect() override;
+    int Disconnect() override;
+    int ClearWeather() override;
+    /// `id` stays when the simulator's version isn't known here.
+    int GetFsVersion(aviation::FsId& id, QString& name) override;
+    int GetInterface(int& id, QString& name) override;
+    /// Cut to 1023 bytes.
+    int SendText(const std::string& text, int seconds) override;
+    int GetAircraftData(aviation::structs::AircraftData& data) override;
+    /// 0 also without an answer; the list stays then.
+    int GetAircraftPayload(aviation::structs::AircraftPayload& payload) override;
+    int SetAircraftPayload(const aviation::structs::AircraftPayload& payload) override;
+    /// 0 also without an answer; the list stays then.
+    int GetAircraftFuel(aviation::structs::AircraftFuel& fuel) override;
+    int SetAircraftFuel(const aviation::structs::AircraftFuel& fuel) override;
+    /// A text of 1024 or more bytes is refused.
+    int SetWeatherText(const QString& text) override;
+    int SetWeatherTheme(const std::string& name) override;
+    /// 0 also without an answer; the observation stays then.
+    int GetWeatherAt(QString& observation, double latitude, double longitude) override;
+    int CreateStation(const std::string& icao, const std::string& name, float latitude,
+                      float longitude, float elevation) override;
+    int GetRadioFrequencys(aviation::structs::RadioFrequencys& radios) override;
+    int LoadFlightPlan(const QString& path) override;
+
+    int SetCustomWeatherMode() override;
+    int GetCloudState(const CloudArea& area, std::vector<std::uint8_t>& map) override;
+
+    /// One dispatch round: fetches one message, if one waits. For the interface that has this one
+    /// as a member.
+    SimConnectReply Dispatch();
+
+private:
+    /// What came last, each whole.
+    struct Answers
+    {
+        aviation::structs::AircraftData aircraft;
+        aviation::structs::AircraftFuel fuel;
+        aviation::structs::AircraftPayload payload;
+        aviation::structs::RadioFrequencys radios;
+        std::vector<std::uint8_t> cloudState;
+    };
+
+    bool openClient();
+    SimConnectReply WaitForMessages();
+    /// True when the wait is over.
+    bool takeReply(SimConnectReply reply);
+    void keepAnswers();
+    /// False when the request couldn't be sent.
+    bool sendRequest(const SimConnectRequest& request, const QString& name);
+    void logSentId(const QString& name);
+    bool waitFor(SimConnectReply awaited);
+    bool isPaused();
+    void sleepUnlessStopped(int milliseconds) const;
+    void log(const QString& text, int level);
+
+    SimulatorClients& m_clients;
+    QString m_simulatorFolder;
+    const StopFlag& m_stop;
+    std::unique_ptr<SimConnectClient> m_client; ///< null until the library was found
+    Answers m_answers;
+    int m_aircraftRequests = 0; ///< since the last pause check
+    bool m_toldFailure = false; ///< told once until the aircraft is read again
+};

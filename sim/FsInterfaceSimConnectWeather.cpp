@@ -1,0 +1,164 @@
+#include "app/base/LogLevel.h"
+#include "sim/FsInterfaceSimConnect.h"
+#include "sim/LogText.h"
+
+#include <QDebug>
+#include <QFile>
+
+using simconnect::kOk;
+using simconnect::Result;
+
+namespace {
+
+/// The simulator takes texts of 1024 bytes with their zero.
+constexpr std::size_t kLongestText = 1023;
+
+/// Cut to the longest text, not within a character.
+std::string CutText(const std::string& utf8)
+{
+    constexpr unsigned kLeadMask = 0xC0;
+    constexpr unsigned kFollower = 0x80;
+    std::size_t length = utf8.size();
+    if (length > kLongestText) {
+        length = kLongestText;
+        while (length > 0 && (static_cast<unsigned char>(utf8[length]) & kLeadMask) == kFollower) {
+            --length;
+        }
+    }
+    return utf8.substr(0, length);
+}
+
+/// For the calls of which only 0 is a success.
+int CodeOf(Result result)
+{
+    return result == kOk ? simresult::kNone : simresult::kCallFailed;
+}
+
+QString ErrorLine(const QString& text)
+{
+    return QStringLiteral("(Interface SimConnect) - error: %1").arg(text);
+}
+
+} // namespace
+
+int FsInterfaceSimConnect::SendText(const std::string& text, int seconds)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    std::string cut = CutText(text);
+    const Result result = m_client->api().SimConnect_Text(
+        m_client->handle(), simconnect::kTextScrollWhite, static_cast<float>(seconds), 0,
+        static_cast<std::uint32_t>(cut.size() + 1), cut.data());
+    if (result == simconnect::kFailed) {
+        log(ErrorLine(m_client->exceptionText()), loglevel::kError);
+        return simresult::kCallFailed;
+    }
+    return simresult::kNone;
+}
+
+int FsInterfaceSimConnect::SetWeatherText(const QString& text)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    log(LogText(text), loglevel::kDebug);
+    const std::string narrow = text.toStdString();
+    if (narrow.size() > kLongestText) {
+        log(ErrorLine(QStringLiteral("an observation of %1 characters is too long, at most %2")
+                          .arg(narrow.size())
+                          .arg(kLongestText)),
+            loglevel::kError);
+        return simresult::kCallFailed;
+    }
+    const Result result =
+        m_client->api().SimConnect_WeatherSetObservation(m_client->handle(), 0, narrow.c_str());
+    if (Dispatch() == SimConnectReply::Exception) {
+        log(ErrorLine(m_client->exceptionText()), loglevel::kError);
+    }
+    return result == simconnect::kFailed ? simresult::kCallFailed : simresult::kNone;
+}
+
+int FsInterfaceSimConnect::SetCustomWeatherMode()
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    return CodeOf(m_client->api().SimConnect_WeatherSetModeCustom(m_client->handle()));
+}
+
+int FsInterfaceSimConnect::ClearWeather()
+{
+    const int theme = SetWeatherTheme({});
+    const int custom = SetCustomWeatherMode();
+    return theme != simresult::kNone ? theme : custom;
+}
+
+int FsInterfaceSimConnect::SetWeatherTheme(const std::string& name)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    const QString theme = QString::fromStdString(name);
+    qDebug().noquote() << QStringLiteral("set weather ") + theme;
+    return CodeOf(m_client->api().SimConnect_WeatherSetModeTheme(
+        m_client->handle(), QFile::encodeName(theme).constData()));
+}
+
+int FsInterfaceSimConnect::GetWeatherAt(QString& observation, double latitude, double longitude)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    const Result result = m_client->api().SimConnect_WeatherRequestObservationAtNearestStation(
+        m_client->handle(), simconnectid::kObservationRequest, static_cast<float>(latitude),
+        static_cast<float>(longitude));
+    if (result == kOk && Dispatch() == SimConnectReply::Observation) {
+        observation = m_client->observation();
+    }
+    return CodeOf(result);
+}
+
+int FsInterfaceSimConnect::CreateStation(const std::string& icao, const std::string& name,
+                                         float latitude, float longitude, float elevation)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    const Result result = m_client->api().SimConnect_WeatherCreateStation(
+        m_client->handle(), simconnectid::kStationRequest, icao.c_str(), name.c_str(), latitude,
+        longitude, elevation);
+    return result > kOk ? simresult::kNotCreated : simresult::kNone; // deliberately not below 0
+}
+
+int FsInterfaceSimConnect::GetCloudState(const CloudArea& area, std::vector<std::uint8_t>& map)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    const Result result = m_client->api().SimConnect_WeatherRequestCloudState(
+        m_client->handle(), simconnectid::kCloudRequest, static_cast<float>(area.lower.latitude()),
+        static_cast<float>(area.lower.longitude()), static_cast<float>(area.lowerAltitude),
+        static_cast<float>(area.upper.latitude()), static_cast<float>(area.upper.longitude()),
+        static_cast<float>(area.upperAltitude), 0);
+    if (result != kOk) {
+        return simresult::kCloudRequest;
+    }
+    logSentId(QStringLiteral("Cloud state"));
+    if (WaitForMessages() != SimConnectReply::CloudState) {
+        log(QStringLiteral("(Interface SimConnect) - Get cloud state failed"), loglevel::kError);
+        return simresult::kCallFailed;
+    }
+    map = m_answers.cloudState;
+    return simresult::kCloudReply;
+}
+
+int FsInterfaceSimConnect::LoadFlightPlan(const QString& path)
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    const Result result = m_client->api().SimConnect_FlightPlanLoad(
+        m_client->handle(), QFile::encodeName(path).constData());
+    return result == simconnect::kFailed ? simresult::kCallFailed : simresult::kNone;
+}

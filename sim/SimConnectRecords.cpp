@@ -1,0 +1,293 @@
+#include "sim/SimConnectRecords.h"
+
+#include "aviation/Units.h"
+#include "aviation/support/Clock.h"
+#include "sim/SimConnectDefinitions.h"
+
+#include <QDateTime>
+#include <QTextCodec>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <ctime>
+#include <limits>
+
+namespace simconnectdata {
+
+namespace {
+
+constexpr double kPercent = 100.0;
+
+/// Takes packed values one after the other; zeros behind the end.
+class PackedReader
+{
+public:
+    PackedReader(const char* data, std::size_t size) : m_data(data), m_left(size) {}
+
+    std::int32_t int32() { return take<std::int32_t>(); }
+    std::int64_t int64() { return take<std::int64_t>(); }
+    double float64() { return finite(take<double>()); }
+    float float32() { return finite(take<float>()); }
+    QString text(simconnect::DataType type)
+    {
+        const std::size_t size = std::min(SimConnectDatumSize(type), m_left);
+        QString text = Text(m_data, size);
+        skip(size);
+        return text;
+    }
+
+private:
+    template <typename Number>
+    static Number finite(Number number)
+    {
+        return std::isfinite(number) ? number : Number();
+    }
+    template <typename Value>
+    Value take()
+    {
+        Value value = {};
+        const std::size_t size = std::min(sizeof value, m_left);
+        if (size == sizeof value) {
+            std::memcpy(&value, m_data, size);
+        }
+        skip(size);
+        return value;
+    }
+    void skip(std::size_t size)
+    {
+        m_data += size;
+        m_left -= size;
+    }
+
+    const char* m_data;
+    std::size_t m_left;
+};
+
+/// Conversions of finite numbers that are brought into the range of their result.
+template <typename Integer>
+Integer Truncated(double number)
+{
+    static_assert(sizeof(Integer) <= sizeof(std::int32_t)); // limits that a double holds exactly
+    return static_cast<Integer>(
+        std::clamp(number, static_cast<double>(std::numeric_limits<Integer>::min()),
+                   static_cast<double>(std::numeric_limits<Integer>::max())));
+}
+
+float Single(double number)
+{
+    constexpr auto kLargest = static_cast<double>(std::numeric_limits<float>::max());
+    return static_cast<float>(std::clamp(number, -kLargest, kLargest));
+}
+
+/// Finite for every finite number.
+double Times(double number, double factor)
+{
+    const double largest = std::numeric_limits<double>::max() / factor;
+    return std::clamp(number, -largest, largest) * factor;
+}
+
+/// Single precision on purpose: 118.1 is 11810 in it and 11809 in double precision.
+std::uint16_t Scaled(float number, float factor)
+{
+    constexpr float kLargest = std::numeric_limits<std::uint16_t>::max();
+    return static_cast<std::uint16_t>(std::clamp(number * factor, 0.0F, kLargest));
+}
+
+/// Deliberately by this computer's calendar: its time now with the simulator's date at hour and
+/// minute 0, with the seconds and the daylight saving of now, plus the zulu seconds.
+std::int64_t SimTime(const AircraftVariables& variables)
+{
+    constexpr int kFirstYear = 1900;
+    constexpr int kLastYear = 9999;
+    constexpr std::int64_t kDay = 86400;
+    const QDateTime now = QDateTime::fromSecsSinceEpoch(aviation::Clock::Current().NowSeconds());
+    std::tm date = {};
+    date.tm_sec = now.time().second();
+    date.tm_mday = std::clamp(variables.zuluDay, 1, 31);
+    date.tm_mon = std::clamp(variables.zuluMonth, 1, 12) - 1;
+    date.tm_year = std::clamp(variables.zuluYear, kFirstYear, kLastYear) - kFirstYear;
+    date.tm_isdst = now.isDaylightTime() ? 1 : 0;
+    return std::mktime(&date) + std::clamp<std::int64_t>(variables.zuluSeconds, 0, kDay);
+}
+
+void FillDetail(const AircraftVariables& variables, aviation::structs::AircraftDetail& detail)
+{
+    detail.name = variables.title.toStdWString();
+    detail.type = variables.type.toStdWString();
+    detail.registration = variables.registration.toStdWString();
+    detail.code = variables.model.toStdWString();
+    detail.airline = variables.airline.toStdWString();
+    detail.fuelFlow = static_cast<float>(variables.fuelFlow);
+    detail.emptyWeight = variables.emptyWeight;
+    detail.maxGrossWeight = variables.maxGrossWeight;
+}
+
+void FillState(const AircraftVariables& variables, aviation::structs::AircraftState& state)
+{
+    state.onGround = variables.onGround != 0;
+    state.parkingBrake = variables.parkingBrake != 0.0;
+    state.engineOff = variables.combustion == 0.0;
+    state.landingLight = variables.landingLight != 0.0;
+    state.doorOpen = std::any_of(variables.exits.begin(), variables.exits.end(),
+                                 [](double exit) { return exit != 0.0; });
+}
+
+aviation::Position Place(double latitude, double longitude)
+{
+    constexpr double kLargestLatitude = 90.0;
+    constexpr double kLargestLongitude = 360.0;
+    if (std::abs(latitude) > kLargestLatitude || std::abs(longitude) > kLargestLongitude) {
+        return {};
+    }
+    return {latitude, longitude};
+}
+
+/// With a blank in front of the numbers of the last two, other than FuelTankName.
+std::wstring TankName(std::int32_t id)
+{
+    constexpr std::int32_t kExternal1 = 10;
+    constexpr std::int32_t kExternal2 = 11;
+    switch (id) {
+    case kExternal1:
+        return L"External 1";
+    case kExternal2:
+        return L"External 2";
+    default:
+        return aviation::structs::FuelTankName(id);
+    }
+}
+
+} // namespace
+
+std::int32_t Whole(double number)
+{
+    return Truncated<std::int32_t>(number);
+}
+
+QString Text(const char* bytes, std::size_t size)
+{
+    constexpr int kUtf8Mib = 106;
+    const int length = static_cast<int>(
+        std::find(bytes, bytes + std::min<std::size_t>(size, std::numeric_limits<int>::max()), '\0')
+        - bytes);
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    const QString text = QTextCodec::codecForMib(kUtf8Mib)->toUnicode(bytes, length, &state);
+    const bool isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
+    return isUtf8 ? text : QString::fromLatin1(bytes, length);
+}
+
+AircraftVariables ReadAircraft(const char* data)
+{
+    using simconnect::DataType;
+    PackedReader reader(data, SimConnectAircraftDefinition().packedSize());
+    AircraftVariables read = {};
+    for (double* const number :
+         {&read.altitude, &read.latitude, &read.longitude, &read.heightAgl, &read.tas,
+          &read.groundSpeed, &read.verticalSpeed, &read.windDirection, &read.windSpeed,
+          &read.temperature, &read.magneticVariation, &read.visibility, &read.heading})
+    {
+        *number = reader.float64();
+    }
+    read.onGround = reader.int32();
+    read.inCloud = reader.int32();
+    read.parkingBrake = reader.float64();
+    read.combustion = reader.float64();
+    read.landingLight = reader.float64();
+    for (double& exit : read.exits) {
+        exit = reader.float64();
+    }
+    read.title = reader.text(DataType::String256);
+    read.type = reader.text(DataType::String32);
+    read.registration = reader.text(DataType::String32);
+    read.model = reader.text(DataType::String32);
+    read.airline = reader.text(DataType::String64);
+    read.flightNumber = reader.text(DataType::String32);
+    read.fuelFlow = reader.int32();
+    read.emptyWeight = reader.float32();
+    read.maxGrossWeight = reader.float32();
+    read.totalWeight = reader.float32();
+    read.zuluSeconds = reader.int64();
+    read.zuluDay = reader.int32();
+    read.zuluMonth = reader.int32();
+    read.zuluYear = reader.int32();
+    return read;
+}
+
+aviation::structs::AircraftData AircraftOf(const AircraftVariables& variables)
+{
+    constexpr float kNoGust = -1.0F;
+    constexpr double kMetresPerKilometre = 1000.0;
+    constexpr double kHalfTurn = 180.0;
+    aviation::structs::AircraftData aircraft;
+    FillState(variables, aircraft);
+    FillDetail(variables, aircraft);
+    aircraft.position = Place(variables.latitude, variables.longitude);
+    aircraft.heightAgl = Whole(variables.heightAgl);
+    aircraft.altitude = Whole(variables.altitude);
+    aircraft.tas = Whole(variables.tas);
+    aircraft.groundSpeed = Whole(variables.groundSpeed);
+    aircraft.heading = Times(variables.heading, kHalfTurn) / aviation::kPi;
+    aircraft.verticalSpeed = Whole(FeetPerMinute(variables));
+    aircraft.wind = {Single(variables.windDirection), Single(variables.windSpeed), kNoGust, 0.0F};
+    aircraft.temperature = Single(variables.temperature);
+    aircraft.visibility = Single(std::trunc(variables.visibility / kMetresPerKilometre));
+    aircraft.magneticVariation = Single(variables.magneticVariation);
+    aircraft.totalWeight = variables.totalWeight;
+    aircraft.simTime = SimTime(variables);
+    return aircraft;
+}
+
+double FeetPerMinute(const AircraftVariables& variables)
+{
+    constexpr double kSecondsPerMinute = 60.0;
+    return Times(variables.verticalSpeed, kSecondsPerMinute);
+}
+
+aviation::structs::AircraftFuel ReadFuel(const char* data)
+{
+    PackedReader reader(data, SimConnectFuelDefinition().packedSize());
+    aviation::structs::AircraftFuel fuel;
+    for (std::size_t slot = 0; slot < kSimConnectTanks; ++slot) {
+        const std::int32_t id = SimConnectTankId(slot);
+        const double level = Times(reader.float64(), kPercent);
+        const double capacity = reader.float64();
+        if (capacity > 0.0) {
+            fuel.tanks.push_back({TankName(id), id, level, capacity});
+        }
+    }
+    fuel.fuelWeight = reader.float64();
+    return fuel;
+}
+
+aviation::structs::AircraftPayload ReadPayload(const char* data)
+{
+    PackedReader reader(data, SimConnectPayloadDefinition().packedSize());
+    const int count = std::clamp(reader.int32(), 0, kSimConnectStations);
+    aviation::structs::AircraftPayload payload;
+    for (int station = 0; station < count; ++station) {
+        const QString name = reader.text(simconnect::DataType::String256);
+        const auto weight = static_cast<float>(reader.int32());
+        payload.stations.emplace_back(name.toStdWString(), weight, 0.0F, 0);
+    }
+    return payload;
+}
+
+aviation::structs::RadioFrequencys ReadRadios(const char* data)
+{
+    constexpr float kPerMegahertz = 100.0F;
+    constexpr float kPerAdfUnit = 10.0F;
+    PackedReader reader(data, SimConnectRadioDefinition().packedSize());
+    aviation::structs::RadioFrequencys radios;
+    for (std::uint16_t* const frequency :
+         {&radios.comm1active, &radios.comm1standby, &radios.comm2active, &radios.comm2standby,
+          &radios.nav1active, &radios.nav1standby, &radios.nav2active, &radios.nav2standby})
+    {
+        *frequency = Scaled(reader.float32(), kPerMegahertz);
+    }
+    radios.adf = Scaled(reader.float32(), kPerAdfUnit);
+    radios.transponder = Truncated<std::uint16_t>(reader.int32());
+    return radios;
+}
+
+} // namespace simconnectdata

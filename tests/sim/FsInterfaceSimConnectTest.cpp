@@ -1,0 +1,464 @@
+#include "sim/FsInterfaceSimConnect.h"
+
+#include "app/base/LogLevel.h"
+#include "app/base/StopFlag.h"
+#include "aviation/Units.h"
+#include "tests/sim/ScriptedSimConnect.h"
+#include "tests/sim/SimConnectAnswers.h"
+#include "tests/support/FakeClock.h"
+
+#include <QDateTime>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+using namespace answers;
+using simconnect::kFailed;
+
+namespace {
+
+constexpr auto kWrongArgument = static_cast<simconnect::Result>(0x80070057U);
+
+class SimConnectTest : public ::testing::Test
+{
+protected:
+    SimConnectTest()
+    {
+        QObject::connect(&sim, &FsInterfaceBase::sigDebugString, &sim,
+                         [this](const QString& text, int level) {
+                             log << QString::number(level) + QLatin1Char(' ') + text;
+                         });
+    }
+    void connectSimulator()
+    {
+        script.messages.push_back(openMessage());
+        ASSERT_EQ(sim.Connect(), 0);
+        script.calls.clear();
+    }
+    /// Messages that come when a call begins like this.
+    void answerTo(const std::string& start, std::vector<Bytes> messages)
+    {
+        script.onCall = [this, start, messages](const std::string& call) {
+            if (call.rfind(start, 0) == 0) {
+                script.messages.insert(script.messages.end(), messages.begin(), messages.end());
+            }
+        };
+    }
+    bool said(const char* line) const { return log.contains(QString::fromLatin1(line)); }
+
+    FakeClock clock{2026, 7, 15, 10, 20, 33};
+    StopFlag stop;
+    SimConnectScript script;
+    ScriptedClients clients{script};
+    FsInterfaceSimConnect sim{clients, QStringLiteral("folder"), stop};
+    QStringList log;
+};
+
+} // namespace
+
+TEST_F(SimConnectTest, FailuresOfConnect)
+{
+    const struct
+    {
+        const char* problem;
+        const char* failing;
+        simconnect::Result result;
+        const char* line;
+        int closes;
+    } rows[] = {
+        {"No <library>.", "-", kFailed, "No &lt;library&gt;.", 0},
+        {"", "Open", kFailed, "Connect HRESULT FAILED", 0},
+        {"", "Open", kWrongArgument, "Connect HRESULT FAILED", 0},
+        {"", "Define 7 TRANSPONDER", kFailed, "Init HRESULT FAILED", 1},
+        {"", "Subscribe 1", kFailed, "Init HRESULT FAILED", 1},
+    };
+    for (const auto& row : rows) {
+        log.clear();
+        script.calls.clear();
+        clients.problem = row.problem;
+        script.results = {{row.failing, row.result}};
+        EXPECT_EQ(sim.Connect(), simresult::kNotConnected) << row.failing;
+        EXPECT_TRUE(said((std::string("3 (Interface SimConnect) - ") + row.line).c_str()));
+        EXPECT_EQ(script.count("Close"), row.closes) << row.failing;
+        EXPECT_EQ(sim.SetWeatherText(QStringLiteral("x")), simresult::kNotConnected);
+    }
+    EXPECT_EQ(clients.folder, "folder");
+    stop.raise();
+    script.results.clear();
+    EXPECT_EQ(sim.Connect(), simresult::kNotConnected);
+}
+
+TEST_F(SimConnectTest, ConnectDefinesAndTakesTheOpenMessage)
+{
+    script.messages = {exceptionMessage(24), exceptionMessage(99), openMessage("A <b>\xE4")};
+    EXPECT_EQ(sim.Connect(), 0);
+    EXPECT_EQ(clock.sleptMs(), 1000 + 2 * 50);
+    EXPECT_TRUE(said("3 (Interface SimConnect) - ***** SIMCONNECT_EXCEPTION_OPERATION_INVALID_FOR_"
+                     "OJBECT_TYPE EXCEPTION=24  SendID=9  Index=-1  cbData=24"));
+    EXPECT_EQ(log.filter(QStringLiteral("***** unknow EXCEPTION=99  SendID=9")).size(), 1);
+    EXPECT_EQ(log.last(),
+              QStringLiteral("1 (Interface SimConnect) - Open: AppName=\"A &lt;b&gt;\u00E4\"  "
+                             "AppVersion=10.0.0.0  SimConnectVersion=0.0.0.7"));
+    const std::pair<std::size_t, const char*> rows[] = {
+        {0, "Open FSInterface"},
+        {35, "Define 0 ZULU TIME|Seconds|2"},
+        {46, "Define 1 FUEL TANK LEFT MAIN CAPACITY|Gallons|4"},
+        {173, "Define 3 PAYLOAD STATION WEIGHT:50|Pounds|1"},
+        {183, "Define 7 TRANSPONDER CODE:1|BCO16|1"},
+        {187, "Subscribe 1 SimStop"},
+    };
+    ASSERT_EQ(script.calls.size(), 188U);
+    for (const auto& [at, call] : rows) {
+        EXPECT_EQ(script.calls[at], call);
+    }
+    EXPECT_EQ(sim.Connect(), simresult::kAlreadyConnected);
+    EXPECT_EQ(sim.Disconnect(), 0);
+    EXPECT_EQ(script.calls.back(), "Close");
+}
+
+TEST_F(SimConnectTest, KnowsTheSimulatorsByTheirVersion)
+{
+    const std::map<std::uint32_t, int> rows{{1, 77}, {2, 4},  {3, 5},   {4, 6},   {5, 10},
+                                            {6, 10}, {10, 3}, {11, 12}, {12, 77}, {0xFFFFFFFF, 77}};
+    for (const auto& [version, expected] : rows) {
+        sim.Disconnect();
+        script.messages = {openMessage("The Sim", version)};
+        ASSERT_EQ(sim.Connect(), 0);
+        aviation::FsId id = 77;
+        QString name;
+        EXPECT_EQ(sim.GetFsVersion(id, name), 0);
+        EXPECT_EQ(id, expected) << version;
+        EXPECT_EQ(name, QStringLiteral("The Sim"));
+    }
+}
+
+TEST_F(SimConnectTest, ReadsAnAircraft)
+{
+    connectSimulator();
+    Numbers numbers{{"AMBIENT VISIBILITY", 9999}, {"GENERAL ENG COMBUSTION:1", 0},
+                    {"ZULU TIME", 3600},          {"ZULU DAY OF MONTH", 10},
+                    {"ZULU MONTH OF YEAR", 1},    {"ZULU YEAR", 2025}};
+    Texts texts{{"TITLE", std::string(256, 'T')}, {"ATC ID", "D-\xC3\x84"}, {"ATC MODEL", "B\xE4"}};
+    double next = 0.75; // every other variable has a number of its own, in the order of the data
+    for (const SimConnectDatum& datum : SimConnectAircraftDefinition().data) {
+        numbers.emplace(datum.name, next++);
+        texts.emplace(datum.name, datum.name);
+    }
+    answerTo("Request 0 0 1", {aircraftAnswer(numbers, texts)});
+    aviation::structs::AircraftData data;
+    ASSERT_EQ(sim.GetAircraftData(data), 0);
+    EXPECT_TRUE(said("0 Request Aircraft, SentId: 42"));
+    EXPECT_EQ(data.position, aviation::Position(1.75, 2.75));
+    const std::vector<std::int32_t> whole{data.altitude,    data.heightAgl,     data.tas,
+                                          data.groundSpeed, data.verticalSpeed, data.landingRate};
+    EXPECT_EQ(whole, (std::vector<std::int32_t>{0, 3, 4, 5, 405, 0}));
+    const std::vector<float> single{data.wind.Dir,    data.wind.Speed,        data.wind.Gust,
+                                    data.temperature, data.magneticVariation, data.visibility,
+                                    data.fuelFlow,    data.emptyWeight,       data.maxGrossWeight,
+                                    data.totalWeight};
+    EXPECT_EQ(single, (std::vector<float>{7.75F, 8.75F, -1.0F, 9.75F, 10.75F, 9.0F, 30.0F, 31.75F,
+                                          32.75F, 33.75F}));
+    EXPECT_DOUBLE_EQ(data.heading, 12.75 * 180.0 / aviation::kPi);
+    EXPECT_TRUE(data.engineOff && data.parkingBrake && data.doorOpen && data.onGround
+                && data.landingLight);
+    EXPECT_EQ(data.name, std::wstring(256, L'T'));
+    EXPECT_EQ(data.registration + data.code + data.type + data.airline,
+              L"D-\u00C4B\u00E4ATC TYPEATC AIRLINE");
+    const QDateTime now(QDate(2026, 7, 15), QTime(10, 20, 33), Qt::UTC);
+    const qint64 midnight = QDateTime(QDate(2025, 1, 10), QTime(0, 0, 33)).toSecsSinceEpoch();
+    const qint64 summer = now.toLocalTime().isDaylightTime() ? 3600 : 0;
+    EXPECT_EQ(data.simTime, midnight - summer + 3600);
+}
+
+TEST_F(SimConnectTest, OddNumbersStayWithinTheirFields)
+{
+    connectSimulator();
+    using Limits = std::numeric_limits<double>;
+    constexpr auto kSmallest = std::numeric_limits<std::int32_t>::min();
+    constexpr auto kLargest = std::numeric_limits<std::int32_t>::max();
+    const std::pair<double, std::int32_t> rows[] = {
+        {Limits::quiet_NaN(), 0}, {Limits::infinity(), 0}, {1e308, kLargest}, {-1e308, kSmallest}};
+    for (const auto& [number, altitude] : rows) {
+        Numbers all{
+            {"ZULU YEAR", kSmallest}, {"ZULU MONTH OF YEAR", kSmallest}, {"ZULU TIME", -9e18}};
+        for (const SimConnectDatum& datum : SimConnectAircraftDefinition().data) {
+            if (datum.type == DataType::Float64) {
+                all[datum.name] = number;
+            }
+        }
+        answerTo("Request", {aircraftAnswer(all)});
+        aviation::structs::AircraftData data;
+        ASSERT_EQ(sim.GetAircraftData(data), 0);
+        EXPECT_EQ(data.altitude, altitude);
+        EXPECT_TRUE(std::isfinite(data.heading) && std::isfinite(data.visibility));
+        EXPECT_EQ(data.doorOpen, std::isfinite(number));
+        EXPECT_FALSE(data.position.isKnown());
+    }
+}
+
+TEST_F(SimConnectTest, LandingRateAppearsOnce)
+{
+    connectSimulator();
+    const struct
+    {
+        double feetPerSecond;
+        double onGround;
+        int landingRate;
+    } rows[] = {{-1.5, 1, 0}, {-4.0, 0, 0}, {-2.5, 0, 0}, {-0.1, 1, -150}, {-3.0, 1, 0},
+                {0.0, 0, 0},  {-9.0, 1, 0}, {5.0, 0, 0},  {0.0, 1, 300}};
+    for (const auto& row : rows) {
+        answerTo("Request", {aircraftAnswer({{"VERTICAL SPEED", row.feetPerSecond},
+                                             {"SIM ON GROUND", row.onGround}})});
+        aviation::structs::AircraftData data;
+        ASSERT_EQ(sim.GetAircraftData(data), 0);
+        EXPECT_EQ(data.landingRate, row.landingRate) << row.feetPerSecond;
+    }
+}
+
+TEST_F(SimConnectTest, PauseIsCheckedAtEveryEleventhRequest)
+{
+    connectSimulator();
+    std::uint32_t state = 1;
+    script.onCall = [&](const std::string& call) {
+        if (call.rfind("Request", 0) == 0) {
+            script.messages.push_back(aircraftAnswer());
+        } else if (call == "State 10 Sim") {
+            script.messages.push_back(stateMessage(state));
+        }
+    };
+    aviation::structs::AircraftData data;
+    for (int request = 0; request < 22; ++request) {
+        EXPECT_EQ(sim.GetAircraftData(data), 0);
+        EXPECT_EQ(script.count("State"), request < 11 ? 1 : 2) << request;
+    }
+    for (const std::uint32_t paused : {0U, 2U, 0U}) { // asked at each request then
+        state = paused;
+        data.altitude = 77;
+        EXPECT_EQ(sim.GetAircraftData(data), simresult::kPaused);
+        EXPECT_EQ(data.altitude, 77);
+    }
+    state = 1;
+    EXPECT_EQ(sim.GetAircraftData(data), 0);
+}
+
+TEST_F(SimConnectTest, AnswersToAnAircraftRequest)
+{
+    connectSimulator();
+    const SimConnectRequest otherDefinition{0, 1};
+    const Bytes other = answer(otherDefinition, SimConnectAircraftDefinition());
+    const char* const kFailedLine = "3 (Interface SimConnect) - Get Aircraft Data failed";
+    const char* const kDispatchLine = "3 (Interface SimConnect) - Dispatch HRESULT FAILED";
+    const std::vector<Bytes> cutMessages{cut(stateMessage(0)), cut(exceptionMessage(1)),
+                                         cut(openMessage()), cut(cloudMessage(0, 0)),
+                                         cut(aircraftAnswer(), 669)};
+    const struct
+    {
+        std::vector<Bytes> messages;
+        int result;
+        int waits; ///< of 50 ms
+        const char* line;
+    } rows[] = {
+        {{}, 8, 10, kFailedLine},
+        {{cut(aircraftAnswer()), other, Bytes(12), Bytes(300, '\x04')}, 8, 10, nullptr},
+        {{stateMessage(0)}, 19, 0, nullptr},
+        {{stateMessage(0, 11), stateMessage(1)}, 8, 10, nullptr},
+        {cutMessages, 8, 10, kFailedLine},
+        {{cloudMessage(4096, 4096)}, 20, 0, nullptr},
+        {{cloudMessage(4096, 4095), cloudMessage(9, 9, 5)}, 8, 10, nullptr},
+        {{openMessage()}, 8, 0, nullptr},
+        {{exceptionMessage(1)}, 8, 10, kFailedLine},
+        {std::vector<Bytes>(10, Bytes(5)), 8, 10, kDispatchLine},
+    };
+    int index = 0;
+    for (const auto& row : rows) {
+        aviation::structs::AircraftData data;
+        answerTo("Request", {aircraftAnswer()});
+        ASSERT_EQ(sim.GetAircraftData(data), 0);
+        data = {};
+        log.clear();
+        answerTo("Request", row.messages);
+        const std::int64_t before = clock.sleptMs();
+        EXPECT_EQ(sim.GetAircraftData(data), row.result) << index;
+        EXPECT_EQ(clock.sleptMs() - before, row.waits * 50) << index;
+        EXPECT_TRUE(row.line == nullptr || said(row.line)) << index;
+        EXPECT_EQ(data.name, L"unknown") << index;
+        EXPECT_EQ(log.filter(QStringLiteral("EXCEPTION")).size(), index == 8 ? 1 : 0) << index;
+        ++index;
+    }
+    log.clear();
+    aviation::structs::AircraftData data;
+    EXPECT_EQ(sim.GetAircraftData(data), simresult::kCallFailed);
+    EXPECT_FALSE(said(kFailedLine)) << "once until the aircraft is read again";
+}
+
+TEST_F(SimConnectTest, ListsTanksWithACapacity)
+{
+    connectSimulator();
+    answerTo("Request 1 1", {exceptionMessage(3), aircraftAnswer(),
+                             answer(simconnectid::kFuel, SimConnectFuelDefinition(),
+                                    {{"FUEL TANK LEFT TIP LEVEL", 0.5},
+                                     {"FUEL TANK LEFT TIP CAPACITY", 30.0},
+                                     {"FUEL TANK CENTER2 LEVEL", 0.25},
+                                     {"FUEL TANK EXTERNAL1 LEVEL", 1e308},
+                                     {"FUEL TANK EXTERNAL1 CAPACITY", 0.1},
+                                     {"FUEL TANK EXTERNAL2 CAPACITY", -1.0}})});
+    aviation::structs::AircraftFuel fuel;
+    ASSERT_EQ(sim.GetAircraftFuel(fuel), 0);
+    ASSERT_EQ(fuel.tanks.size(), 2U);
+    EXPECT_EQ(fuel.tanks[0].name + fuel.tanks[1].name, L"Left TipExternal 1");
+    EXPECT_EQ(fuel.tanks[0].level, 50.0);
+    EXPECT_TRUE(std::isfinite(fuel.tanks[1].level));
+
+    fuel.tanks = {{L"dry", 4, 80.0, 0.0}, {L"", 1, 50.0, 30.0}};
+    ASSERT_EQ(sim.SetAircraftFuel(fuel), 0);
+    std::array<double, 11> levels = {};
+    ASSERT_EQ(script.lastData.size(), sizeof levels);
+    std::memcpy(levels.data(), script.lastData.data(), sizeof levels);
+    EXPECT_EQ(levels, (std::array<double, 11>{0, 0, 0, 0, 0, 0.5}));
+
+    answerTo("Request", {});
+    const std::int64_t before = clock.sleptMs();
+    EXPECT_EQ(sim.GetAircraftFuel(fuel), 0);
+    EXPECT_EQ(fuel.tanks.size(), 2U);
+    EXPECT_EQ(clock.sleptMs() - before, 5 * 10 * 50);
+}
+
+TEST_F(SimConnectTest, PayloadStations)
+{
+    connectSimulator();
+    aviation::structs::AircraftPayload payload;
+    for (const auto& [count, expected] : {std::pair(-5, 0U), std::pair(51, 50U), std::pair(2, 2U)})
+    {
+        answerTo("Request 2 3",
+                 {answer(simconnectid::kPayload, SimConnectPayloadDefinition(),
+                         {{"PAYLOAD STATION COUNT", count}, {"PAYLOAD STATION WEIGHT:2", 170}},
+                         {{"PAYLOAD STATION NAME:2", std::string(256, 'p')}})});
+        ASSERT_EQ(sim.GetAircraftPayload(payload), 0);
+        ASSERT_EQ(payload.stations.size(), expected) << count;
+    }
+    EXPECT_EQ(payload.stations[1].name, std::wstring(256, L'p'));
+    EXPECT_EQ(payload.stations[1].maxWeight, 170.0F);
+    EXPECT_EQ(payload.stations[1].weight, 0.0F);
+    for (const char* const failing : {"Define 5", "Set 5"}) {
+        script.calls.clear();
+        script.results = {{failing, kFailed}};
+        EXPECT_EQ(sim.SetAircraftPayload(payload), simresult::kCallFailed);
+        EXPECT_EQ(script.count("Define 5"), 1);
+        EXPECT_EQ(script.calls.back(), "Undefine 5");
+    }
+}
+
+TEST_F(SimConnectTest, Radios)
+{
+    connectSimulator();
+    answerTo("Request 9 7", {answer(simconnectid::kRadios, SimConnectRadioDefinition(),
+                                    {{"COM ACTIVE FREQUENCY:1", 118.1},
+                                     {"COM STANDBY FREQUENCY:2", 1e30},
+                                     {"NAV ACTIVE FREQUENCY:2", -3},
+                                     {"ADF ACTIVE FREQUENCY:1", 384.56}})});
+    aviation::structs::RadioFrequencys radios;
+    ASSERT_EQ(sim.GetRadioFrequencys(radios), 0);
+    EXPECT_EQ(radios.comm1active, 11810);
+    EXPECT_EQ(radios.comm2standby, 65535);
+    EXPECT_EQ(radios.nav2active, 0);
+    EXPECT_EQ(radios.adf, 3845);
+    answerTo("Request", {});
+    EXPECT_EQ(sim.GetRadioFrequencys(radios), simresult::kCallFailed);
+}
+
+TEST_F(SimConnectTest, TextsUpToTheirLimit)
+{
+    connectSimulator();
+    EXPECT_EQ(sim.SetWeatherText(QString(1023, QLatin1Char('a'))), 0);
+    EXPECT_EQ(script.count("Observation"), 1);
+    EXPECT_EQ(sim.SetWeatherText(QString(1024, QLatin1Char('a'))), simresult::kCallFailed);
+    EXPECT_EQ(sim.SetWeatherText(QString(512, QChar(0xE4))), simresult::kCallFailed);
+    EXPECT_EQ(script.count("Observation"), 1);
+
+    const std::string full(1022, 'b');
+    for (const auto& [text, bytes] : {std::pair(full + "c", 1024), std::pair(full + "cd", 1024),
+                                      std::pair(full + "\xC3\xA4", 1023)})
+    {
+        EXPECT_EQ(sim.SendText(text, 5), 0);
+        EXPECT_EQ(script.calls.back().substr(0, 10), "Text " + std::to_string(bytes) + " ");
+        EXPECT_EQ(script.calls.back().size(), 9U + static_cast<std::size_t>(bytes));
+    }
+}
+
+TEST_F(SimConnectTest, CodesOfTheCalls)
+{
+    connectSimulator();
+    using Sim = FsInterfaceSimConnect;
+    const auto by = [this](auto operation, auto... arguments) {
+        return std::function<int()>(std::bind_front(operation, &sim, arguments...));
+    };
+    QString observation;
+    std::vector<std::uint8_t> map;
+    const CloudArea area{{50.0, 8.0}, 100, {51.0, 9.0}, 200};
+    const auto setWeather = by(&Sim::SetWeatherText, QStringLiteral("EDDF <1>"));
+    const auto clouds = by(&Sim::GetCloudState, area, std::ref(map));
+    const struct
+    {
+        std::function<int()> operation;
+        const char* call;
+        int ofOther; ///< the call gives 1
+        int ofFailed;
+    } rows[] = {
+        {setWeather, "Observation EDDF <1>", 0, 8},
+        {by(&Sim::SetWeatherTheme, "storm"), "Theme storm", 8, 8},
+        {by(&Sim::ClearWeather), "Theme ", 8, 8},
+        {by(&Sim::ClearWeather), "Custom", 8, 8},
+        {by(&Sim::CreateStation, "ABCD", "n", 1.0F, 2.0F, 3.0F), "Station 7 ABCD", 6, 0},
+        {by(&Sim::GetWeatherAt, std::ref(observation), 50.0, 8.0), "Nearest 5", 8, 8},
+        {clouds, "Clouds 6 50 8 100 51 9 200", 18, 18},
+        {by(&Sim::LoadFlightPlan, QStringLiteral("a.pln")), "Plan a.pln", 0, 8},
+        {by(&Sim::SendText, "hello", 3), "Text 6 hello", 0, 8},
+    };
+    for (const auto& row : rows) {
+        script.results = {{row.call, 1}};
+        EXPECT_EQ(row.operation(), row.ofOther) << row.call;
+        EXPECT_EQ(script.count(row.call), 1) << row.call;
+        script.results = {{row.call, kFailed}};
+        EXPECT_EQ(row.operation(), row.ofFailed) << row.call;
+        script.results.clear();
+        script.calls.clear();
+    }
+    EXPECT_TRUE(said("0 EDDF &lt;1&gt;"));
+    EXPECT_EQ(clouds(), simresult::kCallFailed);
+    EXPECT_TRUE(said("0 Request Cloud state, SentId: 42"));
+    EXPECT_TRUE(said("3 (Interface SimConnect) - Get cloud state failed"));
+    script.messages = {exceptionMessage(14)};
+    EXPECT_EQ(setWeather(), 0);
+    EXPECT_TRUE(said("3 (Interface SimConnect) - error: ***** SIMCONNECT_EXCEPTION_WEATHER_INVALID_"
+                     "METAR EXCEPTION=14  SendID=9  Index=-1  cbData=24"));
+}
+
+TEST_F(SimConnectTest, ObservationsAndCloudsComeBack)
+{
+    connectSimulator();
+    const struct
+    {
+        Bytes message;
+        const char* text;
+    } rows[] = {{observationMessage("EDDF 1&A"), "EDDF 1&A"},
+                {observationMessage(std::string("EDDF\0old", 8)), "EDDF"},
+                {observationMessage(""), ""},
+                {observationMessage("EDDF", 6), "before"},
+                {cut(observationMessage("")), "before"}};
+    for (const auto& row : rows) {
+        answerTo("Nearest", {row.message});
+        QString text = QStringLiteral("before");
+        EXPECT_EQ(sim.GetWeatherAt(text, 50.0, 8.0), 0);
+        EXPECT_EQ(text, QString::fromLatin1(row.text));
+    }
+    answerTo("Clouds", {cloudMessage(5000, 5000)});
+    std::vector<std::uint8_t> map;
+    EXPECT_EQ(sim.GetCloudState({}, map), simresult::kCloudReply);
+    EXPECT_EQ(map, std::vector<std::uint8_t>(4096, 5));
+    stop.raise();
+    EXPECT_EQ(sim.GetCloudState({}, map), simresult::kCallFailed);
+}
