@@ -13,6 +13,7 @@
 #include "tests/support/FakeProcessRunner.h"
 #include "tests/support/FakeUserDialogs.h"
 #include "tools/simulator/Messages.h"
+#include "tools/simulator/SimulatorClientsInMemory.h"
 #include "tools/simulator/SimulatorThread.h"
 #include "tools/wxserver/WeatherServerThread.h"
 #include "weather/output/WeatherWrapper.h"
@@ -23,8 +24,9 @@
 #include <map>
 #include <memory>
 
-/// The real controller, workers and sockets between a stand-in simulator and a weather server, all
-/// on loopback. The window is a double and the clock is advanced by hand.
+/// The real controller, workers, interfaces and sockets between a stand-in simulator and a weather
+/// server. The bridge and the server are on loopback, SimConnect and FSUIPC in memory. The window
+/// is a double and the clock is advanced by hand.
 class ProgramFixture : public SettingsFixture
 {
 protected:
@@ -34,12 +36,12 @@ protected:
     {
         SettingsFixture::SetUp();
         ASSERT_TRUE(server.start());
-        simulator = std::make_unique<simulator::SimulatorThread>(simulatorOptions());
+        simulator =
+            std::make_unique<simulator::SimulatorThread>(simulatorOptions(), clients.model());
         m_port = simulator->startServer();
         ASSERT_NE(m_port, 0);
-        simulator->invoke([](simulator::SimulatorServer& running) {
-            running.flight().jumpTo(simulator::Phase::Cruise);
-        });
+        clients.model().withFlight(
+            [](simulator::SimulatedFlight& flight) { flight.jumpTo(simulator::Phase::Cruise); });
         write(mainFile(), QStringLiteral("[url]\nwxdata1=%1\nwxdata2=%1/second\nfileinfo=%1/\n")
                               .arg(server.url())
                               .toUtf8());
@@ -68,7 +70,7 @@ protected:
 
     void make()
     {
-        interfaces = std::make_unique<SimulatorInterfaces>(*settings, stop, timeouts);
+        interfaces = std::make_unique<SimulatorInterfaces>(*settings, stop, clients, timeouts);
         controller = std::make_unique<Controller>(ControllerParts{
             *settings, view, dialogs, m_random, HostNetwork(), processes, *interfaces, limits});
         timer("timerOneSecond").stop();
@@ -128,6 +130,7 @@ protected:
 
     SteppedClock clock;
     wxserver::WeatherServerThread server;
+    simulator::SimulatorClientsInMemory clients; ///< the simulator; the bridge stands before it
     std::unique_ptr<simulator::SimulatorThread> simulator;
     FakeMainView view;
     FakeUserDialogs dialogs;

@@ -134,7 +134,9 @@ TEST_F(WeatherCycle, UpdatesByTimeByDistanceAndOnRequest)
     EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather), 0) << "on request";
 
     const aviation::Position before = controller->aircraft().position;
-    simulator->invoke([](simulator::SimulatorServer& running) { running.flight().advance(600); });
+    simulator->invoke([](simulator::SimulatorServer& running) {
+        running.model().withFlight([](simulator::SimulatedFlight& flight) { flight.advance(600); });
+    });
     ASSERT_TRUE(wait([this, &before] {
         return controller->aircraft().position.longitude() < before.longitude() - 0.5;
     }));
