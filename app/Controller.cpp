@@ -7,6 +7,8 @@
 #include "app/base/Settings.h"
 #include "app/base/UserDialogs.h"
 #include "aviation/support/Clock.h"
+#include "aviation/support/RandomSource.h"
+#include "dwc/ModelDirectWindControl.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
 #include "weather/output/WeatherWrapper.h"
@@ -35,6 +37,9 @@ Controller::Controller(const ControllerParts& parts, QObject* parent)
     , m_network(parts.network)
     , m_processes(parts.processes)
     , m_limits(parts.limits)
+    , m_directWindRandom(
+          std::make_unique<aviation::SeededRandom>(static_cast<std::uint32_t>(parts.random.Next())))
+    , m_directWind(std::make_unique<ModelDirectWindControl>(m_settings, *m_directWindRandom))
     , currentSource(parts.settings.weatherSource())
 {
     registerSignalTypes();
@@ -122,11 +127,6 @@ void Controller::setFlightPhaseSource(std::function<FlightPhase()> source)
 void Controller::setDestinationSource(std::function<QString()> source)
 {
     m_destination = std::move(source);
-}
-
-void Controller::setDirectWindStep(std::function<void()> step)
-{
-    m_directWindStep = std::move(step);
 }
 
 void Controller::setNavdata(std::unique_ptr<NavdataBase> navdata)
@@ -249,6 +249,13 @@ void Controller::OnRadioChangedByUser(aviation::structs::RadioFrequencys freqs)
 void Controller::OnSendFlightplan(QString filename)
 {
     postConnectJob(Job(connectjob::kLoadFlightPlan, filename));
+}
+
+void Controller::OnRequestCloudsRGB(int range, int tilt)
+{
+    if (m_connectWorker->queuedJobs() < cycle::kMostWaitingJobs) {
+        postConnectJob(Job(connectjob::kCloudMap, QStringLiteral("%1:%2").arg(range).arg(tilt)));
+    }
 }
 
 void Controller::OnTableGribUpdate(aviation::weather::Grib grib)

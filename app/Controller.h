@@ -13,6 +13,7 @@
 #include "aviation/RadioFrequencys.h"
 #include "nav/records/NavdataBase.h"
 
+#include <QHash>
 #include <QHostAddress>
 #include <QMutex>
 #include <QObject>
@@ -25,11 +26,13 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class ConnectWorker;
 class DataPage;
 class FsInterfaceFactory;
 class MainView;
+class ModelDirectWindControl;
 class ProcessRunner;
 class QUdpSocket;
 class Settings;
@@ -96,8 +99,6 @@ public:
     void setFlightPhaseSource(std::function<FlightPhase()> source);
     /// Gives the ICAO of the destination; without one there is none.
     void setDestinationSource(std::function<QString()> source);
-    /// Called once a period while weather is watched, with the worker's aircraft up to date.
-    void setDirectWindStep(std::function<void()> step);
     /// Another source of airports than the built-in one; before OnStart.
     void setNavdata(std::unique_ptr<NavdataBase> navdata);
     /// Makes everything that waits give way, as the destructor does. Callable from any thread;
@@ -134,6 +135,9 @@ public Q_SLOTS:
     void OnProgressBar(qlonglong value, qlonglong total, QString text);
     void OnRadioChangedByUser(aviation::structs::RadioFrequencys freqs);
     void OnSendFlightplan(QString filename);
+    /// Asks the simulator for the clouds around the aircraft: `range` from the middle to a corner
+    /// in NM, `tilt` the height of what is looked at in feet. The answer is sigCloudsRGB.
+    void OnRequestCloudsRGB(int range, int tilt);
     void onDownloadFileInfo();
     void OnDownloadFileInfoFinished(QString filename, int error);
     void OnDownloadFileInfoError(int errNum, QString errStr);
@@ -151,6 +155,8 @@ Q_SIGNALS:
     void sigFinishedJob(int job, QString jobname);
     void sigFinishJobForAircraftEditor(int job, QString jobname, int error);
     void sigIsConnected(int interfaceType);
+    /// Cloud densities as the simulator gives them, row by row; of any length.
+    void sigCloudsRGB(const std::vector<unsigned char>& clouds);
     /// Resources are loaded and the window may be used.
     void sigStarted();
 
@@ -181,6 +187,16 @@ private:
     void exportMetars();
     void searchGribAt(const aviation::Position& position);
 
+    // Direct wind control
+    void UpdateDirectWindControl();
+    void addDirectWindTime();
+    bool searchDirectWindIfDue();
+    void takeDirectWindReports(int error);
+    void sendWindAtAircraft();
+    void sendWindLayers();
+    void showDirectWind(const QString& text);
+    void hideDirectWind();
+
     // Finished jobs of the weather worker
     void showWeatherUpdate();
     void setFsuipcWeather();
@@ -197,6 +213,7 @@ private:
     void handleConnectJob(int jobId, const QString& jobName, int error);
     void handleRecordJob(int jobId);
     void logConnectJob(int jobId, const QString& jobName, int error);
+    int levelOfFault(int jobId, int error) const;
     void connectFinished(int error);
     void connected();
     void showDisconnected();
@@ -268,15 +285,20 @@ private:
     std::unique_ptr<QUdpSocket> m_udpSocket;
     std::function<FlightPhase()> m_flightPhase;
     std::function<QString()> m_destination;
-    std::function<void()> m_directWindStep;
     std::optional<std::int64_t> m_weatherClockMs; ///< last reading by the weather clock
     bool m_inWeatherTick = false;
     QString m_aircraftTitle;                ///< the last one that was shown
-    int m_pollError = 0;                    ///< of the last poll for aircraft data
+    QHash<int, int> m_lastErrors;           ///< of the jobs that repeat by themselves, by id
     QStringList m_completion;               ///< ICAO codes of all airports
     std::optional<QString> m_requestedIcao; ///< the user's next request while one is served
     bool m_servingRequest = false;
     bool m_linked = false; ///< connected, and neither lost nor given up since
+    /// A source of its own, since the store draws from the common one on the worker's thread.
+    std::unique_ptr<aviation::RandomSource> m_directWindRandom;
+    std::unique_ptr<ModelDirectWindControl> m_directWind;
+    std::optional<std::int64_t> m_directWindClockMs; ///< last reading by direct wind control
+    bool m_windUnderWay = false;                     ///< job 19 or 35 isn't finished
+    bool m_directWindShown = false;
     QTimer m_reconnectTimer{this};
     int m_reconnectDelayMs = 0; ///< 0 while nothing is tried again
     QVector<QHostAddress> m_udpSenders;

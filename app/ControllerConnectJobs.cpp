@@ -21,11 +21,12 @@ void Controller::OnJobConnectWorkerFinished(int jobId, QString jobName, int erro
     }
     if (jobId == connectjob::kAircraftData && error == simresult::kPaused) {
         aircraftDataValid = false;
-        m_pollError = simresult::kNone;
+        m_lastErrors.remove(jobId);
         return;
     }
     if (jobId == connectjob::kCloudMap && error == simresult::kCloudReply) {
         error = simresult::kNone; // how a cloud map says that it came
+        Q_EMIT sigCloudsRGB(m_connectWorker->cloudState());
     }
     handleConnectJob(jobId, jobName, error);
     Q_EMIT sigFinishJobForAircraftEditor(jobId, jobName, error);
@@ -71,9 +72,14 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
         flightPlanSent(jobName, error);
         break;
     case connectjob::kWindAtAircraft:
+        m_windUnderWay = false;
         if (error != simresult::kNone) {
-            log(QStringLiteral("(Controller) DWC-ErrorNum:%1").arg(error), loglevel::kError);
+            log(QStringLiteral("(Controller) DWC-ErrorNum:%1").arg(error),
+                levelOfFault(jobId, error));
         }
+        break;
+    case connectjob::kSetWindLayers:
+        m_windUnderWay = false;
         break;
     case connectjob::kAnnounceAddress:
         if (error == simresult::kNone) {
@@ -110,18 +116,23 @@ void Controller::logConnectJob(int jobId, const QString& jobName, int error)
 {
     const QString id = QString::number(jobId);
     const QString name = LogText(jobName);
-    const bool isPoll = jobId == connectjob::kAircraftData; // its faults repeat many times a minute
     if (error == simresult::kNone) {
         log(QStringLiteral("(Controller) - JobID:%1 JobName:%2  Finished").arg(id, name),
             loglevel::kDebug);
     } else {
         log(QStringLiteral("(Controller) - JobID:%1 JobName:%2  Finished, Error: %3")
                 .arg(id, name, QString::number(error)),
-            isPoll && error == m_pollError ? loglevel::kDebug : loglevel::kError);
+            levelOfFault(jobId, error));
     }
-    if (isPoll) {
-        m_pollError = error;
-    }
+    m_lastErrors.insert(jobId, error);
+}
+
+/// Of the jobs that come many times a minute the same fault is told once.
+int Controller::levelOfFault(int jobId, int error) const
+{
+    const bool repeats = jobId == connectjob::kAircraftData || jobId == connectjob::kWindAtAircraft
+                         || jobId == connectjob::kSetWindLayers || jobId == connectjob::kCloudMap;
+    return repeats && m_lastErrors.value(jobId) == error ? loglevel::kDebug : loglevel::kError;
 }
 
 void Controller::connectFinished(int error)
@@ -150,7 +161,8 @@ void Controller::connectFinished(int error)
 void Controller::connected()
 {
     m_linked = true;
-    m_pollError = simresult::kNone;
+    m_lastErrors.clear();
+    m_directWindShown = false; // the line begins anew
     endReconnecting();
     const aviation::FsId fsId = m_connectWorker->fsVersion();
     m_view.setConnectText(tr("Disconnect"));
@@ -202,16 +214,22 @@ void Controller::aircraftDataFinished()
 void Controller::stationCreated(const QString& text, int error)
 {
     constexpr int kFields = 5;
-    if (error != simresult::kNone) {
+    const int interfaceType = m_connectWorker->interfaceType();
+    // FSUIPC can't create a station, but takes weather for any place.
+    const bool unneeded =
+        interfaceType == aviation::interfaceid::kFsuipc && error == simresult::kNotImplemented;
+    if (error != simresult::kNone && !unneeded) {
         return; // the worker has said so
     }
-    log(QStringLiteral("(ConnectWorker) Station created: %1").arg(LogText(text)),
-        loglevel::kNotification);
+    if (!unneeded) {
+        log(QStringLiteral("(ConnectWorker) Station created: %1").arg(LogText(text)),
+            loglevel::kNotification);
+    }
     const QStringList fields = text.split(QLatin1Char(':'));
     if (fields.size() < kFields) {
         return;
     }
-    switch (m_connectWorker->interfaceType()) {
+    switch (interfaceType) {
     case aviation::interfaceid::kSimConnect:
     case aviation::interfaceid::kFsuipcSimConnect:
         postWeatherJob(Job(weatherjob::kSimConnectStation, fields.front()));

@@ -139,6 +139,9 @@ void Controller::OnJobWeatherWorkerFinished(int job, QString jobname, int error)
         timerWeather.start();
         log(QStringLiteral("(WeatherManager)  Grib data decoded"), loglevel::kNotification);
         break;
+    case weatherjob::kSearchForDwc:
+        takeDirectWindReports(error);
+        break;
     case weatherjob::kSearchAtStation:
         displayRequested(jobname, error);
         break;

@@ -18,7 +18,6 @@ using aviation::weather::Metar;
 
 void Controller::OnTimerOneSecond()
 {
-    constexpr int kMostWaitingJobs = 10; // a slow simulator isn't buried under questions
     if (m_stop.raised() || !IsConnected()) {
         return;
     }
@@ -29,7 +28,7 @@ void Controller::OnTimerOneSecond()
     if (interval != timerOneSecond.interval()) {
         timerOneSecond.setInterval(interval);
     }
-    if (!udpBound && m_connectWorker->queuedJobs() < kMostWaitingJobs) {
+    if (!udpBound && m_connectWorker->queuedJobs() < cycle::kMostWaitingJobs) {
         postConnectJob(Job(connectjob::kAircraftData, QStringLiteral("Aircraft data")));
     }
     m_view.pageData().setJobsInfo(tr("Jobs: %1").arg(m_connectWorker->queuedJobs()));
@@ -133,9 +132,7 @@ void Controller::stepDirectWind()
     if (msSinceDwc > dwcPeriodMs || msSinceDwc == cycle::kNever) {
         m_weatherWorker->setAircraftData(aircraftData);
         msSinceDwc = 0;
-        if (m_directWindStep) {
-            m_directWindStep();
-        }
+        UpdateDirectWindControl();
     }
 }
 

@@ -29,6 +29,11 @@ bool isXPlane12(const Simulator& simulator)
            || simulator.interfaceType == aviation::interfaceid::kXPlane12Plugin;
 }
 
+bool isXPlaneBefore12(aviation::FsId fsId)
+{
+    return fsId >= aviation::fsid::kXPlaneId7 && fsId <= aviation::fsid::kXPlaneId9;
+}
+
 } // namespace
 
 std::int32_t AddElapsed(std::int32_t counter, std::int64_t elapsedMs)
@@ -149,6 +154,24 @@ const char* DwcObstacle(aviation::FsId fsId)
     default:
         return nullptr;
     }
+}
+
+WindWay WindWayFor(const Simulator& simulator)
+{
+    // SimConnect alone can't set a wind.
+    if (simulator.interfaceType == aviation::interfaceid::kSimConnect
+        || DwcObstacle(simulator.fsId) != nullptr)
+    {
+        return WindWay::None;
+    }
+    const bool xplane =
+        isXPlaneBefore12(simulator.fsId) || simulator.fsId == aviation::fsid::kXPlane12;
+    return xplane ? WindWay::Layers : WindWay::AtAircraft;
+}
+
+bool TakesWindFromFiles(aviation::FsId fsId, int weatherMode)
+{
+    return isXPlaneBefore12(fsId) && weatherMode == kWeatherFiles;
 }
 
 int NextReconnectDelay(int lastDelayMs)

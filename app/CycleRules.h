@@ -15,6 +15,10 @@ inline constexpr std::int32_t kNever = -1;
 /// Surface visibility of X-Plane when none was set.
 inline constexpr float kNoVisibility = -1.0F;
 
+/// Jobs that may wait for the simulator before no more are posted by themselves: a slow one isn't
+/// buried under questions.
+inline constexpr int kMostWaitingJobs = 10;
+
 /// The simulator at the other end, as ConnectWorker tells it after a connect.
 struct Simulator
 {
@@ -82,6 +86,18 @@ int NextSource(int source);
 /// Why direct wind control can't be used with a simulator, a text for Controller::tr; null when it
 /// can.
 const char* DwcObstacle(aviation::FsId fsId);
+
+/// How direct wind control reaches a simulator: as one wind at the aircraft, as layers of X-Plane,
+/// or not at all.
+enum class WindWay
+{
+    None,
+    AtAircraft,
+    Layers
+};
+WindWay WindWayFor(const Simulator& simulator);
+/// X-Plane before 12 reads its wind from files when `weatherMode` asks for weather files.
+bool TakesWindFromFiles(aviation::FsId fsId, int weatherMode);
 
 /// The wait in front of the next attempt to connect, ms: 10 s, doubling up to 160 s.
 int NextReconnectDelay(int lastDelayMs);

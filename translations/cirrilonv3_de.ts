@@ -413,6 +413,14 @@ Die nächsten Seiten fragen, wie der Simulator zu erreichen ist, woher das Wette
         <source>is not available for FS2020</source>
         <translation>ist für FS2020 nicht verfügbar</translation>
     </message>
+    <message>
+        <source>no DWC, XPlane weather file mode</source>
+        <translation>keine DWC, X-Plane im Modus Wetterdatei</translation>
+    </message>
+    <message>
+        <source>Real wind at this altitude: %1°/%2kt</source>
+        <translation>Wirklicher Wind in dieser Höhe: %1°/%2kt</translation>
+    </message>
 </context>
 <context>
     <name>DlgAbout</name>
@@ -1158,6 +1166,14 @@ Nach: %2</translation>
         <source>Disconnect</source>
         <translation>Trennen</translation>
     </message>
+    <message>
+        <source>Weather radar</source>
+        <translation>Wetterradar</translation>
+    </message>
+    <message>
+        <source>Shows the simulator&apos;s clouds around the aircraft</source>
+        <translation>Zeigt die Wolken des Simulators um das Flugzeug</translation>
+    </message>
 </context>
 <context>
     <name>MainToolBar</name>
@@ -1396,10 +1412,6 @@ Nach: %2</translation>
         <translation>&amp;Schnittstelle:</translation>
     </message>
     <message>
-        <source>FSUIPC and SimConnect come with a later version.</source>
-        <translation>FSUIPC und SimConnect kommen mit einer späteren Version.</translation>
-    </message>
-    <message>
         <source>Bridge server</source>
         <translation>Bridge-Server</translation>
     </message>
@@ -1461,12 +1473,12 @@ Nach: %2</translation>
         <translation>In Bodennähe werden die Daten öfter gelesen als sonst.</translation>
     </message>
     <message>
-        <source>This interface comes with a later version.</source>
-        <translation>Diese Schnittstelle kommt mit einer späteren Version.</translation>
-    </message>
-    <message>
         <source>Testing...</source>
         <translation>Test läuft...</translation>
+    </message>
+    <message>
+        <source>This interface is tried when connecting; the log tells what was found. Only the bridge can be tested here.</source>
+        <translation>Diese Schnittstelle wird beim Verbinden versucht; das Protokoll sagt, was gefunden wurde. Nur die Bridge lässt sich hier testen.</translation>
     </message>
 </context>
 <context>
@@ -1608,10 +1620,6 @@ Nach: %2</translation>
         <translation>Ä&amp;nderung höchstens:</translation>
     </message>
     <message>
-        <source>Direct wind control comes with a later version; its options are kept.</source>
-        <translation>Die direkte Windsteuerung kommt mit einer späteren Version; ihre Optionen bleiben erhalten.</translation>
-    </message>
-    <message>
         <source>Visibility</source>
         <translation>Sicht</translation>
     </message>
@@ -1691,6 +1699,10 @@ Nach: %2</translation>
     <message>
         <source>H&amp;eight (ft):</source>
         <translation>Höhe (f&amp;t):</translation>
+    </message>
+    <message>
+        <source>Direct wind control sets the wind at the aircraft once a second. It isn&apos;t available with SimConnect alone, Prepar3D from version 4 on and FS2020.</source>
+        <translation>Die direkte Windsteuerung setzt einmal in der Sekunde den Wind am Flugzeug. Mit SimConnect allein, Prepar3D ab Version 4 und FS2020 ist sie nicht verfügbar.</translation>
     </message>
 </context>
 <context>
@@ -1992,6 +2004,61 @@ hPa</translation>
     <message>
         <source>Decoded report</source>
         <translation>Entschlüsselte Meldung</translation>
+    </message>
+</context>
+<context>
+    <name>WidgetRadar</name>
+    <message>
+        <source>WeatherRadar</source>
+        <translation>Wetterradar</translation>
+    </message>
+    <message>
+        <source>Clouds around the aircraft</source>
+        <translation>Wolken um das Flugzeug</translation>
+    </message>
+    <message>
+        <source>Range</source>
+        <translation>Reichweite</translation>
+    </message>
+    <message>
+        <source>From the aircraft to a corner of the picture, in NM</source>
+        <translation>Vom Flugzeug bis zu einer Ecke des Bildes, in NM</translation>
+    </message>
+    <message>
+        <source>Tilt</source>
+        <translation>Neigung</translation>
+    </message>
+    <message>
+        <source>Height of the air that is looked at above the aircraft, in feet; half as much below</source>
+        <translation>Höhe der Luft, die über dem Flugzeug betrachtet wird, in Fuß; darunter halb so viel</translation>
+    </message>
+    <message>
+        <source>Refresh every two seconds</source>
+        <translation>Alle zwei Sekunden erneuern</translation>
+    </message>
+    <message>
+        <source>request</source>
+        <translation>Anfordern</translation>
+    </message>
+    <message>
+        <source>Asks the simulator for the clouds once</source>
+        <translation>Fragt den Simulator einmal nach den Wolken</translation>
+    </message>
+    <message>
+        <source>This connection has no cloud map. SimConnect has one, alone or together with FSUIPC.</source>
+        <translation>Diese Verbindung hat keine Wolkenkarte. SimConnect hat eine, allein oder zusammen mit FSUIPC.</translation>
+    </message>
+    <message>
+        <source>The simulator gave no clouds: %1</source>
+        <translation>Der Simulator gab keine Wolken: %1</translation>
+    </message>
+    <message>
+        <source>Not connected. The clouds come from the simulator.</source>
+        <translation>Nicht verbunden. Die Wolken kommen vom Simulator.</translation>
+    </message>
+    <message>
+        <source>No picture yet. The button asks for one, the box above it for a new one every two seconds.</source>
+        <translation>Noch kein Bild. Die Schaltfläche fordert eines an, das Kästchen darüber alle zwei Sekunden ein neues.</translation>
     </message>
 </context>
 </TS>

@@ -4,6 +4,7 @@
 #include "aviation/Grib.h"
 #include "aviation/Metar.h"
 #include "aviation/RadioFrequencys.h"
+#include "aviation/Wind.h"
 
 #include <QDateTime>
 #include <QString>
@@ -48,7 +49,7 @@ public:
     virtual void setJobsInfo(const QString& text) = 0;              ///< label_info_jobs
     /// The line of direct wind control: a text and whether it is in use.
     virtual void setDwcState(const QString& text, bool enabled) = 0;
-    /// Empties all values of the aircraft.
+    /// Empties all values of the aircraft and the line of direct wind control.
     virtual void clearData() = 0;
 };
 
@@ -77,6 +78,11 @@ public:
     virtual void SetAircraftData(aviation::structs::AircraftData& data) = 0;
     /// The aircraft's title, its checklist (may be empty) and whether a configuration was found.
     virtual void SetAircraftName(QString title, QString checklist, bool found) = 0;
+    /// The line of direct wind control on the data page: the wind that the simulator gets, or a
+    /// text such as the layers of X-Plane.
+    virtual void SetTargetWind(aviation::weather::Wind wind) = 0;
+    virtual void SetTargetWind(QString text) = 0;
+    virtual void SetTargetWindTooltip(QString text) = 0;
     virtual void SetFrequencys(aviation::structs::RadioFrequencys& frequencies) = 0;
     virtual void setSystrayMessage(QString text) = 0;
     /// The action Set WX: whether it is usable, its text, and the ICAO that it carries.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/base/MainView.h"
-#include "aviation/Wind.h"
 
 #include <QColor>
 #include <QMainWindow>
@@ -40,9 +39,9 @@ public:
 public Q_SLOTS:
     void setFlightStatus(QString status, QColor background, QColor foreground);
     void setFlightTime(QTime time);
-    void SetTargetWind(aviation::weather::Wind wind);
-    void SetTargetWind(QString text);
-    void SetTargetWindTooltip(QString text);
+    void SetTargetWind(aviation::weather::Wind wind) override;
+    void SetTargetWind(QString text) override;
+    void SetTargetWindTooltip(QString text) override;
     /// Adds an action to the menu View.
     void OnSetMenuView(QAction* action);
     void OnOpenFlightplanner();

@@ -11,6 +11,7 @@
 #include "app/gui/MainWidgetFlightplanner.h"
 #include "app/gui/MainWidgetWeather.h"
 #include "app/gui/TrayIcon.h"
+#include "app/gui/WidgetRadar.h"
 #include "sim/FsInterfaceFactory.h"
 
 #include <QAction>
@@ -63,6 +64,7 @@ CirrilonView::CirrilonView(const WindowParts& parts)
 CirrilonView::~CirrilonView()
 {
     m_stop.raise();
+    delete m_radar; // it knows the controller
     m_controller.reset();
 }
 
@@ -118,6 +120,8 @@ void CirrilonView::connectWindowActions()
     on("actionOpen_Configfile", &CirrilonView::OnOpenCirrilonFolder);
     on("actionAbout", &CirrilonView::OnDlgAbout);
     on("actionBasic_Settings", &CirrilonView::OnOpenBasicSettings);
+    on("action_test_func", &CirrilonView::OnTestFunction);
+    on("action_weatherRadar", &CirrilonView::OnTestFunction);
     on("actionFlightplanner", &CirrilonView::OnOpenFlightplanner);
     connect(&debugDock(), &DockWidgetDebug::sigOpenFolder, this, &CirrilonView::openFolder);
     connect(&toolBar(), &MainToolBar::sigProfileChosen, this, &CirrilonView::OnProfileIndexChanged);
@@ -294,6 +298,9 @@ void CirrilonView::changeEvent(QEvent* event)
 void CirrilonView::closeEvent(QCloseEvent* event)
 {
     flightplanner().close();
+    if (m_radar != nullptr) {
+        m_radar->close();
+    }
     saveSettings();
     m_closed = true;
     // What waits in an event loop of its own would go on with its next step.

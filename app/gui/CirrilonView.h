@@ -19,6 +19,7 @@ class LanguageMenu;
 class ProcessRunner;
 class QSplashScreen;
 class TrayIcon;
+class WidgetRadar;
 
 /// Makes the simulator interfaces for the window's settings; a waiting one looks at the flag.
 using MakeInterfaces = std::function<std::unique_ptr<FsInterfaceFactory>(const Settings& settings,
@@ -62,6 +63,8 @@ public Q_SLOTS:
     void OnOpenOptionDlg();
     void OnOpenBasicSettings();
     void OnDialogAirportList();
+    /// Brings up the weather radar.
+    void OnTestFunction();
     void OnProfileIndexChanged(QString name);
     void on_actionExit_triggered();
     void OnOpenCirrilonFolder();
@@ -105,5 +108,6 @@ private:
     std::unique_ptr<Controller> m_controller;
     TrayIcon* m_tray = nullptr;
     LanguageMenu* m_language = nullptr;
+    WidgetRadar* m_radar = nullptr; ///< made when it is asked for
     bool m_closed = false;
 };

@@ -1,11 +1,13 @@
 #include "app/Controller.h"
 #include "app/gui/CirrilonView.h"
+#include "app/gui/WidgetRadar.h"
 #include "app/gui/dialogs/BasicSettings.h"
 #include "app/gui/dialogs/DlgAbout.h"
 #include "app/gui/dialogs/DlgAirportList.h"
 #include "app/gui/dialogs/DlgSettings.h"
 
-// The dialogs that the window opens. None is waited for, so the program can end below them.
+// The dialogs and windows that the window opens. None is waited for, so the program can end below
+// them.
 
 namespace {
 
@@ -42,6 +44,16 @@ void CirrilonView::OnDialogAirportList()
     connect(dialog, &DlgAirportList::sigAirportsChanged, m_controller.get(),
             &Controller::OnAirportListChanged);
     Open(dialog);
+}
+
+void CirrilonView::OnTestFunction()
+{
+    if (m_radar == nullptr) {
+        m_radar = new WidgetRadar(*m_controller, this);
+    }
+    m_radar->show();
+    m_radar->raise();
+    m_radar->activateWindow();
 }
 
 void CirrilonView::settingsChanged()

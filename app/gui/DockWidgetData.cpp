@@ -200,8 +200,8 @@ void DockWidgetData::setJobsInfo(const QString& text)
 
 void DockWidgetData::setDwcState(const QString& text, bool enabled)
 {
-    m_targetWind->setText(text);
-    m_targetWind->setToolTip(text.toHtmlEscaped());
+    setTargetWind(text);
+    setTargetWindToolTip(text);
     m_targetWind->setEnabled(enabled);
 }
 
@@ -221,6 +221,7 @@ void DockWidgetData::clearData()
     m_updateInterval->clear();
     m_info1->clear();
     m_jobs->clear();
+    setDwcState(QString(), true);
     m_track.clear();
     m_lastPosition = {};
 }
@@ -295,6 +296,7 @@ void DockWidgetData::setFlightTime(const QTime& time)
 void DockWidgetData::setTargetWind(const QString& text)
 {
     m_targetWind->setText(text);
+    m_targetWind->setCursorPosition(0); // the layers of X-Plane don't fit: the lowest comes first
 }
 
 void DockWidgetData::setTargetWindToolTip(const QString& text)

@@ -106,6 +106,9 @@ constexpr std::array kActions{
     ActionRow{kWindows, "action_flights", QT_TRANSLATE_NOOP("MainActions", "Flights"),
               QT_TRANSLATE_NOOP("MainActions", "Shows recorded flights"),
               Name::Flights, nullptr, State::Later},
+    ActionRow{kWindows, "action_weatherRadar", QT_TRANSLATE_NOOP("MainActions", "Weather radar"),
+              QT_TRANSLATE_NOOP("MainActions", "Shows the simulator's clouds around the aircraft"),
+              Name::Radar, "Ctrl+R"},
 
     ActionRow{kTools, "actionAirport_List", QT_TRANSLATE_NOOP("MainActions", "Airport List"),
               QT_TRANSLATE_NOOP("MainActions", "Adds airports and changed ICAO codes"),
@@ -133,7 +136,7 @@ constexpr std::array kActions{
     Separator(kDeveloper),
     ActionRow{kDeveloper, "action_test_func", QT_TRANSLATE_NOOP("MainActions", "Test func"),
               QT_TRANSLATE_NOOP("MainActions", "Shows the weather radar"),
-              Name::Radar, nullptr, State::Later},
+              Name::Radar, nullptr},
     ActionRow{kDeveloper, "actionTest", QT_TRANSLATE_NOOP("MainActions", "test"),
               QT_TRANSLATE_NOOP("MainActions", "Has no function"),
               Name::Test, nullptr, State::Waits},

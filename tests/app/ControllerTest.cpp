@@ -367,6 +367,19 @@ TEST_F(ControllerTest, FinishedJobsLeadToTheNextOne)
     }
 }
 
+TEST_F(ControllerTest, FsuipcGetsTheWeatherOfAStationThatItCantCreate)
+{
+    make();
+    connectTo(1, 2);
+    for (const auto& [error, posted] : {std::pair{200, true}, {8, false}, {0, true}}) {
+        view.log.clear();
+        controller->OnJobConnectWorkerFinished(26, text("EDDF:N:50:8:100"), error);
+        settle();
+        EXPECT_EQ(view.linesWith(text("Next Job ID: 3, Name: EDDF")) == 1, posted) << error;
+        EXPECT_EQ(view.linesWith(text("Station created")) == 1, error == 0) << error;
+    }
+}
+
 TEST_F(ControllerTest, ALostConnectionIsTakenUpAgainUnlessTheUserActs)
 {
     make();

@@ -5,6 +5,7 @@
 #include "app/gui/DockWidgetDebug.h"
 #include "app/gui/LanguageMenu.h"
 #include "app/gui/TrayIcon.h"
+#include "app/gui/WidgetRadar.h"
 #include "sim/FsInterfaceBase.h"
 #include "sim/FsInterfaceFactory.h"
 #include "tests/app/base/SettingsFixture.h"
@@ -100,8 +101,7 @@ TEST_F(Window, ActionsHaveTextIconAndAWordWhenTheyComeLater)
         QStringLiteral("action_loadwx"),         QStringLiteral("action_savewx"),
         QStringLiteral("actionFlightplanner"),   QStringLiteral("action_weatheSearch"),
         QStringLiteral("action_weatherEvents"),  QStringLiteral("action_flights"),
-        QStringLiteral("actionAircraft_Editor"), QStringLiteral("action_downloadHistoryWX"),
-        QStringLiteral("action_test_func")};
+        QStringLiteral("actionAircraft_Editor"), QStringLiteral("action_downloadHistoryWX")};
     std::set<QString> keys;
     int count = 0;
     for (const QMenu* menu : view->menuBar()->findChildren<QMenu*>()) {
@@ -124,7 +124,7 @@ TEST_F(Window, ActionsHaveTextIconAndAWordWhenTheyComeLater)
             }
         }
     }
-    EXPECT_EQ(count, 23);
+    EXPECT_EQ(count, 24);
     EXPECT_FALSE(action("action_setWxIcao").isEnabled());
     EXPECT_EQ(action("action_setWxIcao").toolTip(), QStringLiteral("Set weather for Airport"));
     view->setConnectText(QStringLiteral("Disconnect"));
@@ -225,6 +225,18 @@ TEST_F(Window, AircraftButtonOpensTheChecklist)
     EXPECT_EQ(processes.opened, QStringList(path("list.pdf")));
     EXPECT_EQ(child<QLineEdit>("lineEdit_aircraft").text(), QStringLiteral("Jet"));
     EXPECT_TRUE(read(path("work/cirrilonv3.log")).contains("Open Checklist "));
+}
+
+TEST_F(Window, BringsUpOneWeatherRadar)
+{
+    view->show();
+    action("action_weatherRadar").trigger();
+    action("action_test_func").trigger();
+    const QList<WidgetRadar*> radars = view->findChildren<WidgetRadar*>();
+    ASSERT_EQ(radars.size(), 1);
+    EXPECT_TRUE(radars.first()->isVisible());
+    view->close();
+    EXPECT_FALSE(radars.first()->isVisible());
 }
 
 TEST_F(Window, GivesWayToTheTrayOnlyWhereThereIsOne)

@@ -83,9 +83,13 @@ TEST(DataPage, ShowsTheAircraftAndEmptiesItself)
     EXPECT_EQ(text("label_track"), "000 T 355 Mag");
 
     page.setDwcState(QStringLiteral("is not available for FS2020"), false);
-    EXPECT_FALSE(page.findChild<QLineEdit*>(QStringLiteral("lineEdit_dwc_wind"))->isEnabled());
+    auto& wind = *page.findChild<QLineEdit*>(QStringLiteral("lineEdit_dwc_wind"));
+    EXPECT_FALSE(wind.isEnabled());
+    page.setTargetWind(QStringLiteral("(430):90.0/5.0 (10363):177.5/34.0 (30638):273.0/38.0"));
+    EXPECT_EQ(wind.cursorPosition(), 0) << "what doesn't fit is cut at the end";
     page.clearData();
     EXPECT_EQ(text("label_altitude"), "");
+    EXPECT_EQ(wind.text(), QString());
 }
 
 } // namespace

@@ -96,6 +96,9 @@ public:
         Q_UNUSED(found)
         aircraftNames << title;
     }
+    void SetTargetWind(aviation::weather::Wind wind) override { targetWinds.push_back(wind); }
+    void SetTargetWind(QString text) override { targetWind = text; }
+    void SetTargetWindTooltip(QString text) override { targetWindTip = text; }
     void SetFrequencys(aviation::structs::RadioFrequencys& frequencies) override
     {
         radios = frequencies;
@@ -136,6 +139,9 @@ public:
     QVector<Progress> progress;
     aviation::structs::AircraftData aircraft;
     QStringList aircraftNames;
+    QVector<aviation::weather::Wind> targetWinds;
+    QString targetWind;
+    QString targetWindTip;
     aviation::structs::RadioFrequencys radios;
     QStringList tray;
     bool setWxEnabled = false;

@@ -69,7 +69,6 @@ void SettingsPageInterface::buildInterface()
 {
     QFormLayout* form = addGroup(tr("Interface"));
     m_type = addChoice(form, tr("&Interface:"), InterfaceChoices(), option::interfaceType);
-    addHint(form, tr("FSUIPC and SimConnect come with a later version."));
 }
 
 void SettingsPageInterface::buildServer()
@@ -133,7 +132,10 @@ void SettingsPageInterface::buildPolling()
 void SettingsPageInterface::test()
 {
     if (!usesBridge()) {
-        onTested(false, tr("This interface comes with a later version."));
+        m_probe->cancel();
+        m_note->setNote(NoteLabel::Kind::Info,
+                        tr("This interface is tried when connecting; the log tells what was "
+                           "found. Only the bridge can be tested here."));
         return;
     }
     const QString address = m_address->text().trimmed();

@@ -45,7 +45,8 @@ void SettingsPageWeather::buildWind()
                            option::dwcDegreesPerSecond);
     auto* speed = addNumber(form, tr("C&hange at most:"), {1, 50, 1, QStringLiteral("kt/s"), {}},
                             option::dwcKnotsPerSecond);
-    addHint(form, tr("Direct wind control comes with a later version; its options are kept."));
+    addHint(form, tr("Direct wind control sets the wind at the aircraft once a second. It isn't "
+                     "available with SimConnect alone, Prepar3D from version 4 on and FS2020."));
     turn->setEnabled(false);
     speed->setEnabled(false);
     connect(control, &QCheckBox::toggled, turn, &QWidget::setEnabled);
