@@ -35,6 +35,7 @@ void ModelDirectWindControl::SetWeather(const Metar& metar, const Synop& synop,
 void ModelDirectWindControl::SetReports(const Metar& metar, const Synop& synop,
                                         std::vector<GribLevel> levels)
 {
+    m_hasReports = true;
     m_metar = metar;
     m_synop = synop;
     m_levels = std::move(levels);

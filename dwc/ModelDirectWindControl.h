@@ -34,6 +34,8 @@ public:
     /// The same with the levels of an upper-air report, in any order.
     void SetReports(const aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
                     std::vector<aviation::weather::GribLevel> levels);
+    /// Reports have been given.
+    bool hasReports() const { return m_hasReports; }
     void SetAircraftData(const aviation::structs::AircraftData& data);
     /// One step, about once a second.
     void Step();
@@ -63,6 +65,7 @@ private:
     const Settings& m_settings;
     GustModel m_gusts;
 
+    bool m_hasReports = false;
     aviation::weather::Metar m_metar; ///< or what the SYNOP says, once the METAR was too old
     aviation::weather::Synop m_synop;
     std::vector<aviation::weather::GribLevel> m_levels; ///< lowest first

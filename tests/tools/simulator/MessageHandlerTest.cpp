@@ -202,6 +202,15 @@ TEST_F(MessageHandlerTest, TheAircraftFliesInTheWeatherThatWasSet)
     EXPECT_EQ(model.peekAircraft().wind.Speed, 80.0F);
     EXPECT_EQ(model.peekAircraft().temperature, -60.0F);
     EXPECT_EQ(model.peekAircraft().visibility, 9.0F);
+    XPlaneWindLayer aircraftLayer;
+    aircraftLayer.Alt = 10363.0F; // a little below its 34000 feet
+    aircraftLayer.Speed = 34.0F;
+    XPlaneWindLayer top = aircraftLayer;
+    top.Alt = 30638.0F;
+    top.Speed = 38.0F;
+    write(message::kWindLayers,
+          QByteArray::fromStdString(WindLayersLongText({aircraftLayer, top})));
+    EXPECT_EQ(model.peekAircraft().wind.Speed, 34.0F) << "of the nearest layer";
     write(message::kWind, "Dir=100.00:Speed=33.00:Gust=-1.00");
     EXPECT_EQ(model.peekAircraft().wind.Speed, 33.0F);
     write(message::kVisibility, "1500");
