@@ -5,6 +5,7 @@
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
+#include "app/base/SlicedSleep.h"
 #include "app/base/UserDialogs.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
@@ -16,7 +17,6 @@
 #include <QDateTime>
 #include <QUdpSocket>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -154,10 +154,7 @@ void Controller::OnProgressBar(qlonglong value, qlonglong total, QString text)
 
 void Controller::sleepUnlessStopped(int milliseconds)
 {
-    constexpr int kSliceMs = 100;
-    for (int slept = 0; slept < milliseconds && !m_stop.raised(); slept += kSliceMs) {
-        aviation::Clock::Current().SleepMs(std::min(kSliceMs, milliseconds - slept));
-    }
+    SleepUnless([this] { return m_stop.raised(); }, milliseconds);
 }
 
 void Controller::postConnectJob(const Job& job)

@@ -4,13 +4,12 @@
 #include "app/base/GribSource.h"
 #include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
-#include "aviation/support/Clock.h"
+#include "app/base/SlicedSleep.h"
 #include "aviation/support/ScopedLock.h"
 #include "weather/output/WeatherWrapper.h"
 #include "weather/store/WeatherFile.h"
 #include "weather/store/WeatherManager.h"
 
-#include <algorithm>
 #include <exception>
 
 using aviation::ScopedLock;
@@ -262,8 +261,5 @@ void WeatherWorker::waitForGrib(const aviation::Position& position, const QStrin
 
 void WeatherWorker::sleepUnlessStopped(int milliseconds)
 {
-    constexpr int kSliceMs = 50;
-    for (int slept = 0; slept < milliseconds && !m_stop; slept += kSliceMs) {
-        aviation::Clock::Current().SleepMs(std::min(kSliceMs, milliseconds - slept));
-    }
+    SleepUnless([this] { return m_stop.load(); }, milliseconds);
 }

@@ -2,8 +2,8 @@
 
 #include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
+#include "app/base/SlicedSleep.h"
 #include "app/base/StopFlag.h"
-#include "aviation/support/Clock.h"
 #include "aviation/support/ScopedLock.h"
 #include "sim/ConnectJobs.h"
 #include "sim/FsInterfaceBase.h"
@@ -201,10 +201,7 @@ bool ConnectWorker::stopped() const
 
 void ConnectWorker::sleepUnlessStopped(int milliseconds) const
 {
-    constexpr int kSliceMs = 50;
-    for (int slept = 0; slept < milliseconds && !stopped(); slept += kSliceMs) {
-        aviation::Clock::Current().SleepMs(std::min(kSliceMs, milliseconds - slept));
-    }
+    SleepUnless([this] { return stopped(); }, milliseconds);
 }
 
 void ConnectWorker::run()

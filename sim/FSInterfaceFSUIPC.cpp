@@ -7,6 +7,7 @@
 #include "sim/FsuipcOffsets.h"
 #include "sim/FsuipcValues.h"
 #include "sim/LogText.h"
+#include "sim/SimValues.h"
 #include "sim/clients/FsuipcApi.h"
 #include "sim/clients/SimulatorClients.h"
 
@@ -48,23 +49,12 @@ constexpr std::array kRadios{
     Radio{0x034C, &RadioFrequencys::adf, 0},
 };
 
-/// The text with its zero, cut between two characters where it is too long.
+/// The text with its zero, cut where it is too long.
 std::array<char, offset::kScreenTextBytes> ScreenText(const std::string& text)
 {
-    constexpr unsigned kContinuationMask = 0xC0;
-    constexpr unsigned kContinuation = 0x80;
-    const auto continues = [&text](std::size_t index) {
-        return (static_cast<unsigned char>(text[index]) & kContinuationMask) == kContinuation;
-    };
     std::array<char, offset::kScreenTextBytes> bytes{};
-    std::size_t length = text.size();
-    if (length >= bytes.size()) {
-        length = bytes.size() - 1;
-        while (length > 0 && continues(length)) {
-            --length;
-        }
-    }
-    std::copy_n(text.begin(), length, bytes.begin());
+    const std::string cut = simvalue::CutText(text, bytes.size() - 1);
+    std::copy(cut.begin(), cut.end(), bytes.begin());
     return bytes;
 }
 
@@ -232,8 +222,8 @@ int FSInterfaceFSUIPC::GetAircraftPayload(AircraftPayload& payload)
     if (result == simresult::kNone) {
         payload.stations.clear();
         for (const RawStation& station : raw) {
-            payload.stations.emplace_back(fsuipcvalue::Text(station.name).toStdWString(),
-                                          fsuipcvalue::Single(station.weight), 0.0F, 0);
+            payload.stations.emplace_back(simvalue::Text(station.name).toStdWString(),
+                                          simvalue::Single(station.weight), 0.0F, 0);
         }
     }
     return result;
@@ -295,7 +285,7 @@ int FSInterfaceFSUIPC::SetAircraftFuel(const AircraftFuel& fuel)
             continue;
         }
         m_client.write(offset::kTanks[static_cast<std::size_t>(tank.id) - 1].level,
-                       fsuipcvalue::Truncated(tank.level / kPercent * kFullTank));
+                       simvalue::Truncated(tank.level / kPercent * kFullTank));
         const int result = process();
         if (result != simresult::kNone) {
             return result;
@@ -360,7 +350,7 @@ int FSInterfaceFSUIPC::GetWeatherAt(QString& observation, double /*latitude*/, d
     m_client.read(offset::kObservation, text);
     const int result = process();
     if (result == simresult::kNone) {
-        observation = fsuipcvalue::Text(text);
+        observation = simvalue::Text(text);
     }
     return result;
 }

@@ -1,8 +1,8 @@
 #include "sim/FsInterfaceSimConnect.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/SlicedSleep.h"
 #include "app/base/StopFlag.h"
-#include "aviation/support/Clock.h"
 #include "sim/LogText.h"
 #include "sim/clients/SimulatorClients.h"
 
@@ -62,10 +62,7 @@ void FsInterfaceSimConnect::log(const QString& text, int level)
 
 void FsInterfaceSimConnect::sleepUnlessStopped(int milliseconds) const
 {
-    constexpr int kSliceMs = 100;
-    for (int slept = 0; slept < milliseconds && !m_stop.raised(); slept += kSliceMs) {
-        aviation::Clock::Current().SleepMs(std::min(kSliceMs, milliseconds - slept));
-    }
+    SleepUnless([this] { return m_stop.raised(); }, milliseconds);
 }
 
 int FsInterfaceSimConnect::Connect()

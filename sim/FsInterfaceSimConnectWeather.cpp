@@ -1,6 +1,7 @@
 #include "app/base/LogLevel.h"
 #include "sim/FsInterfaceSimConnect.h"
 #include "sim/LogText.h"
+#include "sim/SimValues.h"
 
 #include <QDebug>
 #include <QFile>
@@ -12,21 +13,6 @@ namespace {
 
 /// The simulator takes texts of 1024 bytes with their zero.
 constexpr std::size_t kLongestText = 1023;
-
-/// Cut to the longest text, not within a character.
-std::string CutText(const std::string& utf8)
-{
-    constexpr unsigned kLeadMask = 0xC0;
-    constexpr unsigned kFollower = 0x80;
-    std::size_t length = utf8.size();
-    if (length > kLongestText) {
-        length = kLongestText;
-        while (length > 0 && (static_cast<unsigned char>(utf8[length]) & kLeadMask) == kFollower) {
-            --length;
-        }
-    }
-    return utf8.substr(0, length);
-}
 
 /// For the calls of which only 0 is a success.
 int CodeOf(Result result)
@@ -46,7 +32,7 @@ int FsInterfaceSimConnect::SendText(const std::string& text, int seconds)
     if (!m_connected) {
         return simresult::kNotConnected;
     }
-    std::string cut = CutText(text);
+    std::string cut = simvalue::CutText(text, kLongestText);
     const Result result = m_client->api().SimConnect_Text(
         m_client->handle(), simconnect::kTextScrollWhite, static_cast<float>(seconds), 0,
         static_cast<std::uint32_t>(cut.size() + 1), cut.data());

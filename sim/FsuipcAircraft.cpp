@@ -3,7 +3,7 @@
 #include "aviation/Units.h"
 #include "sim/FsuipcClient.h"
 #include "sim/FsuipcOffsets.h"
-#include "sim/FsuipcValues.h"
+#include "sim/SimValues.h"
 
 #include <QDateTime>
 
@@ -11,9 +11,9 @@
 
 using aviation::kFeetPerMetre;
 using aviation::structs::AircraftData;
-using fsuipcvalue::Single;
-using fsuipcvalue::Text;
-using fsuipcvalue::Truncated;
+using simvalue::Single;
+using simvalue::Text;
+using simvalue::Truncated;
 
 namespace {
 

@@ -1,7 +1,5 @@
 #include "sim/FsuipcValues.h"
 
-#include <QByteArray>
-
 namespace fsuipcvalue {
 
 namespace {
@@ -17,14 +15,6 @@ std::uint32_t BcdOf(std::uint32_t number)
 }
 
 } // namespace
-
-QString Text(const char* bytes, std::size_t size)
-{
-    const auto length = std::find(bytes, bytes + size, '\0') - bytes;
-    const QByteArray text(bytes, static_cast<int>(length));
-    QString read = QString::fromUtf8(text);
-    return read.contains(QChar(QChar::ReplacementCharacter)) ? QString::fromLatin1(text) : read;
-}
 
 std::uint16_t FromBcd(std::uint16_t word)
 {

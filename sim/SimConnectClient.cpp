@@ -2,6 +2,7 @@
 
 #include "sim/SimConnectExceptions.h"
 #include "sim/SimConnectRecords.h"
+#include "sim/SimValues.h"
 
 #include <QDebug>
 
@@ -225,11 +226,11 @@ SimConnectReply SimConnectClient::takeException(const Received& message)
 
 SimConnectReply SimConnectClient::takeOpen(const Received& message)
 {
-    simconnect::OpenMessage head;
+    alignas(std::uint32_t) simconnect::OpenMessage head; // its arrays are handed on by reference
     if (!message.read(head)) {
         return SimConnectReply::Nothing;
     }
-    m_applicationName = simconnectdata::Text(head.applicationName, sizeof head.applicationName);
+    m_applicationName = simvalue::Text(head.applicationName, sizeof head.applicationName);
     m_applicationVersion = QStringLiteral("AppVersion=") + VersionText(head.applicationVersion);
     m_simConnectVersion = VersionText(head.simConnectVersion);
     qDebug().noquote() << openText(m_applicationName);
@@ -305,7 +306,7 @@ void SimConnectClient::takeAircraft(const char* data)
     if (!m_aircraft.onGround) {
         m_verticalSpeed = simconnectdata::FeetPerMinute(variables);
     } else if (m_verticalSpeed != 0.0) {
-        m_aircraft.landingRate = simconnectdata::Whole(std::exchange(m_verticalSpeed, 0.0));
+        m_aircraft.landingRate = simvalue::Truncated(std::exchange(m_verticalSpeed, 0.0));
     }
     qDebug().noquote() << AircraftText(variables);
 }
@@ -325,8 +326,8 @@ SimConnectReply SimConnectClient::takeObservation(const Received& message)
         return SimConnectReply::Nothing;
     }
     m_observation =
-        simconnectdata::Text(message.bytes + sizeof head,
-                             std::min(message.size - sizeof head, simconnect::kLongestObservation));
+        simvalue::Text(message.bytes + sizeof head,
+                       std::min(message.size - sizeof head, simconnect::kLongestObservation));
     qDebug().noquote() << QStringLiteral("\n\nWEATHER OBSERVATION: ") + m_observation;
     return SimConnectReply::Observation;
 }

@@ -3,9 +3,9 @@
 #include "aviation/Units.h"
 #include "aviation/support/Clock.h"
 #include "sim/SimConnectDefinitions.h"
+#include "sim/SimValues.h"
 
 #include <QDateTime>
-#include <QTextCodec>
 
 #include <algorithm>
 #include <cmath>
@@ -14,6 +14,10 @@
 #include <limits>
 
 namespace simconnectdata {
+
+using simvalue::Single;
+using simvalue::Text;
+using simvalue::Truncated;
 
 namespace {
 
@@ -64,22 +68,6 @@ private:
     std::size_t m_left;
 };
 
-/// Conversions of finite numbers that are brought into the range of their result.
-template <typename Integer>
-Integer Truncated(double number)
-{
-    static_assert(sizeof(Integer) <= sizeof(std::int32_t)); // limits that a double holds exactly
-    return static_cast<Integer>(
-        std::clamp(number, static_cast<double>(std::numeric_limits<Integer>::min()),
-                   static_cast<double>(std::numeric_limits<Integer>::max())));
-}
-
-float Single(double number)
-{
-    constexpr auto kLargest = static_cast<double>(std::numeric_limits<float>::max());
-    return static_cast<float>(std::clamp(number, -kLargest, kLargest));
-}
-
 /// Finite for every finite number.
 double Times(double number, double factor)
 {
@@ -92,6 +80,12 @@ std::uint16_t Scaled(float number, float factor)
 {
     constexpr float kLargest = std::numeric_limits<std::uint16_t>::max();
     return static_cast<std::uint16_t>(std::clamp(number * factor, 0.0F, kLargest));
+}
+
+std::uint16_t Word(std::int32_t number)
+{
+    return static_cast<std::uint16_t>(
+        std::clamp<std::int32_t>(number, 0, std::numeric_limits<std::uint16_t>::max()));
 }
 
 /// Deliberately by this computer's calendar: its time now with the simulator's date at hour and
@@ -160,23 +154,6 @@ std::wstring TankName(std::int32_t id)
 
 } // namespace
 
-std::int32_t Whole(double number)
-{
-    return Truncated<std::int32_t>(number);
-}
-
-QString Text(const char* bytes, std::size_t size)
-{
-    constexpr int kUtf8Mib = 106;
-    const int length = static_cast<int>(
-        std::find(bytes, bytes + std::min<std::size_t>(size, std::numeric_limits<int>::max()), '\0')
-        - bytes);
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    const QString text = QTextCodec::codecForMib(kUtf8Mib)->toUnicode(bytes, length, &state);
-    const bool isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
-    return isUtf8 ? text : QString::fromLatin1(bytes, length);
-}
-
 AircraftVariables ReadAircraft(const char* data)
 {
     using simconnect::DataType;
@@ -223,12 +200,12 @@ aviation::structs::AircraftData AircraftOf(const AircraftVariables& variables)
     FillState(variables, aircraft);
     FillDetail(variables, aircraft);
     aircraft.position = Place(variables.latitude, variables.longitude);
-    aircraft.heightAgl = Whole(variables.heightAgl);
-    aircraft.altitude = Whole(variables.altitude);
-    aircraft.tas = Whole(variables.tas);
-    aircraft.groundSpeed = Whole(variables.groundSpeed);
+    aircraft.heightAgl = Truncated(variables.heightAgl);
+    aircraft.altitude = Truncated(variables.altitude);
+    aircraft.tas = Truncated(variables.tas);
+    aircraft.groundSpeed = Truncated(variables.groundSpeed);
     aircraft.heading = Times(variables.heading, kHalfTurn) / aviation::kPi;
-    aircraft.verticalSpeed = Whole(FeetPerMinute(variables));
+    aircraft.verticalSpeed = Truncated(FeetPerMinute(variables));
     aircraft.wind = {Single(variables.windDirection), Single(variables.windSpeed), kNoGust, 0.0F};
     aircraft.temperature = Single(variables.temperature);
     aircraft.visibility = Single(std::trunc(variables.visibility / kMetresPerKilometre));
@@ -286,7 +263,7 @@ aviation::structs::RadioFrequencys ReadRadios(const char* data)
         *frequency = Scaled(reader.float32(), kPerMegahertz);
     }
     radios.adf = Scaled(reader.float32(), kPerAdfUnit);
-    radios.transponder = Truncated<std::uint16_t>(reader.int32());
+    radios.transponder = Word(reader.int32());
     return radios;
 }
 

@@ -65,10 +65,4 @@ aviation::structs::AircraftFuel ReadFuel(const char* data);
 aviation::structs::AircraftPayload ReadPayload(const char* data);
 aviation::structs::RadioFrequencys ReadRadios(const char* data);
 
-/// Truncated into the range of the result; for finite numbers.
-std::int32_t Whole(double number);
-
-/// A text of the simulator up to its zero or its end; UTF-8 when it is, else Latin-1.
-QString Text(const char* bytes, std::size_t size);
-
 } // namespace simconnectdata

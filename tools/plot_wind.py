@@ -76,20 +76,27 @@ def json_lines(text, name):
     """One object for each line that isn't empty."""
     try:
         return [json.loads(line) for line in text.splitlines() if line.strip()]
-    except ValueError as error:
+    except (ValueError, RecursionError) as error:
         raise InputError(f"{name}: {error}") from error
+
+
+def given(fields, name, default):
+    """The value of a field; like cirrilon-cli it takes one that is null for absent."""
+    value = fields.get(name)
+    return default if value is None else value
 
 
 def altitude_times(case):
     """(ms since the start, feet) whenever the case says where the aircraft is, and at its end."""
     now, altitude, times = 0, 0, []
-    for event in case.get("events", []):
-        now += event.get("after", 1000)
-        if "aircraft" in event:
-            altitude = event["aircraft"].get("altitude", 0)
+    for event in given(case, "events", []):
+        now += given(event, "after", 1000)
+        aircraft = given(event, "aircraft", None)
+        if aircraft is not None:
+            altitude = given(aircraft, "altitude", 0)
             times.append((now, altitude))
-        steps = event.get("steps", 0) + event.get("xplaneSteps", 0)
-        now += event.get("every", 1000) * steps
+        steps = given(event, "steps", 0) + given(event, "xplaneSteps", 0)
+        now += given(event, "every", 1000) * steps
     times.append((now, altitude))
     return times
 
@@ -115,7 +122,7 @@ def series_of(case, answer):
     """The name and points (minutes, value) of each line of one column."""
     if "error" in answer:
         raise InputError("the case wasn't answered: " + answer["error"])
-    start = case.get("start", 0)
+    start = given(case, "start", 0)
     steps = [step for step in answer["steps"] if "out" in step]
     if not steps:
         raise InputError("a case without steps of the wind at the aircraft")
@@ -144,6 +151,13 @@ def strokes(field, index, gusty):
                      for name, style, title in shown)
 
 
+def ground_of(case):
+    """Elevation of the first METAR, feet."""
+    weathers = (given(event, "weather", None) for event in given(case, "events", []))
+    first = next((weather for weather in weathers if weather is not None), {})
+    return given(given(first, "metar", {}), "elevation", 0)
+
+
 def gnuplot_script(cases, answers, out):
     """The whole input of gnuplot."""
     columns = [series_of(case, answer) for case, answer in zip(cases, answers)]
@@ -152,7 +166,7 @@ def gnuplot_script(cases, answers, out):
     script = HEAD.format(width=CHART_WIDTH * len(columns), height=HEIGHT, out=quoted, minutes=minutes)
     for index, (series, gusty) in enumerate(columns):
         script += "".join(data_block(f"{name}{index}", points) for name, points in series.items())
-        ground = cases[index]["events"][0].get("weather", {}).get("metar", {}).get("elevation", 0)
+        ground = ground_of(cases[index])
         script += COLUMN.format(index=index, left=(index + 0.14) / len(columns), right=(index + 0.97) / len(columns),
                                 title="With gusts" if gusty else "Without gusts", gust_limit=ground + GUST_LIMIT_FEET,
                                 direction=strokes("dir", index, gusty), speed=strokes("speed", index, gusty))
@@ -168,8 +182,13 @@ def plot(arguments):
     program = shutil.which(arguments.gnuplot)
     if program is None:
         raise InputError(f"{arguments.gnuplot}: no such program (Debian: apt-get install gnuplot-nox)")
+    if arguments.out.is_dir() or not arguments.out.parent.is_dir():
+        raise InputError(f"{arguments.out}: not the name of a file in a folder that exists")
     unfinished = arguments.out.with_name(arguments.out.name + ".part")
-    script = gnuplot_script(cases, answers, unfinished)
+    try:
+        script = gnuplot_script(cases, answers, unfinished)
+    except (AttributeError, KeyError, TypeError) as error:
+        raise InputError(f"these aren't the cases and answers of cirrilon-cli wind steps: {error}") from error
     try:
         subprocess.run([program], input=script, text=True, check=True)
         unfinished.replace(arguments.out)
@@ -184,7 +203,7 @@ def main():
     parser.add_argument("--gnuplot", default="gnuplot", help="the program that draws")
     try:
         plot(parser.parse_args())
-    except (InputError, OSError, subprocess.CalledProcessError) as error:
+    except (InputError, OSError, UnicodeDecodeError, subprocess.CalledProcessError) as error:
         sys.exit(f"plot_wind.py: {error}")
 
 

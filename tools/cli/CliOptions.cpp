@@ -348,7 +348,8 @@ prepare WHAT --at LAT,LON [--sim N] [--interface N] ...
                     the record for direct output
 
 wind steps < cases  direct wind control, step by step: one JSON object for each
-                    line of standard input, 100000 steps a line at most
+                    line of standard input, 100000 steps and as many events
+                    a line at most
 
 Exit status: 0 done, 1 the work failed, 2 wrong arguments, 3 bad input file.
 )");

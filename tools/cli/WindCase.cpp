@@ -174,6 +174,9 @@ Case readCase(const JsonFields& fields, const Steering& defaults)
     wind.settings = readSteering(fields.object("settings").value_or(JsonFields({}, {})), defaults);
     wind.random = readRandom(fields);
     const QJsonArray events = fields.list("events");
+    if (events.size() > kMostEvents) {
+        throw BadField{QStringLiteral("more than %1 events in one case").arg(kMostEvents)};
+    }
     int steps = 0;
     for (int i = 0; i < events.size(); ++i) {
         wind.events.push_back(readEvent(entry(fields, "events", events, i), defaults));

@@ -17,6 +17,8 @@ namespace windcase {
 
 /// All steps of a case together: a day and some hours, one a second.
 inline constexpr int kMostSteps = 100000;
+/// An event takes a hundred times as much memory as its shortest text.
+inline constexpr int kMostEvents = 100000;
 
 /// Why a line is no case.
 struct BadLine
@@ -60,7 +62,7 @@ struct Case
 
 /// Reads one line. An absent field, or one that is null, has its default: that of a fresh record,
 /// and `defaults` for the settings. Throws BadLine for anything that is no case: no JSON object, a
-/// value of another kind or out of range, more than kMostSteps steps.
+/// value of another kind or out of range, more than kMostSteps steps or kMostEvents events.
 Case Read(const std::string& line, const Steering& defaults);
 
 } // namespace windcase

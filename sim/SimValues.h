@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+/// Values as simulators have them in their memory and messages. Pure functions for whatever stands
+/// there.
+namespace simvalue {
+
+/// The integer part, kept within the limits of its type; 0 for what isn't a number.
+std::int32_t Truncated(double value);
+
+/// In single precision, kept finite; 0 for what isn't a number.
+float Single(double value);
+
+/// A text up to its first zero, or all of it: UTF-8, or Latin-1 where it isn't that.
+QString Text(const char* bytes, std::size_t size);
+template <std::size_t kSize>
+QString Text(const std::array<char, kSize>& bytes)
+{
+    return Text(bytes.data(), kSize);
+}
+
+/// UTF-8 of at most so many bytes, cut between two characters.
+std::string CutText(const std::string& utf8, std::size_t most);
+
+} // namespace simvalue
