@@ -1,10 +1,12 @@
 #include "aviation/Angles.h"
-#include "tests/e2e/ProgramFixture.h"
+#include "tests/e2e/WayFixture.h"
+
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <ostream>
+#include <optional>
 
 /// One simulator, one flight and one weather through every way in.
 namespace {
@@ -13,81 +15,6 @@ using aviation::structs::AircraftData;
 using simulator::Phase;
 using simulator::SimulatorState;
 namespace interfaceid = aviation::interfaceid;
-namespace command = simulator::command;
-namespace message = simulator::message;
-
-constexpr std::uint32_t kFsxInFsuipc = 8;
-constexpr std::uint32_t kFs2004InFsuipc = 7;
-
-/// How the program comes to the simulator. The bridge says what it stands before.
-struct Way
-{
-    const char* name;
-    int interfaceType;
-    int bridgedInterface = 0;
-    int bridgedFsId = 0;
-};
-
-constexpr Way kBridge{"bridge", interfaceid::kBridge, interfaceid::kBridge, 9};
-constexpr Way kBridgedRecords{"bridged_records", interfaceid::kBridge, interfaceid::kFsuipc, 3};
-constexpr Way kBridgedTexts{"bridged_texts", interfaceid::kBridge, 3, 3};
-constexpr Way kSimConnect{"simconnect", interfaceid::kSimConnect};
-constexpr Way kFsuipc{"fsuipc", interfaceid::kFsuipc};
-constexpr Way kBoth{"both", interfaceid::kFsuipcSimConnect};
-
-void PrintTo(const Way& way, std::ostream* out)
-{
-    *out << way.name;
-}
-
-std::string nameOf(const testing::TestParamInfo<Way>& info)
-{
-    return info.param.name;
-}
-
-class Ways : public ProgramFixture
-{
-protected:
-    simulator::SimulatorOptions simulatorOptions() const override
-    {
-        simulator::SimulatorOptions options;
-        options.udpIntervalMs = kNeverMs; // polled on every way
-        return options;
-    }
-    void begin(const Way& way, std::uint32_t fsuipcCode = kFsxInFsuipc)
-    {
-        simulator::FsuipcOptions fsuipc;
-        fsuipc.simulatorCode = fsuipcCode;
-        clients.setFsuipcOptions(fsuipc);
-        clients.model().withState([](SimulatorState& state) { state = simulator::freshState(); });
-        if (way.interfaceType == interfaceid::kBridge) {
-            simulator->invoke([&way](simulator::SimulatorServer& running) {
-                running.setSimulator(way.bridgedFsId, way.bridgedInterface);
-            });
-        }
-        settings->setMyIp(QString());
-        settings->setInterfaceType(way.interfaceType);
-        settings->setRange(40);
-        make();
-    }
-    SimulatorState state() const { return simulator->state(); }
-    void setFault(const QString& text)
-    {
-        ASSERT_TRUE(simulator->setFault(text));
-        ASSERT_TRUE(clients.faults().set(text));
-    }
-    /// Runs a job to its end; its result.
-    int run(const Job& job)
-    {
-        const int before = jobs[job.id];
-        controller->connectWorker().AddJob(job);
-        controller->connectWorker().start();
-        EXPECT_TRUE(wait([this, &job, before] { return jobs[job.id] > before; })) << job.id;
-        settle();
-        return lastError[job.id];
-    }
-    int poll() { return run(Job(connectjob::kAircraftData, QStringLiteral("Aircraft data"))); }
-};
 
 // --- the weather
 
@@ -187,31 +114,64 @@ TEST_F(SameWeather, AsThemeOverBridgeSimConnectAndBoth)
     }
 }
 
-/// The station's surface wind and pressure as its observation says them.
+/// Surface wind and pressure of one report, whatever form they travelled in.
+struct Surface
+{
+    double direction;
+    double speed;
+    double hectopascal;
+};
+
+Surface surfaceOf(const NewWeather& record)
+{
+    constexpr double kDegreesPerUnit = 360.0 / 65536.0;
+    return {record.Wind[0].Dir * kDegreesPerUnit, static_cast<double>(record.Wind[0].Speed),
+            record.Press / 16.0};
+}
+
+std::optional<Surface> surfaceOf(const QString& observation)
+{
+    static const QRegularExpression groups(
+        QStringLiteral("^\\w{4} \\d{6}Z (\\d{3})(\\d{2,3})(G\\d+)?KT.* Q(\\d{4}) "));
+    const QRegularExpressionMatch match = groups.match(observation);
+    if (!match.hasMatch()) {
+        return std::nullopt;
+    }
+    return Surface{match.captured(1).toDouble(), match.captured(2).toDouble(),
+                   match.captured(4).toDouble()};
+}
+
+Surface surfaceOf(const XPlaneWeather& weather)
+{
+    constexpr double kHectopascalPerInch = 33.8639;
+    return {static_cast<double>(weather.Winds.front().Dir),
+            static_cast<double>(weather.Winds.front().Speed),
+            static_cast<double>(weather.Press) * kHectopascalPerInch};
+}
+
+void expectSame(const Surface& one, const Surface& other)
+{
+    EXPECT_NEAR(aviation::AngleDifference(one.direction, other.direction), 0.0, 1.1);
+    EXPECT_NEAR(one.speed, other.speed, 1.0); // whole knots
+    EXPECT_NEAR(one.hectopascal, other.hectopascal, 1.0);
+}
+
 TEST_F(SameWeather, InEveryFormOfAStation)
 {
     const auto records = carry({kFsuipc, 0, connectjob::kSetWeather}).weatherRecords;
     const QStringList texts = carry({kSimConnect, 0, connectjob::kSetWeather}).weatherTexts;
     const auto xplane = carry({kBridge, 0, connectjob::kSetXPlaneWeather}).weatherData;
-    ASSERT_TRUE(xplane.has_value());
-    int compared = 0;
-    for (const NewWeather& record : records) {
-        const QString icao = QString::fromStdString(record.icaoText());
-        const auto text = std::find_if(texts.begin(), texts.end(), [&icao](const QString& each) {
-            return each.startsWith(icao);
-        });
-        if (icao == QLatin1String("GLOB") || text == texts.end()) {
-            continue;
-        }
-        const double hectopascal = record.Press / 16.0;
-        EXPECT_TRUE(
-            text->contains(QStringLiteral("Q%1").arg(qRound(hectopascal), 4, 10, QLatin1Char('0')))
-            || text->contains(QStringLiteral(" A")))
-            << icao.toStdString() << ' ' << hectopascal << ' ' << text->toStdString();
-        ++compared;
+    ASSERT_TRUE(xplane.has_value() && !xplane->Winds.empty());
+    ASSERT_EQ(static_cast<int>(records.size()), texts.size());
+    for (int i = 0; i < texts.size(); ++i) {
+        const NewWeather& record = records[static_cast<std::size_t>(i)];
+        SCOPED_TRACE(texts[i].toStdString());
+        EXPECT_TRUE(texts[i].startsWith(QString::fromStdString(record.icaoText())));
+        const std::optional<Surface> told = surfaceOf(texts[i]);
+        ASSERT_TRUE(told.has_value());
+        expectSame(*told, surfaceOf(record));
     }
-    EXPECT_GT(compared, 1);
-    EXPECT_NEAR(static_cast<double>(xplane->Press) * 33.8639, records.front().Press / 16.0, 40.0);
+    expectSame(surfaceOf(*xplane), surfaceOf(records.front()));
 }
 
 // --- the aircraft
@@ -358,225 +318,58 @@ TEST_P(Load, RadiosGoInWhereTheWayHasThemAndComeBack)
 
 INSTANTIATE_TEST_SUITE_P(Ways, Load, testing::Values(kBridge, kSimConnect, kFsuipc, kBoth), nameOf);
 
-// --- faults
+// --- every job
 
-struct FaultOnAWay
+struct JobResults
 {
-    Way way;
-    const char* fault;
-};
-
-class WayFaults : public Ways, public testing::WithParamInterface<FaultOnAWay>
-{};
-
-/// In a poll and in a run of stations: the program lives, and works when the fault has gone, after
-/// connecting anew at the latest.
-TEST_P(WayFaults, AreSurvived)
-{
-    const FaultOnAWay& row = GetParam();
-    begin(row.way);
-    connectSimulator();
-    download();
-    setFault(QString::fromLatin1(row.fault) + QStringLiteral("@6/2*1"));
-    poll();
-    const bool isRecord = row.way.bridgedInterface == interfaceid::kFsuipc
-                          || row.way.interfaceType == interfaceid::kFsuipc;
-    if (!controller->IsConnected()) {
-        connectSimulator();
-    }
-    setFault(QString::fromLatin1(row.fault)
-             + (isRecord ? QStringLiteral("@5/7*1") : QStringLiteral("@5/8*1")));
-    setWeather(connectjob::kSetWeather);
-    setFault(QStringLiteral("none"));
-    if (poll() != 0 || !controller->IsConnected()) {
-        if (controller->IsConnected()) {
-            controller->OnConnectClicked();
-            settle();
-        }
-        connectSimulator();
-    }
-    EXPECT_EQ(poll(), 0);
-    clients.model().withState([](SimulatorState& each) {
-        each.weatherTexts.clear();
-        each.weatherRecords.clear();
-    });
-    timer("timerWeather").start(); // a lost connection leaves it to the next download
-    controller->OnClickedSetWX();
-    EXPECT_EQ(setWeather(connectjob::kSetWeather), 0);
-    const SimulatorState after = state();
-    EXPECT_GT(isRecord ? static_cast<int>(after.weatherRecords.size()) : after.weatherTexts.size(),
-              2);
-}
-
-std::vector<FaultOnAWay> everyFaultOnEveryWay()
-{
-    std::vector<FaultOnAWay> rows;
-    for (const Way& way : {kBridgedTexts, kBridgedRecords, kSimConnect, kFsuipc, kBoth}) {
-        for (const char* fault : {"refuse", "silent", "slow:30", "garbage:40", "wrongid", "cut:10",
-                                  "close", "drop", "huge"})
-        {
-            rows.push_back({way, fault});
-        }
-    }
-    return rows;
-}
-
-INSTANTIATE_TEST_SUITE_P(Kinds, WayFaults, testing::ValuesIn(everyFaultOnEveryWay()),
-                         [](const auto& row) {
-                             QString name = QString::fromLatin1(row.param.fault);
-                             name.replace(QLatin1Char(':'), QLatin1Char('_'));
-                             return std::string(row.param.way.name) + '_' + name.toStdString();
-                         });
-
-TEST_F(Ways, AFailingCallInARunOfStationsDoesNotEndIt)
-{
-    begin(kSimConnect);
-    connectSimulator();
-    download();
-    ASSERT_EQ(setWeather(connectjob::kSetWeather), 0);
-    const int whole = state().weatherTexts.size();
-    clients.model().withState([](SimulatorState& each) { each.weatherTexts.clear(); });
-    clients.host().failNextCalls("SimConnect_WeatherSetObservation", 2);
-    controller->OnClickedSetWX();
-    EXPECT_EQ(setWeather(connectjob::kSetWeather), 0);
-    EXPECT_EQ(state().weatherTexts.size(), whole - 2);
-    EXPECT_EQ(view.linesWith(QStringLiteral("(ConnectWorker) - Set Weather failed. ")), 2);
-}
-
-TEST_F(Ways, APauseIsNoFault)
-{
-    for (const Way& way : {kSimConnect, kFsuipc, kBoth}) {
-        begin(way);
-        connectSimulator();
-        const int errors = view.linesWith(QStringLiteral("Error"));
-        clients.model().setPaused(true);
-        bool seen = false;
-        for (int i = 0; i < 12 && !seen; ++i) { // SimConnect is asked on every eleventh poll
-            seen = poll() == 19;
-        }
-        EXPECT_TRUE(seen) << way.name;
-        EXPECT_EQ(view.linesWith(QStringLiteral("Error")), errors) << way.name;
-        clients.model().setPaused(false);
-        EXPECT_EQ(poll(), 0) << way.name;
-        controller.reset();
-    }
-}
-
-// --- detection
-
-struct Detection
-{
+    int id;
     const char* name;
-    bool hasSimConnect;
-    bool hasFsuipc;
-    bool isRunning;
-    std::uint32_t fsuipcCode;
-    int interfaceType; ///< afterwards, -1 not connected
+    int overBridge;
+    int overSimConnect;
+    int overFsuipc;
+    int overBoth;
 };
 
-class Detected : public Ways, public testing::WithParamInterface<Detection>
-{};
-
-TEST_P(Detected, ByItself)
+TEST_F(Ways, EachJobGivesWhatTheWayCanDo)
 {
-    const Detection& row = GetParam();
-    clients.setSimConnectInstalled(row.hasSimConnect);
-    clients.setFsuipcInstalled(row.hasFsuipc);
-    clients.setRunning(row.isRunning);
-    begin({"auto", interfaceid::kAuto}, row.fsuipcCode);
-    controller->OnConnectClicked();
-    settle();
-    EXPECT_EQ(controller->IsConnected(), row.interfaceType >= 0);
-    if (row.interfaceType < 0) {
-        EXPECT_GT(view.linesWith(QStringLiteral("FS or Server not found")), 0);
-        return;
-    }
-    EXPECT_EQ(controller->connectWorker().interfaceType(), row.interfaceType);
-    EXPECT_EQ(poll(), 0);
-    download();
-    EXPECT_EQ(setWeather(connectjob::kSetWeather), 0);
-    EXPECT_EQ(state().refreshes, row.fsuipcCode == kFs2004InFsuipc ? 1 : 0);
-    EXPECT_EQ(run(Job(connectjob::kCloudMap, QStringLiteral("40:10"))),
-              row.interfaceType == interfaceid::kFsuipcSimConnect ? 20 : 200);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Simulators, Detected,
-    testing::Values(Detection{"fsx", true, true, true, kFsxInFsuipc, 3},
-                    Detection{"fsx_without_simconnect", false, true, true, kFsxInFsuipc, 1},
-                    Detection{"fs2004", true, true, true, kFs2004InFsuipc, 1},
-                    Detection{"without_fsuipc", true, false, true, kFsxInFsuipc, -1},
-                    Detection{"not_running", true, true, false, kFsxInFsuipc, -1}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-// --- direct wind control
-
-class DirectWind : public Ways
-{
-protected:
-    void beginFlight(const Way& way)
-    {
-        settings->setFsWindDwc(true);
-        settings->setGustySurfaceWind(false);
+    const JobResults rows[] = {
+        {connectjob::kClearWeather, "Clear WX", 0, 0, 0, 0},
+        {connectjob::kSendText, "a text", 0, 0, 0, 0},
+        {connectjob::kCreateStation, "KZZZ:Nowhere:44.0:-95.0:1000", 200, 0, 200, 0},
+        {connectjob::kWeatherAt, "44.0;-95.0", 200, 0, 0, 0},
+        {connectjob::kLoadFlightPlan, "plan.pln", 200, 0, 200, 0},
+        {connectjob::kCloudMap, "40:2000", 200, 20, 200, 20},
+        {connectjob::kWindAtAircraft, "180:20.5", 0, 200, 0, 0},
+        {connectjob::kWindAtAircraft, "361:20", 17, 17, 17, 17},
+        {connectjob::kSetTheme, "no/such/file", 15, 0, 200, 0},
+        {connectjob::kSetWeather, "nothing waits", 5, 5, 5, 5},
+        {connectjob::kSetXPlaneWeather, "Set XPWeather", 0, 200, 200, 200},
+        {connectjob::kSetWindLayers, "Set XPWind", 0, 200, 200, 200},
+        {connectjob::kSetVisibility, "5000", 0, 200, 200, 200},
+        {connectjob::kSetGlobalWind, "", 0, 200, 200, 200},
+        {connectjob::kActivateWeather, "", 0, 200, 200, 200},
+        {connectjob::kDateTime, "", 0, 200, 200, 200},
+        {connectjob::kServerConfig, "", 0, 200, 200, 200},
+        {connectjob::kNotImplemented, "", 200, 200, 200, 200},
+        {connectjob::kWrongVersion42, "", 4, 4, 4, 4}};
+    const std::pair<Way, int JobResults::*> ways[] = {{kBridge, &JobResults::overBridge},
+                                                      {kSimConnect, &JobResults::overSimConnect},
+                                                      {kFsuipc, &JobResults::overFsuipc},
+                                                      {kBoth, &JobResults::overBoth}};
+    for (const auto& [way, result] : ways) {
+        SCOPED_TRACE(way.name);
         begin(way);
         connectSimulator();
-        download();
-        ASSERT_EQ(poll(), 0);
-    }
-    void step()
-    {
-        constexpr int kJustOverASecond = 1001;
-        timer("timerWeather").start();
-        tick(std::chrono::milliseconds(kJustOverASecond));
-        settle();
-    }
-};
-
-TEST_F(DirectWind, FollowsTheRealWindByItsLimitsAndKeepsIt)
-{
-    constexpr double kMostAStep = 1.02; // the bridge's text has two decimals
-    for (const Way& way : {kFsuipc, kBoth, Way{"bridged", interfaceid::kBridge, 1, 3}}) {
-        SCOPED_TRACE(way.name);
-        beginFlight(way);
-        step(); // sets the weather and searches the reports
-        int moved = 0;
-        aviation::weather::Wind before;
-        for (int i = 0; i < 8; ++i) {
-            step();
-            const auto wind = state().wind;
-            if (!wind) {
-                continue;
-            }
-            const double turn = aviation::AngleDifference(static_cast<double>(wind->Dir),
-                                                          static_cast<double>(before.Dir));
-            EXPECT_LE(std::abs(turn), kMostAStep);
-            EXPECT_LE(std::abs(static_cast<double>(wind->Speed - before.Speed)), kMostAStep);
-            moved += wind->Speed > before.Speed ? 1 : 0;
-            before = *wind;
+        const int clears = state().clears;
+        for (const JobResults& row : rows) {
+            EXPECT_EQ(run(Job(row.id, QString::fromLatin1(row.name))), row.*result) << row.id;
         }
-        EXPECT_GT(moved, 4);
-        EXPECT_FALSE(view.targetWinds.isEmpty());
+        EXPECT_EQ(state().clears, clears + 1);
+        EXPECT_TRUE(state().screenTexts.contains(QStringLiteral("a text")));
+        EXPECT_EQ(state().stations.size(), rows[2].*result == 0 ? 1U : 0U);
+        EXPECT_EQ(state().wind.has_value(), rows[6].*result == 0);
         controller.reset();
     }
-}
-
-TEST_F(DirectWind, GoesAsLayersToXPlaneAndNotAtAllThroughSimConnectAlone)
-{
-    beginFlight(kBridge);
-    step();
-    for (int i = 0; i < 4; ++i) {
-        step();
-    }
-    EXPECT_GT(asked(command::kWrite, message::kWindLayers), 1);
-    EXPECT_EQ(state().windLayers.size(), 3U);
-    controller.reset();
-
-    beginFlight(kSimConnect);
-    for (int i = 0; i < 4; ++i) {
-        step();
-    }
-    EXPECT_EQ(jobs[connectjob::kWindAtAircraft], 0);
-    EXPECT_FALSE(state().wind.has_value());
 }
 
 } // namespace
