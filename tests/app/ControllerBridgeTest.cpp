@@ -3,11 +3,11 @@
 
 #include <QUdpSocket>
 
-#include <array>
+#include <tuple>
 
 namespace {
 
-const QString kLoopback = QStringLiteral("127.0.0.1");
+const QString kLoopback = "127.0.0.1"_q;
 
 /// A bridge's push of an aircraft at a height in feet.
 QByteArray aircraftDatagram(int height, std::uint8_t command = bridgecommand::kAnswer)
@@ -35,14 +35,14 @@ protected:
         settings->setMyIp(kLoopback);
         make();
         connectTo(4, 8);
-        ASSERT_EQ(view.linesWith(QStringLiteral("UDP bind IP:127.0.0.1 Port:%1 ").arg(port)), 1);
+        ASSERT_EQ(view.linesWith("UDP bind IP:127.0.0.1 Port:%1 "_q.arg(port)), 1);
     }
     void send(const QByteArray& bytes)
     {
-        ASSERT_EQ(server.writeDatagram(bytes, QHostAddress(kLoopback), port), bytes.size());
+        ASSERT_EQ(sender.writeDatagram(bytes, QHostAddress(kLoopback), port), bytes.size());
     }
 
-    QUdpSocket server;
+    QUdpSocket sender;
     quint16 port = 0;
 };
 
@@ -52,12 +52,12 @@ TEST_F(ControllerBridgeTest, TheStreamReplacesPollingAndLosesNoDatagram)
     simulator.clearCalls();
     controller->OnTimerOneSecond();
     settle();
-    EXPECT_TRUE(simulator.calls(QStringLiteral("GetAircraftData")).isEmpty());
+    EXPECT_TRUE(simulator.calls("GetAircraftData"_q).isEmpty());
     constexpr int kDatagrams = 20;
     for (int i = 1; i <= kDatagrams; ++i) {
         send(aircraftDatagram(i) + QByteArray("\0rest", 5));
     }
-    const QString finished = QStringLiteral("JobName:Aircraft data from UDP  Finished");
+    const QString finished = "JobName:Aircraft data from UDP  Finished"_q;
     ASSERT_TRUE(wait([&] { return view.linesWith(finished) == kDatagrams; }));
     EXPECT_EQ(view.aircraft.heightAgl, kDatagrams);
 
@@ -67,7 +67,7 @@ TEST_F(ControllerBridgeTest, TheStreamReplacesPollingAndLosesNoDatagram)
 
     controller->OnJobConnectWorkerFinished(40, QString::number(port), 0);
     QCoreApplication::processEvents();
-    EXPECT_EQ(view.levelOf(QStringLiteral("UDP bind failed: ")), 3) << "no second socket";
+    EXPECT_EQ(view.levelOf("UDP bind failed: "_q), 3) << "no second socket";
     controller->OnConnectClicked();
     settle();
     QUdpSocket again;
@@ -76,15 +76,15 @@ TEST_F(ControllerBridgeTest, TheStreamReplacesPollingAndLosesNoDatagram)
 
 TEST_F(ControllerBridgeTest, ForeignAndBrokenDatagramsAreDroppedWithALineEach)
 {
-    settings->setServerIp(QStringLiteral("127.0.0.2"));
+    settings->setServerIp("127.0.0.2"_q);
     bindStream();
     send(aircraftDatagram(1));
     send(aircraftDatagram(2));
-    const QString foreign = QStringLiteral("UDP datagrams of 127.0.0.1 dropped");
+    const QString foreign = "UDP datagrams of 127.0.0.1 dropped"_q;
     ASSERT_TRUE(wait([&] { return view.linesWith(foreign) == 1; }));
 
-    server.close();
-    ASSERT_TRUE(server.bind(QHostAddress(QStringLiteral("127.0.0.2")), 0));
+    sender.close();
+    ASSERT_TRUE(sender.bind(QHostAddress("127.0.0.2"_q), 0));
     send("garbage");
     send(QByteArray());
     send(aircraftDatagram(1).left(17));
@@ -92,24 +92,23 @@ TEST_F(ControllerBridgeTest, ForeignAndBrokenDatagramsAreDroppedWithALineEach)
     ASSERT_TRUE(wait([&] { return controller->aircraft().heightAgl == 3; }));
     QCoreApplication::processEvents();
     EXPECT_EQ(view.linesWith(foreign), 1);
-    EXPECT_EQ(view.linesWith(QStringLiteral("datagram without aircraft data")), 1);
+    EXPECT_EQ(view.linesWith("datagram without aircraft data"_q), 1);
 }
 
 TEST_F(ControllerBridgeTest, OnlyAPortAndAnOwnAddressAreBound)
 {
-    const std::array<std::array<const char*, 3>, 5> rows{{
-        {"", "5000", "UDP bind failed: IP not selected"},
-        {"127.0.0.1", "0", "UDP bind failed IP:127.0.0.1 Port:0 "},
-        {"127.0.0.1", "70000", "UDP bind failed IP:127.0.0.1 Port:70000 "},
-        {"127.0.0.1", "<b>", "UDP bind failed IP:127.0.0.1 Port:&lt;b&gt; "},
-        {"192.0.2.1", "5000", "UDP bind failed IP:192.0.2.1 Port:5000 "},
-    }};
+    const std::tuple<QString, QString, QString> rows[] = {
+        {QString(), "5000"_q, "UDP bind failed: IP not selected"_q},
+        {kLoopback, "0"_q, "UDP bind failed IP:127.0.0.1 Port:0 "_q},
+        {kLoopback, "<b>"_q, "UDP bind failed IP:127.0.0.1 Port:&lt;b&gt; "_q},
+        {"192.0.2.1"_q, "5000"_q, "UDP bind failed IP:192.0.2.1 Port:5000 "_q},
+    };
     make();
-    for (const auto& [address, text, line] : rows) {
-        settings->setMyIp(QString::fromLatin1(address));
-        controller->OnJobConnectWorkerFinished(40, QString::fromLatin1(text), 0);
+    for (const auto& [address, number, line] : rows) {
+        settings->setMyIp(address);
+        controller->OnJobConnectWorkerFinished(40, number, 0);
         QCoreApplication::processEvents();
-        EXPECT_EQ(view.levelOf(QString::fromLatin1(line)), 3) << line;
+        EXPECT_EQ(view.levelOf(line), 3) << qPrintable(line);
     }
 }
 

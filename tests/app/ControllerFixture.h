@@ -12,42 +12,26 @@
 #include "tests/support/FakeMainView.h"
 #include "tests/support/FakeProcessRunner.h"
 #include "tests/support/FakeUserDialogs.h"
+#include "tests/support/LoopbackHttp.h"
 
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
-#include <QTest>
+#include <QSignalSpy>
 
 #include <functional>
 #include <memory>
 
-/// Answers every request with the file of that path under a folder.
-class FolderNetwork final : public QNetworkAccessManager
-{
-public:
-    explicit FolderNetwork(const QString& folder) : m_folder(folder) {}
-
-protected:
-    QNetworkReply* createRequest(Operation operation, const QNetworkRequest& request,
-                                 QIODevice* data) override
-    {
-        const QUrl file = QUrl::fromLocalFile(m_folder + request.url().path());
-        return QNetworkAccessManager::createRequest(operation, QNetworkRequest(file), data);
-    }
-
-private:
-    QString m_folder;
-};
-
-/// A controller over doubles, with a home folder of its own. Its timers don't run by themselves
-/// faster than a test waits.
+/// A controller over doubles, with a home folder of its own and the servers "/one", "/two" and
+/// "/info/" on loopback. Its timers don't run by themselves faster than a test waits.
 class ControllerFixture : public SettingsFixture
 {
 protected:
     void SetUp() override
     {
         SettingsFixture::SetUp();
+        write(mainFile(),
+              "[url]\nwxdata1=%1one\nwxdata2=%1two\nfileinfo=%1info/\n"_q.arg(server.url("/"_q))
+                  .toUtf8());
         settings = std::make_unique<Settings>(mainFile(), m_random);
+        settings->setWeatherServer(settings->serverOne());
         settings->setWorkFolder(path("work/"));
         settings->setInterfaceType(aviation::interfaceid::kBridge);
         settings->setGribOff(true);
@@ -65,11 +49,17 @@ protected:
 
     void make()
     {
-        controller = std::make_unique<Controller>(ControllerParts{
-            *settings, view, dialogs, m_random,
-            [folder = path("server")] { return std::make_unique<FolderNetwork>(folder); },
-            processes, interfaces, DownloadLimits()});
+        controller = std::make_unique<Controller>(
+            ControllerParts{*settings, view, dialogs, m_random, HostNetwork(), processes,
+                            interfaces, DownloadLimits()});
         timer("timerOneSecond").stop();
+    }
+    /// Lets the tables be loaded, so reports find their places.
+    void start()
+    {
+        QSignalSpy started(controller.get(), &Controller::sigStarted);
+        ASSERT_TRUE(wait([&] { return started.count() == 1; }));
+        QCoreApplication::processEvents();
     }
     QTimer& timer(const char* name) const { return controllertesting::timer(*controller, name); }
     static bool wait(const std::function<bool()>& condition)
@@ -98,23 +88,22 @@ protected:
         controller->OnTimerOneSecond();
         settle();
     }
-    /// A weather file with so many METARs of German airfields.
-    static QString weatherText(int metars)
+    /// A weather file with so many METARs of EDDA to EDDZ.
+    static QByteArray weatherFile(int metars)
     {
-        QString text = QStringLiteral("[METAR]\n");
+        QByteArray text("[METAR]\n");
         for (int i = 0; i < metars; ++i) {
-            text += QStringLiteral("ED%1%2 011150Z 24012KT 9999 FEW030 22/12 Q1015\n")
-                        .arg(QChar('A' + i / 26))
-                        .arg(QChar('A' + i % 26));
+            text += "EDD" + QByteArray(1, static_cast<char>('A' + i % 26))
+                    + " 011150Z 24012KT 9999 FEW030 22/12 Q1015\n";
         }
-        return text + QStringLiteral("[/METAR]\n");
+        return text + "[/METAR]\n";
     }
-    void decode(int metars)
+    void decode(const QByteArray& text = weatherFile(26))
     {
-        controller->weatherWorker().setWeatherText(weatherText(metars));
-        controller->weatherWorker().addJob(
-            Job(weatherjob::kDecodeWeather, QStringLiteral("decode weather data")));
-        controller->weatherWorker().start();
+        WeatherWorker& worker = controller->weatherWorker();
+        worker.setWeatherText(QString::fromLatin1(text));
+        worker.addJob(Job(weatherjob::kDecodeWeather, "decode weather data"_q));
+        worker.start();
         settle();
     }
     void tick(std::chrono::milliseconds after)
@@ -127,6 +116,7 @@ protected:
     FakeMainView view;
     FakeUserDialogs dialogs;
     FakeProcessRunner processes;
+    LoopbackHttp server;
     FakeSimulator simulator;
     FakeInterfaceFactory interfaces{simulator};
     std::unique_ptr<Settings> settings;

@@ -8,13 +8,7 @@ namespace {
 
 TEST(GlobalWindFile, TakesTheLatestRunThatIsOut)
 {
-    const struct
-    {
-        int hour;
-        int minute;
-        const char* date;
-        const char* name;
-    } rows[] = {
+    const std::tuple<int, int, const char*, const char*> rows[] = {
         {3, 0, "20240229", "gfs.t18z.wafs_grb45f06.grib2"},
         {5, 59, "20240229", "gfs.t18z.wafs_grb45f06.grib2"},
         {6, 0, "20240301", "gfs.t00z.wafs_grb45f06.grib2"},
@@ -22,11 +16,11 @@ TEST(GlobalWindFile, TakesTheLatestRunThatIsOut)
         {12, 30, "20240301", "gfs.t06z.wafs_grb45f06.grib2"},
         {23, 59, "20240301", "gfs.t12z.wafs_grb45f06.grib2"},
     };
-    for (const auto& row : rows) {
-        const FakeClock clock(2024, 3, 1, row.hour, row.minute);
+    for (const auto& [hour, minute, date, name] : rows) {
+        const FakeClock clock(2024, 3, 1, hour, minute);
         const GlobalWindFile file = GlobalWindFile::At(clock.NowUtc());
-        EXPECT_EQ(file.date, QLatin1String(row.date)) << row.hour;
-        EXPECT_EQ(file.name, QLatin1String(row.name)) << row.hour;
+        EXPECT_EQ(file.date, QLatin1String(date)) << hour;
+        EXPECT_EQ(file.name, QLatin1String(name)) << hour;
     }
 }
 

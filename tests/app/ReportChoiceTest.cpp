@@ -51,24 +51,19 @@ TEST(ReportChoiceTest, AgeIsToldByDayAndHour)
 TEST(ReportChoiceTest, TheSynopIsShownWhenItIsNearerOrTheMetarOld)
 {
     const FakeClock clock(2019, 7, 1, 12, 10);
-    const struct
-    {
-        double metarNm, synopNm;
-        const wchar_t* time;
-        bool synopShown;
-    } rows[] = {
+    const std::tuple<double, double, const wchar_t*, bool> rows[] = {
         {9.0, 5.0, L"011150Z", false},   {11.0, 5.0, L"011150Z", true},
         {11.0, 12.0, L"011150Z", false}, {5.0, 300.0, L"010550Z", true},
         {101.0, 49.0, L"011150Z", true}, {60.0, 70.0, L"011150Z", false},
     };
-    for (const auto& row : rows) {
-        Synop synop = synopAt(row.synopNm);
-        const Metar shown = reportchoice::ForAircraft(metarAt(row.metarNm, row.time), synop,
-                                                      kAircraft, clock.NowUtc());
-        EXPECT_EQ(shown.reportText().substr(0, 4) == L"LAND", row.synopShown)
-            << row.metarNm << ' ' << row.synopNm;
-        if (!row.synopShown) {
-            EXPECT_EQ(shown.visFromSynop(), row.synopNm < 50.0 ? synop.visibility() : -1);
+    for (const auto& [metarNm, synopNm, time, synopShown] : rows) {
+        Synop synop = synopAt(synopNm);
+        const Metar shown =
+            reportchoice::ForAircraft(metarAt(metarNm, time), synop, kAircraft, clock.NowUtc());
+        EXPECT_EQ(shown.reportText().substr(0, 4) == L"LAND", synopShown)
+            << metarNm << ' ' << synopNm;
+        if (!synopShown) {
+            EXPECT_EQ(shown.visFromSynop(), synopNm < 50.0 ? synop.visibility() : -1);
         }
     }
     Synop none;
@@ -78,24 +73,17 @@ TEST(ReportChoiceTest, TheSynopIsShownWhenItIsNearerOrTheMetarOld)
 
 TEST(ReportChoiceTest, ARequestShowsTheSynopFirstWhenAnotherStationAnswers)
 {
-    const struct
-    {
-        const wchar_t* icao;
-        int error;
-        double synopNm;
-        std::size_t shown;
-        bool visibility;
-    } rows[] = {
+    const std::tuple<const wchar_t*, int, double, std::size_t, bool> rows[] = {
         {L"EDDF", 0, 20.0, 1, true},  {L"EDDF", 0, 60.0, 1, false}, {L"EDFH", 0, 20.0, 2, false},
         {L"EDFH", 8, 20.0, 1, false}, {L"EDFH", 9, 20.0, 2, false},
     };
-    for (const auto& row : rows) {
-        const auto reports = reportchoice::ForRequest(metarAt(5.0), synopAt(row.synopNm), kAircraft,
-                                                      {row.icao, row.error, L"EDDF 0112/0218"});
-        ASSERT_EQ(reports.size(), row.shown) << row.error;
+    for (const auto& [icao, error, synopNm, shown, visibility] : rows) {
+        const auto reports = reportchoice::ForRequest(metarAt(5.0), synopAt(synopNm), kAircraft,
+                                                      {icao, error, L"EDDF 0112/0218"});
+        ASSERT_EQ(reports.size(), shown) << error;
         EXPECT_EQ(reports.back().icao(), L"EDDF");
         EXPECT_EQ(reports.back().tafText(), L"EDDF 0112/0218");
-        EXPECT_EQ(reports.back().visFromSynop() != -1, row.visibility) << row.error;
+        EXPECT_EQ(reports.back().visFromSynop() != -1, visibility) << error;
     }
     EXPECT_EQ(reportchoice::ForRequest(metarAt(5.0), Synop(), kAircraft, {L"EDFH", 0, {}}).size(),
               1U);

@@ -4,15 +4,12 @@
 #include "app/base/GribSource.h"
 #include "app/base/Settings.h"
 #include "nav/AirportTable.h"
+#include "tests/app/base/SettingsFixture.h"
 #include "tests/support/FakeClock.h"
-#include "tests/support/FakeRandom.h"
 #include "weather/output/WeatherWrapper.h"
 #include "weather/store/WeatherManager.h"
 
-#include <QDir>
-#include <QFile>
 #include <QSemaphore>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -47,11 +44,7 @@ const char* const kWeather = "[METAR]\n"
                              "TAF EDDF 011100Z 0112/0218 24010KT 9999 FEW030\n\n"
                              "[/TAF]\n";
 
-/// One upper-air record near Frankfurt.
-const char* const kGrib =
-    "GRIB 00000 00000 99500 10090 99015 22056 24012 0000132 21856 24015 9200801 16057 25020 "
-    "8501530 11058 26025 7003120 00160 27035 5005760 12361 28050 4007420 23962 28060 3009480 "
-    "38363 28075 2510690 47165 28080";
+const QString kUpperAir = CIRRILON_TEST_DATA "/upperair/frankfurt.txt"_q;
 
 /// Counts its calls; from the call `good` on it puts a record into the store.
 class FakeGribSource final : public GribSource
@@ -69,7 +62,7 @@ public:
         if (calls < m_good) {
             return gribdownload::kFailed;
         }
-        m_store.initializeWeather(QString::fromLatin1(kGrib),
+        m_store.initializeWeather(QString::fromLatin1(SettingsFixture::read(kUpperAir)),
                                   aviation::weather::storekind::kUpperAir);
         return gribdownload::kDone;
     }
@@ -82,7 +75,7 @@ private:
     int m_good;
 };
 
-class WeatherWorkerTest : public ::testing::Test
+class WeatherWorkerTest : public SettingsFixture
 {
 protected:
     WeatherWorkerTest()
@@ -100,15 +93,13 @@ protected:
             [this](int job, const QString&, int error) { finished.emplace_back(job, error); });
         QObject::connect(worker.get(), &WeatherWorker::sigDebugString,
                          [this](const QString& text, int level) {
-                             if (level > 0) {
-                                 log << text;
-                             }
+                             log << (level > 0 ? QStringList(text) : QStringList());
                          });
     }
 
-    int run(const Job& job)
+    int run(int id, const QString& name = QString())
     {
-        worker->addJob(job);
+        worker->addJob(Job(id, name));
         worker->start();
         worker->join();
         return finished.empty() ? -1000 : finished.back().second;
@@ -117,7 +108,7 @@ protected:
     void decodeWeather()
     {
         worker->setWeatherText(QString::fromLatin1(kWeather));
-        ASSERT_EQ(run(Job(weatherjob::kDecodeWeather, QStringLiteral("decode weather data"))), 0);
+        ASSERT_EQ(run(weatherjob::kDecodeWeather), 0);
     }
 
     void standAt(double latitude, double longitude)
@@ -127,23 +118,15 @@ protected:
         worker->setAircraftData(aircraft);
     }
 
-    void addGrib()
-    {
-        store.initializeWeather(QString::fromLatin1(kGrib),
-                                aviation::weather::storekind::kUpperAir);
-    }
-
     /// Writes the simulator's station list: `fillers` unknown names and EDFH.
     void writeStationList(int fillers)
     {
-        QDir(folder.path()).mkpath(QStringLiteral("Weather"));
-        QFile file(folder.filePath(QStringLiteral("Weather/wxstationlist.bin")));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        QByteArray names;
         for (int i = 0; i < fillers; ++i) {
-            file.write(QStringLiteral("X%1").arg(i, 3, 10, QLatin1Char('0')).toLatin1());
+            names += "X00" + QByteArray::number(i);
         }
-        file.write("EDFH");
-        settings.setSimPath(folder.path());
+        write(path("Weather/wxstationlist.bin"), names + "EDFH");
+        settings.setSimPath(path("."));
     }
 
     QStringList preparedIcaos() const
@@ -156,27 +139,21 @@ protected:
     }
 
     FakeClock clock{2019, 7, 1, 12, 10};
-    FakeRandom random;
-    QTemporaryDir folder;
-    Settings settings{QString(), random};
-    WeatherWrapper store{settings, random};
+    Settings settings{QString(), m_random};
+    WeatherWrapper store{settings, m_random};
     std::unique_ptr<WeatherWorker> worker;
     std::vector<std::pair<int, int>> finished;
     QStringList log;
 };
 
-const QString kNoName;
-
 TEST_F(WeatherWorkerTest, AnUnknownIdReportsTheResultBeforeItAndTheEmptyJobNothing)
 {
-    worker->addJob(Job(weatherjob::kXPlaneFiles, kNoName));
-    worker->addJob(Job(99, kNoName));
-    worker->addJob(Job(kNoJob, kNoName));
-    worker->addJob(Job(0, kNoName));
+    for (const int id : {int(weatherjob::kXPlaneFiles), 99, int(kNoJob), 0}) {
+        worker->addJob(Job(id, QString()));
+    }
     worker->start();
     worker->join();
-    const std::vector<std::pair<int, int>> expected{{10, 3}, {99, 3}, {0, 3}};
-    EXPECT_EQ(finished, expected);
+    EXPECT_EQ(finished, (std::vector<std::pair<int, int>>{{10, 3}, {99, 3}, {0, 3}}));
 }
 
 TEST_F(WeatherWorkerTest, DecodeFillsTheStoreAndDropsOldSynops)
@@ -198,24 +175,23 @@ TEST_F(WeatherWorkerTest, DecodeFillsTheStoreAndDropsOldSynops)
 TEST_F(WeatherWorkerTest, PrepareJobsNeedAPosition)
 {
     for (const int id : {2, 5, 6, 7, 8, 9, 10, 11}) {
-        EXPECT_EQ(run(Job(id, QStringLiteral("EDDF"))), weathererror::kNoPosition) << id;
+        EXPECT_EQ(run(id, "EDDF"_q), weathererror::kNoPosition) << id;
     }
-    EXPECT_EQ(run(Job(3, QStringLiteral("XXXX"))), weathererror::kNone);
+    EXPECT_EQ(run(3, "XXXX"_q), weathererror::kNone);
 }
 
 TEST_F(WeatherWorkerTest, RecordsOfAllStationsBeginWithTheGlobalOneAndEndWithTheDestination)
 {
     decodeWeather();
     standAt(50.0, 8.5);
-    EXPECT_EQ(run(Job(2, QStringLiteral("KDEN"))), 0);
-    EXPECT_EQ(preparedIcaos(), (QStringList{QStringLiteral("GLOB"), QStringLiteral("EDDF"),
-                                            QStringLiteral("EDFH"), QStringLiteral("KDEN")}));
+    EXPECT_EQ(run(2, "KDEN"_q), 0);
+    EXPECT_EQ(preparedIcaos(), (QStringList{"GLOB"_q, "EDDF"_q, "EDFH"_q, "KDEN"_q}));
     const std::vector<NewWeather> records = worker->fsuipcRecords();
     EXPECT_EQ(records.at(0).Press, records.at(1).Press);
     EXPECT_EQ(records.at(1).Press, 1015 * 16);
 
     standAt(10.0, -150.0);
-    EXPECT_EQ(run(Job(2, kNoName)), 0);
+    EXPECT_EQ(run(2), 0);
     EXPECT_TRUE(worker->fsuipcRecords().empty());
 }
 
@@ -224,28 +200,27 @@ TEST_F(WeatherWorkerTest, TheSimulatorsStationListFiltersFromElevenEntriesOn)
     decodeWeather();
     standAt(50.0, 8.5);
     writeStationList(9);
-    run(Job(2, kNoName));
+    run(2);
     EXPECT_EQ(preparedIcaos().size(), 3) << "ten entries: the list is ignored";
 
     writeStationList(10);
     log.clear();
-    run(Job(2, kNoName));
-    EXPECT_EQ(preparedIcaos(), (QStringList{QStringLiteral("GLOB"), QStringLiteral("EDFH")}));
-    EXPECT_EQ(log, QStringList{QStringLiteral("Remove weather from list EDDF")});
+    run(2);
+    EXPECT_EQ(preparedIcaos(), (QStringList{"GLOB"_q, "EDFH"_q}));
+    EXPECT_EQ(log, QStringList{"Remove weather from list EDDF"_q});
 }
 
 TEST_F(WeatherWorkerTest, ObservationsAreLabelledWithTheirStation)
 {
-    store.initializeWeather(QStringLiteral("EDDF 011150Z 24012KT 9999 FEW030 22/12 Q1015\n"),
+    store.initializeWeather("EDDF 011150Z 24012KT 9999 FEW030 22/12 Q1015\n"_q,
                             aviation::weather::storekind::kMetar);
     standAt(50.0, 8.5);
-    EXPECT_EQ(run(Job(5, kNoName)), 0);
+    EXPECT_EQ(run(5), 0);
     QStringList heads;
     for (const QString& text : worker->simConnectStrings()) {
         heads << text.left(12);
     }
-    EXPECT_EQ(heads, (QStringList{QStringLiteral("GLOB 011150Z"), QStringLiteral("EDDF 011150Z"),
-                                  QStringLiteral("EDFH 011150Z")}));
+    EXPECT_EQ(heads, (QStringList{"GLOB 011150Z"_q, "EDDF 011150Z"_q, "EDFH 011150Z"_q}));
 }
 
 TEST_F(WeatherWorkerTest, AStationIsPreparedOnceItsUpperAirDataAreThere)
@@ -253,25 +228,17 @@ TEST_F(WeatherWorkerTest, AStationIsPreparedOnceItsUpperAirDataAreThere)
     FakeGribSource source(store, 3);
     useSource(&source);
     decodeWeather();
-    EXPECT_EQ(run(Job(3, QStringLiteral("EDDF"))), 0);
+    EXPECT_EQ(run(3, "EDDF"_q), 0);
     EXPECT_EQ(source.calls, 3) << "a failed download is asked for again";
     ASSERT_EQ(worker->fsuipcRecords().size(), 1U);
     EXPECT_GT(worker->fsuipcRecords().front().nWindCtr, 2);
     EXPECT_GT(clock.sleptMs(), 0) << "a source that fails at once isn't asked in a tight loop";
-}
 
-TEST_F(WeatherWorkerTest, StoppingEndsTheWaitForUpperAirData)
-{
-    FakeGribSource source(store, 1000000);
-    useSource(&source);
-    decodeWeather();
-    source.onCall = [&] {
-        if (source.calls == 5) {
-            worker->stop();
-        }
-    };
-    run(Job(3, QStringLiteral("EDDF")));
-    EXPECT_EQ(source.calls, 5);
+    settings.setGribOff(true);
+    EXPECT_EQ(run(3, "EDDF"_q), 0);
+    EXPECT_EQ(worker->fsuipcRecords().back().nWindCtr, 2) << "ignored";
+    EXPECT_EQ(run(3, "KDEN"_q), 0);
+    EXPECT_EQ(source.calls, 3) << "nor downloaded";
 }
 
 TEST_F(WeatherWorkerTest, NobodyIsHeldUpByAJobThatWaitsForUpperAirData)
@@ -285,106 +252,85 @@ TEST_F(WeatherWorkerTest, NobodyIsHeldUpByAJobThatWaitsForUpperAirData)
         asked.release();
         answer.acquire();
     };
-    worker->addJob(Job(3, QStringLiteral("EDDF")));
+    worker->addJob(Job(3, "EDDF"_q));
     worker->start();
     asked.acquire();
-    worker->setWeatherText(QStringLiteral("[METAR]\n[/METAR]\n")); // would stand still for ever
-    worker->addJob(Job(weatherjob::kDecodeWeather, kNoName));
+    worker->setWeatherText("[METAR]\n[/METAR]\n"_q); // would stand still for ever
+    worker->addJob(Job(weatherjob::kDecodeWeather, QString()));
     EXPECT_EQ(worker->queuedJobs(), 1);
     answer.release();
     worker->join();
     EXPECT_EQ(store.metarCount(), 0U);
 }
 
-TEST_F(WeatherWorkerTest, IgnoredUpperAirDataAreNeitherUsedNorDownloaded)
+TEST_F(WeatherWorkerTest, ASearchTellsWhatIsMissing)
 {
-    FakeGribSource source(store, 1);
-    useSource(&source);
-    decodeWeather();
-    addGrib();
-    settings.setGribOff(true);
-    EXPECT_EQ(run(Job(3, QStringLiteral("EDDF"))), 0);
-    EXPECT_EQ(source.calls, 0);
-    EXPECT_EQ(worker->fsuipcRecords().front().nWindCtr, 2);
-}
-
-struct SearchCase
-{
-    const char* name;
-    bool metar;
-    bool synop;
-    bool grib;
-    int job;
-    const char* argument;
-    int expected;
-};
-
-class SearchResultTest : public WeatherWorkerTest, public ::testing::WithParamInterface<SearchCase>
-{};
-
-TEST_P(SearchResultTest, TellsWhatIsMissing)
-{
-    const SearchCase& row = GetParam();
-    decodeWeather();
-    if (!row.metar) {
-        store.initializeWeather(QString(), aviation::weather::storekind::kMetar);
-    }
-    if (!row.synop) {
-        store.initializeWeather(QString(), aviation::weather::storekind::kSynop);
-    }
-    if (row.grib) {
-        addGrib();
-    }
+    const struct
+    {
+        bool metar, synop, grib;
+        int job;
+        QString argument;
+        int expected;
+    } rows[] = {
+        {true, true, false, 15, QString(), 9},
+        {false, true, false, 13, QString(), 9},
+        {false, false, false, 17, "50.0,8.5"_q, 10},
+        {true, true, true, 13, QString(), 0}, // upper-air data stay from here on
+        {true, false, true, 13, QString(), 8},
+        {true, false, true, 15, QString(), 0},
+        {true, false, true, 14, "EDDF"_q, 0},
+        {true, false, true, 17, "50.0,8.5"_q, 8},
+        {false, true, true, 15, QString(), 7},
+        {false, false, true, 13, QString(), 7},
+        {true, true, true, 17, "50.0"_q, 3},
+    };
+    using namespace aviation::weather;
     standAt(50.0, 8.5);
-    EXPECT_EQ(run(Job(row.job, QString::fromLatin1(row.argument))), row.expected);
-    Metar metar;
-    Synop synop;
-    Grib grib;
-    worker->GetSearchResult(metar, synop, grib);
-    EXPECT_EQ(metar.isKnown(), row.metar);
-    EXPECT_EQ(grib.status() == 0, row.grib);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Jobs, SearchResultTest,
-    ::testing::Values(SearchCase{"AllFound", true, true, true, 13, "", 0},
-                      SearchCase{"NoSynopForWind", true, false, true, 13, "", 8},
-                      SearchCase{"NoSynopForDisplay", true, false, true, 15, "", 0},
-                      SearchCase{"NoSynopAtStation", true, false, true, 14, "EDDF", 0},
-                      SearchCase{"NoSynopAtPosition", true, false, true, 17, "50.0,8.5", 8},
-                      SearchCase{"NoMetar", false, true, true, 15, "", 7},
-                      SearchCase{"NoGrib", true, true, false, 15, "", 9},
-                      SearchCase{"NoGribNorMetar", false, true, false, 13, "", 9},
-                      SearchCase{"OnlyGrib", false, false, true, 13, "", 7},
-                      SearchCase{"Nothing", false, false, false, 17, "50.0,8.5", 10}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(WeatherWorkerTest, APositionWithoutACommaIsNoPosition)
-{
-    decodeWeather();
-    EXPECT_EQ(run(Job(17, QStringLiteral("50.0"))), weathererror::kNoPosition);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.job << ' ' << row.expected);
+        decodeWeather();
+        if (row.grib) {
+            store.initializeWeather(QString::fromLatin1(SettingsFixture::read(kUpperAir)),
+                                    storekind::kUpperAir);
+        }
+        if (!row.metar) {
+            store.initializeWeather(QString(), storekind::kMetar);
+        }
+        if (!row.synop) {
+            store.initializeWeather(QString(), storekind::kSynop);
+        }
+        EXPECT_EQ(run(row.job, row.argument), row.expected);
+        Metar metar;
+        Synop synop;
+        Grib grib;
+        worker->GetSearchResult(metar, synop, grib);
+        if (row.expected != weathererror::kNoPosition) {
+            EXPECT_EQ(metar.isKnown(), row.metar);
+            EXPECT_EQ(grib.status() == 0, row.grib);
+        }
+    }
 }
 
 TEST_F(WeatherWorkerTest, WeatherSearchKeepsToItsCriteria)
 {
     decodeWeather();
-    const std::pair<const char*, const char*> rows[] = {
-        {"0;100;0;99999;;", "EDDF EDFH KDEN"},
-        {"12;100;0;99999;;", "EDDF EDFH"},
-        {"0;100;0;3000;;", "EDFH"},
-        {"0;100;0;99999;RA;", "EDFH"},
-        {"0;100;0;99999;X;", "EDDF EDFH KDEN"},
-        {"0;100;0;99999;;ED", "EDDF EDFH"},
-        {"0;100;0;99999;;EDDFX", ""},
-        {"0;100;0;99999;", ""},
+    const std::pair<QString, QString> rows[] = {
+        {"0;100;0;99999;;"_q, "EDDF EDFH KDEN "_q},
+        {"12;100;0;99999;;"_q, "EDDF EDFH "_q},
+        {"0;100;0;3000;;"_q, "EDFH "_q},
+        {"0;100;0;99999;RA;"_q, "EDFH "_q},
+        {"0;100;0;99999;;ED"_q, "EDDF EDFH "_q},
+        {"0;100;0;99999;X;"_q, "EDDF EDFH KDEN "_q},
+        {"0;100;0;99999;;EDDFX"_q, QString()},
+        {"0;100;0;99999;"_q, QString()},
     };
-    QStringList found;
+    QString found;
     QObject::connect(worker.get(), &WeatherWorker::sigMetarFromWeatherSearch,
-                     [&](const QString& metar) { found << metar.left(4); });
+                     [&](const QString& metar) { found += metar.left(5); });
     for (const auto& [criteria, expected] : rows) {
         found.clear();
-        EXPECT_EQ(run(Job(16, QString::fromLatin1(criteria))), 0);
-        EXPECT_EQ(found.join(QLatin1Char(' ')), QString::fromLatin1(expected)) << criteria;
+        EXPECT_EQ(run(16, criteria), 0);
+        EXPECT_EQ(found, expected) << qPrintable(criteria);
     }
 }
 
@@ -392,11 +338,10 @@ TEST_F(WeatherWorkerTest, XPlaneLinesStandNearestFirst)
 {
     decodeWeather();
     standAt(49.9, 7.2);
-    EXPECT_EQ(run(Job(10, kNoName)), 0);
+    EXPECT_EQ(run(10), 0);
     const std::vector<QString> lines = worker->xplaneMetarLines();
     ASSERT_EQ(lines.size(), 2U);
-    EXPECT_TRUE(lines[0].startsWith(QStringLiteral("2019/07/01 12:10\nEDFH ")))
-        << lines[0].toStdString();
+    EXPECT_TRUE(lines[0].startsWith("2019/07/01 12:10\nEDFH "_q)) << lines[0].toStdString();
     EXPECT_EQ(worker->xplaneWindLines().size(), 2U);
 }
 
@@ -404,15 +349,14 @@ TEST_F(WeatherWorkerTest, AThemeIsWrittenOrTheJobSaysThatItIsNot)
 {
     decodeWeather();
     standAt(50.0, 8.5);
-    const QString base = folder.filePath(QStringLiteral("cirrilon"));
-    EXPECT_EQ(run(Job(11, base)), weathererror::kThemeWritten);
-    EXPECT_TRUE(QFile::exists(base + QStringLiteral(".WTB")));
-    EXPECT_TRUE(QFile::exists(base + QStringLiteral(".wt")));
+    const QString base = path("cirrilon");
+    EXPECT_EQ(run(11, base), weathererror::kThemeWritten);
+    EXPECT_TRUE(QFile::exists(base + ".WTB"_q));
+    EXPECT_TRUE(QFile::exists(base + ".wt"_q));
     EXPECT_EQ(clock.sleptMs(), 26 * 20 + 2000);
 
-    EXPECT_EQ(run(Job(11, folder.filePath(QStringLiteral("missing/cirrilon")))),
-              weathererror::kCannotCreateFile);
-    EXPECT_TRUE(log.contains(QStringLiteral("(Controller Weather) Can not write File to FS")));
+    EXPECT_EQ(run(11, path("missing/cirrilon")), weathererror::kCannotCreateFile);
+    EXPECT_TRUE(log.contains("(Controller Weather) Can not write File to FS"_q));
 }
 
 TEST_F(WeatherWorkerTest, JobsPostedWhileTheThreadRunsAreDoneInOrder)
@@ -435,14 +379,6 @@ TEST_F(WeatherWorkerTest, JobsPostedWhileTheThreadRunsAreDoneInOrder)
     for (int i = 0; i < kJobs; ++i) {
         EXPECT_EQ(finished[static_cast<std::size_t>(i)].first, i % 2 == 0 ? 15 : 99);
     }
-}
-
-TEST(WeatherErrorTextTest, UnknownNumbersHaveATextToo)
-{
-    EXPECT_EQ(WeatherErrorText(0), QStringLiteral("No Error"));
-    EXPECT_EQ(WeatherErrorText(10), QStringLiteral("no weather"));
-    EXPECT_EQ(WeatherErrorText(101), QStringLiteral("Decode cloud error"));
-    EXPECT_EQ(WeatherErrorText(11), QStringLiteral("unknown error"));
 }
 
 } // namespace

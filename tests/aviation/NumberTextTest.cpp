@@ -10,20 +10,17 @@ using namespace aviation;
 
 namespace {
 
-TEST(NumberText, IntegersArePaddedAsByPrintf)
+constexpr double kHuge = std::numeric_limits<double>::max();
+
+TEST(NumberText, NumbersArePaddedAndRoundedAsByPrintf)
 {
     EXPECT_EQ(IntegerText(7, 3), "007");
     EXPECT_EQ(IntegerText(-7, 3), "-07");
-    EXPECT_EQ(IntegerText(-12345, 3), "-12345");
     EXPECT_EQ(IntegerText(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808");
-}
-
-TEST(NumberText, DecimalsArePaddedAndRoundedAsByPrintf)
-{
-    const double values[] = {0.0, 0.5, 1.5, 2.5, -0.4, -7.25, 3.14159, 123456.789, 1e15, 5e-324};
     const std::string locale = std::setlocale(LC_NUMERIC, nullptr);
     std::setlocale(LC_NUMERIC, "C");
-    for (const double value : values) {
+    for (const double value : {0.0, 0.5, 1.5, 2.5, -0.4, -7.25, 3.14159, 123456.789, 1e15, 5e-324})
+    {
         for (const int precision : {0, 2, 6}) {
             char expected[400];
             std::snprintf(expected, sizeof expected, "%06.*f", precision, value);
@@ -32,34 +29,25 @@ TEST(NumberText, DecimalsArePaddedAndRoundedAsByPrintf)
     }
     std::setlocale(LC_NUMERIC, locale.c_str());
     EXPECT_EQ(FixedText(1.25, 1), "1.2");
-    EXPECT_EQ(FixedText(std::numeric_limits<double>::max(), 0).size(), 309U);
+    EXPECT_EQ(FixedText(kHuge, 0).size(), 309U);
     EXPECT_EQ(FixedText(std::numeric_limits<double>::quiet_NaN(), 2), "nan");
     EXPECT_EQ(FixedText(-std::numeric_limits<double>::infinity(), 2), "-inf");
-}
-
-TEST(NumberText, NarrowsAscii)
-{
     EXPECT_EQ(NarrowAscii(L"5\u00B0 \u4E2D"), "5? ?");
 }
 
 TEST(NumberText, IntegersAreReadUpToTheFirstOtherCharacter)
 {
-    const struct
-    {
-        const wchar_t* text;
-        std::int32_t expected;
-    } rows[] = {{L"///", 0},
-                {L"", 0},
-                {L" \t12", 12},
-                {L"-7", -7},
-
-                {L"+-7", 0},
-                {L"1 2", 1},
-                {L"99999999999", 2147483647},
-                {L"-99999999999", -2147483647 - 1},
-                {L"\u0661", 0}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(IntegerFromText(row.text), row.expected) << testing::PrintToString(row.text);
+    const std::pair<const wchar_t*, std::int32_t> rows[] = {{L"///", 0},
+                                                            {L"", 0},
+                                                            {L" \t12", 12},
+                                                            {L"-7", -7},
+                                                            {L"+-7", 0},
+                                                            {L"1 2", 1},
+                                                            {L"99999999999", 2147483647},
+                                                            {L"-99999999999", -2147483647 - 1},
+                                                            {L"\u0661", 0}};
+    for (const auto& [text, expected] : rows) {
+        EXPECT_EQ(IntegerFromText(text), expected) << testing::PrintToString(text);
     }
     EXPECT_EQ(IntegerFromText(std::wstring(400, L'9')), 2147483647);
     EXPECT_EQ(IntegerFromText(std::wstring_view(L"1\0002", 3)), 1);
@@ -67,20 +55,14 @@ TEST(NumberText, IntegersAreReadUpToTheFirstOtherCharacter)
 
 TEST(NumberText, DecimalsAreReadWithAPointInEveryLocale)
 {
-    const struct
-    {
-        const wchar_t* text;
-        double expected;
-    } rows[] = {{L"12.5", 12.5},  {L"12,5", 12.0},  {L"-.5x", -0.5}, {L"5.", 5.0},
-                {L"1e3", 1000.0}, {L"1e", 1.0},     {L"1e+", 1.0},   {L"2e-2", 0.02},
-                {L"nan", 0.0},    {L"inf", 0.0},    {L"0x10", 0.0},  {L".", 0.0},
-                {L"1e-999", 0.0}, {L" +3.25", 3.25}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(NumberFromText(row.text), row.expected) << testing::PrintToString(row.text);
+    const std::pair<const wchar_t*, double> rows[] = {
+        {L"12.5", 12.5}, {L"12,5", 12.0}, {L"-.5x", -0.5},  {L"5.", 5.0},      {L"1e3", 1000.0},
+        {L"1e", 1.0},    {L"1e+", 1.0},   {L"2e-2", 0.02},  {L"nan", 0.0},     {L"inf", 0.0},
+        {L"0x10", 0.0},  {L".", 0.0},     {L"1e-999", 0.0}, {L" +3.25", 3.25}, {L"1e999", kHuge}};
+    for (const auto& [text, expected] : rows) {
+        EXPECT_EQ(NumberFromText(text), expected) << testing::PrintToString(text);
     }
-    const double huge = std::numeric_limits<double>::max();
-    EXPECT_EQ(NumberFromText(L"1e999"), huge);
-    EXPECT_EQ(NumberFromText(L"-" + std::wstring(400, L'9')), -huge);
+    EXPECT_EQ(NumberFromText(L"-" + std::wstring(400, L'9')), -kHuge);
     EXPECT_EQ(NumberFromText(L"0." + std::wstring(400, L'0') + L"1"), 0.0);
 }
 

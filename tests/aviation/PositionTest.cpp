@@ -1,7 +1,6 @@
 #include "aviation/Position.h"
 
 #include "aviation/Angles.h"
-#include "aviation/Station.h"
 #include "aviation/Units.h"
 
 #include <gtest/gtest.h>
@@ -26,10 +25,8 @@ TEST(Position, DistanceUsesTheEarthsEquatorialRadius)
 TEST(Position, UnknownIsFarFromEverythingInBothUnits)
 {
     const Position unknown;
-    for (const DistanceUnit unit : {DistanceUnit::NauticalMiles, DistanceUnit::Kilometres}) {
-        EXPECT_EQ(unknown.DistanceTo(kFrankfurt, unit), 99999.0);
-        EXPECT_EQ(unknown.DistanceTo(unknown, unit), 99999.0);
-    }
+    EXPECT_EQ(unknown.DistanceTo(unknown), 99999.0);
+    EXPECT_EQ(unknown.DistanceTo(kFrankfurt, DistanceUnit::Kilometres), 99999.0);
     EXPECT_LT(kFrankfurt.DistanceTo(unknown), 4000.0) << "only the object itself is asked";
 }
 
@@ -65,17 +62,13 @@ TEST(Position, MoveByAndDistanceAgree)
     }
 }
 
-TEST(Angles, FoldIntoTheCircle)
+TEST(Angles, FoldIntoTheCircleAndTakeTheShorterWay)
 {
     EXPECT_EQ(Normalize360(-720.5), 359.5);
     EXPECT_EQ(Normalize360(360.0), 0.0);
     EXPECT_EQ(Normalize360(std::numeric_limits<double>::infinity()), 0.0);
     const double far = Normalize360(-1e18);
     EXPECT_TRUE(far >= 0.0 && far < 360.0);
-}
-
-TEST(Angles, DifferenceTakesTheShorterWay)
-{
     EXPECT_EQ(AngleDifference(10, 350), 20);
     EXPECT_EQ(AngleDifference(190, 10), 180);
     EXPECT_EQ(AngleDifference(10, 190), -180);
@@ -87,20 +80,6 @@ TEST(Units, MilesAreHundredthsRoundedUpAndNeverWrap)
     EXPECT_EQ(MetresToHundredthsOfMile(9999), 622);
     EXPECT_EQ(MetresToHundredthsOfMile(1e300), 65535);
     EXPECT_EQ(MetresToHundredthsOfMile(-5), 0);
-}
-
-TEST(Station, TakesTheTextsOverAndKeepsItsOwnReportTime)
-{
-    std::wstring texts[] = {L"EDDF", L"Frankfurt", L"DE"};
-    const weather::Station entry(texts[0], texts[1], texts[2], 364, kFrankfurt);
-    EXPECT_TRUE(texts[0].empty() && texts[1].empty() && texts[2].empty());
-    weather::Station report;
-    report.setTime(1000);
-    report.setStation(entry);
-    EXPECT_EQ(report.icao() + report.name() + report.country(), L"EDDFFrankfurtDE");
-    EXPECT_EQ(report.elevation(), 364);
-    EXPECT_EQ(report, kFrankfurt);
-    EXPECT_EQ(report.time(), 1000);
 }
 
 } // namespace

@@ -8,27 +8,27 @@ using namespace aviation;
 
 namespace {
 
-std::int64_t Epoch(int year, unsigned month, unsigned day, int hour, int minute, int second)
-{
-    const std::chrono::sys_days date(std::chrono::year(year) / month / day);
-    return date.time_since_epoch().count() * 86400 + hour * 3600 + minute * 60 + second;
-}
-
 TEST(ReportTime, DaysAboveTodayBelongToTheMonthBefore)
 {
-    const FakeClock clock(2026, 3, 1, 0, 10, 25);
-    const Clock::UtcTime now = clock.NowUtc();
-    EXPECT_EQ(ReportSeconds(now, 1, 0, 5), Epoch(2026, 3, 1, 0, 5, 25));
-    EXPECT_EQ(ReportSeconds(now, 1, 23, 55), Epoch(2026, 3, 1, 23, 55, 25));
-    EXPECT_EQ(ReportSeconds(now, 28, 23, 50), Epoch(2026, 2, 28, 23, 50, 25));
-    EXPECT_EQ(ReportSeconds(now, 31, 0, 0), Epoch(2026, 3, 3, 0, 0, 25));
-    EXPECT_EQ(ReportSeconds(now, 99, 99, 99), Epoch(2026, 5, 14, 4, 39, 25));
-}
-
-TEST(ReportTime, EpochsBefore1970Work)
-{
-    const FakeClock clock(1969, 12, 31, 23, 59, 58);
-    EXPECT_EQ(ReportSeconds(clock.NowUtc(), 31, 23, 59), -2);
+    using namespace std::chrono;
+    const struct
+    {
+        sys_seconds now;
+        int day, hour, minute;
+        sys_seconds reported;
+    } rows[] = {{sys_days(2026y / 3 / 1) + 25s, 1, 0, 5, sys_days(2026y / 3 / 1) + 5min + 25s},
+                {sys_days(2026y / 3 / 1), 1, 23, 55, sys_days(2026y / 3 / 1) + 23h + 55min},
+                {sys_days(2026y / 3 / 1), 28, 23, 50, sys_days(2026y / 2 / 28) + 23h + 50min},
+                {sys_days(2026y / 3 / 1), 31, 0, 0, sys_days(2026y / 3 / 3)}, // the month lacks it
+                {sys_days(2026y / 3 / 1), 99, 99, 99, sys_days(2026y / 5 / 14) + 4h + 39min},
+                {sys_days(2026y / 3 / 12), 0, 24, 0, sys_days(2026y / 3 / 1)},
+                {sys_days(2026y / 1 / 1), 31, 23, 50, sys_days(2025y / 12 / 31) + 23h + 50min},
+                {sys_days(2024y / 3 / 1), 29, 23, 45, sys_days(2024y / 2 / 29) + 23h + 45min},
+                {sys_seconds(-2s), 31, 23, 59, sys_seconds(-2s)}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(ReportSeconds(row.now, row.day, row.hour, row.minute),
+                  row.reported.time_since_epoch().count());
+    }
 }
 
 TEST(ReportTime, GroupsAreOldAfterThreeHoursOrOnAnotherDay)

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <tuple>
 
 using namespace aviation;
@@ -56,24 +55,21 @@ void ExpectSameAsByRegex(const std::wstring& report)
     }
 }
 
-} // namespace
-
-TEST(SynopDifferentialTest, RealAndSpoiledReportsDecodeAsWithStandardExpressions)
+TEST(SynopDifferential, RealAndSpoiledReportsDecodeAsWithStandardExpressions)
 {
     const FakeClock clock(2023, 1, 21, 13, 20);
     SeededRandom random(20230121);
-    int count = 0;
     for (const char* const file : {"/synop/reports.txt", "/synop/odd.txt"}) {
-        for (const std::wstring& report : ReportLines(CIRRILON_TEST_DATA + std::string(file))) {
-            ExpectSameAsByRegex(report);
-            std::wstring spoiled = report;
-            for (int spoils = 0; spoils < 3; ++spoils) {
-                spoiled = Spoiled(std::move(spoiled), random);
-                ExpectSameAsByRegex(spoiled);
+        const auto reports = ReportLines(CIRRILON_TEST_DATA + std::string(file));
+        ASSERT_FALSE(reports.empty()) << file;
+        for (std::wstring report : reports) {
+            for (int spoils = 0; spoils < 4; ++spoils) {
+                ExpectSameAsByRegex(report);
+                report = Spoiled(std::move(report), random);
             }
-            ++count;
             ASSERT_FALSE(testing::Test::HasFailure()) << "one report tells enough";
         }
     }
-    EXPECT_GT(count, 1000);
 }
+
+} // namespace

@@ -11,31 +11,10 @@ using namespace aviation::weather;
 
 namespace {
 
-class SynopToMetarTest : public testing::Test
+TEST(SynopToMetar, Lines)
 {
-protected:
-    /// The line that a report turns into, for a METAR without an icao.
-    static std::wstring lineOf(const std::wstring& report)
-    {
-        Synop synop(report);
-        EXPECT_EQ(synop.Decode(), 0) << testing::PrintToString(report);
-        Metar metar;
-        synop.ToMetar(metar);
-        return metar.reportText();
-    }
-
-    FakeClock m_clock{2023, 1, 21, 13, 20};
-};
-
-} // namespace
-
-TEST_F(SynopToMetarTest, Lines)
-{
-    const struct
-    {
-        const wchar_t* report;
-        const wchar_t* line;
-    } rows[] = {
+    const FakeClock clock(2023, 1, 21, 13, 20);
+    const std::pair<std::wstring, const wchar_t*> rows[] = {
         {L"AAXX 21123 15001 05515 32931 10103 21090 39765 40250 57020 333 83145 81533 91108",
          L"LAND 211200Z 29031G08KT 1000 SCT045 FEW033 10/M09 Q1025 "},
         {L"AAXX 21121 15001 02999 00000 11004 20015", L"LAND 211200Z 00000KT 60KM M00/02 Q1013 "},
@@ -50,12 +29,16 @@ TEST_F(SynopToMetarTest, Lines)
         {L"OOXX 2112Z 21123 99607 70455 46/// /1204 10251",
          L"MOBI 211200Z 12004KT 30KM 25/00 Q1013 "},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(lineOf(row.report), row.line) << testing::PrintToString(std::wstring(row.report));
+    for (const auto& [report, line] : rows) {
+        Synop synop(report);
+        EXPECT_EQ(synop.Decode(), 0) << testing::PrintToString(report);
+        Metar metar;
+        synop.ToMetar(metar);
+        EXPECT_EQ(metar.reportText(), line) << testing::PrintToString(report);
     }
 }
 
-TEST_F(SynopToMetarTest, TheMetarIsDecodedFromItsNewLine)
+TEST(SynopToMetar, TheMetarIsDecodedFromItsNewLine)
 {
     Synop synop(L"AAXX 21123 10384 02599 52710 10103 21090 40250 333 85060 91125");
     synop.setPosition({52.4, 13.5});
@@ -74,7 +57,7 @@ TEST_F(SynopToMetarTest, TheMetarIsDecodedFromItsNewLine)
     EXPECT_EQ(metar.latitude(), 52.4);
 }
 
-TEST_F(SynopToMetarTest, NothingOfAnEarlierReportStays)
+TEST(SynopToMetar, NothingOfAnEarlierReportStays)
 {
     Metar metar(L"EDDB 201220Z 24005KT 200V280 CAVOK 21/05 Q1030");
     metar.setInfoText(L"note");
@@ -94,3 +77,5 @@ TEST_F(SynopToMetarTest, NothingOfAnEarlierReportStays)
     EXPECT_EQ(metar.elevation(), 0);
     EXPECT_EQ(metar.time(), synop.time());
 }
+
+} // namespace

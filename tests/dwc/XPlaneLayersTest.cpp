@@ -67,19 +67,9 @@ INSTANTIATE_TEST_SUITE_P(
         LayerCase{"SmallGust", {240, 6, 10, 0}, {}, 50.1, true, 240, 6, 0.2F, 80, 1},
         LayerCase{"NearSynop", {240, 15, 0, 0}, {0, 0, 22, 0}, 50.4, true, 240, 15, 0.5F, 80, 7},
         LayerCase{"WeakSynop", {240, 15, 0, 0}, {0, 0, 15, 0}, 50.4, true, 240, 15, 0.5F, 80, 1},
-        LayerCase{
-            "SynopAt30Miles", {240, 15, 0, 0}, {0, 0, 22, 0}, 50.5, true, 240, 15, 0.5F, 80, 1},
+        LayerCase{"At30Miles", {240, 15, 0, 0}, {0, 0, 22, 0}, 50.5, true, 240, 15, 0.5F, 80, 1},
         LayerCase{"NoWind", {0, -1, 0, 0}, {90, 12, 0, 0}, 50.8, true, 90, 12, 0.4F, 0, 1},
-        LayerCase{"NoWindAndSynopAt51Miles",
-                  {0, -1, 0, 0},
-                  {90, 12, 0, 0},
-                  50.85,
-                  false,
-                  0,
-                  -1,
-                  0,
-                  0,
-                  0}),
+        LayerCase{"FarSynop", {0, -1, 0, 0}, {90, 12, 0, 0}, 50.85, false, 0, -1, 0, 0, 0}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(XPlaneListTest, NearTheGroundTheAircraftsLayerIsLifted)

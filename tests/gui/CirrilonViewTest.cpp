@@ -6,20 +6,19 @@
 #include "app/gui/LanguageMenu.h"
 #include "app/gui/TrayIcon.h"
 #include "app/gui/WidgetRadar.h"
-#include "sim/FsInterfaceBase.h"
-#include "sim/FsInterfaceFactory.h"
 #include "tests/app/base/SettingsFixture.h"
 #include "tests/gui/DlgTesting.h"
+#include "tests/support/FakeFsInterface.h"
 #include "tests/support/FakeProcessRunner.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDockWidget>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QNetworkAccessManager>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QSystemTrayIcon>
 #include <QTest>
@@ -30,12 +29,6 @@
 #include <set>
 
 namespace {
-
-class NoInterfaces final : public FsInterfaceFactory
-{
-public:
-    std::unique_ptr<FsInterfaceBase> create(int) override { return nullptr; }
-};
 
 /// The window over a work folder of its own and a network that nobody answers.
 class Window : public SettingsFixture
@@ -57,12 +50,13 @@ protected:
     }
     void make()
     {
-        WindowParts parts{
-            m_random,
-            processes,
-            [](const Settings&, const StopFlag&) { return std::make_unique<NoInterfaces>(); },
-            [] { return std::make_unique<QNetworkAccessManager>(); },
-            {}};
+        WindowParts parts{m_random,
+                          processes,
+                          [this](const Settings&, const StopFlag&) {
+                              return std::make_unique<FakeInterfaceFactory>(simulator);
+                          },
+                          [] { return std::make_unique<QNetworkAccessManager>(); },
+                          {}};
         parts.settingsFile = mainFile();
         view = std::make_unique<CirrilonView>(parts);
     }
@@ -77,58 +71,31 @@ protected:
     }
 
     FakeProcessRunner processes;
+    FakeSimulator simulator;
     std::unique_ptr<CirrilonView> view;
 };
 
-TEST_F(Window, HasItsDocksAndTitle)
-{
-    const std::pair<const char*, bool> docks[] = {{"DockDebug", true},
-                                                  {"DockFlightplanner", false},
-                                                  {"DockData", false},
-                                                  {"DockLoadeditor", false}};
-    view->show();
-    for (const auto& [name, shown] : docks) {
-        EXPECT_EQ(child<QDockWidget>(name).isVisible(), shown) << name;
-    }
-    EXPECT_EQ(view->centralWidget()->objectName(), QStringLiteral("DockWeather"));
-    EXPECT_EQ(view->dockWidgetArea(&child<QDockWidget>("DockData")), Qt::RightDockWidgetArea);
-    EXPECT_EQ(view->windowTitle(), QStringLiteral("Cirrilon - 64-Bit ") + Settings::version());
-}
-
 TEST_F(Window, ActionsHaveTextIconAndAWordWhenTheyComeLater)
 {
-    const std::set<QString> later{
-        QStringLiteral("action_loadwx"),         QStringLiteral("action_savewx"),
-        QStringLiteral("actionFlightplanner"),   QStringLiteral("action_weatheSearch"),
-        QStringLiteral("action_weatherEvents"),  QStringLiteral("action_flights"),
-        QStringLiteral("actionAircraft_Editor"), QStringLiteral("action_downloadHistoryWX")};
     std::set<QString> keys;
     int count = 0;
-    for (const QMenu* menu : view->menuBar()->findChildren<QMenu*>()) {
-        for (const QAction* entry : menu->actions()) {
-            const bool ours = entry->objectName().startsWith(QLatin1String("action"));
-            if (!ours) {
-                continue;
-            }
-            ++count;
-            const std::string name = entry->objectName().toStdString();
-            EXPECT_FALSE(entry->text().isEmpty()) << name;
-            EXPECT_FALSE(entry->icon().isNull()) << name;
-            EXPECT_FALSE(entry->statusTip().isEmpty()) << name;
-            if (!entry->shortcut().isEmpty()) {
-                EXPECT_TRUE(keys.insert(entry->shortcut().toString()).second) << name;
-            }
-            if (later.count(entry->objectName()) != 0) {
-                EXPECT_FALSE(entry->isEnabled()) << name;
-                EXPECT_TRUE(entry->toolTip().contains(QStringLiteral("later version"))) << name;
-            }
-        }
+    int later = 0;
+    for (const QAction* entry : view->findChildren<QAction*>(QRegularExpression("^action"_q))) {
+        const std::string name = entry->objectName().toStdString();
+        const bool comesLater = entry->toolTip().contains("later version"_q);
+        ++count;
+        later += comesLater ? 1 : 0;
+        EXPECT_FALSE(entry->text().isEmpty()) << name;
+        EXPECT_FALSE(entry->icon().isNull()) << name;
+        EXPECT_FALSE(entry->statusTip().isEmpty()) << name;
+        EXPECT_FALSE(comesLater && entry->isEnabled()) << name;
+        EXPECT_TRUE(entry->shortcut().isEmpty() || keys.insert(entry->shortcut().toString()).second)
+            << name;
     }
     EXPECT_EQ(count, 24);
+    EXPECT_EQ(later, 8);
     EXPECT_FALSE(action("action_setWxIcao").isEnabled());
-    EXPECT_EQ(action("action_setWxIcao").toolTip(), QStringLiteral("Set weather for Airport"));
-    view->setConnectText(QStringLiteral("Disconnect"));
-    EXPECT_EQ(action("actionConnect").text(), QStringLiteral("Disconnect"));
+    EXPECT_EQ(action("action_setWxIcao").toolTip(), "Set weather for Airport"_q);
 }
 
 /// What a translation file does for a few texts.
@@ -139,9 +106,7 @@ public:
     QString translate(const char*, const char* text, const char*, int) const override
     {
         const QString source = QString::fromLatin1(text);
-        return source == QLatin1String("Disconnect") ? QStringLiteral("Trennen")
-               : source == QLatin1String("Set WX")   ? QStringLiteral("Setzen")
-                                                     : QString();
+        return source == "Disconnect"_q || source == "Set WX"_q ? "Deutsch"_q : QString();
     }
 };
 
@@ -152,36 +117,35 @@ TEST_F(Window, ShowsTheConnectionInEveryLanguage)
         QCoreApplication::installTranslator(&german);
         QCoreApplication::sendPostedEvents();
         view->setConnectText(Controller::tr("Disconnect"));
-        view->setSetWxAction(true, Controller::tr("Set WX") + QStringLiteral(" EDDF"),
-                             QStringLiteral("EDDF"));
-        EXPECT_EQ(action("actionConnect").text(), QStringLiteral("Trennen"));
+        view->setSetWxAction(true, Controller::tr("Set WX") + " EDDF"_q, "EDDF"_q);
+        EXPECT_EQ(action("actionConnect").text(), "Deutsch"_q);
     }
     QEvent change(QEvent::LanguageChange);
     QCoreApplication::sendEvent(view.get(), &change);
-    EXPECT_EQ(action("actionConnect").text(), QStringLiteral("Disconnect"));
-    EXPECT_EQ(action("action_setWxIcao").text(), QStringLiteral("Set WX EDDF"));
-    view->setConnectText(QStringLiteral("Connect"));
-    EXPECT_EQ(action("actionConnect").text(), QStringLiteral("Connect"));
+    EXPECT_EQ(action("actionConnect").text(), "Disconnect"_q);
+    EXPECT_EQ(action("action_setWxIcao").text(), "Set WX EDDF"_q);
+    view->setConnectText("Connect"_q);
+    EXPECT_EQ(action("actionConnect").text(), "Connect"_q);
 }
 
 TEST_F(Window, EveryControlHasANameAndAMnemonicOfItsOwn)
 {
-    EXPECT_EQ(NamelessControls(*view).join(QStringLiteral(", ")).toStdString(), "");
+    EXPECT_EQ(NamelessControls(*view).join(", "_q).toStdString(), "");
     QSet<QChar> menus;
     for (const QAction* menu : view->menuBar()->actions()) {
         const QChar letter = Mnemonic(menu->text());
         EXPECT_FALSE(letter.isNull() || menus.contains(letter)) << menu->text().toStdString();
         menus.insert(letter);
     }
-    EXPECT_EQ(ClashingMnemonics(*view, menus).join(QStringLiteral(", ")).toStdString(), "");
+    EXPECT_EQ(ClashingMnemonics(*view, menus).join(", "_q).toStdString(), "");
 }
 
 TEST_F(Window, LevelZeroGoesToTheFileOnly)
 {
     const auto& dock = child<DockWidgetDebug>("DockDebug");
     const int before = dock.lines().size();
-    view->OnOutputDebugstring(QStringLiteral("quiet"), loglevel::kDebug);
-    view->OnOutputDebugstring(QStringLiteral("heard"), loglevel::kNotification);
+    view->OnOutputDebugstring("quiet"_q, loglevel::kDebug);
+    view->OnOutputDebugstring("heard"_q, loglevel::kNotification);
     EXPECT_EQ(dock.lines().size(), before + 1);
     const QByteArray log = read(path("work/cirrilonv3.log"));
     EXPECT_TRUE(log.endsWith("Debug: quiet\nNotification: heard\n")) << log.toStdString();
@@ -195,7 +159,7 @@ TEST_F(Window, ClosingSavesTheProfileAndTheSettings)
     EXPECT_EQ(profiles.itemText(0), QString());
     profiles.setCurrentIndex(1);
     Q_EMIT profiles.activated(1);
-    EXPECT_EQ(view->settings().profile(), QStringLiteral("airliner.ini"));
+    EXPECT_EQ(view->settings().profile(), "airliner.ini"_q);
     EXPECT_EQ(view->settings().range(), 42);
     view->settings().setRange(77);
     child<QCheckBox>("checkBox_record").setChecked(true);
@@ -219,11 +183,11 @@ TEST_F(Window, AircraftButtonOpensTheChecklist)
 {
     auto& button = child<QToolButton>("toolButton_checklist");
     QTest::mouseClick(&button, Qt::LeftButton);
-    view->SetAircraftName(QStringLiteral("Jet"), path("list.pdf"), true);
-    view->SetAircraftName(QStringLiteral("Jet"), QString(), false); // the same title: nothing
+    view->SetAircraftName("Jet"_q, path("list.pdf"), true);
+    view->SetAircraftName("Jet"_q, QString(), false); // the same title: nothing
     QTest::mouseClick(&button, Qt::LeftButton);
     EXPECT_EQ(processes.opened, QStringList(path("list.pdf")));
-    EXPECT_EQ(child<QLineEdit>("lineEdit_aircraft").text(), QStringLiteral("Jet"));
+    EXPECT_EQ(child<QLineEdit>("lineEdit_aircraft").text(), "Jet"_q);
     EXPECT_TRUE(read(path("work/cirrilonv3.log")).contains("Open Checklist "));
 }
 
@@ -258,6 +222,7 @@ TEST_F(Window, StartsWithoutNetwork)
     QSignalSpy started(&view->controller(), &Controller::sigStarted);
     ASSERT_TRUE(started.wait(10000));
     EXPECT_TRUE(view->isVisible());
+    EXPECT_EQ(view->windowTitle(), "Cirrilon - 64-Bit "_q + Settings::version());
     EXPECT_FALSE(child<QLineEdit>("lineEdit_GetMetar").isEnabled());
 }
 
@@ -274,17 +239,17 @@ TEST(LanguageMenu, ListsTheFilesAndLoadsEachChoiceOnce)
     QSignalSpy log(&languages, &LanguageMenu::sigDebugString);
     ASSERT_EQ(menu.actions().size(), 2);
     QAction* german = menu.actions().first();
-    EXPECT_EQ(german->text(), QStringLiteral("German"));
+    EXPECT_EQ(german->text(), "German"_q);
     german->trigger();
     german->trigger();
     EXPECT_TRUE(german->isChecked());
     EXPECT_EQ(QLocale().language(), QLocale::German);
     ASSERT_EQ(log.size(), 1);
-    EXPECT_EQ(log.first().first().toString(), QStringLiteral("Current Language changed to German"));
+    EXPECT_EQ(log.first().first().toString(), "Current Language changed to German"_q);
     QMenu nothing;
-    LanguageMenu(nothing, folder.filePath(QStringLiteral("none"))).useSystemLocale();
+    LanguageMenu(nothing, folder.filePath("none"_q)).useSystemLocale();
     EXPECT_EQ(QLocale().language(), QLocale::English) << "the language without a file";
-    EXPECT_EQ(LanguageMenu::shortName(QStringLiteral("zh_Hant_TW")), QStringLiteral("zh_Hant"));
+    EXPECT_EQ(LanguageMenu::shortName("zh_Hant_TW"_q), "zh_Hant"_q);
     QLocale::setDefault(before);
 }
 

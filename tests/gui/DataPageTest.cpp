@@ -1,5 +1,6 @@
 #include "app/gui/AircraftTexts.h"
 #include "app/gui/DockWidgetData.h"
+#include "tests/support/Text.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -24,24 +25,14 @@ TEST(AircraftTexts, Visibility)
 
 TEST(AircraftTexts, CoursesAreFoldedIntoTheCircle)
 {
-    struct Row
-    {
-        double course;
-        double variation;
-        const char* text;
+    const std::tuple<double, double, const char*> rows[] = {
+        {90.0, 2.0, "090 T 088 Mag"},   {1.0, 3.0, "001 T 358 Mag"},
+        {359.0, -2.0, "359 T 001 Mag"}, {359.7, 0.0, "000 T 000 Mag"},
+        {-10.0, 0.0, "350 T 350 Mag"},
     };
-    const Row rows[] = {{90.0, 2.0, "090 T 088 Mag"},
-                        {1.0, 3.0, "001 T 358 Mag"},
-                        {359.0, -2.0, "359 T 001 Mag"},
-                        {359.7, 0.0, "000 T 000 Mag"},
-                        {-10.0, 0.0, "350 T 350 Mag"}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(aircrafttexts::Course(row.course, row.variation).toStdString(), row.text);
+    for (const auto& [course, variation, text] : rows) {
+        EXPECT_EQ(aircrafttexts::Course(course, variation).toStdString(), text);
     }
-}
-
-TEST(AircraftTexts, HeadingIsMagneticUnlessAMagneticOneStandsBeside)
-{
     aviation::structs::AircraftData data;
     data.heading = 100.0;
     data.magneticVariation = 4.0F;
@@ -68,24 +59,27 @@ TEST(DataPage, ShowsTheAircraftAndEmptiesItself)
     const auto text = [&page](const char* name) {
         return page.findChild<QLabel*>(QString::fromLatin1(name))->text().toStdString();
     };
-    EXPECT_EQ(text("label_name"), "<b>Jet</b>");
-    EXPECT_EQ(page.findChild<QLabel*>(QStringLiteral("label_name"))->textFormat(), Qt::PlainText);
-    EXPECT_EQ(text("label_latitude"), "44.5");
-    EXPECT_EQ(text("label_longitude"), "-93.25");
-    EXPECT_EQ(text("label_altitude"), "34012 ft");
-    EXPECT_EQ(text("label_verticalspeed"), "-120 ft/min");
-    EXPECT_EQ(text("label_weight"), "134220 lbs");
-    EXPECT_EQ(text("label_wind"), "270\u00B0/15kt  265\u00B0 Mag");
-    EXPECT_EQ(text("label_simtime"), "1970.01.02 00:00:00");
-
+    EXPECT_EQ(page.findChild<QLabel*>("label_name"_q)->textFormat(), Qt::PlainText);
+    const std::pair<const char*, const char*> rows[] = {
+        {"label_name", "<b>Jet</b>"},
+        {"label_latitude", "44.5"},
+        {"label_longitude", "-93.25"},
+        {"label_altitude", "34012 ft"},
+        {"label_verticalspeed", "-120 ft/min"},
+        {"label_weight", "134220 lbs"},
+        {"label_wind", "270\u00B0/15kt  265\u00B0 Mag"},
+        {"label_simtime", "1970.01.02 00:00:00"}};
+    for (const auto& [name, shown] : rows) {
+        EXPECT_EQ(text(name), shown);
+    }
     data.position = aviation::Position(45.5, -93.25);
     page.setAircraftData(data);
     EXPECT_EQ(text("label_track"), "000 T 355 Mag");
 
-    page.setDwcState(QStringLiteral("is not available for FS2020"), false);
-    auto& wind = *page.findChild<QLineEdit*>(QStringLiteral("lineEdit_dwc_wind"));
+    page.setDwcState("is not available for FS2020"_q, false);
+    auto& wind = *page.findChild<QLineEdit*>("lineEdit_dwc_wind"_q);
     EXPECT_FALSE(wind.isEnabled());
-    page.setTargetWind(QStringLiteral("(430):90.0/5.0 (10363):177.5/34.0 (30638):273.0/38.0"));
+    page.setTargetWind("(430):90.0/5.0 (10363):177.5/34.0 (30638):273.0/38.0"_q);
     EXPECT_EQ(wind.cursorPosition(), 0) << "what doesn't fit is cut at the end";
     page.clearData();
     EXPECT_EQ(text("label_altitude"), "");

@@ -38,6 +38,7 @@ protected:
     }
 
     Settings m_settings{QString(), m_random};
+    DownloadContext m_context{&m_settings, HostNetwork(), nullptr, nullptr, {}};
 };
 
 TEST_F(DlgOthersTest, AirportsAreEditedAndSavedWithWhatElseStandsInTheFile)
@@ -60,6 +61,7 @@ TEST_F(DlgOthersTest, AirportsAreEditedAndSavedWithWhatElseStandsInTheFile)
     EXPECT_EQ(read(renamed()), "#old icao,new icao\nEDDT,EDDB\n");
     EXPECT_EQ(changed.size(), 2);
     EXPECT_EQ(NamelessControls(dialog), QStringList());
+    EXPECT_EQ(NamelessControls(DlgAbout()), QStringList());
 }
 
 TEST_F(DlgOthersTest, BadRowsAreNotSavedAndChangesNotLost)
@@ -97,13 +99,12 @@ TEST_F(DlgOthersTest, AFileThatCanNotBeReadIsNotOverwritten)
     EXPECT_EQ(QFileInfo(added()).size(), 17LL * 1024 * 1024);
 }
 
-UpdateOffer OfferOf(const QString& automatic)
+UpdateOffer OfferOf(const QString& automatic, const QString& manual = QString())
 {
     UpdateOffer offer;
-    offer.currentVersion = QStringLiteral("3.0.0");
-    offer.newVersion = QStringLiteral("3.1.0");
-    offer.info = QStringLiteral("New:<br><b>much</b>");
+    offer.info = "New:<br><b>much</b>"_q;
     offer.automaticUrl = automatic;
+    offer.manualUrl = manual;
     return offer;
 }
 
@@ -111,10 +112,8 @@ TEST_F(DlgOthersTest, TheUpdaterFetchesTheInstaller)
 {
     LoopbackHttp server;
     server.serve("/setup.exe", "installer");
-    DlgUpdater dialog(OfferOf(server.url(QStringLiteral("/setup.exe"))),
-                      {&m_settings, HostNetwork(), nullptr, nullptr, {}});
-    EXPECT_EQ(dialog.findChild<QPlainTextEdit*>()->toPlainText(),
-              QStringLiteral("New:\n<b>much</b>"));
+    DlgUpdater dialog(OfferOf(server.url("/setup.exe"_q)), m_context);
+    EXPECT_EQ(dialog.findChild<QPlainTextEdit*>()->toPlainText(), "New:\n<b>much</b>"_q);
     EXPECT_EQ(NamelessControls(dialog), QStringList());
     QSignalSpy accepted(&dialog, &QDialog::accepted);
     button(dialog, "Download")->click();
@@ -127,8 +126,7 @@ TEST_F(DlgOthersTest, TheUpdaterTellsFailuresAndGivesWay)
 {
     LoopbackHttp server;
     server.stall("/setup.exe", "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf");
-    const DownloadContext context{&m_settings, HostNetwork(), nullptr, nullptr, {}};
-    DlgUpdater dialog(OfferOf(server.url(QStringLiteral("/setup.exe"))), context);
+    DlgUpdater dialog(OfferOf(server.url("/setup.exe"_q)), m_context);
     QSignalSpy rejected(&dialog, &QDialog::rejected);
     button(dialog, "Download")->click();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !server.requests.isEmpty(); }, kPatienceMs));
@@ -138,7 +136,7 @@ TEST_F(DlgOthersTest, TheUpdaterTellsFailuresAndGivesWay)
     dialog.reject();
     EXPECT_EQ(rejected.size(), 1);
 
-    DlgUpdater missing(OfferOf(server.url(QStringLiteral("/gone.exe"))), context);
+    DlgUpdater missing(OfferOf(server.url("/gone.exe"_q)), m_context);
     button(missing, "Download")->click();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !missing.problem().isEmpty(); }, kPatienceMs));
     EXPECT_EQ(missing.installerPath(), QString());
@@ -146,30 +144,22 @@ TEST_F(DlgOthersTest, TheUpdaterTellsFailuresAndGivesWay)
 
 TEST_F(DlgOthersTest, TheUpdaterTakesWebAddressesOnly)
 {
-    for (const char* url : {"file:///etc/passwd", "ftp://a/b", "javascript:1", "", "https://"}) {
-        UpdateOffer offer = OfferOf(QLatin1String(url));
-        offer.manualUrl = QLatin1String(url);
-        DlgUpdater dialog(offer, {&m_settings, HostNetwork(), nullptr, nullptr, {}});
-        EXPECT_FALSE(button(dialog, "Download")->isEnabled()) << url;
-        EXPECT_FALSE(button(dialog, "Open")->isEnabled()) << url;
+    for (const QString& url :
+         {"file:///etc/passwd"_q, "ftp://a/b"_q, "javascript:1"_q, QString(), "https://"_q})
+    {
+        DlgUpdater dialog(OfferOf(url, url), m_context);
+        EXPECT_FALSE(button(dialog, "Download")->isEnabled()) << qPrintable(url);
+        EXPECT_FALSE(button(dialog, "Open")->isEnabled()) << qPrintable(url);
     }
-    UpdateOffer offer = OfferOf(QString());
-    offer.manualUrl = QStringLiteral("https://a.example/page");
-    DlgUpdater dialog(offer, {&m_settings, HostNetwork(), nullptr, nullptr, {}});
+    DlgUpdater dialog(OfferOf(QString(), "https://a.example/page"_q), m_context);
     QUrl opened;
     dialog.setPageOpener([&opened](const QUrl& url) {
         opened = url;
         return true;
     });
     button(dialog, "Open")->click();
-    EXPECT_EQ(opened, QUrl(offer.manualUrl));
+    EXPECT_EQ(opened, QUrl("https://a.example/page"_q));
     EXPECT_EQ(dialog.installerPath(), QString());
-}
-
-TEST_F(DlgOthersTest, TheAboutBoxHasNames)
-{
-    const DlgAbout dialog;
-    EXPECT_EQ(NamelessControls(dialog), QStringList());
 }
 
 } // namespace

@@ -17,7 +17,6 @@
 #include <QSpinBox>
 #include <QWizardPage>
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -26,27 +25,12 @@ namespace {
 
 constexpr int kPatienceMs = 10000;
 
-/// All options by their keys, as text.
-std::map<std::string, QString> optionsOf(const Settings& settings)
-{
-    std::map<std::string, QString> values;
-#define CIRRILON_ROW(type, getter, Setter, key, value, optionClass)                                \
-    values[key] = QVariant(settings.getter()).toString();
-    CIRRILON_OPTIONS(CIRRILON_ROW)
-#undef CIRRILON_ROW
-    return values;
-}
-
 /// Options that other parts of the program keep, or that have a test of their own.
 const std::set<std::string> kNotInTheDialog = {
-    "main/windowstate",
-    "main/windowgeometry",
-    "main/flightplannerwindowstate",
-    "main/flightplannerwindowgeometry",
-    "map/lastpos",
-    "rec/userhash",
-    "main/profile",
-    "paths/workfolder",
+    "main/windowstate", "main/windowgeometry",
+    "map/lastpos",      "main/flightplannerwindowstate",
+    "rec/userhash",     "main/flightplannerwindowgeometry",
+    "main/profile",     "paths/workfolder",
 };
 
 class DlgSettingsTest : public SettingsFixture
@@ -63,30 +47,40 @@ protected:
         return edit != nullptr ? edit : widget->findChild<QLineEdit*>();
     }
     QSpinBox* number(const char* key) const { return qobject_cast<QSpinBox*>(control(key)); }
-    void choose(const char* key, int value)
+    /// A dialog over the settings as they are now.
+    void remake() { m_dialog = std::make_unique<DlgSettings>(m_settings, HostNetwork()); }
+    /// Gives a control the value that is written so.
+    void set(const char* key, const QString& value)
     {
-        auto* box = qobject_cast<QComboBox*>(control(key));
-        box->setCurrentIndex(box->findData(value));
+        if (auto* box = qobject_cast<QSpinBox*>(control(key))) {
+            box->setValue(value.toInt());
+        } else if (auto* choice = qobject_cast<QComboBox*>(control(key));
+                   choice != nullptr && !choice->isEditable())
+        {
+            choice->setCurrentIndex(choice->findData(value.toInt()));
+        } else {
+            text(key)->setText(value);
+        }
     }
     /// Gives a control another good value.
     void change(const std::string& key)
     {
         QWidget* widget = control(key.c_str());
         ASSERT_NE(widget, nullptr) << key;
+        auto* choice = qobject_cast<QComboBox*>(widget);
         if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
             button->toggle();
         } else if (auto* box = qobject_cast<QSpinBox*>(widget)) {
             box->setValue(box->value() == box->maximum() ? box->value() - 1 : box->value() + 1);
-        } else if (qobject_cast<FolderEdit*>(widget) != nullptr) {
-            text(key.c_str())->setText(path("."));
-        } else if (qobject_cast<AddressEdit*>(widget) != nullptr) {
-            text(key.c_str())->setText(QStringLiteral("https://a.example/%Y"));
-        } else if (key == "interface/ip" || key == "interface/myip") {
-            text(key.c_str())->setText(QStringLiteral("10.0.0.7"));
-        } else if (auto* choice = qobject_cast<QComboBox*>(widget)) {
+        } else if (choice != nullptr && key != "interface/ip" && key != "interface/myip") {
             choice->setCurrentIndex((choice->currentIndex() + 1) % choice->count());
         } else {
-            text(key.c_str())->setText(QStringLiteral("another"));
+            const bool folder = qobject_cast<FolderEdit*>(widget) != nullptr;
+            const bool address = qobject_cast<AddressEdit*>(widget) != nullptr;
+            text(key.c_str())
+                ->setText(folder    ? path(".")
+                          : address ? "https://a.example/%Y"_q
+                                    : "10.0.0.7"_q);
         }
     }
 
@@ -114,7 +108,7 @@ TEST_F(DlgSettingsTest, EveryOptionIsShownAndWrittenOnOkAndOnlyThen)
     for (const auto& [key, value] : after) {
         EXPECT_EQ(value == before.at(key), kNotInTheDialog.count(key) == 1) << key;
     }
-    EXPECT_EQ(again.findChild<QSpinBox*>(QStringLiteral("weather/range"))->value(), 101);
+    EXPECT_EQ(again.findChild<QSpinBox*>("weather/range"_q)->value(), 101);
     again.reject();
     m_settings.setRange(1000); // out of what the box shows: not touched
     DlgSettings wide(m_settings, HostNetwork());
@@ -126,7 +120,7 @@ TEST_F(DlgSettingsTest, CancelWritesNothing)
 {
     const auto before = optionsOf(m_settings);
     change("weather/range");
-    text("paths/workfolder")->setText(path("elsewhere"));
+    set("paths/workfolder", path("elsewhere"));
     QSignalSpy changed(m_dialog.get(), &DlgSettings::sigSettingsChanged);
     m_dialog->reject();
     EXPECT_EQ(optionsOf(m_settings), before);
@@ -137,71 +131,31 @@ TEST_F(DlgSettingsTest, CancelWritesNothing)
 TEST_F(DlgSettingsTest, BadValuesBringUpTheirPage)
 {
     using Page = DlgSettings::Page;
-    const auto set = [this](const char* key, const QString& value) {
-        text(key)->setText(value);
-    };
-    const auto bridge = [this] {
-        choose("interface/interfacetype", 4);
-    };
-    const auto external = [this] {
-        choose("weather/wxservertype", 3);
-    };
-    struct
-    {
-        const char* name;
-        Page page;
-        std::function<void()> spoil;
-    } const rows[] = {
-        {"no work folder", Page::General,
-         [&] {
-             set("paths/workfolder", QString());
-         }},
-        {"relative work folder", Page::General,
-         [&] {
-             set("paths/workfolder", QStringLiteral("a/b"));
-         }},
-        {"lowest above highest", Page::Weather,
-         [&] {
-             number("weather/vis_min")->setValue(5000);
-             number("weather/vis_max")->setValue(4000);
-         }},
-        {"no external address", Page::Servers, external},
-        {"not a web address", Page::Servers,
-         [&] {
-             external();
-             set("waather/urlexternmetar", QStringLiteral("ftp://a/b"));
-         }},
-        {"not an IP", Page::Interface,
-         [&] {
-             bridge();
-             set("interface/ip", QStringLiteral("127.1"));
-         }},
-        {"not an own IP", Page::Interface,
-         [&] {
-             bridge();
-             set("interface/myip", QStringLiteral("1.2.3.256"));
-         }},
-        {"fast above slow", Page::Interface,
-         [&] {
-             number("interface/serverupdatetimemin")->setValue(1001);
-         }},
-        {"missing folder", Page::Paths,
-         [&] {
-             set("paths/sim", path("gone"));
-         }},
-        {"missing AIRAC folder", Page::Airac,
-         [&] {
-             set("airac/pmdg_path", path("gone"));
-         }},
+    const std::pair<const char*, QString> bridge{"interface/interfacetype", "4"_q};
+    const std::pair<const char*, QString> external{"weather/wxservertype", "3"_q};
+    const std::pair<Page, QVector<std::pair<const char*, QString>>> rows[] = {
+        {Page::General, {{"paths/workfolder", QString()}}},
+        {Page::General, {{"paths/workfolder", "a/b"_q}}},
+        {Page::Weather, {{"weather/vis_min", "5000"_q}, {"weather/vis_max", "4000"_q}}},
+        {Page::Servers, {external}},
+        {Page::Servers, {external, {"waather/urlexternmetar", "ftp://a/b"_q}}},
+        {Page::Interface, {bridge, {"interface/ip", "127.1"_q}}},
+        {Page::Interface, {bridge, {"interface/myip", "1.2.3.256"_q}}},
+        {Page::Interface, {{"interface/serverupdatetimemin", "1001"_q}}},
+        {Page::Paths, {{"paths/sim", path("gone")}}},
+        {Page::Airac, {{"airac/pmdg_path", path("gone")}}},
     };
     const auto before = optionsOf(m_settings);
-    for (const auto& row : rows) {
-        m_dialog = std::make_unique<DlgSettings>(m_settings, HostNetwork());
-        row.spoil();
+    for (const auto& [page, values] : rows) {
+        SCOPED_TRACE(values.last().first);
+        remake();
+        for (const auto& [key, value] : values) {
+            set(key, value);
+        }
         m_dialog->showPage(Page::Logging);
-        EXPECT_FALSE(m_dialog->apply()) << row.name;
-        EXPECT_EQ(m_dialog->page(), row.page) << row.name;
-        EXPECT_FALSE(m_dialog->problem().isEmpty()) << row.name;
+        EXPECT_FALSE(m_dialog->apply());
+        EXPECT_EQ(m_dialog->page(), page);
+        EXPECT_FALSE(m_dialog->problem().isEmpty());
     }
     EXPECT_EQ(optionsOf(m_settings), before);
 }
@@ -209,7 +163,7 @@ TEST_F(DlgSettingsTest, BadValuesBringUpTheirPage)
 TEST_F(DlgSettingsTest, AStoredFolderThatHasGoneIsNoFault)
 {
     m_settings.setSimPath(path("gone"));
-    m_dialog = std::make_unique<DlgSettings>(m_settings, HostNetwork());
+    remake();
     change("weather/range");
     EXPECT_TRUE(m_dialog->apply()) << qPrintable(m_dialog->problem());
     EXPECT_EQ(m_settings.simPath(), path("gone"));
@@ -218,56 +172,46 @@ TEST_F(DlgSettingsTest, AStoredFolderThatHasGoneIsNoFault)
 TEST_F(DlgSettingsTest, AChangedWorkFolderTakesItsFilesAlongIfWanted)
 {
     using Files = DlgSettings::Files;
-    m_settings.setWorkFolder(path("old/"));
-    write(path("old/profiles/a.ini"), "x");
-    struct
-    {
-        Files answer;
-        const char* folder;
-        const char* file;
-    } const rows[] = {
+    const std::tuple<Files, const char*, const char*> rows[] = {
         {Files::Cancel, "old/", "old/profiles/a.ini"},
-        {Files::Leave, "left/", "old/profiles/a.ini"},
+        {Files::Leave, "new/deep/", "old/profiles/a.ini"},
+        {Files::Move, "new/deep/", "new/deep/profiles/a.ini"},
     };
-    for (const auto& row : rows) {
-        m_dialog = std::make_unique<DlgSettings>(m_settings, HostNetwork());
-        m_dialog->setFilesQuestion([&](const QString&, const QString&) { return row.answer; });
-        text("paths/workfolder")->setText(path("left"));
-        EXPECT_EQ(m_dialog->apply(), row.answer != Files::Cancel);
-        EXPECT_EQ(m_settings.workFolder(), path(row.folder));
-        EXPECT_TRUE(QFile::exists(path(row.file)));
+    write(path("old/profiles/a.ini"), "x");
+    for (const auto& [answer, folder, file] : rows) {
+        m_settings.setWorkFolder(path("old/"));
+        remake();
+        m_dialog->setFilesQuestion(
+            [answer = answer](const QString&, const QString&) { return answer; });
+        set("paths/workfolder", path("new/deep"));
+        EXPECT_EQ(m_dialog->apply(), answer != Files::Cancel);
+        EXPECT_EQ(m_settings.workFolder(), path(folder));
+        EXPECT_EQ(read(path(file)), "x");
     }
-    m_settings.setWorkFolder(path("old/"));
-    m_dialog = std::make_unique<DlgSettings>(m_settings, HostNetwork());
-    m_dialog->setFilesQuestion([](const QString&, const QString&) { return Files::Move; });
-    text("paths/workfolder")->setText(path("new/deep"));
-    EXPECT_TRUE(m_dialog->apply());
-    EXPECT_EQ(read(m_settings.profilesFolder() + QStringLiteral("a.ini")), "x");
-    EXPECT_EQ(m_settings.workFolder(), path("new/deep/"));
 }
 
 TEST_F(DlgSettingsTest, ProfilesAreMadeAndChanged)
 {
     m_settings.setWorkFolder(path("work/"));
-    m_dialog = std::make_unique<DlgSettings>(m_settings, HostNetwork());
+    remake();
     auto* page = m_dialog->findChild<SettingsPageGeneral*>();
     for (const char* bad : {"", "../x", "a/b", "cirrilon"}) {
         EXPECT_FALSE(page->addProfile(QLatin1String(bad)).isEmpty()) << bad;
     }
-    number("weather/range")->setValue(77);
-    EXPECT_EQ(page->addProfile(QStringLiteral("Xplane")), QString());
+    set("weather/range", "77"_q);
+    EXPECT_EQ(page->addProfile("Xplane"_q), QString());
     EXPECT_TRUE(m_dialog->apply());
-    EXPECT_EQ(m_settings.profile(), QStringLiteral("Xplane.ini"));
-    EXPECT_EQ(page->addProfile(QStringLiteral("FSX")), QString());
-    number("weather/range")->setValue(55);
+    EXPECT_EQ(m_settings.profile(), "Xplane.ini"_q);
+    EXPECT_EQ(page->addProfile("FSX"_q), QString());
+    set("weather/range", "55"_q);
     EXPECT_TRUE(m_dialog->apply()) << "55 goes to Xplane and to the new one";
-    number("weather/range")->setValue(44);
+    set("weather/range", "44"_q);
     auto* profiles = qobject_cast<QComboBox*>(control("main/profile"));
-    profiles->setCurrentIndex(profiles->findData(QStringLiteral("Xplane.ini")));
+    profiles->setCurrentIndex(profiles->findData("Xplane.ini"_q));
     EXPECT_TRUE(m_dialog->apply());
     EXPECT_EQ(m_settings.range(), 55);
     EXPECT_EQ(number("weather/range")->value(), 55);
-    m_settings.changeProfile(QStringLiteral("FSX.ini"));
+    m_settings.changeProfile("FSX.ini"_q);
     EXPECT_EQ(m_settings.range(), 44);
 }
 
@@ -275,30 +219,30 @@ TEST_F(DlgSettingsTest, AddressesShowTheirTokensAndTellWhatTheTestFound)
 {
     LoopbackHttp server;
     server.serve("/2019/metar", "[METAR]\nKMSP 011153Z AUTO\n[/METAR]");
-    choose("weather/wxservertype", 3);
+    set("weather/wxservertype", "3"_q);
     auto* address = qobject_cast<AddressEdit*>(control("waather/urlexternmetar"));
-    address->setAddress(server.url(QStringLiteral("/%Y/metar")));
+    address->setAddress(server.url("/%Y/metar"_q));
     QSignalSpy tested(address, &AddressEdit::sigTested);
     address->findChild<QPushButton*>()->click();
     ASSERT_TRUE(tested.wait(kPatienceMs));
-    EXPECT_TRUE(address->result().contains(QLatin1String("a METAR block with 1 reports")))
+    EXPECT_TRUE(address->result().contains("a METAR block with 1 reports"_q))
         << qPrintable(address->result());
 
-    auto* button = m_dialog->findChild<QPushButton*>(QStringLiteral("button_testConnection"));
+    auto* button = m_dialog->findChild<QPushButton*>("button_testConnection"_q);
     auto* page = m_dialog->findChild<SettingsPageInterface*>();
     button->click();
-    EXPECT_TRUE(page->testResult().contains(QLatin1String("tried when connecting")));
-    choose("interface/interfacetype", 4);
-    number("interface/port")->setValue(1);
+    EXPECT_TRUE(page->testResult().contains("tried when connecting"_q));
+    set("interface/interfacetype", "4"_q);
+    set("interface/port", "1"_q);
     QSignalSpy bridge(page, &SettingsPageInterface::sigTested);
     button->click();
     ASSERT_TRUE(bridge.wait(kPatienceMs));
-    EXPECT_TRUE(page->testResult().contains(QLatin1String("refused")));
+    EXPECT_TRUE(page->testResult().contains("refused"_q));
 }
 
 TEST_F(DlgSettingsTest, TheHighestValueIsAWord)
 {
-    WordSpinBox box(QStringLiteral("random"));
+    WordSpinBox box("random"_q);
     box.setRange(0, 10000);
     const std::map<const char*, int> rows = {
         {"random", 10000}, {"RANDOM", 10000}, {"500", 500}, {"10000", 10000}};
@@ -309,7 +253,7 @@ TEST_F(DlgSettingsTest, TheHighestValueIsAWord)
     }
     box.setValue(0);
     box.setValue(10000);
-    EXPECT_EQ(box.text(), QStringLiteral("random"));
+    EXPECT_EQ(box.text(), "random"_q);
 }
 
 TEST_F(DlgSettingsTest, TheAssistantKeepsItsStepsGoodAndWritesAtTheEnd)
@@ -321,10 +265,10 @@ TEST_F(DlgSettingsTest, TheAssistantKeepsItsStepsGoodAndWritesAtTheEnd)
     auto* type = assistant.findChild<QComboBox*>(QLatin1String(option::interfaceType.key));
     type->setCurrentIndex(type->findData(4));
     auto* ip = assistant.findChild<QLineEdit*>(QLatin1String(option::serverIp.key));
-    ip->setText(QStringLiteral("nowhere"));
+    ip->setText("nowhere"_q);
     assistant.next();
     EXPECT_FALSE(assistant.validateCurrentPage());
-    ip->setText(QStringLiteral("10.0.0.9"));
+    ip->setText("10.0.0.9"_q);
     while (assistant.nextId() >= 0) {
         ASSERT_TRUE(assistant.validateCurrentPage());
         assistant.next();
@@ -332,7 +276,7 @@ TEST_F(DlgSettingsTest, TheAssistantKeepsItsStepsGoodAndWritesAtTheEnd)
     EXPECT_EQ(m_settings.interfaceType(), 1) << "written before the end";
     assistant.accept();
     EXPECT_EQ(m_settings.interfaceType(), 4);
-    EXPECT_EQ(m_settings.serverIp(), QStringLiteral("10.0.0.9"));
+    EXPECT_EQ(m_settings.serverIp(), "10.0.0.9"_q);
     EXPECT_EQ(changed.size(), 1);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/Text.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
@@ -12,20 +14,22 @@
 #include <QTextEdit>
 #include <QWidget>
 
+#include <algorithm>
+#include <initializer_list>
+
 /// True for what the user can operate by itself, not for the inside of such a control.
 inline bool IsControl(const QWidget& widget)
 {
-    const QWidget* parent = widget.parentWidget();
-    const bool inside = qobject_cast<const QAbstractSpinBox*>(parent) != nullptr
-                        || qobject_cast<const QAbstractItemView*>(parent) != nullptr
-                        || qobject_cast<const QLineEdit*>(parent) != nullptr;
-    const bool kind = widget.inherits("QAbstractButton") || widget.inherits("QAbstractSpinBox")
-                      || widget.inherits("QComboBox") || widget.inherits("QLineEdit")
-                      || widget.inherits("QAbstractItemView") || widget.inherits("QTextEdit")
-                      || widget.inherits("QPlainTextEdit") || widget.inherits("QProgressBar");
-    const bool header = widget.inherits("QHeaderView") || widget.inherits("QComboBoxListView");
-    return kind && !inside && !header
-           && widget.objectName() != QLatin1String("qt_spinbox_lineedit");
+    const auto isOneOf = [](const QObject* object, std::initializer_list<const char*> kinds) {
+        return std::any_of(kinds.begin(), kinds.end(), [object](const char* kind) {
+            return object != nullptr && object->inherits(kind);
+        });
+    };
+    return isOneOf(&widget, {"QAbstractButton", "QAbstractSpinBox", "QComboBox", "QLineEdit",
+                             "QAbstractItemView", "QTextEdit", "QPlainTextEdit", "QProgressBar"})
+           && !isOneOf(&widget, {"QHeaderView", "QComboBoxListView"})
+           && !isOneOf(widget.parent(), {"QAbstractSpinBox", "QAbstractItemView", "QLineEdit"})
+           && widget.objectName() != "qt_spinbox_lineedit"_q;
 }
 
 /// The controls below a window that a screen reader has no name for.

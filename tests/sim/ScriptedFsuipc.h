@@ -103,9 +103,10 @@ private:
 class ScriptedBothClients final : public SimulatorClients
 {
 public:
-    std::unique_ptr<SimConnectApi> simConnect(const std::string& /*simulatorFolder*/,
+    std::unique_ptr<SimConnectApi> simConnect(const std::string& simulatorFolder,
                                               std::string& problem) override
     {
+        folder = simulatorFolder;
         problem = hasSimConnect ? std::string() : "no <SimConnect> here";
         return hasSimConnect ? std::make_unique<ScriptedSimConnect>(simConnectScript) : nullptr;
     }

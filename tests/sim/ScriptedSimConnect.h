@@ -1,9 +1,7 @@
 #pragma once
 
 #include "sim/SimConnectDefinitions.h"
-#include "sim/clients/FsuipcApi.h"
 #include "sim/clients/SimConnectApi.h"
-#include "sim/clients/SimulatorClients.h"
 
 #include <algorithm>
 #include <cstring>
@@ -11,7 +9,6 @@
 #include <functional>
 #include <locale>
 #include <map>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -169,27 +166,5 @@ private:
         return m_script.take(call.str());
     }
 
-    SimConnectScript& m_script;
-};
-
-/// Gives a scripted SimConnect, or none with a problem.
-class ScriptedClients final : public SimulatorClients
-{
-public:
-    explicit ScriptedClients(SimConnectScript& script) : m_script(script) {}
-
-    std::unique_ptr<SimConnectApi> simConnect(const std::string& simulatorFolder,
-                                              std::string& told) override
-    {
-        folder = simulatorFolder;
-        told = problem;
-        return problem.empty() ? std::make_unique<ScriptedSimConnect>(m_script) : nullptr;
-    }
-    std::unique_ptr<FsuipcApi> fsuipc(const std::string&, std::string&) override { return nullptr; }
-
-    std::string problem;
-    std::string folder;
-
-private:
     SimConnectScript& m_script;
 };

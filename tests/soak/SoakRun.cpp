@@ -335,9 +335,6 @@ void SoakRun::forget(int number)
 {
     m_view.log.clear();
     m_view.status.clear();
-    m_view.progress.clear();
-    m_view.tray.clear();
-    m_view.splash.clear();
     m_view.aircraftNames.clear();
     m_view.weatherPage.metars.clear();
     m_view.weatherPage.gribs.clear();

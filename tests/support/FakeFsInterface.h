@@ -151,8 +151,7 @@ public:
     }
     int SendText(const std::string& text, int seconds) override
     {
-        return call("SendText",
-                    QString::fromStdString(text) + QLatin1Char(' ') + QString::number(seconds));
+        return call("SendText", text, seconds);
     }
     int GetAircraftData(aviation::structs::AircraftData& data) override
     {
@@ -165,7 +164,7 @@ public:
     int SetAircraftPayload(const aviation::structs::AircraftPayload& payload) override
     {
         m_simulator.answer([&payload](FakeSimulator::Answers& a) { a.payload = payload; });
-        return call("SetAircraftPayload", QString::number(payload.stations.size()));
+        return call("SetAircraftPayload", payload.stations.size());
     }
     int GetAircraftFuel(aviation::structs::AircraftFuel& fuel) override
     {
@@ -174,7 +173,7 @@ public:
     int SetAircraftFuel(const aviation::structs::AircraftFuel& fuel) override
     {
         m_simulator.answer([&fuel](FakeSimulator::Answers& a) { a.fuel = fuel; });
-        return call("SetAircraftFuel", QString::number(fuel.tanks.size()));
+        return call("SetAircraftFuel", fuel.tanks.size());
     }
     int GetDateTime(QDateTime& dateTime) override
     {
@@ -182,53 +181,41 @@ public:
     }
     int SetWeatherData(const XPlaneWeather& weather, int mode) override
     {
-        return call("SetWeatherData",
-                    QStringLiteral("%1 %2").arg(static_cast<double>(weather.Vis)).arg(mode));
+        return call("SetWeatherData", weather.Vis, mode);
     }
     int SetWeatherText(const QString& text) override { return call("SetWeatherText", text); }
     int SetWeatherRecord(const NewWeather& record) override
     {
-        return call("SetWeatherRecord", QString::fromStdString(record.icaoText()));
+        return call("SetWeatherRecord", record.icaoText());
     }
-    int SetWeatherTheme(const std::string& name) override
-    {
-        return call("SetWeatherTheme", QString::fromStdString(name));
-    }
+    int SetWeatherTheme(const std::string& name) override { return call("SetWeatherTheme", name); }
     int SetWindLayers(const std::vector<XPlaneWindLayer>& layers) override
     {
-        return call("SetWindLayers", QString::number(layers.size()));
+        return call("SetWindLayers", layers.size());
     }
     int SetWindAtAircraft(const aviation::weather::Wind& wind) override
     {
-        return call("SetWindAtAircraft", QString::fromStdString(WindText(wind)));
+        return call("SetWindAtAircraft", WindText(wind));
     }
-    int SetVisibility(int metres) override
-    {
-        return call("SetVisibility", QString::number(metres));
-    }
+    int SetVisibility(int metres) override { return call("SetVisibility", metres); }
     int SetGlobalWindFile(const QByteArray& contents) override
     {
-        return call("SetGlobalWindFile", QString::number(contents.size()));
+        return call("SetGlobalWindFile", contents.size());
     }
     int SetTurbulenceWindFile(const QByteArray& contents) override
     {
-        return call("SetTurbulenceWindFile", QString::number(contents.size()));
+        return call("SetTurbulenceWindFile", contents.size());
     }
     int ActivateWeather() override { return call("ActivateWeather"); }
     int GetWeatherAt(QString& observation, double latitude, double longitude) override
     {
-        return give(call("GetWeatherAt", QStringLiteral("%1 %2").arg(latitude).arg(longitude)),
-                    observation, m_simulator.answers().weatherAt);
+        return give(call("GetWeatherAt", latitude, longitude), observation,
+                    m_simulator.answers().weatherAt);
     }
     int CreateStation(const std::string& icao, const std::string& name, float latitude,
                       float longitude, float elevation) override
     {
-        return call("CreateStation",
-                    QStringLiteral("%1 %2 %3 %4 %5")
-                        .arg(QString::fromStdString(icao), QString::fromStdString(name),
-                             QString::number(static_cast<double>(latitude)),
-                             QString::number(static_cast<double>(longitude)),
-                             QString::number(static_cast<double>(elevation))));
+        return call("CreateStation", icao, name, latitude, longitude, elevation);
     }
     int GetRadioFrequencys(aviation::structs::RadioFrequencys& radios) override
     {
@@ -237,14 +224,11 @@ public:
     int SetRadioFrequencys(const aviation::structs::RadioFrequencys& radios) override
     {
         m_simulator.answer([&radios](FakeSimulator::Answers& a) { a.radios = radios; });
-        return call("SetRadioFrequencys", QString::number(radios.comm1active));
+        return call("SetRadioFrequencys", radios.comm1active);
     }
     int LoadFlightPlan(const QString& path) override { return call("LoadFlightPlan", path); }
 
-    int SendWeatherFile(const std::string& path) override
-    {
-        return call("SendWeatherFile", QString::fromStdString(path));
-    }
+    int SendWeatherFile(const std::string& path) override { return call("SendWeatherFile", path); }
     int RequestServerConfig(QByteArray& contents) override
     {
         return give(call("RequestServerConfig"), contents, m_simulator.answers().serverConfig);
@@ -256,9 +240,7 @@ public:
     int SetCustomWeatherMode() override { return call("SetCustomWeatherMode"); }
     int GetCloudState(const CloudArea& area, std::vector<std::uint8_t>& map) override
     {
-        const int code =
-            call("GetCloudState",
-                 QStringLiteral("%1 %2").arg(area.lowerAltitude).arg(area.upperAltitude));
+        const int code = call("GetCloudState", area.lowerAltitude, area.upperAltitude);
         if (code == simresult::kCloudReply) {
             map = m_simulator.answers().clouds;
         }
@@ -266,13 +248,23 @@ public:
     }
     int WriteWeatherCommand(std::uint16_t word) override
     {
-        return call("WriteWeatherCommand", QString::number(word));
+        return call("WriteWeatherCommand", word);
     }
 
 private:
-    int call(const char* operation, const QString& arguments = QString())
+    static QString asText(const QString& text) { return text; }
+    static QString asText(const std::string& text) { return QString::fromStdString(text); }
+    static QString asText(float number) { return QString::number(static_cast<double>(number)); }
+    template <typename Number>
+    static QString asText(Number number)
     {
-        return m_simulator.call(QString::fromLatin1(operation), arguments);
+        return QString::number(number);
+    }
+    template <typename... Arguments>
+    int call(const char* operation, const Arguments&... arguments)
+    {
+        const QStringList texts{asText(arguments)...};
+        return m_simulator.call(QString::fromLatin1(operation), texts.join(QLatin1Char(' ')));
     }
     template <typename T>
     static int give(int code, T& out, const T& value)

@@ -18,24 +18,13 @@ public:
     }
     void OnEnableGetMetarButton(bool enabled) override { searchEnabled = enabled; }
     void setCompleterList(const QStringList& icaos) override { completer = icaos; }
-    void setWeatherTime(const QString& text) override { weatherTime = text; }
+    void setWeatherTime(const QString&) override {}
     void OnTableGribUpdate(const aviation::weather::Grib& grib) override { gribs.push_back(grib); }
-
-    /// Raw texts in the order of their display.
-    QStringList metarTexts() const
-    {
-        QStringList texts;
-        for (const aviation::weather::Metar& metar : metars) {
-            texts << QString::fromStdWString(metar.reportText());
-        }
-        return texts;
-    }
 
     QVector<aviation::weather::Metar> metars;
     QVector<QPair<QString, bool>> backgrounds;
     bool searchEnabled = true;
     QStringList completer;
-    QString weatherTime;
     QVector<aviation::weather::Grib> gribs;
 };
 
@@ -46,7 +35,7 @@ public:
     void setWeatherUpdateInterval(const QString& text) override { updateInterval = text; }
     void setInfo1(const QString& text) override { info1 << text; }
     void setSimInterfaceInfo(const QString& text) override { interfaceInfo = text; }
-    void setJobsInfo(const QString& text) override { jobs = text; }
+    void setJobsInfo(const QString&) override {}
     void setDwcState(const QString& text, bool enabled) override
     {
         dwcText = text;
@@ -57,7 +46,6 @@ public:
     QString updateInterval;
     QStringList info1;
     QString interfaceInfo;
-    QString jobs;
     QString dwcText;
     bool dwcEnabled = true;
     int cleared = 0;
@@ -72,45 +60,27 @@ public:
         QString text;
         int level = 0;
     };
-    struct Progress
-    {
-        qlonglong value = 0;
-        qlonglong total = 0;
-        QString text;
-    };
 
     void setConnectText(QString text) override { connectText = text; }
     void OnOutputDebugstring(QString item, int level) override { log.push_back({item, level}); }
     void OnStatusbarStatus(QString text) override { status << text; }
-    void OnProgressBar(qlonglong value, qlonglong total, QString text) override
-    {
-        progress.push_back({value, total, text});
-    }
+    void OnProgressBar(qlonglong, qlonglong, QString) override {}
     void setupLanguage() override {}
     WeatherPage& pageWeather() override { return weatherPage; }
     DataPage& pageData() override { return dataPage; }
     void SetAircraftData(aviation::structs::AircraftData& data) override { aircraft = data; }
-    void SetAircraftName(QString title, QString checklist, bool found) override
-    {
-        Q_UNUSED(checklist)
-        Q_UNUSED(found)
-        aircraftNames << title;
-    }
+    void SetAircraftName(QString title, QString, bool) override { aircraftNames << title; }
     void SetTargetWind(aviation::weather::Wind wind) override { targetWinds.push_back(wind); }
     void SetTargetWind(QString text) override { targetWind = text; }
     void SetTargetWindTooltip(QString text) override { targetWindTip = text; }
-    void SetFrequencys(aviation::structs::RadioFrequencys& frequencies) override
-    {
-        radios = frequencies;
-    }
-    void setSystrayMessage(QString text) override { tray << text; }
-    void setSetWxAction(bool enabled, QString text, QString icao) override
+    void SetFrequencys(aviation::structs::RadioFrequencys&) override {}
+    void setSystrayMessage(QString) override {}
+    void setSetWxAction(bool enabled, QString, QString icao) override
     {
         setWxEnabled = enabled;
-        setWxText = text;
         setWxIcao = icao;
     }
-    void showSplashMessage(QString text) override { splash << text; }
+    void showSplashMessage(QString) override {}
     void closeSplash() override { splashClosed = true; }
     void closeProgram() override { programClosed = true; }
 
@@ -136,18 +106,13 @@ public:
     QString connectText;
     QVector<Line> log;
     QStringList status;
-    QVector<Progress> progress;
     aviation::structs::AircraftData aircraft;
     QStringList aircraftNames;
     QVector<aviation::weather::Wind> targetWinds;
     QString targetWind;
     QString targetWindTip;
-    aviation::structs::RadioFrequencys radios;
-    QStringList tray;
     bool setWxEnabled = false;
-    QString setWxText;
     QString setWxIcao;
-    QStringList splash;
     bool splashClosed = false;
     bool programClosed = false;
 };

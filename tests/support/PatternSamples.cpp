@@ -5,9 +5,9 @@ using namespace aviation::pattern;
 
 namespace {
 
-int Below(int limit, RandomSource& random)
+std::size_t Below(std::size_t limit, RandomSource& random)
 {
-    return random.Next() % limit;
+    return static_cast<std::size_t>(random.Next()) % limit;
 }
 
 wchar_t MemberOf(const CharSet& set, RandomSource& random)
@@ -18,7 +18,7 @@ wchar_t MemberOf(const CharSet& set, RandomSource& random)
             members.push_back(static_cast<wchar_t>(c));
         }
     }
-    return members[static_cast<std::size_t>(Below(static_cast<int>(members.size()), random))];
+    return members[Below(members.size(), random)];
 }
 
 } // namespace
@@ -56,8 +56,8 @@ void PatternSamples::append(int part, RandomSource& random, std::wstring& text) 
         append(node.left, random, text);
         break;
     case Part::Repeat:
-        const int more = node.max == kUnbounded ? kMostTurnsMore : node.max - node.min;
-        for (int turn = node.min + Below(more + 1, random); turn > 0; --turn) {
+        const int most = node.max == kUnbounded ? node.min + kMostTurnsMore : node.max;
+        for (int turn = node.min + random.Next() % (most - node.min + 1); turn > 0; --turn) {
             append(node.left, random, text);
         }
         break;
@@ -66,9 +66,10 @@ void PatternSamples::append(int part, RandomSource& random, std::wstring& text) 
 
 std::wstring Spoiled(std::wstring text, RandomSource& random)
 {
-    constexpr std::wstring_view kAlphabet(L"0123456789/ANSMKTPQRVGCFUBDEWLXYZ +-[_\t\0\u00B0", 42);
-    const wchar_t other = kAlphabet[static_cast<std::size_t>(random.Next()) % kAlphabet.size()];
-    const std::size_t at = static_cast<std::size_t>(random.Next()) % (text.size() + 1);
+    constexpr std::wstring_view kAlphabet(L"0123456789/ANSMKTPQRVGCFUBDEWLXYZ +-[_\t\0\u00B0\u0141",
+                                          43);
+    const wchar_t other = kAlphabet[Below(kAlphabet.size(), random)];
+    const std::size_t at = Below(text.size() + 1, random);
     if (at == text.size()) {
         return text + other;
     }

@@ -1,21 +1,6 @@
 #include "tests/support/ReportLines.h"
 
-#include <algorithm>
 #include <fstream>
-
-namespace {
-
-std::wstring OneForOne(const std::string& bytes)
-{
-    std::wstring text;
-    text.reserve(bytes.size());
-    std::transform(bytes.begin(), bytes.end(), std::back_inserter(text), [](char byte) {
-        return static_cast<wchar_t>(static_cast<unsigned char>(byte));
-    });
-    return text;
-}
-
-} // namespace
 
 std::vector<std::wstring> ReportLines(const std::string& path, std::size_t step)
 {
@@ -23,11 +8,12 @@ std::vector<std::wstring> ReportLines(const std::string& path, std::size_t step)
     std::vector<std::wstring> lines;
     std::size_t number = 0;
     for (std::string line; std::getline(file, line);) {
-        while (!line.empty() && (line.back() == '\r' || line.back() == '\n')) {
-            line.pop_back();
-        }
+        line.erase(line.find_last_not_of("\r\n") + 1);
         if (!line.empty() && number++ % step == 0) {
-            lines.push_back(OneForOne(line));
+            std::wstring& text = lines.emplace_back();
+            for (const char byte : line) {
+                text.push_back(static_cast<unsigned char>(byte));
+            }
         }
     }
     return lines;

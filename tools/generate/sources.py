@@ -131,6 +131,7 @@ with the inputs; this file by `python3 tools/generate/sources.py --data DATA --r
 | `taf/tafs.txt` | whole TAFs, odd ones, first lines |
 | `upperair/grib.txt` | every 42nd record of `resources/demo/grib.txt.gz`, with its head line |
 | `upperair/grib_without_head.txt`, `upperair/error.txt` | the other forms of the text |
+| `metar/forms.txt`, `synop/forms.txt`, `upperair/forms.txt` | reports, real ones of the files above and our own, each with what it decodes to |
 | `weather/small.wx` | a weather file around Frankfurt for 2019-07-01, 12 UTC; days of its SYNOPs and TAFs are moved |
 | `tables/airports.txt`, `tables/wxstations.txt` | the rows of `resources/` for it, and some far ones |
 

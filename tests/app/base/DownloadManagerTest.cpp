@@ -72,8 +72,7 @@ TEST_F(DownloadManagerTest, QueueSavesEachAddressUnderAFreeName)
     m_server.serve("/weather.gz", "packed");
     m_server.serve("/list/", "listed");
     const QVariantList last =
-        download({QStringLiteral("/weather.gz"), QStringLiteral("/weather.gz?x=../../a"),
-                  QStringLiteral("/weather.gz"), QStringLiteral("/list/")});
+        download({"/weather.gz"_q, "/weather.gz?x=../../a"_q, "/weather.gz"_q, "/list/"_q});
     EXPECT_EQ(last, (QVariantList{tmp("download"), 0}));
     for (const char* name : {"weather.gz", "weather.gz.0", "weather.gz.1"}) {
         EXPECT_EQ(read(tmp(name)), "packed") << name;
@@ -85,17 +84,17 @@ TEST_F(DownloadManagerTest, QueueSavesEachAddressUnderAFreeName)
 TEST_F(DownloadManagerTest, QueueGoesOnBehindAFailureAndKeepsNoHalfFile)
 {
     m_server.serve("/second", "whole");
-    const QVariantList last = download({QStringLiteral("/first"), QStringLiteral("/second")});
+    const QVariantList last = download({"/first"_q, "/second"_q});
     EXPECT_EQ(last, (QVariantList{tmp("second"), 0}));
     EXPECT_EQ(m_errors, QList<int>{QNetworkReply::ContentNotFoundError});
     EXPECT_EQ(read(tmp("first")), "(missing)");
-    EXPECT_EQ(download({QStringLiteral("/third")}).value(1), QNetworkReply::ContentNotFoundError);
+    EXPECT_EQ(download({"/third"_q}).value(1), QNetworkReply::ContentNotFoundError);
 }
 
 TEST_F(DownloadManagerTest, QueueTellsWhenTheFolderCannotBeMade)
 {
-    write(Settings::documentsFolder() + QStringLiteral("/Cirrilonv3"), "a file");
-    EXPECT_EQ(download({QStringLiteral("/weather.gz")}).value(1), -1);
+    write(Settings::documentsFolder() + "/Cirrilonv3"_q, "a file");
+    EXPECT_EQ(download({"/weather.gz"_q}).value(1), -1);
     EXPECT_EQ(m_errors, (QList<int>{1, -1}));
     EXPECT_TRUE(m_server.requests.isEmpty());
 }
@@ -106,23 +105,22 @@ TEST_F(DownloadManagerTest, SynchronousTargets)
     DownloadManager manager(context());
     QSignalSpy progress(&manager, &DownloadManager::sigDownloadProgress);
     QString text;
-    EXPECT_EQ(manager.getToString(m_server.url(QStringLiteral("/text")), text), 0);
+    EXPECT_EQ(manager.getToString(m_server.url("/text"_q), text), 0);
     EXPECT_EQ(text, QString::fromUtf8("Z\xC3\xBCrich"));
     ASSERT_FALSE(progress.isEmpty());
-    EXPECT_TRUE(progress.last().value(2).toString().startsWith(QLatin1String("Downloading...")));
+    EXPECT_TRUE(progress.last().value(2).toString().startsWith("Downloading..."_q));
 
     write(path("file"), "before");
-    EXPECT_NE(manager.getToFile(m_server.url(QStringLiteral("/none")), path("file")), 0);
+    EXPECT_NE(manager.getToFile(m_server.url("/none"_q), path("file")), 0);
     EXPECT_EQ(read(path("file")), "before");
-    EXPECT_EQ(manager.getToFile(m_server.url(QStringLiteral("/text")), path("file")), 0);
+    EXPECT_EQ(manager.getToFile(m_server.url("/text"_q), path("file")), 0);
     EXPECT_EQ(read(path("file")), "Z\xC3\xBCrich");
 
     const int before = m_server.requests.size();
-    EXPECT_EQ(manager.getToFile(m_server.url(QStringLiteral("/text")), path("no/file")), -1);
+    EXPECT_EQ(manager.getToFile(m_server.url("/text"_q), path("no/file")), -1);
     EXPECT_EQ(m_server.requests.size(), before);
-    EXPECT_EQ(m_dialogs.warnings(), QStringList(QStringLiteral("Cirrilon - Download Error|Can not "
-                                                               "open file ")
-                                                + path("no/file")));
+    EXPECT_EQ(m_dialogs.warnings(),
+              QStringList("Cirrilon - Download Error|Can not open file "_q + path("no/file")));
 }
 
 TEST_F(DownloadManagerTest, AuthorisationGivesTheHeaderNames)
@@ -131,10 +129,8 @@ TEST_F(DownloadManagerTest, AuthorisationGivesTheHeaderNames)
     DownloadManager manager(context());
     QString text;
     QList<QByteArray> headers;
-    EXPECT_EQ(manager.getWithAuth(m_server.url(QStringLiteral("/login")), QStringLiteral("dTpw"),
-                                  text, headers),
-              0);
-    EXPECT_EQ(text, QStringLiteral("welcome"));
+    EXPECT_EQ(manager.getWithAuth(m_server.url("/login"_q), "dTpw"_q, text, headers), 0);
+    EXPECT_EQ(text, "welcome"_q);
     EXPECT_TRUE(headers.contains("X-Limit"));
     EXPECT_TRUE(m_server.requests.first().contains("\r\nAuthorization: Basic dTpw\r\n"));
 }
@@ -146,10 +142,10 @@ TEST_F(DownloadManagerTest, RefusesWhatIsTooLarge)
     m_server.serve("/fits", big.left(1000));
     m_server.serve("/announced", big);
     m_server.serveRaw("/endless", "HTTP/1.1 200 OK\r\n\r\n" + big);
-    EXPECT_EQ(fetch(m_server.url(QStringLiteral("/fits"))), 0);
+    EXPECT_EQ(fetch(m_server.url("/fits"_q)), 0);
     for (const char* name : {"/announced", "/endless"}) {
         EXPECT_EQ(fetch(m_server.url(QLatin1String(name))), QNetworkReply::UnknownContentError);
-        EXPECT_TRUE(m_text.contains(QLatin1String("too large"))) << m_text.toStdString();
+        EXPECT_TRUE(m_text.contains("too large"_q)) << m_text.toStdString();
         EXPECT_EQ(download({QLatin1String(name)}).value(1), QNetworkReply::UnknownContentError);
         EXPECT_EQ(read(tmp(name + 1)), "(missing)");
     }
@@ -160,17 +156,16 @@ TEST_F(DownloadManagerTest, FollowsRedirectsWithinTheWebOnly)
     write(path("secret"), "secret");
     m_server.serve("/goal", "reached");
     m_server.serve("/moved", "", "302 Found",
-                   "Location: " + m_server.url(QStringLiteral("/goal")).toUtf8() + "\r\n");
+                   "Location: " + m_server.url("/goal"_q).toUtf8() + "\r\n");
     m_server.serve("/round", "", "302 Found", "Location: /round\r\n");
     m_server.serve("/local", "", "302 Found",
                    "Location: file://" + path("secret").toUtf8() + "\r\n");
-    EXPECT_EQ(fetch(m_server.url(QStringLiteral("/moved"))), 0);
-    EXPECT_EQ(fetch(m_server.url(QStringLiteral("/round"))), QNetworkReply::TooManyRedirectsError);
+    EXPECT_EQ(fetch(m_server.url("/moved"_q)), 0);
+    EXPECT_EQ(fetch(m_server.url("/round"_q)), QNetworkReply::TooManyRedirectsError);
     EXPECT_LE(m_server.count("/round"), 12); // six, some of which Qt may send twice
-    EXPECT_NE(fetch(m_server.url(QStringLiteral("/local"))), 0);
-    for (const QString& url :
-         {QStringLiteral("file://") + path("secret"), QStringLiteral("data:,text"),
-          QStringLiteral("ftp://127.0.0.1/a"), QStringLiteral("/weather.gz"), QString()})
+    EXPECT_NE(fetch(m_server.url("/local"_q)), 0);
+    for (const QString& url : {"file://"_q + path("secret"), "data:,text"_q, "ftp://127.0.0.1/a"_q,
+                               "/weather.gz"_q, QString()})
     {
         EXPECT_EQ(fetch(url), QNetworkReply::ProtocolUnknownError) << url.toStdString();
     }
@@ -183,26 +178,26 @@ TEST_F(DownloadManagerTest, GivesUpATransferThatStalls)
     m_server.stall("/half", "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf");
     for (const char* name : {"/silent", "/half"}) {
         EXPECT_EQ(fetch(m_server.url(QLatin1String(name))), QNetworkReply::TimeoutError);
-        EXPECT_TRUE(m_text.contains(QLatin1String("0.2 seconds"))) << m_text.toStdString();
+        EXPECT_TRUE(m_text.contains("0.2 seconds"_q)) << m_text.toStdString();
     }
-    EXPECT_EQ(download({QStringLiteral("/half")}).value(1), QNetworkReply::TimeoutError);
+    EXPECT_EQ(download({"/half"_q}).value(1), QNetworkReply::TimeoutError);
 
     m_limits = DownloadLimits();
     m_limits.wholeMs = 200; // the server may send a byte now and then
-    EXPECT_EQ(fetch(m_server.url(QStringLiteral("/half"))), QNetworkReply::TimeoutError);
-    EXPECT_TRUE(m_text.contains(QLatin1String("longer than 0.2 seconds"))) << m_text.toStdString();
+    EXPECT_EQ(fetch(m_server.url("/half"_q)), QNetworkReply::TimeoutError);
+    EXPECT_TRUE(m_text.contains("longer than 0.2 seconds"_q)) << m_text.toStdString();
 }
 
 TEST_F(DownloadManagerTest, LeavesNoHalfFileWhenDeleted)
 {
     m_server.stall("/half", "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf");
     auto manager = std::make_unique<DownloadManager>(context());
-    manager->append(QUrl(m_server.url(QStringLiteral("/half"))), QString());
+    manager->append(QUrl(m_server.url("/half"_q)), QString());
     ASSERT_TRUE(QTest::qWaitFor([this] { return !m_server.requests.isEmpty(); }, kPatienceMs));
     EXPECT_NE(read(tmp("half")), "(missing)");
     // The other face of a busy one gives way, and the transfer isn't disturbed.
     QByteArray data;
-    EXPECT_EQ(manager->getToBytes(m_server.url(QStringLiteral("/half")), data),
+    EXPECT_EQ(manager->getToBytes(m_server.url("/half"_q), data),
               QNetworkReply::OperationCanceledError);
     EXPECT_NE(read(tmp("half")), "(missing)");
     manager.reset();
@@ -214,7 +209,7 @@ TEST_F(DownloadManagerTest, GivesWayToTheEndOfTheProgram)
     m_server.stall("/silent");
     int error = 0;
     const std::unique_ptr<QThread> worker(
-        QThread::create([&] { error = fetch(m_server.url(QStringLiteral("/silent"))); }));
+        QThread::create([&] { error = fetch(m_server.url("/silent"_q)); }));
     QSignalSpy ended(worker.get(), &QThread::finished);
     QTimer::singleShot(100, [this] { m_stop.raise(); });
     worker->start();
@@ -224,8 +219,7 @@ TEST_F(DownloadManagerTest, GivesWayToTheEndOfTheProgram)
     EXPECT_LT(m_tookMs, 2000);
     // Raised before the start, nothing is sent, and what is queued is dropped.
     const int before = m_server.requests.size();
-    EXPECT_EQ(download({QStringLiteral("/a"), QStringLiteral("/b")}).value(1),
-              QNetworkReply::OperationCanceledError);
+    EXPECT_EQ(download({"/a"_q, "/b"_q}).value(1), QNetworkReply::OperationCanceledError);
     EXPECT_EQ(m_server.requests.size(), before);
 }
 
@@ -236,52 +230,44 @@ TEST_F(DownloadManagerTest, InflatesEitherHeaderAndSaysWhatIsWrong)
     EXPECT_TRUE(DownloadManager::gUncompress("\x1f\x8b\x08\x00").isEmpty());
     EXPECT_TRUE(DownloadManager::gUncompress(zlib.left(zlib.size() - 1)).isEmpty());
 
-    const struct
-    {
-        QByteArray packed;
-        const char* reason;
-    } rows[] = {
+    const std::pair<QByteArray, const char*> rows[] = {
         {zlib, ""}, {"", "empty"}, {zlib.left(12), "truncated"}, {"<html></html>", "damaged"}};
-    for (const auto& row : rows) {
-        write(path("packed"), row.packed);
+    for (const auto& [packed, expected] : rows) {
+        write(path("packed"), packed);
         write(path("plain"), "of the time before");
         QString reason;
         DownloadManager::gunzipFile(path("packed"), path("plain"), &reason);
-        EXPECT_TRUE(reason.contains(QLatin1String(row.reason))) << reason.toStdString();
+        EXPECT_TRUE(reason.contains(QLatin1String(expected))) << reason.toStdString();
         EXPECT_EQ(read(path("plain")), reason.isEmpty() ? QByteArray(3000, 'x') : QByteArray());
     }
 }
 
 TEST(SaveName, NeverLeavesTheFolder)
 {
-    const struct
-    {
-        const char* url;
-        const char* name;
-    } rows[] = {
-        {"http://h/a/weather_noaa.gz", "weather_noaa.gz"},
-        {"http://h/a/b.php?f=/x/y", "b.php"},
-        {"http://h", "download"},
-        {"http://h/a/", "download"},
-        {"http://h/a/..", "download"},
-        {"http://h/a/%2e%2e", "download"},
-        {"http://h/a/..%2Fpasswd", "passwd"},
-        {"http://h/a/..%5Cpasswd", "download"},
-        {"http://h/a/C:x", "download"},
-        {"http://h/a/nul.txt", "download"},
-        {"http://h/a/LPT1", "download"},
-        {"http://h/a/com10.txt", "com10.txt"},
-        {"http://h/a/a%00b", "download"},
-        {"http://h/a/a%0Ab", "download"},
-        {"http://h/a/a%E2%80%AEgpj.exe", "download"},
-        {"http://h/a/end.", "download"},
+    const std::pair<const char*, const char*> rows[] = {
+        {"/weather_noaa.gz", "weather_noaa.gz"},
+        {"/b.php?f=/x/y", "b.php"},
+        {"/com10.txt", "com10.txt"},
+        {"/..%2Fpasswd", "passwd"},
+        {"/", "download"},
+        {"/..", "download"},
+        {"/%2e%2e", "download"},
+        {"/..%5Cpasswd", "download"},
+        {"/C:x", "download"},
+        {"/nul.txt", "download"},
+        {"/LPT1", "download"},
+        {"/a%00b", "download"},
+        {"/a%0Ab", "download"},
+        {"/a%E2%80%AEgpj.exe", "download"},
+        {"/end.", "download"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(savename::fromUrl(QUrl(QLatin1String(row.url))), QLatin1String(row.name))
-            << row.url;
+    for (const auto& [path, name] : rows) {
+        const QUrl url("http://h/a"_q + QLatin1String(path));
+        EXPECT_EQ(savename::fromUrl(url), QLatin1String(name)) << path;
     }
-    const QString longName = QStringLiteral("http://h/") + QString(300, QLatin1Char('a'));
-    EXPECT_EQ(savename::fromUrl(QUrl(longName)), QStringLiteral("download"));
+    const QString longName = "http://h/"_q + QString(300, QLatin1Char('a'));
+    EXPECT_EQ(savename::fromUrl(QUrl(longName)), "download"_q);
+    EXPECT_EQ(savename::fromUrl(QUrl("http://h"_q)), "download"_q);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "app/base/HostProcessRunner.h"
 
 #include "app/base/StopFlag.h"
+#include "tests/support/Text.h"
 
 #include <QElapsedTimer>
 #include <QStandardPaths>
@@ -23,7 +24,7 @@ protected:
     ProcessResult run(const char* command, int timeoutMs)
     {
         return m_runner.runUnlessStopped(
-            m_shell, {QStringLiteral("-c"), QLatin1String(command)}, timeoutMs,
+            m_shell, {"-c"_q, QLatin1String(command)}, timeoutMs,
             [this](const QString& chunk) {
                 m_output += chunk;
                 if (m_stopAtOutput) {
@@ -33,7 +34,7 @@ protected:
             m_stop);
     }
 
-    const QString m_shell = QStandardPaths::findExecutable(QStringLiteral("sh"));
+    const QString m_shell = QStandardPaths::findExecutable("sh"_q);
     HostProcessRunner m_runner;
     StopFlag m_stop;
     bool m_stopAtOutput = false;
@@ -46,7 +47,7 @@ TEST_F(HostProcessRunnerTest, PassesBothChannelsAndTheExitCode)
     const ProcessResult result = run("echo out; echo err >&2; exit 3", 10000);
     EXPECT_TRUE(result.started && result.finished);
     EXPECT_EQ(result.exitCode, 3);
-    EXPECT_EQ(m_output, QStringLiteral("out\nerr\n"));
+    EXPECT_EQ(m_output, "out\nerr\n"_q);
     EXPECT_TRUE(result.error.isEmpty());
 }
 
@@ -64,16 +65,16 @@ TEST_F(HostProcessRunnerTest, EndsAProgramThatRunsOn)
 
 TEST(HostProcessRunner, SaysWhyAProgramDoesNotStart)
 {
-    HostProcessRunner runner([](const QString& path) { return path == QLatin1String("known"); });
-    const QString missing = QStringLiteral("/nowhere/installer.exe");
+    HostProcessRunner runner([](const QString& path) { return path == "known"_q; });
+    const QString missing = "/nowhere/installer.exe"_q;
     const ProcessResult result = runner.run(missing, {}, 1000, nullptr);
     EXPECT_FALSE(result.started);
     EXPECT_FALSE(result.error.isEmpty());
     QString error;
     EXPECT_FALSE(runner.startDetached(missing, error));
     EXPECT_FALSE(error.isEmpty());
-    EXPECT_TRUE(runner.open(QStringLiteral("known")));
-    EXPECT_FALSE(HostProcessRunner().open(QStringLiteral("known")));
+    EXPECT_TRUE(runner.open("known"_q));
+    EXPECT_FALSE(HostProcessRunner().open("known"_q));
 }
 
 } // namespace

@@ -7,29 +7,23 @@
 
 namespace {
 
-class SettingsAddressesTest : public SettingsFixture
-{};
+using SettingsAddressesTest = SettingsFixture;
 
 TEST_F(SettingsAddressesTest, ServerTypeChoosesTheWeatherServer)
 {
     const QString one = serveraddress::wxdata1();
     const QString two = serveraddress::wxdata2();
-    struct Row
-    {
-        int type;
-        int drawn;
-        QString server;
-        bool draws;
+    const std::tuple<int, int, QString, bool> rows[] = {
+        {0, 49, one, true},       {0, 1250, two, true},      {1, 99, one, false},
+        {2, 0, two, false},       {3, 100, one, true},       {3, 99, two, true},
+        {4, 0, QString(), false}, {-1, 0, QString(), false},
     };
-    const Row rows[] = {{0, 49, one, true},       {0, 1250, two, true},     {1, 99, one, false},
-                        {2, 0, two, false},       {3, 100, one, true},      {3, 99, two, true},
-                        {4, 0, QString(), false}, {-1, 0, QString(), false}};
-    for (const Row& row : rows) {
-        const QString file = path("t%1_%2/cirrilon.ini").arg(row.type).arg(row.drawn);
-        write(file, "[weather]\nwxservertype=" + QByteArray::number(row.type));
-        FakeRandom random({row.drawn, -7});
-        EXPECT_EQ(Settings(file, random).weatherServer(), row.server) << row.type;
-        EXPECT_EQ(random.Next(), row.draws ? -7 : row.drawn) << row.type;
+    for (const auto& [type, drawn, server, draws] : rows) {
+        const QString file = path("t%1_%2/cirrilon.ini").arg(type).arg(drawn);
+        write(file, "[weather]\nwxservertype=" + QByteArray::number(type));
+        FakeRandom random({drawn, -7});
+        EXPECT_EQ(Settings(file, random).weatherServer(), server) << type;
+        EXPECT_EQ(random.Next(), draws ? -7 : drawn) << type;
     }
 }
 
@@ -40,11 +34,10 @@ TEST_F(SettingsAddressesTest, AddressesComeFromTheMainFileUnderAnyProfile)
     write(mainFile(), "[url]\nwxdata1=http://a.test\nfileinfo=http://i.test/\nhost=http://h.test\n"
                       "checklogin=/c?a=1&b=2\nwxdata2=\n");
     settings.load(path("profile.ini"));
-    EXPECT_EQ(settings.serverOne(), QStringLiteral("http://a.test"));
+    EXPECT_EQ(settings.serverOne(), "http://a.test"_q);
     EXPECT_EQ(settings.serverTwo(), serveraddress::wxdata2());
-    EXPECT_EQ(settings.fileInfoUrl(), QStringLiteral("http://i.test/"));
-    EXPECT_EQ(settings.loginHost() + settings.checkLogin(),
-              QStringLiteral("http://h.test/c?a=1&b=2"));
+    EXPECT_EQ(settings.fileInfoUrl(), "http://i.test/"_q);
+    EXPECT_EQ(settings.loginHost() + settings.checkLogin(), "http://h.test/c?a=1&b=2"_q);
 }
 
 TEST(UrlTemplate, FillsTheTokensButNotAtTheStart)
@@ -79,10 +72,9 @@ TEST_F(SettingsAddressesTest, MovesTheFilesOfTheWorkFolder)
     EXPECT_EQ(read(path("old/new/taken.txt")), "theirs");
     EXPECT_FALSE(QFile::exists(path("old/a.txt")));
     ASSERT_EQ(spy.count(), 4);
-    EXPECT_EQ(
-        spy[3][0].toString(),
-        QStringLiteral("(Settings) - Error: can not move file %1/taken.txt to %1/new/taken.txt")
-            .replace(QLatin1String("%1"), path("old")));
+    EXPECT_EQ(spy[3][0].toString(),
+              "(Settings) - Error: can not move file %1/taken.txt to %1/new/taken.txt"_q.replace(
+                  "%1"_q, path("old")));
     EXPECT_EQ(spy[3][1].toInt(), 3);
 }
 

@@ -2,17 +2,49 @@
 
 #include "app/base/Settings.h"
 #include "tests/support/FakeRandom.h"
+#include "tests/support/Text.h"
 
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QVariant>
 
 #include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+
+enum OptionClasses
+{
+    Main = 1,
+    Profile = 2
+};
+
+/// The options of some classes by their keys, as text.
+inline std::map<std::string, QByteArray> optionsOf(const Settings& settings,
+                                                   int classes = Main | Profile)
+{
+    std::map<std::string, QByteArray> values;
+#define CIRRILON_ROW(type, getter, Setter, key, value, optionClass)                                \
+    if ((classes & optionClass) != 0) {                                                            \
+        values[key] = QVariant(settings.getter()).toByteArray();                                   \
+    }
+    CIRRILON_OPTIONS(CIRRILON_ROW)
+#undef CIRRILON_ROW
+    return values;
+}
 
 /// A temporary folder that is the user's home as well, so documents lie in it.
 class SettingsFixture : public ::testing::Test
 {
+public:
+    static QByteArray read(const QString& file)
+    {
+        QFile in(file);
+        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("(missing)");
+    }
+
 protected:
     void SetUp() override
     {
@@ -38,12 +70,6 @@ protected:
         ASSERT_TRUE(out.open(QIODevice::WriteOnly)) << file.toStdString();
         ASSERT_EQ(out.write(bytes), bytes.size());
     }
-    static QByteArray read(const QString& file)
-    {
-        QFile in(file);
-        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("(missing)");
-    }
-
     FakeRandom m_random;
 
 private:

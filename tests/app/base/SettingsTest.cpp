@@ -8,16 +8,7 @@
 
 namespace {
 
-class SettingsTest : public SettingsFixture
-{
-protected:
-    QByteArray reference(const char* name) const
-    {
-        QByteArray text =
-            read(QStringLiteral(CIRRILON_TEST_DATA "/settings/") + QLatin1String(name));
-        return text.replace("@DOCUMENTS@", Settings::documentsFolder().toUtf8());
-    }
-};
+using SettingsTest = SettingsFixture;
 
 bool Other(bool value)
 {
@@ -31,8 +22,8 @@ int Other(int value)
 
 QString Other(const QString& value)
 {
-    return QStringLiteral(" \"%1\",; =\\@\n\t\u00e4\u0416a1 ").arg(value) + QChar(0xD83D)
-           + QChar(0xDE00) + QLatin1String("f%2");
+    return " \"%1\",; =\\@\n\t\u00e4\u0416a1 "_q.arg(value) + QChar(0xD83D) + QChar(0xDE00)
+           + "f%2"_q;
 }
 
 QByteArray Other(const QByteArray& /*value*/)
@@ -44,78 +35,55 @@ QByteArray Other(const QByteArray& /*value*/)
     return bytes;
 }
 
-void SetAllToOther(Settings& settings)
-{
-#define CIRRILON_SET(type, getter, Setter, key, value, optionClass)                                \
-    settings.Setter(Other(settings.getter()));
-    CIRRILON_OPTIONS(CIRRILON_SET)
-#undef CIRRILON_SET
-    settings.setMapLastPos(QStringLiteral("-33.9:151.2"));
-}
-
-enum OptionClasses
-{
-    Main = 1,
-    Profile = 2
-};
-
-void ExpectSame(const Settings& a, const Settings& b, int classes)
-{
-#define CIRRILON_COMPARE(type, getter, Setter, key, value, optionClass)                            \
-    if ((classes & optionClass) != 0) {                                                            \
-        EXPECT_TRUE(a.getter() == b.getter()) << key;                                              \
-    }
-    CIRRILON_OPTIONS(CIRRILON_COMPARE)
-#undef CIRRILON_COMPARE
-}
-
 TEST_F(SettingsTest, DefaultsAreWrittenInTheOrderOfTheTable)
 {
     Settings settings(mainFile(), m_random);
-    settings.save(mainFile());
-    EXPECT_EQ(read(mainFile()), reference("main.ini"));
-    settings.save(path("profiles/b738.ini"));
-    EXPECT_EQ(read(path("profiles/b738.ini")), reference("profile.ini"));
+    for (const char* name : {"main.ini", "profile.ini"}) {
+        const QString file = name[0] == 'm' ? mainFile() : path("profiles/b738.ini");
+        settings.save(file);
+        QByteArray expected = read(CIRRILON_TEST_DATA "/settings/"_q + QLatin1String(name));
+        expected.replace("@DOCUMENTS@", Settings::documentsFolder().toUtf8());
+        EXPECT_EQ(read(file), expected);
+    }
 }
 
 TEST_F(SettingsTest, EveryOptionComesBackFromItsFiles)
 {
     Settings settings(mainFile(), m_random);
-    SetAllToOther(settings);
+#define CIRRILON_SET(type, getter, Setter, key, value, optionClass)                                \
+    settings.Setter(Other(settings.getter()));
+    CIRRILON_OPTIONS(CIRRILON_SET)
+#undef CIRRILON_SET
+    settings.setMapLastPos("-33.9:151.2"_q);
     settings.save(mainFile());
     settings.save(path("night.INI"));
 
     const Settings again(mainFile(), m_random);
-    ExpectSame(again, settings, Main | Profile);
+    EXPECT_EQ(optionsOf(again), optionsOf(settings));
 
     const Settings untouched(QString(), m_random);
     Settings profileOnly(QString(), m_random);
     profileOnly.load(path("night.INI"));
-    ExpectSame(profileOnly, settings, Profile);
-    ExpectSame(profileOnly, untouched, Main);
+    EXPECT_EQ(optionsOf(profileOnly, Profile), optionsOf(settings, Profile));
+    EXPECT_EQ(optionsOf(profileOnly, Main), optionsOf(untouched, Main));
 }
 
-TEST_F(SettingsTest, MainOptionsInAProfileAreIgnored)
+TEST_F(SettingsTest, AProfileHasNoMainOptionsAndWhatItLacksIsDefaultAgain)
 {
+    write(mainFile(), "[weather]\nrange=55\nmode=1\n");
     const QByteArray text = "[paths]\nworkfolder=/elsewhere/\n[weather]\nrange=42\n";
     write(path("p.ini"), text);
     Settings settings(mainFile(), m_random);
-    settings.load(path("p.ini"));
-    EXPECT_EQ(settings.workFolder(), Settings::documentsFolder() + QStringLiteral("/CirrilonV3/"));
-    EXPECT_EQ(settings.range(), 42);
-    settings.load(path("p.ini"), Settings::FileRole::Main);
-    EXPECT_EQ(settings.workFolder(), QStringLiteral("/elsewhere/"));
-    EXPECT_EQ(read(path("p.ini")), text);
-}
-
-TEST_F(SettingsTest, MissingKeysOfAnotherFileAreDefaultsAgain)
-{
-    write(mainFile(), "[weather]\nrange=55\nmode=1\n");
-    Settings settings(mainFile(), m_random);
     EXPECT_EQ(settings.range(), 55);
+    settings.load(path("p.ini"));
+    EXPECT_EQ(settings.workFolder(), Settings::documentsFolder() + "/CirrilonV3/"_q);
+    EXPECT_EQ(settings.range(), 42);
+    EXPECT_EQ(settings.weatherMode(), 0);
+    settings.load(path("p.ini"), Settings::FileRole::Main);
+    EXPECT_EQ(settings.workFolder(), "/elsewhere/"_q);
+    EXPECT_EQ(read(path("p.ini")), text);
     settings.load(path("missing.ini"));
     EXPECT_EQ(settings.range(), 100);
-    EXPECT_EQ(settings.weatherMode(), 0);
     EXPECT_FALSE(QFile::exists(path("missing.ini")));
 }
 
@@ -130,53 +98,37 @@ TEST_F(SettingsTest, WithoutAFileNothingIsReadOrWritten)
     EXPECT_TRUE(QDir(path(".")).isEmpty());
 }
 
-TEST_F(SettingsTest, TellsTheFileBeforeAnybodyCanListen)
-{
-    Settings settings(mainFile(), m_random);
-    const auto lines = settings.takeEarlyLog();
-    ASSERT_EQ(lines.size(), 1U);
-    EXPECT_EQ(lines[0].text, QStringLiteral("Expecting settings at ") + mainFile());
-    EXPECT_TRUE(settings.takeEarlyLog().empty());
-}
-
 TEST_F(SettingsTest, OddValuesFallBack)
 {
-    struct Row
-    {
-        const char* text;
-        int range;
-        bool synopOff;
-        const char* simPath;
-        const char* lastPos;
-    };
-    const Row rows[] = {
+    const char kSomewhere[] = "51.3:13.5";
+    const std::tuple<const char*, int, bool, const char*, const char*> rows[] = {
         {"[weather]\nrange=12abc\nsynopoff=abc\n[paths]\nsim=\n[map]\nlastpos=1:2:3\n", 100, true,
-         "", "51.3:13.5"},
+         "", kSomewhere},
         {"[weather]\nrange=99999999999\nsynopoff=0\n[map]\nlastpos=12.5\n", 100, false, "",
-         "51.3:13.5"},
+         kSomewhere},
         {"[weather]\nrange=@Invalid()\nsynopoff=@Invalid()\n[paths]\nsim=@Invalid()\n", 100, false,
-         "", "51.3:13.5"},
+         "", kSomewhere},
         {"[weather]\nrange=1, 2\n[paths]\nsim=a, b\n[map]\nlastpos=\"7 : x\"\n", 100, false, "",
          "7 : x"},
         {"[weather]\nrange=@ByteArray(5)\n[paths]\nsim=\"C:/\xC3\x9C,1\" ; note\n", 100, false,
-         "C:/\xC3\x9C,1", "51.3:13.5"},
+         "C:/\xC3\x9C,1", kSomewhere},
         // A list of 2,147,483,647 values: unpacking it would take all memory.
         {"[weather]\nrange=-5\n[paths]\nsim=@Variant(\\0\\0\\0\\x9\\x7f\\xff\\xff\\xff)\n", -5,
-         false, "", "51.3:13.5"},
-        {"\xEF\xBB\xBF[weather]\r\nrange = 8 \r\nsynopoff=true", 8, true, "", "51.3:13.5"},
-        {"=\n[\n]\n[weather\nrange=3\n\\", 3, false, "", "51.3:13.5"},
-        {"<html>\nrange=3", 100, false, "", "51.3:13.5"},
+         false, "", kSomewhere},
+        {"\xEF\xBB\xBF[weather]\r\nrange = 8 \r\nsynopoff=true", 8, true, "", kSomewhere},
+        {"=\n[\n]\n[weather\nrange=3\n\\", 3, false, "", kSomewhere},
+        {"<html>\nrange=3", 100, false, "", kSomewhere},
     };
     int number = 0;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
+    for (const auto& [text, range, synopOff, simPath, lastPos] : rows) {
+        SCOPED_TRACE(text);
         const QString file = path("odd%1/cirrilon.ini").arg(++number);
-        write(file, row.text);
+        write(file, text);
         const Settings settings(file, m_random);
-        EXPECT_EQ(settings.range(), row.range);
-        EXPECT_EQ(settings.synopOff(), row.synopOff);
-        EXPECT_EQ(settings.simPath(), QString::fromUtf8(row.simPath));
-        EXPECT_EQ(settings.mapLastPos(), QString::fromUtf8(row.lastPos));
+        EXPECT_EQ(settings.range(), range);
+        EXPECT_EQ(settings.synopOff(), synopOff);
+        EXPECT_EQ(settings.simPath(), QString::fromUtf8(simPath));
+        EXPECT_EQ(settings.mapLastPos(), QString::fromUtf8(lastPos));
     }
 }
 
@@ -235,18 +187,18 @@ TEST_F(SettingsTest, ProfileChangeSavesTheOldOneAndLoadsTheNew)
     write(path("work/profiles/a.ini"), "[weather]\nrange=1\n");
     write(path("work/profiles/B.INI"), "[weather]\nrange=2\n");
     write(path("work/profiles/note.txt"), "");
-    EXPECT_EQ(settings.profiles(), QStringList({QStringLiteral("B.INI"), QStringLiteral("a.ini")}));
+    EXPECT_EQ(settings.profiles(), QStringList({"B.INI"_q, "a.ini"_q}));
 
-    settings.changeProfile(QStringLiteral("a.ini"));
+    settings.changeProfile("a.ini"_q);
     EXPECT_EQ(settings.range(), 1);
     settings.setRange(11);
     const QSignalSpy spy(&settings, &Settings::sigDebugString);
-    settings.changeProfile(QStringLiteral("B.INI"));
+    settings.changeProfile("B.INI"_q);
     EXPECT_EQ(settings.range(), 2);
-    EXPECT_EQ(settings.profile(), QStringLiteral("B.INI"));
+    EXPECT_EQ(settings.profile(), "B.INI"_q);
     EXPECT_TRUE(read(path("work/profiles/a.ini")).contains("range=11\n"));
     ASSERT_EQ(spy.count(), 1);
-    EXPECT_EQ(spy[0][0].toString(), QStringLiteral("(Main) - Profile selected: B.INI"));
+    EXPECT_EQ(spy[0][0].toString(), "(Main) - Profile selected: B.INI"_q);
     EXPECT_EQ(spy[0][1].toInt(), 1);
 
     for (const char* name : {"../x.ini", "..", "a\\..\\b.ini", "", "/tmp/x.ini"}) {
@@ -257,7 +209,7 @@ TEST_F(SettingsTest, ProfileChangeSavesTheOldOneAndLoadsTheNew)
 TEST_F(SettingsTest, OptionsAreReadWhileTheyAreWritten)
 {
     Settings settings(QString(), m_random);
-    settings.setUrlExternMetar(QStringLiteral("0000"));
+    settings.setUrlExternMetar("0000"_q);
     std::atomic<bool> end{false};
     int torn = 0;
     std::thread reader([&] {

@@ -21,12 +21,6 @@ std::vector<QByteArray> drain(FrameReader& reader)
     return texts;
 }
 
-TEST(Frame, StandsOnTheWireWithPaddedNumbers)
-{
-    EXPECT_EQ(simulator::encodeFrame({6, 23, "Request DateTime from FS"}),
-              "@0006;0023;00000024;Request DateTime from FS");
-}
-
 TEST(FrameReader, GivesTheSameFramesHoweverTheBytesAreCut)
 {
     const QByteArray bytes = "noise" + simulator::encodeFrame({5, 8, "a@b;c"})

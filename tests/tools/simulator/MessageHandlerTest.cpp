@@ -1,6 +1,5 @@
 #include "tools/simulator/MessageHandler.h"
 
-#include "aviation/support/NumberText.h"
 #include "tests/support/FakeClock.h"
 #include "tools/simulator/Messages.h"
 #include "weather/output/records/NewWeatherText.h"
@@ -8,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
+#include <utility>
 
 namespace {
 
@@ -23,13 +22,6 @@ protected:
     Reply write(int id, const QByteArray& data)
     {
         return handler.handle({command::kWrite, id, data});
-    }
-    QByteArray request(int id, const char* text)
-    {
-        const Reply reply = handler.handle({command::kRequest, id, text});
-        EXPECT_EQ(reply.frame.command, command::kAnswer) << text;
-        EXPECT_EQ(reply.frame.id, id);
-        return reply.frame.data;
     }
 
     FakeClock clock{2019, 7, 1, 12};
@@ -105,12 +97,8 @@ TEST_F(MessageHandlerTest, WhatCantBeReadIsRefusedAndChangesNothing)
 {
     const QByteArray record = QByteArray::fromStdString(NewWeatherText(fullRecord()));
     const QByteArray data = QByteArray::fromStdString(XPlaneWeatherText(fullWeather()));
-    struct Row
-    {
-        int id;
-        QByteArray data;
-    };
-    for (const Row& row :
+    using Row = std::pair<int, QByteArray>;
+    for (const auto& [id, text] :
          {Row{message::kWeatherRecord, record + "x"},
           Row{message::kWeatherRecord, QByteArray(record).replace("Dew=", "Dow=")},
           Row{message::kWeatherRecord, QByteArray(record).replace("16211", "70000")},
@@ -122,65 +110,12 @@ TEST_F(MessageHandlerTest, WhatCantBeReadIsRefusedAndChangesNothing)
           Row{message::kPayload, "NumOfStation=x"}, Row{message::kRadios, ""},
           Row{message::kVisibility, "far"}, Row{message::kClearWeather, "Clear"}, Row{99, "what"}})
     {
-        EXPECT_EQ(write(row.id, row.data).frame.command, command::kRefusal) << row.data.constData();
+        EXPECT_EQ(write(id, text).frame.command, command::kRefusal) << text.constData();
     }
     EXPECT_EQ(handler.handle({command::kRequest, message::kFuel, "fuel please"}).frame.command,
               command::kRefusal);
     EXPECT_EQ(model.state().weatherRecords.size(), 0U);
     EXPECT_EQ(model.state().fuel.tanks.size(), 3U);
-}
-
-TEST_F(MessageHandlerTest, LoadAndRadiosAreAnsweredAsTheyWereSet)
-{
-    struct Row
-    {
-        int id;
-        const char* request;
-        QByteArray data;
-    };
-    for (
-        const Row& row :
-        {Row{message::kFuel, "Request Aircraft fuel",
-             "NumOfStation=1:FuelWeight=6.700000:StationID=4|Name=Center|Capacity=100.000000|Level="
-             "50.000000"},
-         Row{message::kPayload, "Request Aircraft payload",
-             "NumOfStation=1:StationName=J\xC3\xBCrgen|Type=1|MaxWeight=300.000000|Weight=180."
-             "500000"},
-         Row{message::kRadios, "Request Radio Data",
-             "comm1active=11810:comm1standby=11820:comm2active=11830:comm2standby=11840:nav1active="
-             "10810:nav1standby=10820:nav2active=10830:nav2standby=10840:adf=400:transponder="
-             "1200"}})
-    {
-        EXPECT_EQ(write(row.id, row.data).frame.command, command::kAnswer);
-        EXPECT_EQ(request(row.id, row.request), row.data);
-    }
-    EXPECT_EQ(model.state().radios.adf, 400);
-    EXPECT_EQ(model.state().radios.transponder, 1200);
-    EXPECT_FLOAT_EQ(model.peekAircraft().totalWeight, 91300.0F + 335.0F + 180.5F);
-    model.withFlight([](SimulatedFlight& flight) { flight.jumpTo(QStringLiteral("cruise")); });
-    EXPECT_FLOAT_EQ(model.peekAircraft().totalWeight, 91300.0F + 180.5F) << "no fuel is left";
-}
-
-TEST_F(MessageHandlerTest, TheAircraftTextHasItsFieldsAtTheirPlaces)
-{
-    constexpr std::array kKeyLengths{7,  4,  4,  3, 4, 3, 10, 12, 7,  4,  4,  4, 11, 12,
-                                     17, 11, 18, 5, 4, 8, 5,  9,  12, 15, 12, 9, 7,  4};
-    model.withFlight([](SimulatedFlight& flight) { flight.setStartTime(1561982400); });
-    const QList<QByteArray> fields =
-        request(message::kAircraft, "Request Aircraft data").split(':');
-    ASSERT_EQ(fields.size(), static_cast<int>(kKeyLengths.size()));
-    for (std::size_t i = 0; i < kKeyLengths.size(); ++i) {
-        EXPECT_EQ(fields[static_cast<int>(i)].indexOf('=') + 1, kKeyLengths[i]) << "field " << i;
-    }
-    const auto value = [&fields](int i) {
-        return fields[i].mid(fields[i].indexOf('=') + 1);
-    };
-    EXPECT_EQ(value(10), "44.882870");
-    EXPECT_EQ(value(12), "1");
-    EXPECT_EQ(value(14), "0");
-    EXPECT_EQ(value(25), "0");
-    EXPECT_EQ(value(26), "1561982400");
-    EXPECT_EQ(request(message::kDateTime, "Request DateTime from FS"), "1561982400");
 }
 
 TEST_F(MessageHandlerTest, OnlyTheFirstAnswerAfterTouchdownHasTheLandingRate)
@@ -202,14 +137,12 @@ TEST_F(MessageHandlerTest, TheAircraftFliesInTheWeatherThatWasSet)
     EXPECT_EQ(model.peekAircraft().wind.Speed, 80.0F);
     EXPECT_EQ(model.peekAircraft().temperature, -60.0F);
     EXPECT_EQ(model.peekAircraft().visibility, 9.0F);
-    XPlaneWindLayer aircraftLayer;
-    aircraftLayer.Alt = 10363.0F; // a little below its 34000 feet
-    aircraftLayer.Speed = 34.0F;
-    XPlaneWindLayer top = aircraftLayer;
-    top.Alt = 30638.0F;
-    top.Speed = 38.0F;
-    write(message::kWindLayers,
-          QByteArray::fromStdString(WindLayersLongText({aircraftLayer, top})));
+    std::vector<XPlaneWindLayer> layers(2);
+    layers[0].Alt = 10363.0F; // a little below its 34000 feet
+    layers[0].Speed = 34.0F;
+    layers[1].Alt = 30638.0F;
+    layers[1].Speed = 38.0F;
+    write(message::kWindLayers, QByteArray::fromStdString(WindLayersLongText(layers)));
     EXPECT_EQ(model.peekAircraft().wind.Speed, 34.0F) << "of the nearest layer";
     write(message::kWind, "Dir=100.00:Speed=33.00:Gust=-1.00");
     EXPECT_EQ(model.peekAircraft().wind.Speed, 33.0F);

@@ -1,12 +1,13 @@
 #include "tests/tools/simulator/SimConnectFixture.h"
-#include "tools/simulator/SimulatorClientsInMemory.h"
+
+#include <tuple>
 
 namespace {
 
 using simconnect::kFailed;
 using simconnect::kOk;
 using simconnect::MessageId;
-using simulator::SimConnectVersion;
+
 namespace exception = simulator::exception;
 
 class SimConnectFaultTest : public SimConnectFixture
@@ -22,31 +23,26 @@ protected:
 
 TEST_F(SimConnectFaultTest, AnswersAreSpoiltAsTheFaultTells)
 {
-    struct Row
-    {
-        const char* fault;
-        std::size_t bytes;  ///< that come
-        std::uint32_t size; ///< as the head tells
-        std::uint32_t id;   ///< of the request
-    };
-    for (const Row& row :
+    /// The bytes that come, their number as the head tells it, and the id of the request.
+    using Row = std::tuple<const char*, std::size_t, std::uint32_t, std::uint32_t>;
+    for (const auto& [fault, come, size, id] :
          {Row{"cut:39@6/3*1", 39, kWhole, 77}, Row{"cut:0@3*1", 0, 0, 0},
           Row{"garbage:30@3*1", 46, 46, 77}, Row{"garbage:0@3*1", 16, 16, 77},
           Row{"wrongid@3*1", kWhole, kWhole, 77 ^ 0x5500}, Row{"huge@3*1", 16, 100000000, 77},
           Row{"silent@3*1", 0, 0, 0}, Row{"udpsilent*1", kWhole, kWhole, 77},
           Row{"silent@2", kWhole, kWhole, 77}})
     {
-        setFault(row.fault);
-        EXPECT_EQ(request(1), kOk) << row.fault;
+        setFault(fault);
+        EXPECT_EQ(request(1), kOk) << fault;
         const std::vector<std::uint8_t> bytes = next();
-        ASSERT_EQ(bytes.size(), row.bytes) << row.fault;
+        ASSERT_EQ(bytes.size(), come) << fault;
         if (!bytes.empty()) {
-            EXPECT_EQ(at<std::uint32_t>(bytes, 0), row.size) << row.fault;
-            EXPECT_EQ(at<std::uint32_t>(bytes, 12), row.id) << row.fault;
+            EXPECT_EQ(at<std::uint32_t>(bytes, 0), size) << fault;
+            EXPECT_EQ(at<std::uint32_t>(bytes, 12), id) << fault;
         }
-        EXPECT_TRUE(next().empty()) << row.fault;
+        EXPECT_TRUE(next().empty()) << fault;
         setFault("none");
-        EXPECT_DOUBLE_EQ(at<double>(data(1), 0), 6.7) << "over after " << row.fault;
+        EXPECT_DOUBLE_EQ(at<double>(data(1), 0), 6.7) << "over after " << fault;
     }
 }
 
@@ -117,82 +113,6 @@ TEST_F(SimConnectFaultTest, ASimulatorThatIsGoneFailsUntilItIsOpenedAnew)
         EXPECT_EQ(nextException().exception, exception::kUnrecognizedId) << "definitions are gone";
         add(1, "FUEL WEIGHT PER GALLON", "pounds", DataType::Float64);
     }
-}
-
-TEST_F(SimConnectFaultTest, SingleCallsFailOnDemand)
-{
-    host.failNextCalls("SimConnect_WeatherSetModeCustom", 2);
-    EXPECT_EQ(client.SimConnect_WeatherSetModeCustom(handle), kFailed);
-    EXPECT_EQ(client.SimConnect_WeatherSetModeCustom(handle), kFailed);
-    EXPECT_FALSE(model.state().customWeather);
-    EXPECT_EQ(client.SimConnect_WeatherSetModeCustom(handle), kOk);
-    EXPECT_EQ(host.callCount("SimConnect_WeatherSetModeCustom"), 3);
-    EXPECT_EQ(client.SimConnect_WeatherSetModeCustom(nullptr), kFailed) << "another handle";
-}
-
-TEST_F(SimConnectFaultTest, TheOpenMessageTellsTheVersion)
-{
-    const std::vector<SimConnectVersion> versions{
-        SimConnectVersion::fsx(), SimConnectVersion::prepar3d(4), SimConnectVersion::fs2020()};
-    for (const SimConnectVersion& version : versions) {
-        host.setVersion(version);
-        client.SimConnect_Close(handle);
-        client.SimConnect_Open(&handle, "test", nullptr, 0, nullptr, 0);
-        const auto message = nextOf<simconnect::OpenMessage>(MessageId::Open);
-        EXPECT_EQ(message.applicationName, version.applicationName);
-        EXPECT_EQ(message.applicationVersion[0], version.application[0]);
-        EXPECT_EQ(message.simConnectVersion[2], version.simConnect[2]);
-    }
-    EXPECT_EQ(model.state().clientName, QStringLiteral("test"));
-    client.SimConnect_Close(handle);
-    setFault("silent@1*1");
-    EXPECT_EQ(client.SimConnect_Open(&handle, "test", nullptr, 0, nullptr, 0), kOk);
-    EXPECT_TRUE(next().empty());
-}
-
-TEST(SimulatorClientsInMemoryTest, TheSimulatorOutlivesItsClients)
-{
-    const FakeClock clock(2019, 7, 1, 12);
-    simulator::SimulatorClientsInMemory clients;
-    EXPECT_EQ(clients.model().simTime(), clock.NowSeconds());
-    std::string problem;
-    SimConnectApi::Handle handle = nullptr;
-    std::unique_ptr<SimConnectApi> client = clients.simConnect("C:/sim", problem);
-    ASSERT_EQ(client->SimConnect_Open(&handle, "test", nullptr, 0, nullptr, 0), kOk);
-    client->SimConnect_WeatherSetModeCustom(handle);
-    client = clients.simConnect("C:/sim", problem);
-    ASSERT_EQ(client->SimConnect_Open(&handle, "test", nullptr, 0, nullptr, 0), kOk);
-    client->SimConnect_WeatherSetObservation(handle, 0, "KMSP 011200Z");
-    EXPECT_EQ(clients.model().state().weatherTexts.size(), 1);
-
-    const std::unique_ptr<FsuipcApi> memory = clients.fsuipc({}, problem);
-    std::uint32_t result = 0;
-    std::uint8_t pause = 0;
-    EXPECT_TRUE(memory->FSUIPC_Open(fsuipc::kAnySimulator, &result));
-    clients.model().setPaused(true);
-    EXPECT_TRUE(memory->FSUIPC_Read(0x3365, 1, &pause, &result));
-    EXPECT_TRUE(memory->FSUIPC_Process(&result));
-    EXPECT_NE(pause, 0) << "one simulator";
-    clients.setRunning(false);
-    EXPECT_FALSE(memory->FSUIPC_Read(0x3365, 1, &pause, &result)
-                 && memory->FSUIPC_Process(&result));
-    memory->FSUIPC_Close();
-    EXPECT_FALSE(memory->FSUIPC_Open(fsuipc::kAnySimulator, &result));
-    EXPECT_FALSE(clients.fsuipc({}, problem)->FSUIPC_Open(fsuipc::kAnySimulator, &result));
-    EXPECT_EQ(result, fsuipc::kNoSimulator);
-    EXPECT_EQ(client->SimConnect_WeatherSetModeCustom(handle), kFailed);
-    EXPECT_EQ(client->SimConnect_Open(&handle, "test", nullptr, 0, nullptr, 0), kFailed);
-    clients.setRunning(true);
-    EXPECT_EQ(client->SimConnect_Open(&handle, "test", nullptr, 0, nullptr, 0), kOk);
-    EXPECT_EQ(clients.model().state().weatherTexts.size(), 1);
-
-    EXPECT_EQ(problem, "");
-    clients.setSimConnectInstalled(false);
-    clients.setFsuipcInstalled(false);
-    EXPECT_EQ(clients.simConnect({}, problem), nullptr);
-    EXPECT_EQ(problem, "SimConnect isn't installed.");
-    EXPECT_EQ(clients.fsuipc("C:/other", problem), nullptr);
-    EXPECT_EQ(clients.lastFolder(), "C:/other");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 namespace {
 
@@ -12,7 +13,22 @@ using simulator::SimulatedFlight;
 namespace exception = simulator::exception;
 
 class SimConnectSimulatorTest : public SimConnectFixture
-{};
+{
+protected:
+    void createStation(const char* icao, const char* name, float latitude, float longitude)
+    {
+        client.SimConnect_WeatherCreateStation(handle, 7, icao, name, latitude, longitude, 0.0F);
+    }
+    void askNearest(float latitude, float longitude)
+    {
+        client.SimConnect_WeatherRequestObservationAtNearestStation(handle, 5, latitude, longitude);
+    }
+    void askClouds(float south, float north, float bottom, float top)
+    {
+        client.SimConnect_WeatherRequestCloudState(handle, 6, south, -94.0F, bottom, north, -92.0F,
+                                                   top, 0);
+    }
+};
 
 TEST_F(SimConnectSimulatorTest, TheDataArePackedInTheOrderOfTheirDefinition)
 {
@@ -54,38 +70,27 @@ TEST_F(SimConnectSimulatorTest, NumbersComeInTheUnitThatWasAskedFor)
     model.setWind({240.0F, 50.0F, -1.0F, 0.0F});
     model.setRadios({11835, 11800, 12345, 11800, 10810, 10800, 10895, 10800, 1234, 384, 384});
     const aviation::structs::AircraftData aircraft = model.peekAircraft();
-    struct Row
-    {
-        const char* name;
-        const char* unit;
-        double value;
-    };
-    const double fuel = 1288.0 * 0.95; // left main, before anything burned
-    const Row rows[] = {
-        {"PLANE ALTITUDE", "meters", aircraft.altitude * 0.3048},
-        {"AMBIENT WIND VELOCITY", "knots", 50.0},
-        {"AMBIENT WIND VELOCITY", "feet per second", 84.39},
-        {"AMBIENT TEMPERATURE", "fahrenheit", static_cast<double>(aircraft.temperature) * 1.8 + 32},
-        {"PLANE HEADING DEGREES MAGNETIC", "degrees", aircraft.headingMagnetic},
-        {"GENERAL ENG COMBUSTION:1", "bool", 1.0},
-        {"BRAKE PARKING POSITION", "position", 0.0},
-        {"FUEL TANK LEFT MAIN CAPACITY", "gallons", 1288.0},
-        {"FUEL TANK CENTER2 CAPACITY", "gallons", 0.0},
-        {"FUEL TANK LEFT MAIN LEVEL", "percent over 100",
-         model.presentFuel().tanks[0].level / 100.0},
-        {"PAYLOAD STATION COUNT", "number", 6.0},
-        {"PAYLOAD STATION WEIGHT:3", "kilograms", 12400.0 / 2.20462},
-        {"PAYLOAD STATION WEIGHT:50", "pounds", 0.0},
-        {"COM ACTIVE FREQUENCY:1", "MHz", 118.35},
-        {"COM ACTIVE FREQUENCY:2", "KHz", 123450.0},
-        {"NAV ACTIVE FREQUENCY:2", "MHz", 108.95},
-        {"ADF ACTIVE FREQUENCY:1", "Hz", 384000.0},
-        {"TRANSPONDER CODE:1", "BCO16", 0x1234}};
-    EXPECT_LT(model.presentFuel().tanks[0].level / 100.0 * 1288.0, fuel);
+    const auto celsius = static_cast<double>(aircraft.temperature);
+    const double level = model.presentFuel().tanks[0].level / 100.0;
+    EXPECT_LT(level, 0.95) << "some has burned";
+    using Row = std::tuple<const char*, const char*, double>;
     std::uint32_t id = 0;
-    for (const Row& row : rows) {
-        add(++id, row.name, row.unit, DataType::Float64);
-        EXPECT_NEAR(at<double>(data(id), 0), row.value, 0.01) << row.name << ' ' << row.unit;
+    for (const auto& [name, unit, value] :
+         {Row{"PLANE ALTITUDE", "meters", aircraft.altitude * 0.3048},
+          Row{"AMBIENT WIND VELOCITY", "feet per second", 84.39},
+          Row{"AMBIENT TEMPERATURE", "fahrenheit", celsius * 1.8 + 32},
+          Row{"GENERAL ENG COMBUSTION:1", "bool", 1.0},
+          Row{"FUEL TANK LEFT MAIN LEVEL", "percent over 100", level},
+          Row{"FUEL TANK CENTER2 CAPACITY", "gallons", 0.0},
+          Row{"PAYLOAD STATION WEIGHT:3", "kilograms", 12400.0 / 2.20462},
+          Row{"PAYLOAD STATION WEIGHT:50", "pounds", 0.0},
+          Row{"COM ACTIVE FREQUENCY:2", "KHz", 123450.0},
+          Row{"NAV ACTIVE FREQUENCY:2", "MHz", 108.95},
+          Row{"ADF ACTIVE FREQUENCY:1", "Hz", 384000.0},
+          Row{"TRANSPONDER CODE:1", "BCO16", 0x1234}})
+    {
+        add(++id, name, unit, DataType::Float64);
+        EXPECT_NEAR(at<double>(data(id), 0), value, 0.01) << name << ' ' << unit;
     }
 }
 
@@ -98,13 +103,7 @@ TEST_F(SimConnectSimulatorTest, ExceptionsNameThePacketAndTheArgument)
             add(9, name, unit, type);
         };
     };
-    struct Row
-    {
-        const char* what;
-        std::function<void()> call;
-        std::uint32_t exception;
-        std::uint32_t index;
-    };
+    using Row = std::tuple<const char*, std::function<void()>, std::uint32_t, std::uint32_t>;
     const Row rows[] = {
         {"name", addBad("PLANE ALTITUDES", "feet", DataType::Float64), 7, 2},
         {"no index", addBad("EXIT OPEN:6", "percent", DataType::Float64), 7, 2},
@@ -123,33 +122,21 @@ TEST_F(SimConnectSimulatorTest, ExceptionsNameThePacketAndTheArgument)
         {"state", [this] { client.SimConnect_RequestSystemState(handle, 1, "Sims"); }, 7, 2},
         {"metar", [this] { observe("KMS 011200Z"); }, 14, 2},
         {"long metar", [this] { observe(("KMSP " + std::string(2000, 'x')).c_str()); }, 14, 2},
-        {"icao",
-         [this] {
-             client.SimConnect_WeatherCreateStation(handle, 7, "TOOLONG", "", 45.0F, 9.0F, 0.0F);
-         },
-         16, 2},
-        {"place",
-         [this] {
-             client.SimConnect_WeatherRequestObservationAtNearestStation(handle, 5, 91.0F, 0.0F);
-         },
-         15, 2},
-        {"clouds",
-         [this] {
-             client.SimConnect_WeatherRequestCloudState(handle, 6, 45, 9, 0, 44, 10, 9000, 0);
-         },
-         31, 2},
+        {"icao", [this] { createStation("TOOLONG", "", 45.0F, 9.0F); }, 16, 2},
+        {"place", [this] { askNearest(91.0F, 0.0F); }, 15, 2},
+        {"clouds", [this] { askClouds(45.0F, 44.0F, 0.0F, 9000.0F); }, 31, 2},
         {"plan", [this] { client.SimConnect_FlightPlanLoad(handle, ""); }, 23, 1}};
-    for (const Row& row : rows) {
+    for (const auto& [what, call, exception, index] : rows) {
         std::uint32_t before = 0;
         std::uint32_t sent = 0;
         client.SimConnect_GetLastSentPacketID(handle, &before);
-        row.call();
+        call();
         client.SimConnect_GetLastSentPacketID(handle, &sent);
-        EXPECT_EQ(sent, before + 1) << row.what;
+        EXPECT_EQ(sent, before + 1) << what;
         const simconnect::ExceptionMessage message = nextException();
-        EXPECT_EQ(message.exception, row.exception) << row.what;
-        EXPECT_EQ(message.index, row.index) << row.what;
-        EXPECT_EQ(message.sendId, sent) << row.what;
+        EXPECT_EQ(message.exception, exception) << what;
+        EXPECT_EQ(message.index, index) << what;
+        EXPECT_EQ(message.sendId, sent) << what;
     }
     EXPECT_EQ(model.state().fuel.tanks[1].level, 30.0);
 }
@@ -160,15 +147,9 @@ TEST_F(SimConnectSimulatorTest, LoadIsSetByTheDefinition)
     add(2, "FUEL TANK CENTER2 LEVEL", "Percent Over 100", DataType::Float64);
     add(2, "FUEL TANK LEFT MAIN LEVEL", "Percent Over 100", DataType::Float64);
     set<double>(2, {0.25, 0.5, 7.0});
-    const auto fuel = model.presentFuel();
-    ASSERT_EQ(fuel.tanks.size(), 3U);
-    EXPECT_EQ(fuel.tanks[1].level, 25.0);
-    EXPECT_EQ(fuel.tanks[0].level, 100.0) << "no more than full";
-    EXPECT_EQ(fuel.tanks[2].level, 95.0);
-    add(5, "PAYLOAD STATION WEIGHT:2", "Pounds", DataType::Float64);
-    set<double>(5, {200.5});
-    EXPECT_EQ(model.state().payload.stations[1].weight, 200.5F);
-    EXPECT_EQ(model.state().payload.totalWeight, 180 + 200.5 + 12400 + 11900 + 2500 + 3100);
+    EXPECT_EQ(model.presentFuel().tanks[1].level, 25.0);
+    EXPECT_EQ(model.presentFuel().tanks[0].level, 100.0) << "no more than full";
+    EXPECT_EQ(model.presentFuel().tanks[2].level, 95.0);
     EXPECT_TRUE(next().empty());
     add(6, "PAYLOAD STATION WEIGHT:1", "Pounds", DataType::Float64);
     add(6, "PAYLOAD STATION WEIGHT:7", "Pounds", DataType::Float64);
@@ -201,7 +182,7 @@ TEST_F(SimConnectSimulatorTest, ObservationsAreTakenInCustomModeOnly)
 TEST_F(SimConnectSimulatorTest, TheNearestStationWithAReportAnswers)
 {
     const auto observation = [this](float latitude, float longitude) {
-        client.SimConnect_WeatherRequestObservationAtNearestStation(handle, 5, latitude, longitude);
+        askNearest(latitude, longitude);
         return textAt(next(), sizeof(simconnect::ObservationMessage));
     };
     model.withFlight([](SimulatedFlight& flight) { flight.setStartTime(1561982463); });
@@ -211,14 +192,14 @@ TEST_F(SimConnectSimulatorTest, TheNearestStationWithAReportAnswers)
     observe("EDDF 011200Z 01001KT");
     EXPECT_EQ(observation(45.0F, -93.0F), "EDDF 011200Z 01001KT") << "the only one";
     observe("GLOB 011200Z 02002KT");
-    client.SimConnect_WeatherCreateStation(handle, 7, "kmsp", "Minneapolis", 44.9F, -93.2F, 800.0F);
-    client.SimConnect_WeatherCreateStation(handle, 7, "EDDF", "Frankfurt", 50.0F, 8.6F, 364.0F);
-    client.SimConnect_WeatherCreateStation(handle, 7, "KRST", "Rochester", 43.9F, -92.5F, 1317.0F);
+    createStation("kmsp", "Minneapolis", 44.9F, -93.2F);
+    createStation("EDDF", "Frankfurt", 50.0F, 8.6F);
+    createStation("KRST", "Rochester", 43.9F, -92.5F);
     observe("KMSP 011200Z 03003KT");
     observe("KMSP 011300Z 04004KT");
     EXPECT_EQ(observation(43.9F, -92.5F), "KMSP 011300Z 04004KT") << "Rochester has none";
     EXPECT_EQ(observation(50.0F, 9.0F), "EDDF 011200Z 01001KT");
-    client.SimConnect_WeatherCreateStation(handle, 7, "EDDF", "again", 0.0F, 1.0F, 0.0F);
+    createStation("EDDF", "again", 0.0F, 1.0F);
     EXPECT_EQ(nextException().exception, exception::kWeatherUnableToCreateStation);
     ASSERT_EQ(model.state().stations.size(), 3U);
     EXPECT_EQ(model.state().stations[0].name, QStringLiteral("Minneapolis"));
@@ -228,12 +209,10 @@ TEST_F(SimConnectSimulatorTest, TheCloudGridFollowsTheLayers)
 {
     /// Cells with clouds and the highest byte, over two degrees.
     const auto clouds = [this](float minAltitude, float maxAltitude) {
-        client.SimConnect_WeatherRequestCloudState(handle, 6, 44.0F, -94.0F, minAltitude, 46.0F,
-                                                   -92.0F, maxAltitude, 0);
+        askClouds(44.0F, 46.0F, minAltitude, maxAltitude);
         const std::vector<std::uint8_t> bytes = next();
         const std::size_t head = sizeof(simconnect::CloudStateMessage);
         EXPECT_EQ(bytes.size(), head + 4096);
-        EXPECT_EQ(at<std::uint32_t>(bytes, 16), 4096U);
         const auto begin = bytes.begin() + static_cast<std::ptrdiff_t>(head);
         return std::pair(4096 - std::count(begin, bytes.end(), 0),
                          static_cast<int>(*std::max_element(begin, bytes.end())));
@@ -267,38 +246,33 @@ TEST_F(SimConnectSimulatorTest, TheCloudGridFollowsTheLayers)
 
 TEST_F(SimConnectSimulatorTest, PauseIsToldByEventsAndTheState)
 {
-    struct Row
+    for (const auto& [id, name] :
+         {std::pair{0U, "Sim"}, {5U, "Pause"}, {2U, "SimStart"}, {1U, "SimStop"}})
     {
-        std::uint32_t id;
-        const char* name;
-    };
-    for (const Row& row : {Row{0, "Sim"}, Row{5, "Pause"}, Row{2, "SimStart"}, Row{1, "SimStop"}}) {
-        client.SimConnect_SubscribeToSystemEvent(handle, row.id, row.name);
+        client.SimConnect_SubscribeToSystemEvent(handle, id, name);
     }
-    const auto expectEvents = [this](const std::vector<std::pair<unsigned, unsigned>>& events) {
-        for (const auto& [id, value] : events) {
-            const auto event = nextOf<simconnect::EventMessage>(MessageId::Event);
-            EXPECT_EQ(event.eventId, id);
-            EXPECT_EQ(event.data, value);
+    /// The events since the last call as "id=value", and the state.
+    const auto told = [this] {
+        std::string events;
+        for (auto bytes = next(); !bytes.empty(); bytes = next()) {
+            EXPECT_EQ(at<std::uint32_t>(bytes, 8), static_cast<std::uint32_t>(MessageId::Event));
+            events += std::to_string(at<std::uint32_t>(bytes, 16)) + '='
+                      + std::to_string(at<std::uint32_t>(bytes, 20)) + ' ';
         }
-        EXPECT_TRUE(next().empty());
-    };
-    const auto simState = [this] {
         client.SimConnect_RequestSystemState(handle, 10, "Sim");
-        return nextOf<simconnect::SystemStateMessage>(MessageId::SystemState).integerValue;
+        const auto state = nextOf<simconnect::SystemStateMessage>(MessageId::SystemState);
+        return events + "state " + std::to_string(state.integerValue);
     };
-    expectEvents({{0, 1}, {5, 0}});
-    EXPECT_EQ(simState(), 1U);
+    EXPECT_EQ(told(), "0=1 5=0 state 1");
     model.withFlight([](SimulatedFlight& flight) { flight.setSpeed(1.0); });
     model.setPaused(true);
-    expectEvents({{5, 1}, {0, 0}, {1, 0}});
-    EXPECT_EQ(simState(), 0U);
+    EXPECT_EQ(told(), "5=1 0=0 1=0 state 0");
     add(1, "ZULU TIME", "seconds", DataType::Float64);
     const double time = at<double>(data(1), 0);
     clock.Advance(std::chrono::minutes(1));
     EXPECT_EQ(at<double>(data(1), 0), time) << "still answers, and stands";
     model.setPaused(false);
-    expectEvents({{5, 0}, {0, 1}, {2, 0}});
+    EXPECT_EQ(told(), "5=0 0=1 2=0 state 1");
     clock.Advance(std::chrono::seconds(2));
     EXPECT_EQ(at<double>(data(1), 0), time + 2.0);
     client.SimConnect_SubscribeToSystemEvent(handle, 5, "Sim");

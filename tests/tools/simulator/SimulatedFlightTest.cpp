@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -32,9 +33,8 @@ Walk walk(SimulatedFlight& flight)
     AircraftData before = flight.aircraft();
     for (flight.jumpTo(0.0); flight.elapsed() < flight.duration(); flight.advance(2.0)) {
         const AircraftData now = flight.aircraft();
-        const Phase phase = flight.phase();
-        if (seen.phases.empty() || seen.phases.back() != phase) {
-            seen.phases.push_back(phase);
+        if (seen.phases.empty() || seen.phases.back() != flight.phase()) {
+            seen.phases.push_back(flight.phase());
         }
         if (const int rate = flight.takeLandingRate()) {
             seen.landingRates.push_back(rate);
@@ -77,15 +77,13 @@ TEST(SimulatedFlight, TheRecordedTrackGoesFromGateToGate)
 
 TEST(SimulatedFlight, GreatCirclesGoFromGateToGate)
 {
-    struct Row
+    using Row = std::tuple<aviation::Position, aviation::Position>;
+    for (const auto& [from, to] :
+         {Row{{50.03, 8.57}, {49.0, 8.0}}, Row{{-36.9, 174.8}, {21.3, -157.9}}})
     {
-        aviation::Position from;
-        aviation::Position to;
-    };
-    for (const Row& row : {Row{{50.03, 8.57}, {49.0, 8.0}}, Row{{-36.9, 174.8}, {21.3, -157.9}}}) {
-        SimulatedFlight flight(simulator::greatCircleTrack(row.from, row.to));
+        SimulatedFlight flight(simulator::greatCircleTrack(from, to));
         expectGateToGate(flight);
-        EXPECT_LT(flight.aircraft().position.DistanceTo(row.to), 3.0);
+        EXPECT_LT(flight.aircraft().position.DistanceTo(to), 3.0);
     }
     EXPECT_TRUE(simulator::greatCircleTrack({50.0, 8.0}, {50.1, 8.0}).empty());
 }
@@ -133,12 +131,8 @@ TEST(SimulatedFlight, AirspeedIsTheGroundSpeedLessTheWind)
 TEST(Track, TakesOddTextWithoutFalling)
 {
     const QByteArray head = "time_utc,latitude,longitude,altitude_ft,onground\n";
-    struct Row
-    {
-        QByteArray lines;
-        std::size_t points;
-    };
-    for (const Row& row :
+    using Row = std::tuple<QByteArray, std::size_t>;
+    for (const auto& [lines, points] :
          {Row{"", 0}, Row{"2025-02-05T18:00:00Z,1,2,3,False\n", 0},
           Row{"2025-02-05T18:00:00Z,1,2,x,False\n\nnonsense\n2025-02-05T18:00:01Z,1,2,inf,True", 2},
           Row{"2025-02-05T18:00:01Z,1,2,,\n2025-02-05T18:00:00Z,1,2,,\n2025-02-05T18:00:02Z,91,2,,"
@@ -147,9 +141,9 @@ TEST(Track, TakesOddTextWithoutFalling)
               2}})
     {
         QString error;
-        const simulator::Track track = simulator::readTrack(head + row.lines, &error);
-        EXPECT_EQ(track.size(), row.points) << row.lines.constData();
-        EXPECT_EQ(error.isEmpty(), row.points > 0);
+        const simulator::Track track = simulator::readTrack(head + lines, &error);
+        EXPECT_EQ(track.size(), points) << lines.constData();
+        EXPECT_EQ(error.isEmpty(), points > 0);
         SimulatedFlight flight(track);
         flight.advance(1.0);
         EXPECT_FALSE(std::isnan(flight.aircraft().position.latitude()));

@@ -2,11 +2,12 @@
 #include "tools/simulator/Messages.h"
 #include "tools/simulator/SimulatorThread.h"
 
-#include <QSignalSpy>
 #include <QTcpSocket>
 #include <QUdpSocket>
 
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 namespace {
 
@@ -49,33 +50,13 @@ protected:
     quint16 port = 0;
 };
 
-const simulator::Frame kGreeting{command::kHello, message::kHello, "CLIENTAPI=3.3;Cirrilon v.3.0"};
-const simulator::Frame kRadios{command::kRequest, message::kRadios, "Request Radio Data"};
 const simulator::Frame kWind{command::kWrite, message::kWind, "Dir=240.00:Speed=12.00:Gust=-1.00"};
 const QByteArray kWindAnswer = "@0007;0006;00000002;OK";
 
-TEST_F(SimulatorServerTest, GreetsAndTellsWhatItIs)
-{
-    QTcpSocket client;
-    connectClient(client);
-    EXPECT_EQ(ask(client, kGreeting, 33), "@0001;0001;00000013;SERVERAPI=3.3");
-    const QByteArray told = "@0002;0081;00000083;FS_IS_CONNECTED;FsId=9;FsName=Stand-in "
-                            "Simulator;InterfaceId=4;InterfaceName=Bridge";
-    EXPECT_EQ(ask(client, {command::kConnectedSimulator, message::kIsConnected, "IS_FS_CONNECTED"},
-                  told.size()),
-              told);
-    EXPECT_EQ(simulator.state().clientName, QStringLiteral("Cirrilon v.3.0"));
-}
-
 TEST_F(SimulatorServerTest, MisbehavesOnDemandAndThenNoMore)
 {
-    struct Row
-    {
-        const char* fault;
-        QByteArray answer;
-        bool staysOpen;
-    };
-    for (const Row& row :
+    using Row = std::tuple<const char*, QByteArray, bool>;
+    for (const auto& [fault, answer, staysOpen] :
          {Row{"wrongid*1", "@0007;0106;00000002;OK", true}, Row{"cut:5*1", "@0007", true},
           Row{"cut:5,1*1", kWindAnswer, true}, Row{"slow:20*1", kWindAnswer, true},
           Row{"garbage:7*1", "#######", true}, Row{"huge*1", "@0007;0006;99999999;OK", true},
@@ -85,30 +66,16 @@ TEST_F(SimulatorServerTest, MisbehavesOnDemandAndThenNoMore)
     {
         QTcpSocket client;
         connectClient(client);
-        ASSERT_TRUE(simulator.setFault(QString::fromLatin1(row.fault)));
-        EXPECT_EQ(ask(client, kWind, qMax(1, row.answer.size())), row.answer) << row.fault;
-        if (row.staysOpen) {
-            EXPECT_EQ(ask(client, kWind, kWindAnswer.size()), kWindAnswer) << row.fault;
+        ASSERT_TRUE(simulator.setFault(QString::fromLatin1(fault)));
+        EXPECT_EQ(ask(client, kWind, qMax(1, answer.size())), answer) << fault;
+        if (staysOpen) {
+            EXPECT_EQ(ask(client, kWind, kWindAnswer.size()), kWindAnswer) << fault;
         } else {
             EXPECT_TRUE(client.state() != QAbstractSocket::ConnectedState
                         || client.waitForDisconnected(kLimitMs))
-                << row.fault;
+                << fault;
         }
     }
-}
-
-TEST_F(SimulatorServerTest, SilenceTakesTheMessageAndGreetingFaultsWaitForAGreeting)
-{
-    QTcpSocket client;
-    connectClient(client);
-    simulator.setFault(QStringLiteral("silent*1"));
-    client.write(simulator::encodeFrame(kWind));
-    EXPECT_FALSE(ask(client, kRadios, 1).contains(kWindAnswer));
-    EXPECT_EQ(simulator.receivedCount(command::kWrite, message::kWind), 1);
-    EXPECT_FLOAT_EQ(simulator.state().wind->Speed, 12.0F);
-    simulator.setFault(QStringLiteral("wrongapi:2.9*1"));
-    EXPECT_EQ(ask(client, kWind, 1), kWindAnswer);
-    EXPECT_EQ(ask(client, kGreeting, 1), "@0001;0001;00000013;SERVERAPI=2.9");
 }
 
 TEST_F(SimulatorServerTest, ABrokenClientIsLetGoAndOthersAreServed)
@@ -159,50 +126,18 @@ TEST_F(SimulatorServerTest, PushesTheAircraftByDatagrams)
     }));
 }
 
-TEST_F(SimulatorServerTest, ComesBackOnItsPort)
-{
-    QTcpSocket client;
-    connectClient(client);
-    simulator.stopServer();
-    EXPECT_TRUE(client.state() != QAbstractSocket::ConnectedState
-                || client.waitForDisconnected(kLimitMs));
-    QTcpSocket refused;
-    refused.connectToHost(QStringLiteral("127.0.0.1"), port);
-    EXPECT_FALSE(refused.waitForConnected(kLimitMs));
-    EXPECT_EQ(simulator.startServer(), port);
-    QTcpSocket again;
-    connectClient(again);
-    EXPECT_EQ(ask(again, kWind, 1), kWindAnswer);
-}
-
-TEST_F(SimulatorServerTest, TellsOtherThreadsWhatCame)
-{
-    const QSignalSpy lines(&simulator, &SimulatorThread::line);
-    QTcpSocket client;
-    connectClient(client);
-    ask(client, kWind, 1);
-    EXPECT_TRUE(SimulatorThread::waitUntil([&lines] { return lines.count() == 1; }));
-    EXPECT_EQ(lines[0][0].toString(), QStringLiteral("wind at the aircraft: 240/12"));
-    ASSERT_EQ(simulator.received().size(), 1U);
-    EXPECT_EQ(simulator.received()[0].data, kWind.data);
-}
-
 TEST(Console, SwitchesTheServer)
 {
     simulator::SimulatorServer server;
-    struct Row
-    {
-        const char* line;
-        const char* answer;
-    };
-    for (const Row& row :
+    using Row = std::tuple<const char*, const char*>;
+    for (const auto& [line, answer] :
          {Row{"fault cut:3,4", "fault cut:3,4"}, Row{"fault x", "no fault of that name: x"},
           Row{"speed 20", "speed 20"}, Row{"speed fast", "no speed: fast"},
           Row{"jump moon", "no such place: moon"}, Row{"quit", ""},
           Row{"dance", "unknown command: dance"}})
     {
-        EXPECT_EQ(simulator::runConsoleLine(server, QString::fromLatin1(row.line)),
-                  QString::fromLatin1(row.answer));
+        EXPECT_EQ(simulator::runConsoleLine(server, QString::fromLatin1(line)),
+                  QString::fromLatin1(answer));
     }
     EXPECT_TRUE(simulator::runConsoleLine(server, QStringLiteral("jump cruise"))
                     .startsWith(QStringLiteral("cruise, 339")));

@@ -8,12 +8,15 @@ using aviation::weather::GribLevel;
 
 namespace {
 
-GribLevel LevelOf(int altitude, float humidity)
+std::vector<GribLevel> LevelsOf(const std::vector<std::pair<int, float>>& air)
 {
-    GribLevel level;
-    level.altitude = altitude;
-    level.humidity = humidity;
-    return level;
+    std::vector<GribLevel> levels;
+    for (const auto& [altitude, humidity] : air) {
+        GribLevel& level = levels.emplace_back();
+        level.altitude = altitude;
+        level.humidity = humidity;
+    }
+    return levels;
 }
 
 TEST(CompositionRulesTest, findsTheTopWhereTheAirDries)
@@ -21,32 +24,25 @@ TEST(CompositionRulesTest, findsTheTopWhereTheAirDries)
     struct Row
     {
         const char* what;
-        std::vector<GribLevel> levels;
-        double base;
-        double top; ///< -1 for none
+        std::vector<std::pair<int, float>> air; ///< height and humidity
+        double top;                             ///< -1 for none
     };
     const Row rows[] = {
-        {"never inside", {LevelOf(2000, 95), LevelOf(3000, 95)}, 1000, -1},
-        {"dry at the base", {LevelOf(500, 90), LevelOf(2000, 99)}, 1000, -1},
-        {"ends at dry air", {LevelOf(500, 95), LevelOf(2000, 95), LevelOf(3000, 90)}, 1000, 2000},
-        {"goes to the last", {LevelOf(500, 95), LevelOf(2000, 95), LevelOf(3000, 91)}, 1000, 3000},
-        {"a base at the level is in it", {LevelOf(1000, 95), LevelOf(2000, 95)}, 1000, 2000},
-        {"a rise of ten isn't followed",
-         {LevelOf(500, 91), LevelOf(2000, 101), LevelOf(3000, 100.5F)},
-         1000,
-         3000},
-        {"nor is dry air above it",
-         {LevelOf(500, 91), LevelOf(2000, 92), LevelOf(3000, 60), LevelOf(4000, 99)},
-         1000,
-         2000},
+        {"never inside", {{2000, 95}, {3000, 95}}, -1},
+        {"dry at the base", {{500, 90}, {2000, 99}}, -1},
+        {"ends at dry air", {{500, 95}, {2000, 95}, {3000, 90}}, 2000},
+        {"goes to the last", {{500, 95}, {2000, 95}, {3000, 91}}, 3000},
+        {"a base at the level is in it", {{1000, 95}, {2000, 95}}, 2000},
+        {"a rise of ten isn't followed", {{500, 91}, {2000, 101}, {3000, 100.5F}}, 3000},
+        {"nor is dry air above it", {{500, 91}, {2000, 92}, {3000, 60}, {4000, 99}}, 2000},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
-        EXPECT_EQ(composition::TopFromHumidity(row.levels, row.base, 1.0, 80.0).value_or(-1.0),
-                  row.top);
+        EXPECT_EQ(composition::TopFromHumidity(LevelsOf(row.air), 1000, 1.0, 80.0).value_or(-1.0),
+                  row.top)
+            << row.what;
     }
-    const std::vector<GribLevel> levels{LevelOf(0, 95), LevelOf(82021, 95)};
-    EXPECT_EQ(composition::TopFromHumidity(levels, 100, aviation::kFeetPerMetre, 80.0), 25000.0);
+    const std::vector<GribLevel> high = LevelsOf({{0, 95}, {82021, 95}});
+    EXPECT_EQ(composition::TopFromHumidity(high, 100, aviation::kFeetPerMetre, 80.0), 25000.0);
 }
 
 } // namespace

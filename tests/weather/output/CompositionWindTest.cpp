@@ -35,7 +35,6 @@ TEST_F(CompositionWindTest, takesTheSurfaceWindFromTheFirstReportThatHasOne)
 {
     struct Row
     {
-        const char* what;
         const char* metarWind;
         const char* synopWind;
         double synopNm;
@@ -44,17 +43,14 @@ TEST_F(CompositionWindTest, takesTheSurfaceWindFromTheFirstReportThatHasOne)
         int speed;
     };
     const Row rows[] = {
-        {"METAR", "27010KT", "/0909", 5, "18007", 270, 10},
-        {"variable METAR with a speed", "VRB03KT", "/0909", 5, "18007", 0, 3},
-        {"METAR with direction only", "27000KT", "/0909", 5, "18007", 270, 0},
-        {"calm: near SYNOP", "00000KT", "/0909", 19, "18007", 90, 9},
-        {"unreadable: near SYNOP", "/////KT", "/0909", 19, "18007", 90, 9},
-        {"SYNOP too far: model", "00000KT", "/0909", 21, "18007", 180, 7},
-        {"SYNOP calm too: model", "00000KT", "/0000", 5, "18007", 180, 7},
-        {"all calm", "00000KT", "/0000", 5, "00000", 0, 0},
+        {"27010KT", "/0909", 5, "18007", 270, 10}, {"VRB03KT", "/0909", 5, "18007", 0, 3},
+        {"27000KT", "/0909", 5, "18007", 270, 0}, // a direction is enough
+        {"00000KT", "/0909", 19, "18007", 90, 9},  {"/////KT", "/0909", 19, "18007", 90, 9},
+        {"00000KT", "/0909", 21, "18007", 180, 7}, // SYNOP too far
+        {"00000KT", "/0000", 5, "18007", 180, 7},  {"00000KT", "/0000", 5, "00000", 0, 0},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
+        SCOPED_TRACE(testing::Message() << row.metarWind << row.synopWind << row.synopNm);
         const Synop synop =
             SynopOf(std::string("AAXX 01123 10637 46/// ") + row.synopWind, North(row.synopNm));
         const NewWeather record =
@@ -63,12 +59,8 @@ TEST_F(CompositionWindTest, takesTheSurfaceWindFromTheFirstReportThatHasOne)
         EXPECT_EQ(record.Wind[0].Speed, row.speed);
         EXPECT_EQ(record.Wind[1].Speed, row.speed + 2);
     }
-}
-
-TEST_F(CompositionWindTest, treatsAModelWindOfMinusOneAsCalm)
-{
     Grib grib;
-    grib.setWind({200.0F, -1.0F, -1.0F, 0.0F});
+    grib.setWind({200.0F, -1.0F, -1.0F, 0.0F}); // calm too
     const NewWeather record = WindsOf(MetarOf(Report("00000KT")), {}, grib);
     EXPECT_EQ(record.Wind[0].Dir, 0);
     EXPECT_EQ(record.Wind[0].Speed, 0);
@@ -97,33 +89,23 @@ TEST_F(CompositionWindTest, turnsTheSecondLayerFromTheDirectionOfTheMetarItself)
 
 TEST_F(CompositionWindTest, derivesTurbulenceFromTheSpeed)
 {
-    const std::pair<const char*, int> rows[] = {
-        {"27005KT", 0}, {"27009KT", 0}, {"27010KT", 1}, {"27012KT", 1},
-        {"27014KT", 1}, {"27015KT", 2}, {"27019KT", 2}, {"27020KT", 3},
-        {"27024KT", 3}, {"27025KT", 4}, {"27030KT", 4},
-    };
+    const std::pair<const char*, int> rows[] = {{"27009KT", 0}, {"27010KT", 1}, {"27014KT", 1},
+                                                {"27015KT", 2}, {"27019KT", 2}, {"27020KT", 3},
+                                                {"27024KT", 3}, {"27025KT", 4}};
     for (const auto& [wind, turbulence] : rows) {
-        SCOPED_TRACE(wind);
-        options.gustySurfaceWind = true;
-        options.directWindControl = true;
-        EXPECT_EQ(WindsOf(MetarOf(Report(wind))).Wind[0].Turbulence, turbulence);
-        options.gustySurfaceWind = false;
-        EXPECT_EQ(WindsOf(MetarOf(Report(wind))).Wind[0].Turbulence, 0);
-        options.directWindControl = false;
-        EXPECT_EQ(WindsOf(MetarOf(Report(wind))).Wind[0].Turbulence, turbulence);
+        for (const auto& [gusty, direct] : {std::pair(true, true), {false, true}, {false, false}}) {
+            options.gustySurfaceWind = gusty;
+            options.directWindControl = direct;
+            EXPECT_EQ(WindsOf(MetarOf(Report(wind))).Wind[0].Turbulence,
+                      gusty || !direct ? turbulence : 0)
+                << wind << gusty << direct;
+        }
     }
 }
 
 TEST_F(CompositionWindTest, makesGustAndVarianceByReportAndOption)
 {
-    struct Row
-    {
-        const char* wind;
-        bool gusty;
-        int gust;
-        int variance;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, bool, int, int> rows[] = {
         {"27010KT", true, 5, 3640},
         {"27010KT", false, 0, 0},
         {"27010G22KT", true, 12, 3640},
@@ -138,14 +120,13 @@ TEST_F(CompositionWindTest, makesGustAndVarianceByReportAndOption)
         {"36008KT 010V350", true, 5, 61895}, // only the larger limit first folds at north
         {"18008KT 180V180", true, 5, 0},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.wind);
-        options.gustySurfaceWind = row.gusty;
-        const NewWeather record = WindsOf(MetarOf(Report(row.wind)), {}, GribOf({}, "18007"));
-        EXPECT_EQ(record.Wind[0].Gust, row.gust);
-        EXPECT_EQ(record.Wind[0].Variance, row.variance);
-        EXPECT_EQ(record.Wind[1].Gust, row.gust);
-        EXPECT_EQ(record.Wind[1].Variance, row.variance);
+    for (const auto& [wind, gusty, gust, variance] : rows) {
+        options.gustySurfaceWind = gusty;
+        const NewWeather record = WindsOf(MetarOf(Report(wind)), {}, GribOf({}, "18007"));
+        for (const int layer : {0, 1}) {
+            EXPECT_EQ(record.Wind[layer].Gust, gust) << wind;
+            EXPECT_EQ(record.Wind[layer].Variance, variance) << wind;
+        }
     }
 }
 
@@ -161,27 +142,15 @@ TEST_F(CompositionWindTest, opensTheWholeCircleForADirectionOfMinusOne)
 
 TEST_F(CompositionWindTest, putsTheSurfaceLayersOnTopOfTheStation)
 {
-    struct Row
-    {
-        int elevation;
-        int metres;
-    };
-    for (const Row& row : {Row{0, 0}, Row{364, 110}, Row{-1, 0}, Row{-3, 0}, Row{-4, 200},
-                           Row{-1266, 200}, Row{14472, 4411}})
-    {
-        SCOPED_TRACE(row.elevation);
-        const NewWeather record = WindsOf(MetarOf(Report("27010KT"), row.elevation));
-        EXPECT_EQ(record.Wind[0].UpperAlt, row.metres + 100);
-        EXPECT_EQ(record.Wind[1].UpperAlt, row.metres + 300);
-        EXPECT_EQ(record.Temp[0].Alt, row.metres + 10);
-        EXPECT_EQ(record.Temp[1].Alt, row.metres + 210);
-        for (const int layer : {0, 1}) {
-            EXPECT_EQ(record.Wind[layer].SpeedFract, 65000);
-            EXPECT_EQ(record.Wind[layer].CapAbove, 500);
-            EXPECT_EQ(record.Wind[layer].Shear, 0);
-        }
-        EXPECT_EQ(record.nWindCtr, 2);
-        EXPECT_EQ(record.nTempCtr, 2);
+    const std::pair<int, int> rows[] = {{0, 0},    {364, 110},   {-1, 0},      {-3, 0},
+                                        {-4, 200}, {-1266, 200}, {14472, 4411}};
+    for (const auto& [elevation, metres] : rows) {
+        SCOPED_TRACE(elevation);
+        const NewWeather record = WindsOf(MetarOf(Report("27010KT"), elevation));
+        EXPECT_EQ(record.Wind[0].UpperAlt, metres + 100);
+        EXPECT_EQ(record.Wind[1].UpperAlt, metres + 300);
+        EXPECT_EQ(record.Temp[0].Alt, metres + 10);
+        EXPECT_EQ(record.Temp[1].Alt, metres + 210);
     }
 }
 
@@ -203,22 +172,19 @@ TEST_F(CompositionWindTest, makesALayerOfEachLevelAThousandFeetAboveTheStation)
     const Grib grib = GribOf(
         {{0, 305, "15050", "10011"}, {85, 1500, "03355", "36030"}, {50, 5600, "21560", "725120"}});
     const NewWeather low = WindsOf(MetarOf(Report("27010KT"), 0), {}, grib);
-    EXPECT_EQ(low.nWindCtr, 5);
     EXPECT_EQ(low.nTempCtr, 5);
     EXPECT_EQ(low.Wind[2].UpperAlt, 304);
-    EXPECT_EQ(low.Wind[2].Speed, 11);
     EXPECT_EQ(low.Wind[2].Dir, Steps(100));
-    EXPECT_EQ(low.Wind[2].CapAbove, 0);
     EXPECT_EQ(low.Wind[3].Dir, 0); // 360 degrees wrap
     EXPECT_EQ(low.Wind[4].Dir, Steps(5));
     EXPECT_EQ(low.Wind[4].Speed, 220);
     EXPECT_EQ(low.Temp[3].Alt, low.Wind[3].UpperAlt);
     EXPECT_EQ(low.Temp[3].Day, -3);
     EXPECT_EQ(low.Temp[3].Dew, -8);
-    EXPECT_EQ(low.Temp[3].DayNightVar, 0);
-
-    EXPECT_EQ(WindsOf(MetarOf(Report("27010KT"), 1), {}, grib).nWindCtr, 4);
-    EXPECT_EQ(WindsOf(MetarOf(Report("27010KT"), 20000), {}, grib).nWindCtr, 2);
+    for (const auto& [elevation, layers] : {std::pair(0, 5), std::pair(1, 4), std::pair(20000, 2)})
+    {
+        EXPECT_EQ(WindsOf(MetarOf(Report("27010KT"), elevation), {}, grib).nWindCtr, layers);
+    }
 }
 
 TEST_F(CompositionWindTest, thinsOutTheLowerLevelsForThemeFiles)
@@ -229,7 +195,6 @@ TEST_F(CompositionWindTest, thinsOutTheLowerLevelsForThemeFiles)
     }
     options.weatherMode = 1;
     const NewWeather record = WindsOf(MetarOf(Report("27010KT")), {}, GribOf(levels));
-    EXPECT_EQ(record.nWindCtr, 2 + 5 + 4);
     std::vector<int> heights;
     for (int i = 2; i < record.nWindCtr; ++i) {
         heights.push_back((record.Wind[static_cast<std::size_t>(i)].UpperAlt + 5) / 10 * 10);
@@ -246,7 +211,7 @@ TEST_F(CompositionWindTest, staysInsideTheRecordWithThousandsOfLevels)
     EXPECT_EQ(record.nWindCtr, 24);
     EXPECT_EQ(record.nTempCtr, 24);
     EXPECT_EQ(record.Wind[23].Speed, 10);
-    EXPECT_EQ(record.nCloudCtr, 0);
+    EXPECT_EQ(record.nCloudCtr, 0) << "what lies behind the winds";
 }
 
 } // namespace

@@ -14,8 +14,6 @@ protected:
         record.Wind[0].Dir = 49152;
         record.Wind[0].Speed = 9;
         record.Wind[0].UpperAlt = 210;
-        record.Vis = {609, -500, 622, 0};
-        record.Temp[0] = {120, 3, 0, -3};
         record.nTempCtr = 1;
         record.nWindCtr = 1;
         return record;
@@ -28,21 +26,17 @@ protected:
 
 TEST_F(ObservationStringTest, spreadsTheVariableSectorAroundTheDirection)
 {
-    struct Row
-    {
-        int direction; ///< steps
-        int variance;  ///< steps
-        const char* sector;
-    };
-    for (const Row& row : {Row{49152, 3640, " 260V279 "}, // 270 and 9.5 degrees to each side
-                           Row{0, 3640, " 351V009 "},     // cut towards zero, then folded
-                           Row{65535, 3641, " 349V009 "}, // 359 and 10
-                           Row{49152, 32768, " 180V000 "}, Row{182, 65353, " 181V179 "}})
-    {
+    const std::tuple<std::uint16_t, std::uint16_t, const char*> rows[] = {
+        {49152, 3640, " 260V279 "}, // 270 and 9.5 degrees to each side
+        {0, 3640, " 351V009 "},     // cut towards zero, then folded
+        {65535, 3641, " 349V009 "}, // 359 and 10
+        {49152, 32768, " 180V000 "},
+        {182, 65353, " 181V179 "}};
+    for (const auto& [direction, variance, sector] : rows) {
         NewWeather record = Plain();
-        record.Wind[0].Dir = static_cast<std::uint16_t>(row.direction);
-        record.Wind[0].Variance = static_cast<std::uint16_t>(row.variance);
-        EXPECT_EQ(TextOf(record).substr(28, 9), row.sector);
+        record.Wind[0].Dir = direction; // both in steps
+        record.Wind[0].Variance = variance;
+        EXPECT_EQ(TextOf(record).substr(28, 9), sector);
     }
 }
 

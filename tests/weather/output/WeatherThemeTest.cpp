@@ -47,27 +47,23 @@ ThemeStation StationAt(double latitude, float qnh)
 TEST(KeepNearestStation, CarriesTheCloseStationOver)
 {
     const Position aircraft(50.0, 8.0);
-    struct Row
-    {
-        std::vector<double> former; ///< latitudes of the former stations
-        std::vector<float> qnh;     ///< of the new stations afterwards, 900 and up are former
-    };
-    const Row rows[] = {
+    /// Latitudes of the former stations, QNHs of the new ones afterwards; 900 and up are former.
+    const std::pair<std::vector<double>, std::vector<float>> rows[] = {
         {{50.7, 50.5, 49.0}, {901.0F, 1.0F, 901.0F}}, // 30 NM
         {{50.9, 51.0}, {0.0F, 1.0F, 2.0F}},           // 54 NM: too far
         {{}, {0.0F, 1.0F, 2.0F}},
     };
-    for (const Row& row : rows) {
+    for (const auto& [former, wanted] : rows) {
         ThemeGrid previous;
-        for (const double latitude : row.former) {
-            previous.stations.push_back(
-                StationAt(latitude, 900.0F + static_cast<float>(previous.stations.size())));
+        float qnh = 900.0F;
+        for (const double latitude : former) {
+            previous.stations.push_back(StationAt(latitude, qnh++));
         }
         ThemeGrid current;
         current.stations = {StationAt(50.3, 0.0F), StationAt(49.5, 1.0F), StationAt(50.1, 2.0F)};
         KeepNearestStation(previous, current, aircraft);
-        for (std::size_t i = 0; i < row.qnh.size(); ++i) {
-            EXPECT_EQ(current.stations[i].qnh, row.qnh[i]) << i;
+        for (std::size_t i = 0; i < wanted.size(); ++i) {
+            EXPECT_EQ(current.stations[i].qnh, wanted[i]) << i;
         }
     }
 }

@@ -4,7 +4,7 @@
 
 namespace {
 
-NewWeather SmallRecord()
+TEST(NewWeatherText, PrintsEveryFieldInTheOrderOfTheBridge)
 {
     NewWeather record;
     record.Command = 2;
@@ -24,12 +24,7 @@ NewWeather SmallRecord()
     record.Cloud[0] = {1800, 1300, 50, 7, 9, 1, 1, -112, 1, 2, 0, 0};
     record.nUpperVisCtr = 1;
     record.UpperVis[0] = {850, 709, 994, 0};
-    return record;
-}
-
-TEST(NewWeatherText, PrintsEveryFieldInTheOrderOfTheBridge)
-{
-    EXPECT_EQ(NewWeatherText(SmallRecord()),
+    EXPECT_EQ(NewWeatherText(record),
               "Command=2:Flag=0:Signature=-1:Icao=EDDF:Dynamic=0:Seconds=0:Lat=50.033333:"
               "Lon=-8.500000:Elev=7271936:Timestamp=0:Press=16211:Drift=0:"
               "UpperAlt=708:LowerAlt=-500:Range=622:"

@@ -8,15 +8,7 @@ namespace {
 
 constexpr std::size_t kMany = 500'000;
 
-struct Hostile
-{
-    const char* name;
-    std::wstring piece;
-    std::size_t count;
-};
-
-class HostileText : public ::testing::TestWithParam<Hostile>
-{};
+const std::wstring kBeyondUnicode(1, wchar_t(0x7FFFFFFF & WCHAR_MAX));
 
 std::wstring Repeated(std::wstring_view piece, std::size_t count)
 {
@@ -29,36 +21,32 @@ std::wstring Repeated(std::wstring_view piece, std::size_t count)
 }
 
 /// Nothing here may hang, grow beyond its input or leave something that a search finds.
-TEST_P(HostileText, IsTakenByEveryKind)
+TEST(HostileText, IsTakenByEveryKind)
 {
-    const std::wstring text = Repeated(GetParam().piece, GetParam().count);
-    WeatherManager store;
-    store.AddAirport(MakeStation(L"EDDF", 50, 8));
-    for (const int kind :
-         {storekind::kMetar, storekind::kSynop, storekind::kUpperAir, storekind::kTaf}) {
-        store.Initialize(text, kind, true);
+    const std::pair<std::wstring_view, std::size_t> rows[] = {
+        {L"A", 3'000'000},       {std::wstring_view(L"\0", 1), kMany},
+        {L"\n", kMany},          {L"=", kMany},
+        {L" ", kMany},           {L"TAF ", kMany},      // without an end
+        {L"TAFTAF\n\n", 30'000}, {L"GRIB 1\n", 30'000}, // without a place
+        {kBeyondUnicode, kMany},
+    };
+    for (const auto& [piece, count] : rows) {
+        SCOPED_TRACE(testing::PrintToString(piece));
+        const std::wstring text = Repeated(piece, count);
+        WeatherManager store;
+        store.AddAirport(MakeStation(L"EDDF", 50, 8));
+        for (const int kind :
+             {storekind::kMetar, storekind::kSynop, storekind::kUpperAir, storekind::kTaf}) {
+            store.Initialize(text, kind, true);
+        }
+        store.SetWeatherStations(text);
+        store.DeleteOldSynops(25200);
+        EXPECT_EQ(store.MetarCount() + store.SynopCount() + store.StationCount(), 0U);
+        EXPECT_LE(store.GribCount(), 1U) << "all lines without a grid point share one place";
+        Grib grib;
+        EXPECT_FALSE(store.SearchGrib(aviation::Position(50, 8), grib));
     }
-    store.SetWeatherStations(text);
-    store.DeleteOldSynops(25200);
-    EXPECT_EQ(store.MetarCount(), 0U);
-    EXPECT_EQ(store.SynopCount(), 0U);
-    EXPECT_EQ(store.StationCount(), 0U);
-    EXPECT_LE(store.GribCount(), 1U) << "all lines without a grid point share one place";
-    Grib grib;
-    EXPECT_FALSE(store.SearchGrib(aviation::Position(50, 8), grib));
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Texts, HostileText,
-    ::testing::Values(Hostile{"OneLine", L"A", 3'000'000},
-                      Hostile{"Nulls", std::wstring(1, L'\0'), kMany},
-                      Hostile{"LineFeeds", L"\n", kMany}, Hostile{"Equals", L"=", kMany},
-                      Hostile{"Blanks", L" ", kMany}, Hostile{"TafsWithoutEnd", L"TAF ", kMany},
-                      Hostile{"NoRealTafs", L"TAFTAF\n\n", 30'000},
-                      Hostile{"GribsWithoutPlace", L"GRIB 1\n", 30'000},
-                      Hostile{"BeyondUnicode", std::wstring(1, wchar_t(0x7FFFFFFF & WCHAR_MAX)),
-                              kMany}),
-    [](const auto& tested) { return tested.param.name; });
 
 TEST(HostileReports, LongReportCostsItsOwnLineOnly)
 {

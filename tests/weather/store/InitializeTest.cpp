@@ -20,19 +20,11 @@ protected:
         m_store.SetWeatherStations(L"106370 EDDF   FRANKFURT/MAIN      DL 5003N 00836E 0112   \n");
     }
 
-    bool metars(const std::wstring& text, bool noaaFormat = false)
-    {
-        return m_store.Initialize(text, storekind::kMetar, noaaFormat);
-    }
-    bool synops(const std::wstring& text)
-    {
-        return m_store.Initialize(text, storekind::kSynop, false);
-    }
-    bool gribs(const std::wstring& text)
-    {
-        return m_store.Initialize(text, storekind::kUpperAir, false);
-    }
-    bool tafs(const std::wstring& text) { return m_store.Initialize(text, storekind::kTaf, false); }
+    bool metars(const std::wstring& text) { return fill(text, storekind::kMetar); }
+    bool synops(const std::wstring& text) { return fill(text, storekind::kSynop); }
+    bool gribs(const std::wstring& text) { return fill(text, storekind::kUpperAir); }
+    bool tafs(const std::wstring& text) { return fill(text, storekind::kTaf); }
+    bool fill(const std::wstring& text, int kind) { return m_store.Initialize(text, kind, false); }
 
     const FakeClock m_clock{2019, 7, 1, 12, 30};
     ListeningStore m_store;
@@ -61,16 +53,6 @@ TEST_F(Initialize, ListsMetarsWithoutAnAirport)
            L"XXXX 011120Z 18005KT 9999 21/10 Q1013\n"
            L"no header at all\n");
     EXPECT_EQ(m_store.FailedMetarStations(), (Names{L"XXXX", L"YYYY", L"XXXX", L""}));
-}
-
-TEST_F(Initialize, NoaaFormatKeepsTheFirstReportOfAStation)
-{
-    const std::wstring text = L"EDDF 011150Z first\nKDEN 011153Z other\nEDDF 011120Z second\n";
-    metars(text, true);
-    EXPECT_EQ(m_store.MetarCount(), 2U);
-    EXPECT_EQ(m_store.GetMetars().front().reportText(), L"EDDF 011150Z first");
-    metars(text, false);
-    EXPECT_EQ(m_store.MetarCount(), 3U) << "each text replaces the earlier one";
 }
 
 TEST_F(Initialize, PlacesLandSynopsByTheirNumberWithAZero)
@@ -139,16 +121,14 @@ TEST_F(Initialize, StoresTafsByTheirFirstFourCharacters)
     EXPECT_EQ(m_store.GetTaf(L"EDDF"), L"");
 }
 
-std::wstring LandSynop(const std::wstring& dayHour)
-{
-    return L"AAXX " + dayHour + L"4 10637 42960 50000 10210=";
-}
-
 TEST_F(Initialize, DeletesSynopsByAgeAndValidity)
 {
     // Now is the 1st, 12:30. A day above today's is one of the month before.
-    synops(LandSynop(L"0112") + LandSynop(L"0104") + LandSynop(L"0105") + LandSynop(L"0106")
-           + LandSynop(L"3012") + LandSynop(L"//12") + LandSynop(L"0111"));
+    std::wstring text;
+    for (const wchar_t* dayHour : {L"0112", L"0104", L"0105", L"0106", L"3012", L"//12", L"0111"}) {
+        text.append(L"AAXX ").append(dayHour).append(L"4 10637 42960 50000 10210=");
+    }
+    synops(text);
     EXPECT_EQ(m_store.DeleteOldSynops(25200), 4);
     EXPECT_EQ(m_store.SynopCount(), 3U);
     EXPECT_EQ(m_store.DeleteOldSynops(5400), 1) << "that of 06:00, the limit itself stays";

@@ -38,24 +38,10 @@ double WalkDistance(const Position& p, const IndexedPlace& q)
 std::vector<double> WalkDistances(const std::vector<IndexedPlace>& places, const Position& p)
 {
     std::vector<double> distances;
-    distances.reserve(places.size());
     for (const IndexedPlace& place : places) {
         distances.push_back(WalkDistance(p, place));
     }
     return distances;
-}
-
-std::size_t WalkNearest(const std::vector<double>& distances, double limit)
-{
-    double best = limit;
-    std::size_t found = NearestIndex::kNone;
-    for (std::size_t i = 0; i < distances.size(); ++i) {
-        if (distances[i] < best) {
-            best = distances[i];
-            found = i;
-        }
-    }
-    return found;
 }
 
 std::vector<std::size_t> WalkWithin(const std::vector<double>& distances, double range)
@@ -64,6 +50,18 @@ std::vector<std::size_t> WalkWithin(const std::vector<double>& distances, double
     for (std::size_t i = 0; i < distances.size(); ++i) {
         if (distances[i] < range) {
             found.push_back(i);
+        }
+    }
+    return found;
+}
+
+std::size_t WalkNearest(const std::vector<double>& distances, double limit)
+{
+    std::size_t found = NearestIndex::kNone;
+    for (std::size_t i = 0; i < distances.size(); ++i) {
+        if (distances[i] < limit) {
+            limit = distances[i];
+            found = i;
         }
     }
     return found;

@@ -55,57 +55,37 @@ TEST_F(Search, LimitsDifferByKind)
     EXPECT_EQ(found(3000.1), (std::vector<bool>{false, false, false}));
 }
 
-struct AgeRow
+TEST_F(Search, FlagsAnOldEntryInTheStoreOnly)
 {
-    const wchar_t* timeGroup;
-    int day;
-    int hour;
-    int minute;
-    bool isOld;
-};
-
-TEST(SearchAge, FlagsTheEntryInTheStoreOnly)
-{
-    const AgeRow rows[] = {
-        {L"010900Z", 1, 12, 59, false}, {L"010900Z", 1, 12, 10, false},
-        {L"010859Z", 1, 12, 0, true},   {L"020900Z", 1, 12, 0, true},
-        {L"012359Z", 2, 0, 5, true},    {L"020000Z", 2, 2, 59, false},
-        {L"020000Z", 2, 3, 0, false},   {L"020059Z", 2, 4, 0, true},
-    };
-    for (const AgeRow& row : rows) {
-        const FakeClock clock(2019, 7, static_cast<unsigned>(row.day), row.hour, row.minute);
-        WeatherManager store;
-        store.AddAirport(MakeStation(L"EDDF", 50, 8));
-        store.Initialize(std::wstring(L"EDDF ") + row.timeGroup + L" 18005KT 9999 21/10 Q1013\n",
-                         storekind::kMetar, false);
+    m_store.AddAirport(MakeStation(L"EDDF", 50, 8));
+    for (const bool isOld : {false, true}) { // 12:30 now
+        metars(isOld ? L"EDDF 010859Z 18005KT 9999 21/10 Q1013\n"
+                     : L"EDDF 010900Z 18005KT 9999 21/10 Q1013\n");
         for (int search = 0; search < 2; ++search) {
             Metar metar;
-            EXPECT_TRUE(store.SearchMetar(Position(50, 8), metar)) << "old ones are found too";
+            EXPECT_TRUE(m_store.SearchMetar(Position(50, 8), metar)) << "old ones are found too";
             EXPECT_FALSE(metar.isOutdated());
         }
-        EXPECT_EQ(store.GetMetars().front().isOutdated(), row.isOld)
-            << row.day << " " << row.hour << ":" << row.minute;
+        EXPECT_EQ(m_store.GetMetars().front().isOutdated(), isOld);
     }
-}
-
-std::wstring NamesInRange(const WeatherManager& store, const Position& position, int nm)
-{
-    std::vector<Station> stations{MakeStation(L"OLD ", 1, 1)};
-    store.StationsInRange(position, nm, stations);
-    std::wstring names;
-    for (const Station& station : stations) {
-        names += station.icao();
-    }
-    return names;
 }
 
 TEST_F(Search, StationsInRangeAreSortedAndTheLimitIsExcluded)
 {
     m_store.AddAirports({MakeStation(L"FAR ", 51, 8), MakeStation(L"NEAR", 50.1, 8),
                          MakeStation(L"NONE", 0, 0), MakeStation(L"MID ", 49.5, 8)});
-    EXPECT_EQ(NamesInRange(m_store, Position(50, 8), 100), L"NEARMID FAR ");
-    EXPECT_EQ(NamesInRange(m_store, Position(50.1, 8), 0), L"");
-    EXPECT_EQ(NamesInRange(m_store, Position(50, 8), 2147483647), L"NEARMID FAR NONE");
+    std::vector<Station> stations{MakeStation(L"OLD ", 1, 1)};
+    const auto namesWithin = [&](int nm) {
+        m_store.StationsInRange(Position(50.1, 8), nm, stations);
+        std::wstring names;
+        for (const Station& station : stations) {
+            names += station.icao();
+        }
+        return names;
+    };
+    EXPECT_EQ(namesWithin(100), L"NEARMID FAR ");
+    EXPECT_EQ(namesWithin(0), L"");
+    EXPECT_EQ(namesWithin(2147483647), L"NEARMID FAR NONE");
 }
 
 TEST_F(Search, NearestAirportLiesWithin20Nm)

@@ -3,7 +3,6 @@
 #include "weather/store/WeatherManager.h"
 
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -11,19 +10,13 @@
 class ListeningStore final : public aviation::weather::WeatherManager
 {
 public:
-    using Progress = std::tuple<int, int, std::wstring>;
     using Line = std::pair<std::wstring, int>;
 
-    void progress(int value, int total, std::wstring text) override
-    {
-        progresses.emplace_back(value, total, std::move(text));
-    }
     void debug(std::wstring text, int level) override
     {
         lines.emplace_back(std::move(text), level);
     }
 
-    std::vector<Progress> progresses;
     std::vector<Line> lines;
 };
 
