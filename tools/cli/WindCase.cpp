@@ -23,7 +23,8 @@ Wind readWind(const JsonFields& fields, const Wind& fallback)
             fields.real("gust", fallback.Gust), fallback.Fourth};
 }
 
-/// Six digits, or empty when absent; "Z" may stand behind them.
+/// Six digits ddhhmm, or empty when absent. "Z" may stand behind them and the minutes may be left
+/// out, since only day and hour count.
 QString readTimeGroup(const JsonFields& fields)
 {
     QString group = fields.text("timeGroup");
@@ -34,6 +35,10 @@ QString readTimeGroup(const JsonFields& fields)
         return c >= QLatin1Char('0') && c <= QLatin1Char('9');
     });
     constexpr int kDigits = 6;
+    constexpr int kDigitsToTheHour = 4;
+    if (group.size() == kDigitsToTheHour) {
+        group += QStringLiteral("00");
+    }
     if (!group.isEmpty() && (!digits || group.size() != kDigits)) {
         fields.refuse("timeGroup", QStringLiteral("six digits ddhhmm"));
     }
