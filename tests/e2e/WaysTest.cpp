@@ -276,10 +276,11 @@ TEST_P(Load, GoesInAndComesBack)
         EXPECT_FLOAT_EQ(loaded[i].weight, payload.stations[i].weight) << i;
     }
     ASSERT_EQ(run(Job(connectjob::kGetPayload, QString())), 0);
+    const auto told = worker.payload().stations;
+    ASSERT_EQ(told.size(), loaded.size());
     const bool tellsLoad = GetParam().interfaceType == interfaceid::kBridge;
     for (std::size_t i = 0; i < loaded.size(); ++i) {
-        const auto& station = worker.payload().stations[i];
-        EXPECT_FLOAT_EQ(tellsLoad ? station.weight : station.maxWeight, loaded[i].weight) << i;
+        EXPECT_FLOAT_EQ(tellsLoad ? told[i].weight : told[i].maxWeight, loaded[i].weight) << i;
     }
 }
 
