@@ -72,7 +72,8 @@ TEST(ConnectionProbe, TellsWhatAnAddressGives)
         {"http://127.0.0.1:1/"_q, "no: The server can't be reached"_q},
     };
     for (const auto& [url, says] : rows) {
-        const QString result = resultOf(probe, [&] { probe.testAddress(QUrl(url)); });
+        const QString result =
+            resultOf(probe, [&probe, &address = url] { probe.testAddress(QUrl(address)); });
         EXPECT_TRUE(result.startsWith(says)) << qPrintable(result);
     }
 }
