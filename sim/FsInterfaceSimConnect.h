@@ -83,6 +83,7 @@ private:
     const StopFlag& m_stop;
     std::unique_ptr<SimConnectClient> m_client; ///< null until the library was found
     Answers m_answers;
-    int m_aircraftRequests = 0; ///< since the last pause check
-    bool m_toldFailure = false; ///< told once until the aircraft is read again
+    int m_aircraftRequests = 0;      ///< since the last pause check
+    bool m_toldFailure = false;      ///< told once until the aircraft is read again
+    bool m_toldCloudFailure = false; ///< the same of the clouds
 };

@@ -6,6 +6,8 @@
 #include <QDebug>
 #include <QFile>
 
+#include <utility>
+
 using simconnect::kOk;
 using simconnect::Result;
 
@@ -114,7 +116,10 @@ int FsInterfaceSimConnect::CreateStation(const std::string& icao, const std::str
     const Result result = m_client->api().SimConnect_WeatherCreateStation(
         m_client->handle(), simconnectid::kStationRequest, icao.c_str(), name.c_str(), latitude,
         longitude, elevation);
-    return result > kOk ? simresult::kNotCreated : simresult::kNone; // deliberately not below 0
+    if (result == simconnect::kFailed) {
+        return simresult::kCallFailed;
+    }
+    return result > kOk ? simresult::kNotCreated : simresult::kNone;
 }
 
 int FsInterfaceSimConnect::GetCloudState(const CloudArea& area, std::vector<std::uint8_t>& map)
@@ -132,9 +137,13 @@ int FsInterfaceSimConnect::GetCloudState(const CloudArea& area, std::vector<std:
     }
     logSentId(QStringLiteral("Cloud state"));
     if (WaitForMessages() != SimConnectReply::CloudState) {
-        log(QStringLiteral("(Interface SimConnect) - Get cloud state failed"), loglevel::kError);
+        if (!std::exchange(m_toldCloudFailure, true)) { // asked for every other second
+            log(QStringLiteral("(Interface SimConnect) - Get cloud state failed"),
+                loglevel::kError);
+        }
         return simresult::kCallFailed;
     }
+    m_toldCloudFailure = false;
     map = m_answers.cloudState;
     return simresult::kCloudReply;
 }

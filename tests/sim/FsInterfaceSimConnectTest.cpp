@@ -374,7 +374,7 @@ TEST_F(SimConnectTest, CodesOfTheCalls)
         {by(&Sim::SetWeatherTheme, "storm"), "Theme storm", 8, 8},
         {by(&Sim::ClearWeather), "Theme ", 8, 8},
         {by(&Sim::ClearWeather), "Custom", 8, 8},
-        {by(&Sim::CreateStation, "ABCD", "n", 1.0F, 2.0F, 3.0F), "Station 7 ABCD", 6, 0},
+        {by(&Sim::CreateStation, "ABCD", "n", 1.0F, 2.0F, 3.0F), "Station 7 ABCD", 6, 8},
         {by(&Sim::GetWeatherAt, std::ref(observation), 50.0, 8.0), "Nearest 5", 8, 8},
         {clouds, "Clouds 6 50 8 100 51 9 200", 18, 18},
         {by(&Sim::LoadFlightPlan, QStringLiteral("a.pln")), "Plan a.pln", 0, 8},
