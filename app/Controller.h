@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/WeatherFileReader.h"
 #include "app/base/DownloadManager.h"
 #include "app/base/GribSource.h"
 #include "app/base/Job.h"
 #include "app/base/StopFlag.h"
+#include "app/download/WeatherFileReader.h"
 #include "aviation/AircraftData.h"
 #include "aviation/AircraftLoad.h"
 #include "aviation/Grib.h"

@@ -1,7 +1,7 @@
 #include "app/Controller.h"
-#include "app/CycleRules.h"
 #include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
+#include "app/cycle/CycleRules.h"
 #include "sim/BridgeDatagram.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"

@@ -1,12 +1,12 @@
 #include "app/Controller.h"
-#include "app/InfoFile.h"
-#include "app/ServerAnswer.h"
 #include "app/base/IniFormat.h"
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/ProcessRunner.h"
 #include "app/base/Settings.h"
 #include "app/base/UserDialogs.h"
+#include "app/download/InfoFile.h"
+#include "app/download/ServerAnswer.h"
 
 #include <QFile>
 #include <QUrl>

@@ -4,10 +4,10 @@
 // its own; QT_QPA_PLATFORM says where the window goes. Usage: ProgramProbe [runs]
 // With PROBE_LOG set it shows the program's log and each time above 10 ms for which it stood still.
 #include "app/Controller.h"
-#include "app/WeatherWorker.h"
 #include "app/base/DownloadManager.h"
 #include "app/base/HostProcessRunner.h"
 #include "app/gui/CirrilonView.h"
+#include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
 #include "bench/HeartBeat.h"

@@ -1,8 +1,8 @@
 #include "app/gui/UnattendedRun.h"
 
 #include "app/Controller.h"
-#include "app/WeatherWorker.h"
 #include "app/gui/CirrilonView.h"
+#include "app/jobs/WeatherWorker.h"
 #include "aviation/FsId.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/Controller.h"
-#include "app/WeatherJobs.h"
-#include "app/WeatherWorker.h"
+#include "app/jobs/WeatherJobs.h"
+#include "app/jobs/WeatherWorker.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
 #include "tests/app/base/SettingsFixture.h"

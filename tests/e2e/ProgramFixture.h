@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/Controller.h"
-#include "app/WeatherWorker.h"
 #include "app/base/StopFlag.h"
+#include "app/jobs/WeatherWorker.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
 #include "sim/SimulatorInterfaces.h"

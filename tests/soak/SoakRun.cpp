@@ -1,7 +1,7 @@
 #include "tests/soak/SoakRun.h"
 
-#include "app/WeatherWorker.h"
 #include "app/base/LogLevel.h"
+#include "app/jobs/WeatherWorker.h"
 #include "aviation/FsId.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Controller.h"
-#include "app/WeatherWorker.h"
+#include "app/jobs/WeatherWorker.h"
 #include "sim/ConnectWorker.h"
 
 #include <QCoreApplication>

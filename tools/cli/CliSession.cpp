@@ -1,9 +1,9 @@
 #include "tools/cli/CliSession.h"
 
 #include "app/Resources.h"
-#include "app/WeatherJobs.h"
 #include "app/base/LogLevel.h"
 #include "app/base/ReportFile.h"
+#include "app/jobs/WeatherJobs.h"
 #include "nav/AirportTable.h"
 #include "weather/store/WeatherFile.h"
 #include "weather/store/WeatherManager.h"

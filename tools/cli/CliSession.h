@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/WeatherWorker.h"
 #include "app/base/Settings.h"
+#include "app/jobs/WeatherWorker.h"
 #include "aviation/support/RandomSource.h"
 #include "tools/cli/CliOptions.h"
 #include "weather/output/WeatherWrapper.h"

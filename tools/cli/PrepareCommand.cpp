@@ -1,5 +1,5 @@
-#include "app/WeatherJobs.h"
-#include "app/XPlaneFiles.h"
+#include "app/jobs/WeatherJobs.h"
+#include "app/jobs/XPlaneFiles.h"
 #include "tools/cli/CliCommands.h"
 #include "tools/cli/CliOptions.h"
 #include "tools/cli/CliSession.h"

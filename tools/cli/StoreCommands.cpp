@@ -1,4 +1,4 @@
-#include "app/WeatherJobs.h"
+#include "app/jobs/WeatherJobs.h"
 #include "tools/cli/CliCommands.h"
 #include "tools/cli/CliOptions.h"
 #include "tools/cli/CliSession.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/ConnectionProbe.h"
+#include "app/download/ConnectionProbe.h"
 
 #include <QString>
 #include <QWidget>

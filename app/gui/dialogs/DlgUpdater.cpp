@@ -1,6 +1,6 @@
 #include "app/gui/dialogs/DlgUpdater.h"
 
-#include "app/ConnectionProbe.h"
+#include "app/download/ConnectionProbe.h"
 #include "app/gui/Icons.h"
 #include "app/gui/dialogs/DialogSize.h"
 #include "app/gui/dialogs/NoteLabel.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/ConnectionProbe.h"
+#include "app/download/ConnectionProbe.h"
 #include "app/gui/dialogs/SettingsPage.h"
 
 class NoteLabel;

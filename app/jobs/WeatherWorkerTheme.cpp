@@ -1,7 +1,7 @@
-#include "app/WeatherJobs.h"
-#include "app/WeatherWorker.h"
 #include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
+#include "app/jobs/WeatherJobs.h"
+#include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
 #include "weather/output/WeatherWrapper.h"
 

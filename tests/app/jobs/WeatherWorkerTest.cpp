@@ -1,8 +1,8 @@
-#include "app/WeatherWorker.h"
+#include "app/jobs/WeatherWorker.h"
 
-#include "app/WeatherJobs.h"
 #include "app/base/GribSource.h"
 #include "app/base/Settings.h"
+#include "app/jobs/WeatherJobs.h"
 #include "nav/AirportTable.h"
 #include "tests/app/base/SettingsFixture.h"
 #include "tests/support/FakeClock.h"

@@ -1,10 +1,10 @@
-#include "app/WeatherWorker.h"
+#include "app/jobs/WeatherWorker.h"
 
-#include "app/WeatherJobs.h"
 #include "app/base/GribSource.h"
 #include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
 #include "app/base/SlicedSleep.h"
+#include "app/jobs/WeatherJobs.h"
 #include "aviation/support/ScopedLock.h"
 #include "weather/output/WeatherWrapper.h"
 #include "weather/store/WeatherFile.h"

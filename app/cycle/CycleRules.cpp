@@ -1,6 +1,6 @@
-#include "app/CycleRules.h"
+#include "app/cycle/CycleRules.h"
 
-#include "app/WeatherJobs.h"
+#include "app/jobs/WeatherJobs.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "app/WeatherJobs.h"
+#include "app/jobs/WeatherJobs.h"
 
 #include <array>
 #include <utility>

@@ -1,6 +1,6 @@
-#include "app/ReportChoice.h"
+#include "app/cycle/ReportChoice.h"
 
-#include "app/WeatherJobs.h"
+#include "app/jobs/WeatherJobs.h"
 
 #include <chrono>
 #include <utility>

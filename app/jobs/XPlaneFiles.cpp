@@ -1,4 +1,4 @@
-#include "app/XPlaneFiles.h"
+#include "app/jobs/XPlaneFiles.h"
 
 #include <QSaveFile>
 

@@ -1,4 +1,4 @@
-#include "app/InfoFile.h"
+#include "app/download/InfoFile.h"
 
 #include "app/base/IniText.h"
 #include "aviation/support/NumberText.h"

@@ -1,4 +1,4 @@
-#include "app/ConnectionProbe.h"
+#include "app/download/ConnectionProbe.h"
 
 #include "sim/BridgeFrame.h"
 #include "tests/support/LoopbackHttp.h"

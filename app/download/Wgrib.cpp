@@ -1,4 +1,4 @@
-#include "app/Wgrib.h"
+#include "app/download/Wgrib.h"
 
 #include <QDir>
 #include <QStandardPaths>

@@ -1,4 +1,4 @@
-#include "app/InfoFile.h"
+#include "app/download/InfoFile.h"
 
 #include "tests/support/Text.h"
 

@@ -1,4 +1,4 @@
-#include "app/SimulatorStations.h"
+#include "app/jobs/SimulatorStations.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "app/ServerAnswer.h"
+#include "app/download/ServerAnswer.h"
 
 #include "sim/LogText.h"
 

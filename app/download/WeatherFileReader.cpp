@@ -1,9 +1,9 @@
-#include "app/WeatherFileReader.h"
+#include "app/download/WeatherFileReader.h"
 
-#include "app/ServerAnswer.h"
 #include "app/base/DownloadManager.h"
 #include "app/base/ReportFile.h"
 #include "app/base/StopFlag.h"
+#include "app/download/ServerAnswer.h"
 #include "aviation/support/ScopedLock.h"
 
 #include <QFile>

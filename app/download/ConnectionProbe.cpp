@@ -1,4 +1,4 @@
-#include "app/ConnectionProbe.h"
+#include "app/download/ConnectionProbe.h"
 
 #include "app/base/Gzip.h"
 #include "app/base/Settings.h"

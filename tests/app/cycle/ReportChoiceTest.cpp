@@ -1,4 +1,4 @@
-#include "app/ReportChoice.h"
+#include "app/cycle/ReportChoice.h"
 
 #include "tests/support/FakeClock.h"
 

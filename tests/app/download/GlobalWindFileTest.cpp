@@ -1,4 +1,4 @@
-#include "app/GlobalWindFile.h"
+#include "app/download/GlobalWindFile.h"
 
 #include "tests/support/FakeClock.h"
 

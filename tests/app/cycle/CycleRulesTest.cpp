@@ -1,4 +1,4 @@
-#include "app/CycleRules.h"
+#include "app/cycle/CycleRules.h"
 
 #include "tests/support/Text.h"
 
