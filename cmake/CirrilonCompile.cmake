@@ -30,16 +30,3 @@ find_program(CIRRILON_CCACHE ccache)
 if(CIRRILON_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CIRRILON_CCACHE})
 endif()
-
-# cirrilon_library(name FOLDER folder LINK targets...): a static library of every source in a folder.
-# Sub-folders that are libraries of their own, and gui/, are left out.
-function(cirrilon_library name)
-    cmake_parse_arguments(ARG "" "FOLDER" "LINK;EXCLUDE" ${ARGN})
-    file(GLOB_RECURSE sources CONFIGURE_DEPENDS
-        ${PROJECT_SOURCE_DIR}/${ARG_FOLDER}/*.cpp ${PROJECT_SOURCE_DIR}/${ARG_FOLDER}/*.h)
-    foreach(below IN LISTS ARG_EXCLUDE)
-        list(FILTER sources EXCLUDE REGEX "^${PROJECT_SOURCE_DIR}/${ARG_FOLDER}/${below}(/|$)")
-    endforeach()
-    add_library(${name} STATIC ${sources})
-    target_link_libraries(${name} PUBLIC cirrilon_compile ${ARG_LINK})
-endfunction()

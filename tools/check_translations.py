@@ -18,7 +18,8 @@ import xml.etree.ElementTree as ET
 from collections import Counter
 from pathlib import Path
 
-FOLDERS = ("app", "aviation", "nav", "sim", "weather")
+from layer_table import top_folders
+
 SOURCE_LANGUAGE = "en"
 PLACEHOLDER = re.compile(r"%(?:L?\d{1,2}|n)|<[^<>]*>|\\n")
 KEY = re.compile(r"&(\w)")
@@ -29,7 +30,7 @@ SIGNS = re.compile("[^\n -~\u00a0-\u024f\u2010-\u2044\u20ac\u2190-\u22ff\u25a0-\
 
 
 def sources(root):
-    files = (p for folder in FOLDERS for p in (root / folder).rglob("*") if p.suffix in (".cpp", ".h"))
+    files = (p for folder in top_folders(root) for p in (root / folder).rglob("*") if p.suffix in (".cpp", ".h"))
     return sorted(str(p) for p in files)
 
 
