@@ -1,16 +1,16 @@
 #include "app/gui/BackendBase.h"
 
+#include "aircraft/gui/DockWidgetLoadeditor.h"
 #include "app/base/Settings.h"
 #include "app/gui/AircraftTexts.h"
 #include "app/gui/DockWidgetData.h"
 #include "app/gui/DockWidgetDebug.h"
-#include "app/gui/DockWidgetLoadeditor.h"
-#include "app/gui/Icons.h"
 #include "app/gui/MainActions.h"
 #include "app/gui/MainToolBar.h"
-#include "app/gui/MainWidgetFlightplanner.h"
 #include "app/gui/MainWidgetWeather.h"
-#include "app/gui/ProgressBar.h"
+#include "gui/Icons.h"
+#include "gui/ProgressBar.h"
+#include "planner/gui/MainWidgetFlightplanner.h"
 
 #include <QAction>
 #include <QEvent>

@@ -4,14 +4,14 @@
 #include "app/base/LogLevel.h"
 #include "app/base/ProcessRunner.h"
 #include "app/gui/DockWidgetDebug.h"
-#include "app/gui/Icons.h"
 #include "app/gui/LanguageMenu.h"
 #include "app/gui/MainActions.h"
 #include "app/gui/MainToolBar.h"
-#include "app/gui/MainWidgetFlightplanner.h"
 #include "app/gui/MainWidgetWeather.h"
 #include "app/gui/TrayIcon.h"
 #include "app/gui/WidgetRadar.h"
+#include "gui/Icons.h"
+#include "planner/gui/MainWidgetFlightplanner.h"
 #include "sim/FsInterfaceFactory.h"
 
 #include <QAction>

@@ -1,8 +1,8 @@
 #include "app/gui/DockWidgetData.h"
 
 #include "app/gui/AircraftTexts.h"
-#include "app/gui/Icons.h"
-#include "app/gui/TextFonts.h"
+#include "gui/Icons.h"
+#include "gui/TextFonts.h"
 
 #include <QEvent>
 #include <QGridLayout>

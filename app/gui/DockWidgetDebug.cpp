@@ -1,7 +1,7 @@
 #include "app/gui/DockWidgetDebug.h"
 
 #include "app/base/LogLevel.h"
-#include "app/gui/Icons.h"
+#include "gui/Icons.h"
 
 #include <QAction>
 #include <QDir>

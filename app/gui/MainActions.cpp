@@ -1,7 +1,7 @@
 #include "app/gui/MainActions.h"
 
 #include "app/Controller.h"
-#include "app/gui/Icons.h"
+#include "gui/Icons.h"
 
 #include <QAction>
 #include <QCoreApplication>

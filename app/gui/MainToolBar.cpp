@@ -1,6 +1,6 @@
 #include "app/gui/MainToolBar.h"
 
-#include "app/gui/Icons.h"
+#include "gui/Icons.h"
 
 #include <QCheckBox>
 #include <QComboBox>

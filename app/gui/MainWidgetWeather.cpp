@@ -1,10 +1,10 @@
 #include "app/gui/MainWidgetWeather.h"
 
-#include "app/gui/Icons.h"
 #include "app/gui/MetarRow.h"
-#include "app/gui/TextFonts.h"
 #include "app/gui/UpperAirTable.h"
 #include "app/gui/WidgetMetarUndock.h"
+#include "gui/Icons.h"
+#include "gui/TextFonts.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "app/gui/TrayIcon.h"
 
 #include "app/base/Settings.h"
-#include "app/gui/Icons.h"
+#include "gui/Icons.h"
 
 #include <QAction>
 #include <QMainWindow>

@@ -1,8 +1,8 @@
 #include "app/gui/WidgetMetarUndock.h"
 
-#include "app/gui/Icons.h"
 #include "app/gui/MetarRow.h"
-#include "app/gui/TextFonts.h"
+#include "gui/Icons.h"
+#include "gui/TextFonts.h"
 
 #include <QFrame>
 #include <QKeyEvent>

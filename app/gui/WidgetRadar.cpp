@@ -2,8 +2,8 @@
 
 #include "app/Controller.h"
 #include "app/base/LogLevel.h"
-#include "app/gui/Icons.h"
-#include "app/gui/dialogs/NoteLabel.h"
+#include "gui/Icons.h"
+#include "gui/NoteLabel.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
 #include "sim/SimResult.h"

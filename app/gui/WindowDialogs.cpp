@@ -1,7 +1,7 @@
 #include "app/gui/WindowDialogs.h"
 
 #include "app/gui/dialogs/DlgUpdater.h"
-#include "app/gui/dialogs/PlainButtons.h"
+#include "gui/PlainButtons.h"
 
 #include <QAbstractButton>
 #include <QThread>

@@ -1,4 +1,4 @@
-#include "app/gui/ProgressBar.h"
+#include "gui/ProgressBar.h"
 
 #include "tests/support/Text.h"
 

@@ -1,8 +1,8 @@
 #include "app/gui/dialogs/AddressEdit.h"
 
 #include "app/base/UrlTemplate.h"
-#include "app/gui/Icons.h"
-#include "app/gui/dialogs/NoteLabel.h"
+#include "gui/Icons.h"
+#include "gui/NoteLabel.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

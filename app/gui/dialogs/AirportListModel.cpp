@@ -1,6 +1,6 @@
 #include "app/gui/dialogs/AirportListModel.h"
 
-#include "app/gui/Icons.h"
+#include "gui/Icons.h"
 
 using airportlist::Fault;
 using airportlist::Kind;

@@ -1,11 +1,11 @@
 #include "app/gui/dialogs/BasicSettings.h"
 
 #include "app/base/Settings.h"
-#include "app/gui/dialogs/DialogSize.h"
-#include "app/gui/dialogs/NoteLabel.h"
 #include "app/gui/dialogs/SettingsPageInterface.h"
 #include "app/gui/dialogs/SettingsPageServers.h"
 #include "app/gui/dialogs/SettingsPagesPlain.h"
+#include "gui/DialogSize.h"
+#include "gui/NoteLabel.h"
 
 #include <QFormLayout>
 #include <QLabel>

@@ -1,9 +1,9 @@
 #include "app/gui/dialogs/DlgAbout.h"
 
 #include "app/base/Settings.h"
-#include "app/gui/Icons.h"
-#include "app/gui/dialogs/DialogSize.h"
-#include "app/gui/dialogs/PlainButtons.h"
+#include "gui/DialogSize.h"
+#include "gui/Icons.h"
+#include "gui/PlainButtons.h"
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>

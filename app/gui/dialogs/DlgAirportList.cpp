@@ -1,10 +1,10 @@
 #include "app/gui/dialogs/DlgAirportList.h"
 
-#include "app/gui/Icons.h"
 #include "app/gui/dialogs/AirportListModel.h"
-#include "app/gui/dialogs/DialogSize.h"
-#include "app/gui/dialogs/NoteLabel.h"
-#include "app/gui/dialogs/PlainButtons.h"
+#include "gui/DialogSize.h"
+#include "gui/Icons.h"
+#include "gui/NoteLabel.h"
+#include "gui/PlainButtons.h"
 
 #include <QDialogButtonBox>
 #include <QDir>

@@ -1,15 +1,15 @@
 #include "app/gui/dialogs/DlgSettings.h"
 
 #include "app/base/Settings.h"
-#include "app/gui/Icons.h"
-#include "app/gui/dialogs/DialogSize.h"
-#include "app/gui/dialogs/NoteLabel.h"
-#include "app/gui/dialogs/PlainButtons.h"
 #include "app/gui/dialogs/SettingsPageGeneral.h"
 #include "app/gui/dialogs/SettingsPageInterface.h"
 #include "app/gui/dialogs/SettingsPageServers.h"
 #include "app/gui/dialogs/SettingsPageWeather.h"
 #include "app/gui/dialogs/SettingsPagesPlain.h"
+#include "gui/DialogSize.h"
+#include "gui/Icons.h"
+#include "gui/NoteLabel.h"
+#include "gui/PlainButtons.h"
 
 #include <QDialogButtonBox>
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "app/gui/dialogs/DlgUpdater.h"
 
 #include "app/download/ConnectionProbe.h"
-#include "app/gui/Icons.h"
-#include "app/gui/dialogs/DialogSize.h"
-#include "app/gui/dialogs/NoteLabel.h"
+#include "gui/DialogSize.h"
+#include "gui/Icons.h"
+#include "gui/NoteLabel.h"
 
 #include <QDesktopServices>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
 #include "app/gui/dialogs/SettingsPage.h"
 
-#include "app/gui/dialogs/WordSpinBox.h"
+#include "gui/WordSpinBox.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/gui/dialogs/FolderEdit.h"
 #include "app/gui/dialogs/OptionTable.h"
+#include "gui/FolderEdit.h"
 
 #include <QPair>
 #include <QString>

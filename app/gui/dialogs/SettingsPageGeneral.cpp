@@ -1,7 +1,7 @@
 #include "app/gui/dialogs/SettingsPageGeneral.h"
 
-#include "app/gui/Icons.h"
-#include "app/gui/dialogs/PlainButtons.h"
+#include "gui/Icons.h"
+#include "gui/PlainButtons.h"
 
 #include <QCheckBox>
 #include <QComboBox>

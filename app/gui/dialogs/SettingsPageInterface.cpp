@@ -1,8 +1,8 @@
 #include "app/gui/dialogs/SettingsPageInterface.h"
 
-#include "app/gui/Icons.h"
-#include "app/gui/dialogs/NoteLabel.h"
 #include "aviation/FsId.h"
+#include "gui/Icons.h"
+#include "gui/NoteLabel.h"
 
 #include <QComboBox>
 #include <QFormLayout>

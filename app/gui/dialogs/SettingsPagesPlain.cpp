@@ -1,7 +1,7 @@
 #include "app/gui/dialogs/SettingsPagesPlain.h"
 
 #include "app/base/LogLevel.h"
-#include "app/gui/dialogs/NoteLabel.h"
+#include "gui/NoteLabel.h"
 
 #include <QCheckBox>
 #include <QDir>

@@ -1,7 +1,7 @@
-#include "app/gui/dialogs/FolderEdit.h"
+#include "gui/FolderEdit.h"
 
-#include "app/gui/Icons.h"
-#include "app/gui/dialogs/NoteLabel.h"
+#include "gui/Icons.h"
+#include "gui/NoteLabel.h"
 
 #include <QDir>
 #include <QFileDialog>

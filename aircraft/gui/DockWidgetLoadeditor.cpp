@@ -1,13 +1,13 @@
-#include "app/gui/MainWidgetFlightplanner.h"
+#include "aircraft/gui/DockWidgetLoadeditor.h"
 
 #include <QEvent>
 #include <QLabel>
 
-MainWidgetFlightplanner::MainWidgetFlightplanner(QWidget* parent)
+DockWidgetLoadeditor::DockWidgetLoadeditor(QWidget* parent)
     : QDockWidget(parent)
     , m_text(new QLabel(this))
 {
-    setObjectName(QStringLiteral("DockFlightplanner"));
+    setObjectName(QStringLiteral("DockLoadeditor"));
     m_text->setAlignment(Qt::AlignCenter);
     m_text->setWordWrap(true);
     m_text->setMargin(fontMetrics().height());
@@ -15,7 +15,7 @@ MainWidgetFlightplanner::MainWidgetFlightplanner(QWidget* parent)
     retranslateUi();
 }
 
-void MainWidgetFlightplanner::changeEvent(QEvent* event)
+void DockWidgetLoadeditor::changeEvent(QEvent* event)
 {
     QDockWidget::changeEvent(event);
     if (event->type() == QEvent::LanguageChange) {
@@ -23,8 +23,8 @@ void MainWidgetFlightplanner::changeEvent(QEvent* event)
     }
 }
 
-void MainWidgetFlightplanner::retranslateUi()
+void DockWidgetLoadeditor::retranslateUi()
 {
-    setWindowTitle(tr("Flightplanner"));
-    m_text->setText(tr("The flight planner comes with a later version."));
+    setWindowTitle(tr("Load editor"));
+    m_text->setText(tr("The load editor comes with a later version."));
 }

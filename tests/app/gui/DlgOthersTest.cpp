@@ -3,7 +3,7 @@
 #include "app/gui/dialogs/DlgAirportList.h"
 #include "app/gui/dialogs/DlgUpdater.h"
 #include "tests/app/base/SettingsFixture.h"
-#include "tests/gui/DlgTesting.h"
+#include "tests/app/gui/DlgTesting.h"
 #include "tests/support/LoopbackHttp.h"
 
 #include <QPushButton>

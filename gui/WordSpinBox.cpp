@@ -1,4 +1,4 @@
-#include "app/gui/dialogs/WordSpinBox.h"
+#include "gui/WordSpinBox.h"
 
 WordSpinBox::WordSpinBox(const QString& word, QWidget* parent) : QSpinBox(parent), m_word(word) {}
 

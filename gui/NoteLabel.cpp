@@ -1,6 +1,6 @@
-#include "app/gui/dialogs/NoteLabel.h"
+#include "gui/NoteLabel.h"
 
-#include "app/gui/Icons.h"
+#include "gui/Icons.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

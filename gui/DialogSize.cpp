@@ -1,4 +1,4 @@
-#include "app/gui/dialogs/DialogSize.h"
+#include "gui/DialogSize.h"
 
 #include <QDialog>
 #include <QGuiApplication>

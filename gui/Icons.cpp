@@ -1,4 +1,4 @@
-#include "app/gui/Icons.h"
+#include "gui/Icons.h"
 
 #include <QColor>
 #include <QFile>

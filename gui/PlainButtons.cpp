@@ -1,4 +1,4 @@
-#include "app/gui/dialogs/PlainButtons.h"
+#include "gui/PlainButtons.h"
 
 #include <QAbstractButton>
 #include <QDialog>

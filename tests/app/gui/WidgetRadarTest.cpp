@@ -1,7 +1,7 @@
 #include "app/gui/WidgetRadar.h"
 
 #include "tests/app/ControllerFixture.h"
-#include "tests/gui/DlgTesting.h"
+#include "tests/app/gui/DlgTesting.h"
 
 #include <QBrush>
 #include <QCheckBox>

@@ -1,4 +1,4 @@
-#include "app/gui/TextFonts.h"
+#include "gui/TextFonts.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>

@@ -7,7 +7,7 @@
 #include "app/gui/TrayIcon.h"
 #include "app/gui/WidgetRadar.h"
 #include "tests/app/base/SettingsFixture.h"
-#include "tests/gui/DlgTesting.h"
+#include "tests/app/gui/DlgTesting.h"
 #include "tests/support/FakeFsInterface.h"
 #include "tests/support/FakeProcessRunner.h"
 

@@ -2,13 +2,13 @@
 
 #include "app/gui/dialogs/AddressEdit.h"
 #include "app/gui/dialogs/BasicSettings.h"
-#include "app/gui/dialogs/FolderEdit.h"
 #include "app/gui/dialogs/OptionTable.h"
 #include "app/gui/dialogs/SettingsPageGeneral.h"
 #include "app/gui/dialogs/SettingsPageInterface.h"
-#include "app/gui/dialogs/WordSpinBox.h"
+#include "gui/FolderEdit.h"
+#include "gui/WordSpinBox.h"
 #include "tests/app/base/SettingsFixture.h"
-#include "tests/gui/DlgTesting.h"
+#include "tests/app/gui/DlgTesting.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/LoopbackHttp.h"
 

@@ -1,13 +1,13 @@
-#include "app/gui/DockWidgetLoadeditor.h"
+#include "planner/gui/MainWidgetFlightplanner.h"
 
 #include <QEvent>
 #include <QLabel>
 
-DockWidgetLoadeditor::DockWidgetLoadeditor(QWidget* parent)
+MainWidgetFlightplanner::MainWidgetFlightplanner(QWidget* parent)
     : QDockWidget(parent)
     , m_text(new QLabel(this))
 {
-    setObjectName(QStringLiteral("DockLoadeditor"));
+    setObjectName(QStringLiteral("DockFlightplanner"));
     m_text->setAlignment(Qt::AlignCenter);
     m_text->setWordWrap(true);
     m_text->setMargin(fontMetrics().height());
@@ -15,7 +15,7 @@ DockWidgetLoadeditor::DockWidgetLoadeditor(QWidget* parent)
     retranslateUi();
 }
 
-void DockWidgetLoadeditor::changeEvent(QEvent* event)
+void MainWidgetFlightplanner::changeEvent(QEvent* event)
 {
     QDockWidget::changeEvent(event);
     if (event->type() == QEvent::LanguageChange) {
@@ -23,8 +23,8 @@ void DockWidgetLoadeditor::changeEvent(QEvent* event)
     }
 }
 
-void DockWidgetLoadeditor::retranslateUi()
+void MainWidgetFlightplanner::retranslateUi()
 {
-    setWindowTitle(tr("Load editor"));
-    m_text->setText(tr("The load editor comes with a later version."));
+    setWindowTitle(tr("Flightplanner"));
+    m_text->setText(tr("The flight planner comes with a later version."));
 }
