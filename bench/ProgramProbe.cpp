@@ -13,8 +13,8 @@
 #include "bench/HeartBeat.h"
 #include "sim/SimulatorInterfaces.h"
 #include "sim/clients/SimulatorClients.h"
-#include "tools/wxserver/Compress.h"
-#include "tools/wxserver/WeatherServerThread.h"
+#include "standins/wxserver/Compress.h"
+#include "standins/wxserver/WeatherServerThread.h"
 #include "weather/output/WeatherWrapper.h"
 
 #include <QAbstractEventDispatcher>

@@ -1,10 +1,10 @@
 #include "app/base/StopFlag.h"
 #include "aviation/support/ScopedLock.h"
 #include "sim/FsInterfaceTcpClient.h"
+#include "standins/simulator/Messages.h"
+#include "standins/simulator/SimulatorThread.h"
 #include "tests/sim/LoopbackBridge.h"
 #include "tests/support/FakeClock.h"
-#include "tools/simulator/Messages.h"
-#include "tools/simulator/SimulatorThread.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -6,11 +6,11 @@
 #include "aviation/support/RandomSource.h"
 #include "sim/SimulatorInterfaces.h"
 #include "sim/clients/SimulatorClients.h"
+#include "standins/simulator/SimulatorThread.h"
+#include "standins/wxserver/WeatherServerThread.h"
 #include "tests/soak/FastClock.h"
 #include "tests/support/FakeMainView.h"
 #include "tests/support/FakeProcessRunner.h"
-#include "tools/simulator/SimulatorThread.h"
-#include "tools/wxserver/WeatherServerThread.h"
 
 #include <atomic>
 #include <functional>

@@ -106,7 +106,7 @@ shear of that wind in the same form, in percent of 40 m/s, in place of a turbule
 values of the info file are our own.
 
 `demo/track.csv` is the flight of the stand-in simulator: Minneapolis to Denver as its transponder told it on 5 February 2025,
-from the taxi-out to the landing roll, built in by `tools/simulator/simulator.qrc`. Columns that name the aircraft are left out.
+from the taxi-out to the landing roll, built in by `standins/simulator/simulator.qrc`. Columns that name the aircraft are left out.
 The simulator puts a gate at each end.
 
 ## Files

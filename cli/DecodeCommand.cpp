@@ -1,0 +1,52 @@
+#include "cli/CliCommands.h"
+#include "cli/CliOptions.h"
+#include "cli/Json.h"
+
+#include <istream>
+#include <ostream>
+#include <string>
+
+using namespace aviation::weather;
+
+namespace {
+
+std::wstring wideLine(const std::string& line)
+{
+    const bool endsInReturn = !line.empty() && line.back() == '\r';
+    const auto length = static_cast<int>(line.size()) - (endsInReturn ? 1 : 0);
+    return QString::fromUtf8(line.data(), length).toStdWString();
+}
+
+template <typename Report>
+Report decoded(const std::wstring& text, const CliOptions& options)
+{
+    Report report(text);
+    report.setElevation(options.elevation);
+    report.Decode();
+    return report;
+}
+
+QJsonObject decodedObject(const std::wstring& text, const CliOptions& options)
+{
+    const QString& kind = options.command.last();
+    if (kind == QLatin1String("metar")) {
+        return clijson::FromMetar(decoded<Metar>(text, options));
+    }
+    if (kind == QLatin1String("synop")) {
+        return clijson::FromSynop(decoded<Synop>(text, options));
+    }
+    return clijson::FromGrib(decoded<Grib>(text, options));
+}
+
+} // namespace
+
+void RunDecode(const CliOptions& options, CliStreams& streams)
+{
+    std::string line;
+    while (std::getline(streams.in, line)) {
+        streams.out << clijson::Line(decodedObject(wideLine(line), options)) << '\n' << std::flush;
+        if (!streams.out) {
+            return; // nobody reads any more
+        }
+    }
+}

@@ -1,0 +1,360 @@
+#include "standins/simulator/FsuipcMemory.h"
+
+#include "standins/simulator/RecordObservation.h"
+#include "tests/support/FakeClock.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <tuple>
+
+namespace {
+
+using simulator::FsuipcImage;
+using simulator::FsuipcMemory;
+using simulator::FsuipcOptions;
+using simulator::SimulatorModel;
+
+/// In the air over the southern and western hemispheres, so that every sign shows.
+aviation::structs::AircraftData southWest()
+{
+    aviation::structs::AircraftData aircraft;
+    aircraft.position = aviation::Position(-45.0, -90.0);
+    aircraft.altitude = 31000;
+    aircraft.heightAgl = 1000;
+    aircraft.groundSpeed = 450;
+    aircraft.tas = 430;
+    aircraft.heading = 100.0;
+    aircraft.magneticVariation = -10.0F;
+    aircraft.verticalSpeed = -1500;
+    aircraft.wind = {270.0F, 55.0F, -1.0F, 0.0F};
+    aircraft.temperature = -47.5F;
+    aircraft.visibility = 16.0F;
+    aircraft.parkingBrake = true;
+    aircraft.landingLight = true;
+    aircraft.doorOpen = true;
+    aircraft.name = std::wstring(300, L'n');
+    aircraft.registration = L"C-IRRI";
+    aircraft.emptyWeight = 91300.0F;
+    aircraft.maxGrossWeight = 174200.0F;
+    aircraft.totalWeight = 150000.0F;
+    aircraft.fuelFlow = 5200.0F;
+    aircraft.simTime = 1561939139; // 2019-06-30 23:58:59
+    return aircraft;
+}
+
+TEST(FsuipcImageTest, TheFlightStandsInPublishedUnits)
+{
+    FsuipcImage image;
+    simulator::showAircraft(southWest(), image);
+    // 5000875 m of the meridian times 2^32; a quarter of the circle is 2^62.
+    EXPECT_EQ(image.get<std::int64_t>(0x0560), -21478594576384000);
+    EXPECT_EQ(image.get<std::int64_t>(0x0568), -0x4000000000000000);
+    // 9448.7997 m, whole metres in the high word; 231.5 m/s; -7.62 m/s; 9.94 statute miles.
+    EXPECT_EQ(image.get<std::int32_t>(0x0574), 9448);
+    EXPECT_NEAR(image.get<std::uint32_t>(0x0570) / 4294967296.0, 0.7997, 0.0001);
+    using Row = std::tuple<std::uint32_t, int, std::int64_t>; // offset, bytes and value
+    for (const auto& [offset, size, expected] :
+         {Row{0x02B4, 4, 15171584}, Row{0x02B8, 4, 55040},      Row{0x02C8, 4, -1951},
+          Row{0x31E4, 4, 19975373}, Row{0x0580, 4, 0x40000000}, Row{0x02A0, 2, -1820},
+          Row{0x0366, 2, 0},        Row{0x0BC8, 2, 32767},      Row{0x0894, 2, 1},
+          Row{0x028C, 2, 1},        Row{0x3367, 1, 1},          Row{0x0E8A, 2, 994},
+          Row{0x1330, 4, 23372800}, Row{0x1334, 4, 44595200},   Row{0x023A, 1, 59},
+          Row{0x023B, 1, 23},       Row{0x023C, 1, 58},         Row{0x023D, 1, 30},
+          Row{0x0242, 1, 6},        Row{0x0240, 2, 2019}})
+    {
+        const std::int64_t value = size == 4   ? image.get<std::int32_t>(offset)
+                                   : size == 2 ? image.get<std::int16_t>(offset)
+                                               : image.get<std::int8_t>(offset);
+        EXPECT_EQ(value, expected) << std::hex << offset;
+    }
+    for (const auto& [at, value] :
+         {std::pair{0x6040U, 1.7453293}, std::pair{0x2DE0U, 270.0}, std::pair{0x2DE8U, 55.0},
+          std::pair{0x34A8U, -47.5}, std::pair{0x2DF0U, 16000.0}, std::pair{0x30C0U, 150000.0}})
+    {
+        EXPECT_NEAR(image.get<double>(at), value, 1e-6) << std::hex << at;
+    }
+    EXPECT_EQ(image.get<float>(0x1270), 5200.0F);
+    EXPECT_EQ(image.text(0x3D00, 256), QByteArray(255, 'n'));
+    EXPECT_EQ(image.text(0x313C, 12), "C-IRRI");
+}
+
+TEST(FsuipcImageTest, FeetComeBackWholeAndTheEndsOfTheWorldFit)
+{
+    aviation::structs::AircraftData aircraft;
+    FsuipcImage image;
+    for (int feet = -1300; feet < 60000; feet += 97) {
+        aircraft.altitude = feet;
+        aircraft.heightAgl = feet;
+        simulator::showAircraft(aircraft, image);
+        const auto altitude = static_cast<double>(image.get<std::int64_t>(0x0570));
+        EXPECT_EQ(static_cast<int>(altitude * 3.28084 / 65536 / 65536), feet);
+        EXPECT_EQ(static_cast<int>(image.get<std::int32_t>(0x31E4) * 3.28084 / 65536), feet);
+    }
+    aircraft.position = aviation::Position(90.0, 180.0);
+    aircraft.visibility = 99999.0F;
+    simulator::showAircraft(aircraft, image);
+    EXPECT_EQ(image.get<std::uint64_t>(0x0568), 0x8000000000000000U);
+    EXPECT_EQ(image.get<std::int32_t>(0x0564), 10001750);
+    EXPECT_EQ(image.get<std::uint16_t>(0x0E8A), 65535);
+}
+
+TEST(RecordObservationTest, ARecordReadsAsAReport)
+{
+    NewWeather record;
+    record.setIcao(L"KMSP");
+    record.Elev = 256 << 16;
+    record.Press = 16211;
+    record.Vis.Range = 300;
+    record.nTempCtr = 1;
+    record.Temp[0] = {0, 3, 0, -1};
+    record.nWindCtr = 1;
+    record.Wind[0] = {500, 12, 8, 43691, 1, 0, 0, 0, 0};
+    record.nCloudCtr = 2;
+    record.Cloud[0] = {2000, 1171, 10, 4, 10, 1, 0, 0, 1, 5, 0, 0};
+    record.Cloud[1] = {4000, 3304, 10, 8, 8, 0, 0, 0, 0, 0, 0, 0};
+    EXPECT_EQ(simulator::observationOf(&record, 1561939139),
+              "KMSP 302358Z 24012G20KT 4827 +RA SCT030CB OVC100 03/M01 Q1013");
+    record.nCloudCtr = 1000;
+    record.nTempCtr = -1;
+    record.Icao = {'<', '\n', 0, 0};
+    EXPECT_EQ(simulator::observationOf(&record, 0),
+              "?? 010000Z 24012G20KT 4827 +RA SCT030CB OVC100 ///// Q1013");
+    EXPECT_EQ(simulator::observationOf(nullptr, 0), "GLOB 010000Z 00000KT 9999 SKC 15/05 Q1013");
+}
+
+class FsuipcMemoryTest : public ::testing::Test
+{
+protected:
+    FsuipcMemoryTest() { EXPECT_EQ(open(), fsuipc::kOk); }
+
+    std::uint32_t open()
+    {
+        std::uint32_t result = 99;
+        api.FSUIPC_Close();
+        api.FSUIPC_Open(fsuipc::kAnySimulator, &result);
+        return result;
+    }
+    template <class Value>
+    void write(std::uint32_t at, const Value& value)
+    {
+        std::uint32_t result = 99;
+        EXPECT_TRUE(api.FSUIPC_Write(at, sizeof(value), &value, &result)) << result;
+    }
+    std::uint32_t process()
+    {
+        std::uint32_t result = 99;
+        api.FSUIPC_Process(&result);
+        return result;
+    }
+    template <class Value>
+    Value read(std::uint32_t at)
+    {
+        Value value{};
+        std::uint32_t result = 99;
+        EXPECT_TRUE(api.FSUIPC_Read(at, sizeof(value), &value, &result)) << result;
+        EXPECT_EQ(process(), fsuipc::kOk);
+        return value;
+    }
+    std::uint32_t sendRecord(std::uint16_t word, int clouds = 0)
+    {
+        NewWeather record;
+        record.Command = word;
+        record.setIcao(L"KMSP");
+        record.nCloudCtr = clouds;
+        write(0xC800, record);
+        return process();
+    }
+    std::uint32_t sendText(const std::string& text)
+    {
+        std::array<char, 128> bytes{};
+        std::copy_n(text.begin(), std::min(text.size(), bytes.size()), bytes.begin());
+        write(0x3380, bytes);
+        write(0x32FA, std::uint16_t{5});
+        return process();
+    }
+    std::size_t records() { return model.state().weatherRecords.size(); }
+
+    FakeClock clock{2019, 7, 1, 12};
+    SimulatorModel model;
+    simulator::FaultSwitch faults;
+    FsuipcMemory api{model, faults, {8, 0x49770003, 43, true, 1}};
+};
+
+TEST_F(FsuipcMemoryTest, LinkAndBordersAnswerWithTheirCodes)
+{
+    EXPECT_EQ(api.simulatorCode(), 8U);
+    EXPECT_EQ(api.version(), 0x49770003U);
+    EXPECT_EQ(read<std::uint8_t>(0x3124), 43);
+    char byte = 0;
+    std::uint32_t result = 99;
+    EXPECT_TRUE(api.FSUIPC_Read(0xFFFF, 1, &byte, &result));
+    EXPECT_FALSE(api.FSUIPC_Read(0xFFFF, 2, &byte, &result));
+    EXPECT_EQ(result, fsuipc::kBadData);
+    EXPECT_FALSE(api.FSUIPC_Write(0xFFFFFFFF, 2, &byte, &result));
+    EXPECT_EQ(result, fsuipc::kBadData);
+    EXPECT_EQ(process(), fsuipc::kOk);
+    api.setRunning(false);
+    api.setRunning(true);
+    write(0x3124, byte);
+    EXPECT_EQ(process(), 12U) << "lost until opened anew";
+    api.setRunning(false);
+    EXPECT_EQ(open(), fsuipc::kNoSimulator);
+    EXPECT_EQ(api.simulatorCode(), 0U);
+    api.setRunning(true);
+    EXPECT_FALSE(api.FSUIPC_Open(7, &result));
+    EXPECT_EQ(result, 8U);
+    EXPECT_EQ(open(), fsuipc::kOk);
+}
+
+TEST_F(FsuipcMemoryTest, TheTouchdownSpeedStandsStillOnTheGround)
+{
+    const auto feetPerMinute = [this] {
+        return static_cast<int>(read<std::int32_t>(0x030C) * 60 * 3.28084 / 256);
+    };
+    const auto fly = [](SimulatorModel& simulator, double seconds) {
+        simulator.withFlight([&](simulator::SimulatedFlight& flight) { flight.advance(seconds); });
+    };
+    SimulatorModel twin;
+    for (SimulatorModel* each : {&model, &twin}) {
+        each->withFlight(
+            [](simulator::SimulatedFlight& flight) { flight.jumpTo(simulator::Phase::Approach); });
+    }
+    EXPECT_EQ(feetPerMinute(), model.peekAircraft().verticalSpeed);
+    while (!model.peekAircraft().onGround) {
+        fly(model, 1.0);
+    }
+    fly(twin, 3600.0);
+    const int touchdown = twin.takeAircraft().landingRate;
+    EXPECT_LT(touchdown, 0);
+    EXPECT_EQ(feetPerMinute(), touchdown);
+    fly(model, 5.0);
+    EXPECT_EQ(feetPerMinute(), touchdown);
+}
+
+TEST_F(FsuipcMemoryTest, RecordsAndCommandWordsChangeTheWeather)
+{
+    using Row = std::tuple<std::uint16_t, int, bool>;
+    for (const auto& [word, clouds, isTaken] :
+         {Row{2, 16, true}, Row{258, 0, true}, Row{3, 0, false}, Row{0, 0, false},
+          Row{2, 17, false}, Row{2, -1, false}})
+    {
+        const std::size_t before = records();
+        const auto counter = read<std::uint32_t>(0xC824);
+        EXPECT_EQ(sendRecord(word, clouds), fsuipc::kOk);
+        EXPECT_EQ(records(), before + (isTaken ? 1 : 0)) << word;
+        EXPECT_EQ(read<std::uint32_t>(0xC824), counter) << "shows one read later";
+        EXPECT_EQ(read<std::uint32_t>(0xC824) != counter, isTaken) << word;
+    }
+    EXPECT_EQ(std::string(read<std::array<char, 2000>>(0xB800).data()).substr(0, 5), "KMSP ");
+    write(0xC800, std::uint16_t{256});
+    write(0xC800, std::uint16_t{3});
+    write(0xC800, std::uint16_t{4});
+    EXPECT_EQ(process(), fsuipc::kOk);
+    EXPECT_EQ(model.state().refreshes, 1);
+    EXPECT_EQ(model.state().clears, 1);
+    EXPECT_EQ(records(), 0U);
+}
+
+TEST_F(FsuipcMemoryTest, WindNeedsBothHalvesAndReadsSeeEarlierWrites)
+{
+    write(0x2DE0, 240.0);
+    process();
+    EXPECT_FALSE(model.state().wind);
+    write(0x2DE0, 240.0);
+    write(0x2DE8, 33.0);
+    EXPECT_EQ(read<double>(0x2DE8), 33.0);
+    ASSERT_TRUE(model.state().wind);
+    EXPECT_EQ(model.state().wind->Dir, 240.0F);
+    EXPECT_EQ(model.state().wind->Speed, 33.0F);
+}
+
+TEST_F(FsuipcMemoryTest, ScreenTextEndsAtItsZeroOrAt127)
+{
+    EXPECT_EQ(sendText("Hello"), fsuipc::kOk);
+    EXPECT_EQ(sendText(std::string(200, 'x')), fsuipc::kOk);
+    EXPECT_EQ(model.state().screenTexts,
+              (QStringList{QStringLiteral("Hello"), QString(127, QLatin1Char('x'))}));
+}
+
+TEST_F(FsuipcMemoryTest, LoadAndRadiosKeepTheirLimits)
+{
+    EXPECT_EQ(read<std::int32_t>(2932), 2516582); // the centre tank's 30 %
+    EXPECT_EQ(read<std::int32_t>(4704), 0);       // no second external tank
+    EXPECT_EQ(read<std::uint16_t>(0x0AF4), 1715); // 6.7 pounds
+    EXPECT_EQ(read<double>(5120 + 48 * 2), 12400.0);
+    EXPECT_EQ(read<std::uint16_t>(0x034C), 0x0384);
+    write(2940, std::int32_t{99999999});
+    write(4700, std::int32_t{4194304});
+    write(5120 + 48 * 5, 1000.0);
+    write(5120 + 48, -1.0);
+    write(0x3118, std::uint16_t{0x2155});
+    write(0x0350, std::uint16_t{0x0A00}); // no decimal number
+    EXPECT_EQ(process(), fsuipc::kOk);
+    ASSERT_EQ(model.presentFuel().tanks.size(), 3U);
+    EXPECT_DOUBLE_EQ(model.presentFuel().tanks[0].level, 100.0);
+    const simulator::SimulatorState state = model.state();
+    EXPECT_EQ(state.payload.stations[5].weight, 1000.0F);
+    EXPECT_EQ(state.payload.stations[1].weight, 180.0F);
+    EXPECT_DOUBLE_EQ(state.payload.totalWeight, 28160.0);
+    EXPECT_EQ(state.radios.comm2active, 12155);
+    EXPECT_EQ(state.radios.nav1active, 10800);
+}
+
+TEST_F(FsuipcMemoryTest, FaultsMeetTheProcessThatContainsTheirMessage)
+{
+    /// The result of the process, whether it acts, the next one's result and the waiting.
+    using Row = std::tuple<const char*, std::uint32_t, bool, std::uint32_t, int>;
+    for (const auto& [fault, result, acts, following, slept] :
+         {Row{"refuse@5/20*1", 13, false, 0, 0}, Row{"silent@5/20*1", 11, false, 0, 0},
+          Row{"slow:700@5/20*1", 0, true, 0, 700}, Row{"garbage@5/20*1", 0, true, 0, 0},
+          Row{"wrongid@5/20*1", 13, true, 0, 0}, Row{"cut:4@5/20*1", 11, true, 0, 0},
+          Row{"cut:4,300@5/20*1", 0, true, 0, 300}, Row{"drop@5/20*1", 12, false, 12, 0},
+          Row{"close@5/20*1", 12, true, 12, 0}, Row{"refuse@5/8*1", 0, true, 0, 0}})
+    {
+        const std::int64_t before = clock.sleptMs();
+        const int texts = model.state().screenTexts.size();
+        ASSERT_TRUE(faults.set(QLatin1String(fault)));
+        write(0x3124, '\0'); // meets no fault
+        EXPECT_EQ(process(), fsuipc::kOk);
+        EXPECT_EQ(sendText("a"), result) << fault;
+        EXPECT_EQ(model.state().screenTexts.size(), texts + (acts ? 1 : 0)) << fault;
+        EXPECT_EQ(sendText("b"), following) << fault;
+        EXPECT_EQ(clock.sleptMs() - before, slept) << fault;
+        faults.set(QStringLiteral("none"));
+        EXPECT_EQ(open(), fsuipc::kOk);
+    }
+}
+
+TEST_F(FsuipcMemoryTest, ALostRecordLeavesTheCounterAndNoiseReplacesWhatIsRead)
+{
+    const auto counter = read<std::uint32_t>(0xC824);
+    faults.set(QStringLiteral("silent@5/7*1"));
+    EXPECT_EQ(sendRecord(2), fsuipc::kOk);
+    EXPECT_EQ(records(), 0U);
+    read<std::uint32_t>(0xC824);
+    EXPECT_EQ(read<std::uint32_t>(0xC824), counter);
+    EXPECT_EQ(sendRecord(2), fsuipc::kOk);
+    EXPECT_EQ(records(), 1U);
+
+    const auto latitude = read<std::int64_t>(0x0560);
+    faults.set(QStringLiteral("garbage@6/2"));
+    const auto noise = read<std::int64_t>(0x0560);
+    EXPECT_NE(noise, latitude);
+    EXPECT_EQ(read<std::int64_t>(0x0560), noise);
+}
+
+TEST_F(FsuipcMemoryTest, OpeningMeetsItsFaults)
+{
+    for (const auto& [fault, result] :
+         {std::pair{"refuse@1/1", 14U}, std::pair{"silent@1/1", 11U}, std::pair{"wrongapi:1", 7U},
+          std::pair{"wrongid@1/1", 8U}, std::pair{"slow:5", 0U}})
+    {
+        faults.set(QLatin1String(fault));
+        EXPECT_EQ(open(), result) << fault;
+    }
+}
+
+} // namespace

@@ -1,0 +1,176 @@
+#include "standins/simulator/Console.h"
+#include "standins/simulator/Messages.h"
+#include "standins/simulator/SimulatorThread.h"
+
+#include <QTcpSocket>
+#include <QUdpSocket>
+
+#include <gtest/gtest.h>
+
+#include <tuple>
+
+namespace {
+
+using simulator::SimulatorThread;
+namespace command = simulator::command;
+namespace message = simulator::message;
+
+constexpr int kLimitMs = 10000;
+
+class SimulatorServerTest : public ::testing::Test
+{
+protected:
+    SimulatorServerTest() : simulator(options()) { port = simulator.startServer(); }
+    static simulator::SimulatorOptions options()
+    {
+        simulator::SimulatorOptions options;
+        options.udpIntervalMs = 20;
+        options.start = QStringLiteral("cruise");
+        return options;
+    }
+    void connectClient(QTcpSocket& client) const
+    {
+        client.connectToHost(QStringLiteral("127.0.0.1"), port);
+        ASSERT_TRUE(client.waitForConnected(kLimitMs));
+    }
+    /// Sends a frame and reads until so many bytes came or the connection ended.
+    static QByteArray ask(QTcpSocket& client, const simulator::Frame& frame, int bytes)
+    {
+        client.write(simulator::encodeFrame(frame));
+        QByteArray answer;
+        while (answer.size() < bytes && client.state() == QAbstractSocket::ConnectedState
+               && client.waitForReadyRead(kLimitMs))
+        {
+            answer += client.readAll();
+        }
+        return answer + client.readAll();
+    }
+
+    SimulatorThread simulator;
+    quint16 port = 0;
+};
+
+const simulator::Frame kWind{command::kWrite, message::kWind, "Dir=240.00:Speed=12.00:Gust=-1.00"};
+const QByteArray kWindAnswer = "@0007;0006;00000002;OK";
+
+TEST_F(SimulatorServerTest, MisbehavesOnDemandAndThenNoMore)
+{
+    using Row = std::tuple<const char*, QByteArray, bool>;
+    for (const auto& [fault, answer, staysOpen] :
+         {Row{"wrongid*1", "@0007;0106;00000002;OK", true}, Row{"cut:5*1", "@0007", true},
+          Row{"cut:5,1*1", kWindAnswer, true}, Row{"slow:20*1", kWindAnswer, true},
+          Row{"garbage:7*1", "#######", true}, Row{"huge*1", "@0007;0006;99999999;OK", true},
+          Row{"refuse:full@5/6*1", "@0008;0006;00000004;full", true},
+          Row{"silent@7*1", kWindAnswer, true}, Row{"close*1", "@0007;0006;", false},
+          Row{"drop*1", "", false}, Row{"none", kWindAnswer, true}})
+    {
+        QTcpSocket client;
+        connectClient(client);
+        ASSERT_TRUE(simulator.setFault(QString::fromLatin1(fault)));
+        EXPECT_EQ(ask(client, kWind, qMax(1, answer.size())), answer) << fault;
+        if (staysOpen) {
+            EXPECT_EQ(ask(client, kWind, kWindAnswer.size()), kWindAnswer) << fault;
+        } else {
+            EXPECT_TRUE(client.state() != QAbstractSocket::ConnectedState
+                        || client.waitForDisconnected(kLimitMs))
+                << fault;
+        }
+    }
+}
+
+TEST_F(SimulatorServerTest, ABrokenClientIsLetGoAndOthersAreServed)
+{
+    QTcpSocket good;
+    connectClient(good);
+    QTcpSocket bad;
+    connectClient(bad);
+    bad.write("@0005;0008;99999999;");
+    EXPECT_TRUE(bad.waitForDisconnected(kLimitMs));
+    EXPECT_EQ(ask(good, kWind, 1), kWindAnswer);
+}
+
+TEST_F(SimulatorServerTest, PushesTheAircraftByDatagrams)
+{
+    QTcpSocket client;
+    connectClient(client);
+    const simulator::Frame address{command::kRequest, message::kClientAddress, "127.0.0.1"};
+    const QByteArray answer = ask(client, address, 21);
+    EXPECT_EQ(ask(client, address, 21), answer) << "the port stays";
+    QUdpSocket udp;
+    ASSERT_TRUE(udp.bind(QHostAddress::LocalHost, answer.mid(20).toUShort()));
+    const auto receive = [&udp](const QString& sender, const QByteArray& front) {
+        while (udp.hasPendingDatagrams() || udp.waitForReadyRead(kLimitMs)) {
+            QByteArray bytes(static_cast<int>(udp.pendingDatagramSize()), '\0');
+            QHostAddress from;
+            udp.readDatagram(bytes.data(), bytes.size(), &from);
+            if (from.toString() == sender && bytes.startsWith(front)) {
+                return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(receive(QStringLiteral("127.0.0.1"), "@0007;0002;"));
+    simulator.setFault(QStringLiteral("udpgarbage:3"));
+    EXPECT_TRUE(receive(QStringLiteral("127.0.0.1"), "###"));
+    simulator.setFault(QStringLiteral("udpforeign"));
+    EXPECT_TRUE(receive(QStringLiteral("127.0.0.2"), "@0007;0002;"));
+    simulator.setFault(QStringLiteral("none"));
+    EXPECT_TRUE(receive(QStringLiteral("127.0.0.1"), "@0007;0002;"));
+    client.disconnectFromHost();
+    EXPECT_TRUE(SimulatorThread::waitUntil([this] {
+        bool isRunning = true;
+        simulator.invoke([&isRunning](simulator::SimulatorServer& server) {
+            isRunning = server.stream().isRunning();
+        });
+        return !isRunning;
+    }));
+}
+
+TEST(Console, SwitchesTheServer)
+{
+    simulator::SimulatorServer server;
+    using Row = std::tuple<const char*, const char*>;
+    for (const auto& [line, answer] :
+         {Row{"fault cut:3,4", "fault cut:3,4"}, Row{"fault x", "no fault of that name: x"},
+          Row{"speed 20", "speed 20"}, Row{"speed fast", "no speed: fast"},
+          Row{"jump moon", "no such place: moon"}, Row{"quit", ""},
+          Row{"dance", "unknown command: dance"}})
+    {
+        EXPECT_EQ(simulator::runConsoleLine(server, QString::fromLatin1(line)),
+                  QString::fromLatin1(answer));
+    }
+    EXPECT_TRUE(simulator::runConsoleLine(server, QStringLiteral("jump cruise"))
+                    .startsWith(QStringLiteral("cruise, 339")));
+    EXPECT_EQ(server.fault().kind, simulator::FaultKind::Cut);
+}
+
+TEST(SimulatorOptions, AreCheckedBeforeAnythingRuns)
+{
+    const auto parse = [](const char* line, QString& error) {
+        return simulator::parseOptions(
+            QString::fromLatin1(line).split(QLatin1Char(' '), Qt::SkipEmptyParts), &error);
+    };
+    QString none;
+    const auto options = parse("--from 50,8 --to 48.1,11.5 --start cruise --speed 2.5 --fs-id 13 "
+                               "--fault slow:5 --udp-interval 100 --quiet",
+                               none);
+    ASSERT_TRUE(options) << none.toStdString();
+    EXPECT_EQ(options->fsId, 13);
+    EXPECT_DOUBLE_EQ(options->speed, 2.5);
+    EXPECT_EQ(simulator::makeFlight(*options, &none)->phase(), simulator::Phase::Cruise);
+    for (const char* line :
+         {"--port 70000", "--port", "--bogus 1", "--speed -1", "--from 50,8",
+          "--to 91,0 --from 1,1", "--fault x", "--track a --from 1,1 --to 2,2", "--udp-interval 1"})
+    {
+        QString error;
+        EXPECT_FALSE(parse(line, error)) << line;
+        EXPECT_FALSE(error.isEmpty()) << line;
+    }
+    for (const char* line : {"--track /no/such/file", "--start moon", "--from 1,1 --to 1,1.1"}) {
+        QString error;
+        EXPECT_FALSE(simulator::makeFlight(*parse(line, error), &error)) << line;
+        EXPECT_FALSE(error.isEmpty()) << line;
+    }
+}
+
+} // namespace
