@@ -28,5 +28,9 @@ endif()
 
 find_program(CIRRILON_CCACHE ccache)
 if(CIRRILON_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CIRRILON_CCACHE})
+    # Paths count from the source folder, so that clones and build folders share results; the rest lets
+    # files be cached that use a precompiled header.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CIRRILON_CCACHE})
 endif()
