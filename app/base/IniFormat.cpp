@@ -46,8 +46,9 @@ std::vector<Entry> OrderedEntries(const QSettings::SettingsMap& map)
     std::vector<Entry> entries;
     QHash<QString, int> sectionRanks;
     for (auto it = map.cbegin(); it != map.cend(); ++it) {
-        const int slash = it.key().indexOf(QLatin1Char('/'));
-        Entry entry{it.key().left(std::max(slash, 0)), it.key().mid(slash + 1), &it.value(),
+        // A slash in front is part of the key: cut off, each writing would lose one.
+        const int slash = std::max(it.key().indexOf(QLatin1Char('/')), 0);
+        Entry entry{it.key().left(slash), it.key().mid(slash > 0 ? slash + 1 : 0), &it.value(),
                     RankOf(it.key())};
         const int known = sectionRanks.value(entry.section, kUnknownRank);
         sectionRanks.insert(entry.section, std::min(known, entry.rank));

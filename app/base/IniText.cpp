@@ -302,18 +302,17 @@ private:
     std::size_t m_at = 0;
 };
 
-/// "[General]" has no prefix; a section that really has this name is written as "[%General]".
+/// "[General]" has no prefix; a section that really has this name is written as "[%General]". Both
+/// are compared as they stand: "[%25General]" is the section "%General".
 QString SectionPrefix(std::string_view line)
 {
     const std::string_view name = Trimmed(line.substr(1, line.find(']') - 1));
-    const QString section = KeyOf(name);
-    if (section.compare(QLatin1String("general"), Qt::CaseInsensitive) == 0) {
+    const QString written = QString::fromLatin1(name.data(), static_cast<int>(name.size()));
+    if (written.compare(QLatin1String("general"), Qt::CaseInsensitive) == 0) {
         return {};
     }
-    if (section.compare(QLatin1String("%general"), Qt::CaseInsensitive) == 0) {
-        return section.mid(1) + QLatin1Char('/');
-    }
-    return section + QLatin1Char('/');
+    const bool marked = written.compare(QLatin1String("%general"), Qt::CaseInsensitive) == 0;
+    return (marked ? written.mid(1) : KeyOf(name)) + QLatin1Char('/');
 }
 
 QByteArray EscapedUnit(ushort unit)
@@ -350,7 +349,8 @@ QByteArray QuotedIfNeeded(const QString& text)
 {
     const QByteArray escaped = EscapedText(text);
     const bool quotes = escaped.contains(';') || escaped.contains(',') || escaped.contains('=')
-                        || escaped.startsWith(' ') || escaped.endsWith(' ');
+                        || escaped.startsWith(' ') || escaped.endsWith(' ')
+                        || text.endsWith(QLatin1Char('\t')); // its escape alone is trimmed
     return quotes ? '"' + escaped + '"' : escaped;
 }
 

@@ -55,4 +55,18 @@ TEST_F(IniFormatTest, ReadsHandWrittenTextAsQtDoes)
     }
 }
 
+TEST_F(IniFormatTest, ReadAndWrittenAgainItIsTheSame)
+{
+    for (const char* text : {"[\\\\\n=", "[]\na=1", "[\\b]\na=1", "\\a=1", "[General\\b]\na=1",
+                             "[a]\n=1", "=1", "[%25General]\na=1", "a=\"b\\t\""})
+    {
+        const QSettings::SettingsMap map = initext::parse(text);
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        ASSERT_TRUE(writeIni(buffer, map));
+        EXPECT_EQ(initext::parse(buffer.data()), map)
+            << text << " -> " << buffer.data().constData();
+    }
+}
+
 } // namespace
