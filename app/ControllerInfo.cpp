@@ -1,5 +1,5 @@
 #include "app/Controller.h"
-#include "app/base/IniFormat.h"
+#include "app/base/IniFile.h"
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/ProcessRunner.h"

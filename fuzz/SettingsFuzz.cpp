@@ -1,61 +1,11 @@
-#include "app/base/IniFormat.h"
-#include "app/base/IniText.h"
+#include "app/base/IniFile.h"
 #include "app/base/Settings.h"
 #include "aviation/support/RandomSource.h"
-
-#include <QBuffer>
-#include <QFile>
-#include <QTemporaryDir>
 
 #include <cstdint>
 #include <cstdlib>
 
 namespace {
-
-QByteArray Written(const QSettings::SettingsMap& map)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    if (!writeIni(buffer, map)) {
-        std::abort();
-    }
-    return buffer.data();
-}
-
-/// What was read once can be written and read over and over without a change.
-void CheckText(const QByteArray& input)
-{
-    const QByteArray first = Written(initext::parse(input));
-    const QByteArray second = Written(initext::parse(first));
-    if (Written(initext::parse(second)) != second) {
-        std::abort();
-    }
-}
-
-/// Qt keeps files that it knows by name, so each load takes a new one.
-void LoadFrom(const QByteArray& text, Settings& settings)
-{
-    static const QTemporaryDir folder;
-    static int number = 0;
-    QFile file(folder.filePath(QString::number(++number)));
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
-        std::abort();
-    }
-    file.close();
-    settings.load(file.fileName(), Settings::FileRole::Main);
-    file.remove();
-}
-
-/// What a save would write; a real one waits for the disk, which is too slow here.
-QSettings::SettingsMap OptionsOf(const Settings& settings)
-{
-    QSettings::SettingsMap map;
-#define CIRRILON_INSERT(type, getter, Setter, key, value, optionClass)                             \
-    map.insert(QStringLiteral(key), settings.getter());
-    CIRRILON_OPTIONS(CIRRILON_INSERT)
-#undef CIRRILON_INSERT
-    return map;
-}
 
 void RequireSame(const Settings& a, const Settings& b)
 {
@@ -69,17 +19,22 @@ void RequireSame(const Settings& a, const Settings& b)
 
 } // namespace
 
-/// A settings file of any contents loads, and its options come back unchanged from their own file.
+/// A settings file of any contents loads; its options come back from the file that is saved over
+/// it, and saving once more changes nothing.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const QByteArray input(reinterpret_cast<const char*>(data), static_cast<int>(size));
-    CheckText(input);
-
+    const IniFile file(input);
     aviation::SeededRandom random(1);
     Settings settings(QString(), random);
-    LoadFrom(input, settings);
+    settings.take(file, true);
+    const QByteArray saved = settings.mergedInto(file, true).toText();
+
     Settings again(QString(), random);
-    LoadFrom(Written(OptionsOf(settings)), again);
+    again.take(IniFile(saved), true);
     RequireSame(settings, again);
+    if (again.mergedInto(IniFile(saved), true).toText() != saved) {
+        std::abort();
+    }
     return 0;
 }

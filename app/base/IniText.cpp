@@ -1,64 +1,21 @@
 #include "app/base/IniText.h"
 
-#include <QByteArrayList>
+#include "app/base/IniCharacters.h"
+
 #include <QStringList>
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace initext {
 
 namespace {
 
-constexpr std::array<std::array<char, 2>, 11> kEscapes{{{'a', '\a'},
-                                                        {'b', '\b'},
-                                                        {'f', '\f'},
-                                                        {'n', '\n'},
-                                                        {'r', '\r'},
-                                                        {'t', '\t'},
-                                                        {'v', '\v'},
-                                                        {'"', '"'},
-                                                        {'?', '?'},
-                                                        {'\'', '\''},
-                                                        {'\\', '\\'}}};
-
-constexpr int kHexBase = 16;
 constexpr int kOctalBase = 8;
-
-bool IsBlank(char c)
-{
-    return c == ' ' || c == '\t';
-}
 
 bool IsLineEnd(char c)
 {
     return c == '\n' || c == '\r';
-}
-
-/// -1 if the character is no digit of that base.
-int DigitValue(char c, int base)
-{
-    int value = -1;
-    if (c >= '0' && c <= '9') {
-        value = c - '0';
-    } else if (c >= 'a' && c <= 'f') {
-        value = c - 'a' + 10;
-    } else if (c >= 'A' && c <= 'F') {
-        value = c - 'A' + 10;
-    }
-    return value < base ? value : -1;
-}
-
-std::string_view Trimmed(std::string_view text)
-{
-    while (!text.empty() && IsBlank(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && IsBlank(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
 }
 
 /// Takes the quotes and escapes off a value and splits it at commas outside of quotes.
@@ -90,7 +47,7 @@ public:
 private:
     void skipBlanks()
     {
-        while (m_at < m_text.size() && IsBlank(m_text[m_at])) {
+        while (m_at < m_text.size() && isBlank(m_text[m_at])) {
             ++m_at;
         }
     }
@@ -122,7 +79,7 @@ private:
             m_part += QLatin1Char((*known)[1]);
         } else if (c == 'x') {
             readNumber(kHexBase);
-        } else if (DigitValue(c, kOctalBase) >= 0) {
+        } else if (digitValue(c, kOctalBase) >= 0) {
             --m_at;
             readNumber(kOctalBase);
         } else if (IsLineEnd(c)) {
@@ -135,9 +92,9 @@ private:
     {
         unsigned code = 0;
         const std::size_t first = m_at;
-        while (m_at < m_text.size() && DigitValue(m_text[m_at], base) >= 0) {
+        while (m_at < m_text.size() && digitValue(m_text[m_at], base) >= 0) {
             code = code * static_cast<unsigned>(base)
-                   + static_cast<unsigned>(DigitValue(m_text[m_at], base));
+                   + static_cast<unsigned>(digitValue(m_text[m_at], base));
             ++m_at;
         }
         if (m_at > first) {
@@ -215,7 +172,7 @@ int HexAt(std::string_view text, std::size_t at, std::size_t digits)
     }
     int code = 0;
     for (const char c : text.substr(at, digits)) {
-        const int digit = DigitValue(c, kHexBase);
+        const int digit = digitValue(c, kHexBase);
         if (digit < 0) {
             return -1;
         }
@@ -267,7 +224,7 @@ private:
         while (m_at < m_text.size()) {
             if (m_text[m_at] == ';') {
                 m_at = std::min(m_text.find_first_of("\r\n", m_at), m_text.size());
-            } else if (IsBlank(m_text[m_at]) || IsLineEnd(m_text[m_at])) {
+            } else if (isBlank(m_text[m_at]) || IsLineEnd(m_text[m_at])) {
                 ++m_at;
             } else {
                 return true;
@@ -306,7 +263,7 @@ private:
 /// are compared as they stand: "[%25General]" is the section "%General".
 QString SectionPrefix(std::string_view line)
 {
-    const std::string_view name = Trimmed(line.substr(1, line.find(']') - 1));
+    const std::string_view name = trimmed(line.substr(1, line.find(']') - 1));
     const QString written = QString::fromLatin1(name.data(), static_cast<int>(name.size()));
     if (written.compare(QLatin1String("general"), Qt::CaseInsensitive) == 0) {
         return {};
@@ -315,125 +272,24 @@ QString SectionPrefix(std::string_view line)
     return (marked ? written.mid(1) : KeyOf(name)) + QLatin1Char('/');
 }
 
-QByteArray EscapedUnit(ushort unit)
-{
-    return "\\x" + QByteArray::number(static_cast<uint>(unit), kHexBase);
-}
-
-/// A hexadecimal digit straight behind a number escape would be read as part of it.
-QByteArray EscapedText(const QString& text)
-{
-    QByteArray escaped;
-    bool behindNumber = false;
-    for (const QChar character : text) {
-        const ushort unit = character.unicode();
-        const char c = static_cast<char>(unit & 0x7FU);
-        const auto named = std::find_if(kEscapes.begin(), kEscapes.end(), [unit](const auto& pair) {
-            return unit == static_cast<ushort>(pair[1]) && pair[0] != '?' && pair[0] != '\'';
-        });
-        const bool asNumber =
-            unit < 0x20 || unit >= 0x7F || (behindNumber && DigitValue(c, kHexBase) >= 0);
-        if (named != kEscapes.end()) {
-            escaped.append('\\').append((*named)[0]);
-        } else if (unit == 0) {
-            escaped += "\\0";
-        } else {
-            escaped += asNumber ? EscapedUnit(unit) : QByteArray(1, c);
-        }
-        behindNumber = asNumber && named == kEscapes.end();
-    }
-    return escaped;
-}
-
-QByteArray QuotedIfNeeded(const QString& text)
-{
-    const QByteArray escaped = EscapedText(text);
-    const bool quotes = escaped.contains(';') || escaped.contains(',') || escaped.contains('=')
-                        || escaped.startsWith(' ') || escaped.endsWith(' ')
-                        || text.endsWith(QLatin1Char('\t')); // its escape alone is trimmed
-    return quotes ? '"' + escaped + '"' : escaped;
-}
-
-QString PlainText(const QVariant& value)
-{
-    const QString text = value.toString();
-    if (text.contains(QChar(QChar::Null))) {
-        return QLatin1String("@String(") + text + QLatin1Char(')');
-    }
-    return text.startsWith(QLatin1Char('@')) ? QLatin1Char('@') + text : text;
-}
-
-QByteArray ListText(const QStringList& parts)
-{
-    QByteArrayList texts;
-    for (const QString& part : parts) {
-        texts.append(QuotedIfNeeded(part));
-    }
-    return texts.join(", ");
-}
-
 } // namespace
 
-QSettings::SettingsMap parse(const QByteArray& text)
+std::vector<Line> parse(const QByteArray& text)
 {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    std::string_view rest(text.constData(), static_cast<std::size_t>(text.size()));
-    if (rest.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-        rest.remove_prefix(kByteOrderMark.size());
-    }
-    QSettings::SettingsMap map;
+    const std::string_view bytes(text.constData(), static_cast<std::size_t>(text.size()));
+    std::vector<Line> all;
     QString prefix;
-    LineReader lines(rest);
+    LineReader lines(withoutByteOrderMark(bytes));
     for (std::string_view line; lines.next(line);) {
         const std::size_t equals = line.find('=');
         if (line.front() == '[') {
             prefix = SectionPrefix(line);
         } else if (equals != std::string_view::npos) {
-            map.insert(prefix + KeyOf(Trimmed(line.substr(0, equals))),
-                       ValueOf(ValueReader(line.substr(equals + 1)).read()));
+            all.push_back({prefix + KeyOf(trimmed(line.substr(0, equals))),
+                           ValueOf(ValueReader(line.substr(equals + 1)).read())});
         }
     }
-    return map;
-}
-
-QByteArray valueText(const QVariant& value)
-{
-    if (!value.isValid()) {
-        return "@Invalid()";
-    }
-    if (value.type() == QVariant::StringList) {
-        return ListText(value.toStringList());
-    }
-    if (value.type() == QVariant::ByteArray) {
-        const QByteArray bytes = value.toByteArray();
-        return QuotedIfNeeded(QLatin1String("@ByteArray(")
-                              + QLatin1String(bytes.constData(), bytes.size()) + QLatin1Char(')'));
-    }
-    return QuotedIfNeeded(PlainText(value));
-}
-
-QByteArray keyText(const QString& key)
-{
-    QByteArray text;
-    for (const QChar character : key) {
-        const ushort unit = character.unicode();
-        const char c = static_cast<char>(unit & 0x7FU);
-        const bool plain = unit < 0x80
-                           && (DigitValue(c, 10) >= 0 || (c >= 'a' && c <= 'z')
-                               || (c >= 'A' && c <= 'Z') || c == '_' || c == '-' || c == '.');
-        if (plain) {
-            text += c;
-        } else if (unit == '/') {
-            text += '\\';
-        } else {
-            const bool wide = unit > 0xFF;
-            text += wide ? "%U" : "%";
-            text += QByteArray::number(static_cast<uint>(unit), kHexBase)
-                        .toUpper()
-                        .rightJustified(wide ? 4 : 2, '0');
-        }
-    }
-    return text;
+    return all;
 }
 
 } // namespace initext

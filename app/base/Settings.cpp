@@ -1,12 +1,12 @@
 #include "app/base/Settings.h"
 
-#include "app/base/IniFormat.h"
+#include "app/base/IniFile.h"
 #include "aviation/support/RandomSource.h"
 
 #include <QFileInfo>
-#include <QSettings>
 #include <QVariant>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -61,6 +61,19 @@ QByteArray ValueOr(const QVariant& stored, const QByteArray& fallback)
     return bytes ? stored.toByteArray() : fallback;
 }
 
+/// By section, then by key.
+QStringList sortedKeys(const IniFile& values)
+{
+    QStringList keys = values.keys();
+    const auto sectionOf = [](const QString& key) {
+        return key.left(std::max(key.indexOf(QLatin1Char('/')), 0));
+    };
+    std::sort(keys.begin(), keys.end(), [&sectionOf](const QString& a, const QString& b) {
+        return std::make_pair(sectionOf(a), a) < std::make_pair(sectionOf(b), b);
+    });
+    return keys;
+}
+
 bool IsLatLonPair(const QString& text)
 {
     return text.count(QLatin1Char(':')) == 1;
@@ -80,8 +93,6 @@ Settings::Settings(const QString& file, aviation::RandomSource& random, QObject*
     m_constructed = true;
 }
 
-Settings::~Settings() = default;
-
 void Settings::log(const QString& text, int level)
 {
     if (m_constructed) {
@@ -96,28 +107,23 @@ std::vector<Settings::LogLine> Settings::takeEarlyLog()
     return std::exchange(m_earlyLog, {});
 }
 
-void Settings::open(const QString& file)
-{
-    const QString path = QFileInfo(file).absoluteFilePath();
-    m_store = std::make_unique<QSettings>(path, iniFormat());
-    lockedAssign(m_openFile, path);
-}
-
 void Settings::load(const QString& file, FileRole role)
 {
     if (file.isEmpty()) {
         return;
     }
-    open(file);
-    if (m_store->status() != QSettings::NoError) {
-        log(QStringLiteral("(Settings) - can not read %1, using defaults").arg(m_openFile),
+    const QString path = QFileInfo(file).absoluteFilePath();
+    lockedAssign(m_openFile, path);
+    IniFile values;
+    if (values.read(path) == IniFile::ReadResult::Unreadable) {
+        log(QStringLiteral("(Settings) - can not read %1, using defaults").arg(path),
             loglevel::kWarning);
     }
-    if (IsMain(file, role)) {
-        lockedAssign(m_mainFile, m_openFile);
-        readMainOptions();
+    const bool main = IsMain(file, role);
+    if (main) {
+        lockedAssign(m_mainFile, path);
     }
-    readProfileOptions();
+    take(values, main);
 }
 
 void Settings::save(const QString& file, FileRole role)
@@ -125,22 +131,30 @@ void Settings::save(const QString& file, FileRole role)
     if (file.isEmpty()) {
         return;
     }
-    if (m_store == nullptr || QFileInfo(file).absoluteFilePath() != m_openFile) {
-        open(file);
+    const QString path = QFileInfo(file).absoluteFilePath();
+    lockedAssign(m_openFile, path);
+    IniFile old;
+    static_cast<void>(old.read(path)); // nothing of an unreadable file can stay
+    if (!mergedInto(old, IsMain(file, role)).write(path)) {
+        log(QStringLiteral("(Settings) - Error: can not write ") + path, loglevel::kError);
     }
-    writeOptions(IsMain(file, role));
-    if (m_store->status() != QSettings::NoError) {
-        log(QStringLiteral("(Settings) - Error: can not write ") + m_openFile, loglevel::kError);
+}
+
+void Settings::take(const IniFile& values, bool main)
+{
+    if (main) {
+        readMainOptions(values);
     }
+    readProfileOptions(values);
 }
 
 #define CIRRILON_READ(type, getter, Setter, key, fallback, optionClass)                            \
     CIRRILON_READ_##optionClass(getter, Setter, key, fallback)
 #define CIRRILON_READ_OPTION(getter, Setter, key, fallback)                                        \
-    Setter(ValueOr(m_store->value(QStringLiteral(key)), fallback));
+    Setter(ValueOr(values.value(QStringLiteral(key)), fallback));
 #define CIRRILON_SKIP_OPTION(getter, Setter, key, fallback)
 
-void Settings::readMainOptions()
+void Settings::readMainOptions(const IniFile& values)
 {
     const QString lastPos = mapLastPos();
 #define CIRRILON_READ_Main CIRRILON_READ_OPTION
@@ -153,8 +167,7 @@ void Settings::readMainOptions()
     }
 }
 
-void Settings::readProfileOptions()
-{
+void Settings::readProfileOptions(const IniFile& values){
 #define CIRRILON_READ_Main CIRRILON_SKIP_OPTION
 #define CIRRILON_READ_Profile CIRRILON_READ_OPTION
     CIRRILON_OPTIONS(CIRRILON_READ)
@@ -162,15 +175,25 @@ void Settings::readProfileOptions()
 #undef CIRRILON_READ_Profile
 }
 
-void Settings::writeOptions(bool main)
+/// An option that isn't written keeps its old value at its place in the table; keys of others stand
+/// after it, sorted.
+IniFile Settings::mergedInto(const IniFile& old, bool main) const
 {
     constexpr bool Profile = true;
     const bool Main = main;
+    IniFile values;
 #define CIRRILON_WRITE(type, getter, Setter, key, fallback, optionClass)                           \
     if (optionClass) {                                                                             \
-        m_store->setValue(QStringLiteral(key), getter());                                          \
+        values.setValue(QStringLiteral(key), getter());                                            \
+    } else if (old.contains(QStringLiteral(key))) {                                                \
+        values.setValue(QStringLiteral(key), old.value(QStringLiteral(key)));                      \
     }
     CIRRILON_OPTIONS(CIRRILON_WRITE)
 #undef CIRRILON_WRITE
-    m_store->sync();
+    for (const QString& key : sortedKeys(old)) {
+        if (!values.contains(key)) {
+            values.setValue(key, old.value(key));
+        }
+    }
+    return values;
 }

@@ -11,10 +11,9 @@
 #include <QStringList>
 
 #include <atomic>
-#include <memory>
 #include <vector>
 
-class QSettings;
+class IniFile;
 
 namespace aviation {
 class Position;
@@ -82,7 +81,6 @@ public:
     /// Loads `file` and chooses the weather server, perhaps by a number of `random`, which isn't
     /// kept. With an empty name the built-in defaults hold, and no file is read or written.
     Settings(const QString& file, aviation::RandomSource& random, QObject* parent = nullptr);
-    ~Settings() override;
 
     CIRRILON_OPTIONS(CIRRILON_ACCESS)
 
@@ -91,6 +89,10 @@ public:
     void load(const QString& file, FileRole role = FileRole::ByName);
     /// Writes the options into a file, whole or not at all. Other keys in it stay.
     void save(const QString& file, FileRole role = FileRole::ByName);
+    /// What load() does with the contents of a file: `main` is false for a profile.
+    void take(const IniFile& values, bool main);
+    /// What save() writes into a file that holds `old`.
+    IniFile mergedInto(const IniFile& old, bool main) const;
 
     /// File names of the profiles, sorted.
     QStringList profiles() const;
@@ -168,10 +170,8 @@ private:
     }
 
     void log(const QString& text, int level);
-    void open(const QString& file);
-    void readMainOptions();
-    void readProfileOptions();
-    void writeOptions(bool main);
+    void readMainOptions(const IniFile& values);
+    void readProfileOptions(const IniFile& values);
     void chooseWeatherServer(aviation::RandomSource& random);
     void moveFolder(const QString& from, const QString& to, const QString& target);
     void moveFile(const QString& from, const QString& to);
@@ -181,12 +181,11 @@ private:
     mutable QMutex m_textMutex; ///< guards every QString and QByteArray here but m_earlyLog
     CIRRILON_OPTIONS(CIRRILON_FIELD)
     QString m_weatherServer;
-    QString m_openFile; ///< absolute path of m_store's file
+    QString m_openFile; ///< absolute; the one that was loaded or saved last
     QString m_mainFile; ///< absolute; the address keys are looked for there as well
     std::atomic<int> m_simVersion{0};
 
-    // Main thread only. The store is null while no file is open.
-    std::unique_ptr<QSettings> m_store;
+    // Main thread only.
     bool m_constructed = false;
     std::vector<LogLine> m_earlyLog;
 };

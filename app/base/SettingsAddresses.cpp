@@ -1,11 +1,10 @@
-#include "app/base/IniFormat.h"
+#include "app/base/IniFile.h"
 #include "app/base/ServerAddresses.h"
 #include "app/base/Settings.h"
 #include "aviation/Position.h"
 #include "aviation/support/NumberText.h"
 #include "aviation/support/RandomSource.h"
 
-#include <QSettings>
 #include <QVariant>
 
 #include <initializer_list>
@@ -53,8 +52,9 @@ void Settings::chooseWeatherServer(aviation::RandomSource& random)
 QString Settings::urlValue(const QString& key, const QString& fallback) const
 {
     for (const QString& file : {lockedCopy(m_openFile), lockedCopy(m_mainFile)}) {
-        const QVariant value =
-            file.isEmpty() ? QVariant() : QSettings(file, iniFormat()).value(key);
+        IniFile values;
+        static_cast<void>(values.read(file)); // a missing file holds no address
+        const QVariant value = values.value(key);
         if (value.type() == QVariant::String && !value.toString().isEmpty()) {
             return value.toString();
         }

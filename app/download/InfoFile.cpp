@@ -1,31 +1,22 @@
 #include "app/download/InfoFile.h"
 
-#include "app/base/IniText.h"
+#include "app/base/IniFile.h"
 #include "aviation/support/NumberText.h"
 
-#include <QStringList>
 #include <QUrl>
 
 namespace {
 
-/// Commas without quotes split a value; here they are part of the text.
-QString TextOf(const QSettings::SettingsMap& map, const char* key)
-{
-    const QVariant value = map.value(QLatin1String(key));
-    const bool list = value.type() == QVariant::StringList;
-    return list ? value.toStringList().join(QStringLiteral(", ")) : value.toString();
-}
-
 /// Boxes and log lines show it.
-QString VersionOf(const QSettings::SettingsMap& map, const char* key)
+QString VersionOf(const IniFile& file, const char* key)
 {
     constexpr int kLongest = 40;
-    return TextOf(map, key).simplified().left(kLongest);
+    return file.text(QLatin1String(key)).simplified().left(kLongest);
 }
 
-QString AddressOf(const QSettings::SettingsMap& map, const char* key)
+QString AddressOf(const IniFile& file, const char* key)
 {
-    const QString text = TextOf(map, key).trimmed();
+    const QString text = file.text(QLatin1String(key)).trimmed();
     const QUrl url(text, QUrl::StrictMode);
     const bool web =
         url.isValid() && !url.host().isEmpty()
@@ -33,27 +24,27 @@ QString AddressOf(const QSettings::SettingsMap& map, const char* key)
     return web ? text : QString();
 }
 
-double NumberOf(const QSettings::SettingsMap& map, const char* key)
+double NumberOf(const IniFile& file, const char* key)
 {
-    return aviation::NumberFromText(TextOf(map, key).toStdWString());
+    return aviation::NumberFromText(file.text(QLatin1String(key)).toStdWString());
 }
 
 } // namespace
 
 InfoFile InfoFile::Parse(const QByteArray& text)
 {
-    const QSettings::SettingsMap map = initext::parse(text);
+    const IniFile file(text);
     InfoFile info;
-    info.version = VersionOf(map, "Version/cirrilonv3");
-    info.minimumVersion = VersionOf(map, "Version/cirrilonv3min");
-    info.betaVersion = VersionOf(map, "Version/cirrilonv3beta");
-    info.info = TextOf(map, "UpdateInfo/info");
-    info.stablePage = AddressOf(map, "UpdateInfo/UrlStableVersionManually");
-    info.stableInstaller = AddressOf(map, "UpdateInfo/UrlStableVersionAutomatic");
-    info.betaPage = AddressOf(map, "UpdateInfo/UrlBetaVersionManually");
-    info.betaInstaller = AddressOf(map, "UpdateInfo/UrlBetaVersionAutomatic");
-    info.firstServerLoad = NumberOf(map, "Serverload/wxdata");
-    info.secondServerLoad = NumberOf(map, "Serverload/wxdata2");
+    info.version = VersionOf(file, "Version/cirrilonv3");
+    info.minimumVersion = VersionOf(file, "Version/cirrilonv3min");
+    info.betaVersion = VersionOf(file, "Version/cirrilonv3beta");
+    info.info = file.text(QStringLiteral("UpdateInfo/info"));
+    info.stablePage = AddressOf(file, "UpdateInfo/UrlStableVersionManually");
+    info.stableInstaller = AddressOf(file, "UpdateInfo/UrlStableVersionAutomatic");
+    info.betaPage = AddressOf(file, "UpdateInfo/UrlBetaVersionManually");
+    info.betaInstaller = AddressOf(file, "UpdateInfo/UrlBetaVersionAutomatic");
+    info.firstServerLoad = NumberOf(file, "Serverload/wxdata");
+    info.secondServerLoad = NumberOf(file, "Serverload/wxdata2");
     return info;
 }
 
