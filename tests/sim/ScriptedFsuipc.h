@@ -63,18 +63,13 @@ protected:
     void doClose() override { ++m_script.closes; }
     std::uint32_t doRead(std::uint32_t offset, std::uint32_t size, void* destination) override
     {
-        m_queue.push_back([this, offset, size, destination] {
-            std::memcpy(destination, &m_script.memory.at(offset), size);
-        });
+        m_queue.push_back({offset, size, destination, {}});
         return fsuipc::kOk;
     }
     std::uint32_t doWrite(std::uint32_t offset, std::uint32_t size, const void* source) override
     {
         const QByteArray bytes(static_cast<const char*>(source), static_cast<int>(size));
-        m_queue.push_back([this, offset, bytes] {
-            m_script.put(offset, bytes);
-            m_script.writes.push_back({offset, bytes});
-        });
+        m_queue.push_back({offset, size, nullptr, bytes});
         return fsuipc::kOk;
     }
     std::uint32_t doProcess() override
@@ -88,15 +83,33 @@ protected:
         if (failure != m_script.failures.end()) {
             return failure->second;
         }
-        for (const auto& request : queue) {
-            request();
+        for (const Request& request : queue) {
+            carryOut(request);
         }
         return fsuipc::kOk;
     }
 
 private:
+    struct Request
+    {
+        std::uint32_t offset;
+        std::uint32_t size;
+        void* destination; ///< null in a write
+        QByteArray bytes;  ///< to write
+    };
+
+    void carryOut(const Request& request)
+    {
+        if (request.destination != nullptr) {
+            std::memcpy(request.destination, &m_script.memory.at(request.offset), request.size);
+        } else {
+            m_script.put(request.offset, request.bytes);
+            m_script.writes.push_back({request.offset, request.bytes});
+        }
+    }
+
     FsuipcScript& m_script;
-    std::vector<std::function<void()>> m_queue;
+    std::vector<Request> m_queue;
 };
 
 /// Clients over scripts of both kinds, or none, with a problem that has markup in it.
