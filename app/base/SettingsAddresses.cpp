@@ -1,6 +1,7 @@
 #include "app/base/IniFile.h"
 #include "app/base/ServerAddresses.h"
 #include "app/base/Settings.h"
+#include "app/base/SettingsValues.h"
 #include "aviation/Position.h"
 #include "aviation/support/NumberText.h"
 #include "aviation/support/RandomSource.h"
@@ -10,12 +11,6 @@
 #include <initializer_list>
 
 namespace {
-
-// Values of weather/wxservertype.
-constexpr int kServerAuto = 0;
-constexpr int kServerFirst = 1;
-constexpr int kServerSecond = 2;
-constexpr int kServerExternal = 3;
 
 QString ListPath(const char* name, bool compressed)
 {
@@ -33,14 +28,14 @@ QString TwoDecimals(double degrees)
 void Settings::chooseWeatherServer(aviation::RandomSource& random)
 {
     switch (wxServerType()) {
-    case kServerFirst:
+    case wxservertype::kFirst:
         setWeatherServer(serverOne());
         break;
-    case kServerSecond:
+    case wxservertype::kSecond:
         setWeatherServer(serverTwo());
         break;
-    case kServerAuto:
-    case kServerExternal: // a server is chosen although the external addresses are used
+    case wxservertype::kAuto:
+    case wxservertype::kExternal: // a server is chosen although the external addresses are used
         setWeatherServer(random.Next() % 100 < 50 ? serverOne() : serverTwo());
         break;
     default:

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "app/base/LogLevel.h"
+#include "app/base/SettingsValues.h"
+#include "aviation/FsId.h"
+
 /// The table of all options, one row each, in the order in which they are written to the file:
 ///
 ///     X(type, getter, Setter, "key", default, class)
@@ -15,7 +19,7 @@
     X(Bool,  checkNewVersion, setCheckNewVersion, "startup/newversion", true, Main) \
     X(Bool,  checkNewVersionBeta, setCheckNewVersionBeta, "startup/newversionbeta", false, Main) \
     X(Text,  profile, setProfile, "main/profile", QString(), Main) \
-    X(Int,   loggerLevel, setLoggerLevel, "main/loggerlevel", 1, Main) \
+    X(Int,   loggerLevel, setLoggerLevel, "main/loggerlevel", loglevel::kNotification, Main) \
     X(Text,  workFolder, setWorkFolder, "paths/workfolder", documentsFolder() + QStringLiteral("/CirrilonV3/"), Main) \
     /* main options */ \
     X(Bytes, windowState, setWindowState, "main/windowstate", QByteArray(), Main) \
@@ -23,13 +27,13 @@
     X(Bytes, flightplannerWindowState, setFlightplannerWindowState, "main/flightplannerwindowstate", QByteArray(), Main) \
     X(Bytes, flightplannerWindowGeometry, setFlightplannerWindowGeometry, "main/flightplannerwindowgeometry", QByteArray(), Main) \
     X(Text,  flightplanDatabaseAuthKey, setFlightplanDatabaseAuthKey, "flightplan/flightplandatabaseauthkey", QString(), Main) \
-    X(Int,   mapType, setMapType, "map/type", 0, Main) \
+    X(Int,   mapType, setMapType, "map/type", maptype::kShapefiles, Main) \
     X(Bool,  mapCenter, setMapCenter, "map/center", true, Main) \
     X(Bool,  mapWind, setMapWind, "map/wind", true, Main) \
     X(Bool,  mapAirports, setMapAirports, "map/airports", true, Main) \
     X(Text,  mapLastPos, setMapLastPos, "map/lastpos", QStringLiteral("51.3:13.5"), Main) \
-    X(Int,   unitWeight, setUnitWeight, "units/weight", 1, Main) \
-    X(Int,   unitVolume, setUnitVolume, "units/volume", 1, Main) \
+    X(Int,   unitWeight, setUnitWeight, "units/weight", weightunit::kKilograms, Main) \
+    X(Int,   unitVolume, setUnitVolume, "units/volume", volumeunit::kLitres, Main) \
     X(Text,  recorderUserName, setRecorderUserName, "rec/username", QString(), Main) \
     X(Text,  recorderUserHash, setRecorderUserHash, "rec/userhash", QString(), Main) \
     X(Bool,  recorderEnable, setRecorderEnable, "recorder/enable", false, Main) \
@@ -59,22 +63,22 @@
     X(Text,  flightplanPathFSX, setFlightplanPathFSX, "paths/flightplanFSX", QStringLiteral("./"), Profile) \
     X(Text,  flightplanPathFS9, setFlightplanPathFS9, "paths/flightplanFS9", QStringLiteral("./"), Profile) \
     X(Text,  flightplanPathXPlane, setFlightplanPathXPlane, "paths/flightplanXPlane", QStringLiteral("./"), Profile) \
-    X(Int,   interfaceType, setInterfaceType, "interface/interfacetype", 1, Profile) \
+    X(Int,   interfaceType, setInterfaceType, "interface/interfacetype", aviation::interfaceid::kFsuipc, Profile) \
     X(Text,  serverIp, setServerIp, "interface/ip", QStringLiteral("127.0.0.1"), Profile) \
     X(Int,   serverPort, setServerPort, "interface/port", 1234, Profile) \
     X(Text,  myIp, setMyIp, "interface/myip", QStringLiteral("127.0.0.1"), Profile) \
     X(Bool,  clearWxOnConnect, setClearWxOnConnect, "startup/clearwx", true, Profile) \
     X(Bool,  downloadWxAtStart, setDownloadWxAtStart, "startup/downloadwx", false, Profile) \
     X(Bool,  autoConnect, setAutoConnect, "startup/autoconnect", false, Profile) \
-    X(Int,   weatherSource, setWeatherSource, "weather/source", 3, Profile) \
-    X(Int,   wxServerType, setWxServerType, "weather/wxservertype", 0, Profile) \
+    X(Int,   weatherSource, setWeatherSource, "weather/source", weathersource::kNoaa, Profile) \
+    X(Int,   wxServerType, setWxServerType, "weather/wxservertype", wxservertype::kAuto, Profile) \
     X(Text,  urlExternMetar, setUrlExternMetar, "waather/urlexternmetar", QString(), Profile) \
     X(Text,  urlExternSynop, setUrlExternSynop, "waather/urlexternsynop", QString(), Profile) \
     X(Text,  urlExternGrib, setUrlExternGrib, "waather/urlexterngrib", QString(), Profile) \
     X(Int,   updateTime, setUpdateTime, "weather/updatetime", 600, Profile) \
     X(Int,   downloadUpdateTime, setDownloadUpdateTime, "weather/downloadupdatetime", 600, Profile) \
     X(Int,   range, setRange, "weather/range", 100, Profile) \
-    X(Int,   weatherMode, setWeatherMode, "weather/mode", 0, Profile) \
+    X(Int,   weatherMode, setWeatherMode, "weather/mode", weathermode::kDirect, Profile) \
     X(Bool,  synopOff, setSynopOff, "weather/synopoff", false, Profile) \
     X(Bool,  gribOff, setGribOff, "weather/griboff", false, Profile) \
     X(Bool,  noUpdateApproach, setNoUpdateApproach, "weather/noupdateapproach", false, Profile) \
@@ -84,7 +88,7 @@
     X(Int,   dwcKnotsPerSecond, setDwcKnotsPerSecond, "weather/fswindknotspersecond", 1, Profile) \
     X(Int,   vis9999, setVis9999, "weather/vis9999", 30000, Profile) \
     X(Int,   visMin, setVisMin, "weather/vis_min", 0, Profile) \
-    X(Int,   visMax, setVisMax, "weather/vis_max", 100000, Profile) \
+    X(Int,   visMax, setVisMax, "weather/vis_max", highestvisibility::kUnlimited, Profile) \
     X(Int,   cavokCover, setCavokCover, "weather/cavok_cover", 1, Profile) \
     X(Int,   cavokHeight, setCavokHeight, "weather/cavok_height", 5000, Profile) \
     X(Bool,  turbulenceInCloud, setTurbulenceInCloud, "weather/turbulenceincloud", true, Profile) \

@@ -1,5 +1,6 @@
 #include "app/cycle/CycleRules.h"
 
+#include "app/base/SettingsValues.h"
 #include "app/jobs/WeatherJobs.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@ namespace cycle {
 namespace {
 
 constexpr int kMsPerSecond = 1000;
-constexpr int kWeatherFiles = 1; ///< weather/mode
 
 bool isClassicXPlane(const Simulator& simulator)
 {
@@ -90,7 +90,7 @@ int UntilDownload(std::int32_t msSinceDownload)
 
 PrepareJob PrepareJobFor(const Simulator& simulator, int weatherMode, const PrepareNames& names)
 {
-    const bool files = weatherMode == kWeatherFiles;
+    const bool files = weatherMode == weathermode::kFiles;
     switch (simulator.interfaceType) {
     case aviation::interfaceid::kSimConnect:
     case aviation::interfaceid::kFsuipcSimConnect:
@@ -171,7 +171,7 @@ WindWay WindWayFor(const Simulator& simulator)
 
 bool TakesWindFromFiles(aviation::FsId fsId, int weatherMode)
 {
-    return isXPlaneBefore12(fsId) && weatherMode == kWeatherFiles;
+    return isXPlaneBefore12(fsId) && weatherMode == weathermode::kFiles;
 }
 
 int NextReconnectDelay(int lastDelayMs)

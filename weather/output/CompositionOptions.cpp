@@ -1,6 +1,7 @@
 #include "weather/output/CompositionOptions.h"
 
 #include "app/base/Settings.h"
+#include "app/base/SettingsValues.h"
 
 CompositionOptions CompositionOptions::FromSettings(const Settings& settings)
 {
@@ -25,13 +26,11 @@ CompositionOptions CompositionOptions::FromSettings(const Settings& settings)
 
 void CompositionOptions::drawRandomCavok(aviation::RandomSource& random)
 {
-    constexpr int kRandomCover = 8;
-    constexpr int kRandomHeight = 10000;
     constexpr int kLowestHeight = 5000;
-    if (cavokCover == kRandomCover) {
-        cavokCover = random.Next() % (kRandomCover - 1) + 1;
+    if (cavokCover == cavokcover::kRandom) {
+        cavokCover = random.Next() % (cavokcover::kRandom - 1) + 1;
     }
-    if (cavokHeight == kRandomHeight) {
-        cavokHeight = random.Next() % (kRandomHeight - kLowestHeight) + kLowestHeight;
+    if (cavokHeight == cavokheight::kRandom) {
+        cavokHeight = random.Next() % (cavokheight::kRandom - kLowestHeight) + kLowestHeight;
     }
 }

@@ -1,4 +1,5 @@
 #include "app/base/LogLevel.h"
+#include "app/base/SettingsValues.h"
 #include "weather/output/CompositionRules.h"
 #include "weather/output/WeatherComposition.h"
 #include "weather/output/WeatherCompositionNumbers.h"
@@ -133,7 +134,6 @@ int SetVisibility(const Metar& metar, const Synop& synop, NewWeather& record,
 {
     constexpr std::int32_t kHighestStationFeet = 30000;
     constexpr int kHighestTop = 30000; // metres
-    constexpr int kUnlimited = 100000; // metres
     const CompositionOptions& options = context.options;
     record.Vis = {};
     record.Vis.LowerAlt = -500;
@@ -154,7 +154,7 @@ int SetVisibility(const Metar& metar, const Synop& synop, NewWeather& record,
         return visibilityresult::kDone;
     }
     const int lower = SetUpperLayers(record, static_cast<int>(RoundedUp(top / 5.0)));
-    if (options.visMax != kUnlimited) {
+    if (options.visMax != highestvisibility::kUnlimited) {
         SetHighestLayer(record, lower, context);
     }
     return visibilityresult::kDone;

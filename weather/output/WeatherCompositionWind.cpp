@@ -1,3 +1,4 @@
+#include "app/base/SettingsValues.h"
 #include "aviation/Angles.h"
 #include "weather/output/CompositionRules.h"
 #include "weather/output/WeatherComposition.h"
@@ -143,7 +144,8 @@ bool IsLevelUsed(const GribLevel& level, std::size_t index, std::int32_t elevati
                  const CompositionOptions& options)
 {
     constexpr std::int64_t kFreeFeet = 1000;
-    const bool thinnedOut = options.weatherMode == 1 && index < 10 && index % 2 == 1;
+    const bool thinnedOut =
+        options.weatherMode == weathermode::kFiles && index < 10 && index % 2 == 1;
     return !thinnedOut && level.altitude >= std::int64_t{elevation} + kFreeFeet;
 }
 

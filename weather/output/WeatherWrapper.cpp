@@ -2,6 +2,7 @@
 
 #include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
+#include "app/base/SettingsValues.h"
 #include "weather/output/WeatherComposition.h"
 #include "weather/output/records/NewWeatherText.h"
 #include "weather/store/WeatherManager.h"
@@ -106,8 +107,8 @@ bool WeatherWrapper::initializeWeather(const QString& text, int kind)
 
 bool WeatherWrapper::initializeWeather(QStringView text, int kind)
 {
-    constexpr int kNoaaSource = 3; // lists the newest report of a station first
-    return m_store->Initialize(Wide(text), kind, m_settings.weatherSource() == kNoaaSource);
+    const bool newestFirst = m_settings.weatherSource() == weathersource::kNoaa; // of a station
+    return m_store->Initialize(Wide(text), kind, newestFirst);
 }
 
 int WeatherWrapper::deleteOldSynops(int maxAgeSeconds)
