@@ -9,6 +9,7 @@
 #include "sim/ConnectWorker.h"
 #include "sim/LogText.h"
 #include "sim/SimResult.h"
+#include "weather/output/WeatherWrapper.h"
 
 #include <QStringList>
 
@@ -168,7 +169,7 @@ void Controller::connected()
     m_view.setConnectText(tr("Disconnect"));
     m_view.pageData().setSimInterfaceInfo(m_connectWorker->fsName() + QStringLiteral(" - ")
                                           + m_connectWorker->interfaceName());
-    m_settings.setSimVersion(fsId);
+    m_weather->setSimulator(fsId);
     Q_EMIT sigIsConnected(m_connectWorker->interfaceType());
     if (m_settings.fsMessage()) {
         postConnectJob(Job(connectjob::kSendText,

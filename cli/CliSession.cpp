@@ -83,7 +83,7 @@ void CliSession::loadSettings()
         }
         m_settings.load(m_options.settingsFile, Settings::FileRole::Main);
     }
-    m_settings.setSimVersion(m_options.sim.value_or(aviation::fsid::kFsx));
+    m_store.setSimulator(m_options.sim.value_or(aviation::fsid::kFsx));
     if (m_options.interfaceType) {
         m_settings.setInterfaceType(*m_options.interfaceType);
     }

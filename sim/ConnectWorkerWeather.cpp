@@ -164,7 +164,7 @@ int ConnectWorker::setTheme(Job& job)
 
 int ConnectWorker::setXPlaneWeather(Job& job)
 {
-    const int result = m_interface->SetWeatherData(job.xplaneWeather, m_settings.simVersion());
+    const int result = m_interface->SetWeatherData(job.xplaneWeather, fsVersion());
     if (result != simresult::kNone) {
         log(QStringLiteral("(ConnectWorker) - Set Weather failed. "), loglevel::kError);
     } else {

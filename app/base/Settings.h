@@ -139,10 +139,6 @@ public:
     /// Upper-air data at a position: one grid point, or the points around it.
     QString gribUrl(const aviation::Position& position, bool single) const;
 
-    /// Number of the connected simulator (aviation::FsId), never saved; 0 before the first connect.
-    int simVersion() const { return m_simVersion.load(std::memory_order_relaxed); }
-    void setSimVersion(int version) { m_simVersion.store(version, std::memory_order_relaxed); }
-
     /// Log lines of the construction, when nobody could listen yet. Empty at the second call.
     std::vector<LogLine> takeEarlyLog();
 
@@ -183,7 +179,6 @@ private:
     QString m_weatherServer;
     QString m_openFile; ///< absolute; the one that was loaded or saved last
     QString m_mainFile; ///< absolute; the address keys are looked for there as well
-    std::atomic<int> m_simVersion{0};
 
     // Main thread only.
     bool m_constructed = false;

@@ -89,7 +89,7 @@ TEST_F(ControllerTest, ConnectTellsTheWindow)
     EXPECT_EQ(view.dataPage.interfaceInfo, "Fake simulator - Fake interface"_q);
     EXPECT_EQ(view.dataPage.dwcText, "is not available for P3Dv5"_q);
     EXPECT_FALSE(view.dataPage.dwcEnabled);
-    EXPECT_EQ(settings->simVersion(), aviation::fsid::kPrepar3dV5);
+    EXPECT_EQ(controller->weather().simulator(), aviation::fsid::kPrepar3dV5);
 
     controller->OnConnectClicked();
     settle();

@@ -6,7 +6,6 @@
 CompositionOptions CompositionOptions::FromSettings(const Settings& settings)
 {
     CompositionOptions options;
-    options.simulator = settings.simVersion();
     options.interfaceType = settings.interfaceType();
     options.weatherMode = settings.weatherMode();
     options.gustySurfaceWind = settings.gustySurfaceWind();

@@ -29,7 +29,7 @@ struct CompositionOptions
     bool generateCirrus = true;
     bool icingInClouds = true;
 
-    /// The values as they stand now; the simulator is Settings::simVersion.
+    /// The values as they stand now; no setting holds the simulator, so it is left as above.
     static CompositionOptions FromSettings(const Settings& settings);
 
     /// Draws cover (1 to 7 octas) and height (5000 to 9999 feet; both ranges are our choice) of the

@@ -208,9 +208,20 @@ int WeatherWrapper::GenerateWeather(const Metar& metar, const Synop& synop, cons
     return result;
 }
 
+void WeatherWrapper::setSimulator(aviation::FsId simulator)
+{
+    m_simulator.store(simulator, std::memory_order_relaxed);
+}
+
+aviation::FsId WeatherWrapper::simulator() const
+{
+    return m_simulator.load(std::memory_order_relaxed);
+}
+
 CompositionContext WeatherWrapper::compositionContext()
 {
     CompositionOptions options = CompositionOptions::FromSettings(m_settings);
+    options.simulator = simulator();
     options.drawRandomCavok(m_random);
     return {options, m_random, [this](const QString& text, int level) {
                 Q_EMIT sigDebugString(text, level);

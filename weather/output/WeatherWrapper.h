@@ -1,5 +1,6 @@
 #pragma once
 
+#include "aviation/FsId.h"
 #include "aviation/Grib.h"
 #include "aviation/Metar.h"
 #include "aviation/Synop.h"
@@ -14,6 +15,7 @@
 #include <QStringView>
 #include <QVector>
 
+#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -87,6 +89,12 @@ public:
     /// Valid as long as this object.
     CompositionContext compositionContext();
 
+    /// The simulator that weather is composed for. The main thread sets it at each connect, the
+    /// composition reads it on any thread; kNone before the first connect, and a lost connection
+    /// leaves it.
+    void setSimulator(aviation::FsId simulator);
+    aviation::FsId simulator() const;
+
 Q_SIGNALS:
     /// 0 of 0 ends a row of progress texts.
     void sigProgress(qlonglong value, qlonglong total, QString text);
@@ -99,4 +107,5 @@ private:
     const Settings& m_settings;
     aviation::RandomSource& m_random;
     std::unique_ptr<Store> m_store;
+    std::atomic<aviation::FsId> m_simulator{aviation::fsid::kNone};
 };

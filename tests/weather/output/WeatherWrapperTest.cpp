@@ -96,7 +96,7 @@ TEST_F(WeatherWrapperTest, composesWithTheOptionsAsTheyStandAndLogsTheRecord)
     EXPECT_EQ(debugSpy[0].at(1).toInt(), loglevel::kDebug);
 
     settings.setGenerateCirrus(false);
-    settings.setSimVersion(aviation::fsid::kFsx);
+    wrapper.setSimulator(aviation::fsid::kFsx);
     settings.setVisMax(50000);
     wrapper.GenerateWeather(metar, {}, {}, record, 3.0, atFrankfurt);
     EXPECT_EQ(record.nCloudCtr, 1);
