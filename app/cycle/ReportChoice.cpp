@@ -1,8 +1,8 @@
 #include "app/cycle/ReportChoice.h"
 
 #include "app/jobs/WeatherJobs.h"
+#include "aviation/support/ReportTime.h"
 
-#include <chrono>
 #include <utility>
 
 using aviation::weather::Metar;
@@ -14,29 +14,6 @@ namespace {
 
 constexpr double kNearSynopNm = 50.0;
 
-int twoDigits(std::wstring_view text, std::size_t at)
-{
-    if (text.size() < at + 2) {
-        return -1;
-    }
-    const wchar_t tens = text[at];
-    const wchar_t ones = text[at + 1];
-    const bool digits = tens >= L'0' && tens <= L'9' && ones >= L'0' && ones <= L'9';
-    return digits ? (tens - L'0') * 10 + (ones - L'0') : -1;
-}
-
-int hourOf(aviation::Clock::UtcTime time)
-{
-    const auto day = std::chrono::floor<std::chrono::days>(time);
-    return static_cast<int>(std::chrono::floor<std::chrono::hours>(time - day).count());
-}
-
-int dayOfMonth(aviation::Clock::UtcTime time)
-{
-    const std::chrono::year_month_day date(std::chrono::floor<std::chrono::days>(time));
-    return static_cast<int>(static_cast<unsigned>(date.day()));
-}
-
 bool synopIsBetter(double metarNm, double synopNm, const Synop& synop, bool metarIsOld)
 {
     constexpr double kNearMetarNm = 10.0;
@@ -47,14 +24,6 @@ bool synopIsBetter(double metarNm, double synopNm, const Synop& synop, bool meta
 }
 
 } // namespace
-
-bool IsOldReport(std::wstring_view timeGroup, aviation::Clock::UtcTime now)
-{
-    constexpr int kAgeHours = 3;
-    // In the first three hours of a day nothing of that day is old.
-    return twoDigits(timeGroup, 0) != dayOfMonth(now)
-           || twoDigits(timeGroup, 2) < hourOf(now) - kAgeHours;
-}
 
 Metar MetarOfSynop(const Synop& synop)
 {
@@ -74,7 +43,7 @@ Metar ForAircraft(Metar metar, Synop& synop, const aviation::Position& aircraft,
     if (synopNm < kNearSynopNm) {
         metar.setVisFromSynop(synop.visibility());
     }
-    const bool old = IsOldReport(metar.timeGroup(), now);
+    const bool old = aviation::IsTimeGroupOld(metar.timeGroup(), now);
     return synopIsBetter(metarNm, synopNm, synop, old) ? MetarOfSynop(synop) : metar;
 }
 

@@ -6,18 +6,11 @@
 #include "aviation/support/Clock.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 /// Which of the nearest reports is shown: rules without a window. All functions are pure; reports
 /// without a place count as infinitely far away.
 namespace reportchoice {
-
-/// Whether a METAR is too old to be shown before a SYNOP: of another day than today's (UTC), or of
-/// an hour below that of three hours ago. The group is ddhhmm; one without digits is old. In the
-/// first three hours of a day the hour of three hours ago is one of yesterday evening, so that
-/// nearly all reports count as old then; that is kept.
-bool IsOldReport(std::wstring_view timeGroup, aviation::Clock::UtcTime now);
 
 /// The METAR made of a SYNOP.
 aviation::weather::Metar MetarOfSynop(const aviation::weather::Synop& synop);

@@ -24,7 +24,9 @@ inline std::int64_t ReportSeconds(Clock::UtcTime now, int day, int hour, int min
 }
 
 /// The rough three-hour rule on a time group "ddhhmm...": a report of another UTC day is old; one
-/// of today is old when its hour is below the hour of three hours ago, and never before 03:00 UTC.
+/// of today is old when its hour lies more than three below the present one, whatever the minutes,
+/// so between 00:00 and 03:59 none of today is. A group without an hour counts as 00, one without a
+/// day is old.
 bool IsTimeGroupOld(std::wstring_view timeGroup, Clock::UtcTime now);
 
 /// "yyyy/MM/dd hh:mm" in UTC.

@@ -42,7 +42,7 @@ TEST(ReportTime, GroupsAreOldAfterThreeHoursOrOnAnotherDay)
                 {14, L"111400", true},  {14, L"131400", true}, {0, L"122350", false},
                 {2, L"120000", false},  {0, L"112359", true},  {3, L"120000", false},
                 {4, L"120059", true},   {14, L"", true},       {14, L"12", true},
-                {2, L"12", false}};
+                {2, L"12", false},      {14, L"ab1350", true}};
     for (const auto& row : rows) {
         const FakeClock clock(2026, 3, 12, row.hour, 30);
         EXPECT_EQ(IsTimeGroupOld(row.group, clock.NowUtc()), row.old)

@@ -2,8 +2,6 @@
 
 #include "tests/support/FakeClock.h"
 
-#include <QString>
-
 #include <gtest/gtest.h>
 
 using aviation::Position;
@@ -30,22 +28,6 @@ Synop synopAt(double northNm)
     synop.Decode();
     synop.setPosition(Position(50.0 + northNm / 60.0, 8.0));
     return synop;
-}
-
-TEST(ReportChoiceTest, AgeIsToldByDayAndHour)
-{
-    const FakeClock clock(2019, 7, 1, 12, 10);
-    const std::pair<const wchar_t*, bool> rows[] = {
-        {L"011150", false}, {L"010900", false}, {L"010859", true}, {L"301150", true},
-        {L"021150", true},  {L"", true},        {L"0", true},      {L"ab1150", true},
-    };
-    for (const auto& [group, old] : rows) {
-        EXPECT_EQ(reportchoice::IsOldReport(group, clock.NowUtc()), old)
-            << QString::fromWCharArray(group).toStdString();
-    }
-    const FakeClock night(2019, 7, 1, 2, 10);
-    EXPECT_FALSE(reportchoice::IsOldReport(L"010050", night.NowUtc())) << "of the present day";
-    EXPECT_TRUE(reportchoice::IsOldReport(L"302350", night.NowUtc())) << "of another day";
 }
 
 TEST(ReportChoiceTest, TheSynopIsShownWhenItIsNearerOrTheMetarOld)
