@@ -6,23 +6,52 @@ namespace aviation::weather {
 
 namespace {
 
-QStringView BlockBetween(QStringView text, QStringView opening, QStringView closing)
+constexpr qsizetype kNone = -1;
+
+/// Markers of one block and where the last of each stands.
+struct Marks
 {
-    const qsizetype start = text.lastIndexOf(opening);
-    const qsizetype end = text.lastIndexOf(closing);
-    if (start < 0 || end < start + opening.size()) {
+    QStringView opening;
+    QStringView closing;
+    qsizetype start = kNone;
+    qsizetype end = kNone;
+};
+
+/// Notes the marker that stands at that place, if there is one.
+void Note(QStringView text, qsizetype at, Marks& marks)
+{
+    const QStringView rest = text.mid(at);
+    if (rest.startsWith(marks.opening)) {
+        marks.start = at;
+    } else if (rest.startsWith(marks.closing)) {
+        marks.end = at;
+    }
+}
+
+QStringView BlockBetween(QStringView text, const Marks& marks)
+{
+    const qsizetype first = marks.start + marks.opening.size();
+    if (marks.start == kNone || marks.end < first) {
         return {};
     }
-    const qsizetype first = start + opening.size();
-    return text.mid(first, end - first);
+    return text.mid(first, marks.end - first);
 }
 
 } // namespace
 
+/// In one pass over the brackets, since reports hold none and files have some million characters.
 WeatherBlocks ExtractWeatherBlocks(QStringView text)
 {
-    return {BlockBetween(text, u"[METAR]", u"[/METAR]"),
-            BlockBetween(text, u"[SYNOP]", u"[/SYNOP]"), BlockBetween(text, u"[TAF]", u"[/TAF]")};
+    constexpr QLatin1Char kBracket('[');
+    Marks metars{u"[METAR]", u"[/METAR]"};
+    Marks synops{u"[SYNOP]", u"[/SYNOP]"};
+    Marks tafs{u"[TAF]", u"[/TAF]"};
+    for (qsizetype at = text.indexOf(kBracket); at >= 0; at = text.indexOf(kBracket, at + 1)) {
+        for (Marks* marks : {&metars, &synops, &tafs}) {
+            Note(text, at, *marks);
+        }
+    }
+    return {BlockBetween(text, metars), BlockBetween(text, synops), BlockBetween(text, tafs)};
 }
 
 } // namespace aviation::weather

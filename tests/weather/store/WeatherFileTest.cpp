@@ -23,6 +23,7 @@ TEST(WeatherFile, CutsBlocks)
         {"[METAR]a", ""},
         {"[metar]a[/metar]", ""},
         {"[METAR]a[TAF]b[/TAF]c[/METAR]", "a[TAF]b[/TAF]c", "", "b"},
+        {"[[METAR]a[[/METAR][TAF][/TAF][/SYNOP][SYNOP]", "a["},
     };
     for (const auto& [text, metars, synops, tafs] : rows) {
         const QString whole = QString::fromLatin1(text);
