@@ -54,6 +54,24 @@ QString inflateIfPacked(const QString& fileName, qint64 limit, QByteArray& bytes
     return inflated.error;
 }
 
+/// "\r\n" becomes "\n". Without a "\r", as nearly always, that costs one look at the text.
+void unifyLineEnds(QString& text)
+{
+    const int first = text.indexOf(QLatin1Char('\r'));
+    if (first < 0) {
+        return;
+    }
+    QChar* const begin = text.data();
+    const QChar* const end = begin + text.size();
+    QChar* to = begin + first;
+    for (const QChar* from = to; from != end; ++from) {
+        if (*from != QLatin1Char('\r') || from + 1 == end || from[1] != QLatin1Char('\n')) {
+            *to++ = *from;
+        }
+    }
+    text.truncate(static_cast<int>(to - begin));
+}
+
 } // namespace
 
 ReportFileResult readReportFile(const QString& fileName, qint64 limit)
@@ -70,7 +88,7 @@ ReportFileResult readReportFile(const QString& fileName, qint64 limit)
         } else {
             // The overload for byte arrays would stop at the first NUL.
             result.text = QString::fromUtf8(bytes.constData(), bytes.size());
-            result.text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+            unifyLineEnds(result.text);
         }
     } catch (const std::bad_alloc&) {
         result.error = fileName + QStringLiteral(": not enough memory");

@@ -76,6 +76,17 @@ TEST_F(ReportFileTest, ReplacesInvalidBytesOneByOne)
     EXPECT_EQ(readReportFile(path("r.txt.gz")).text, expected);
 }
 
+TEST_F(ReportFileTest, LineEndsOfOtherSystemsBecomeLineFeeds)
+{
+    const std::pair<QByteArray, QString> rows[] = {{"a\r\nb\r\n\r\nc", "a\nb\n\nc"_q},
+                                                   {"\r\n", "\n"_q},
+                                                   {"a\rb\r\r\nc\n\rd\r", "a\rb\r\nc\n\rd\r"_q}};
+    for (const auto& [bytes, expected] : rows) {
+        write(path("r.txt"), bytes);
+        EXPECT_EQ(readReportFile(path("r.txt")).text, expected) << bytes.constData();
+    }
+}
+
 TEST_F(ReportFileTest, NamesTheFileAndTheReason)
 {
     write(path("big.txt"), QByteArray(1001, 'x'));
