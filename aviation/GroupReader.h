@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 namespace aviation::weather {
@@ -21,6 +22,19 @@ public:
             cut(match.length());
         }
         return match;
+    }
+
+    /// The same for a pattern whose groups nobody wants: the whole match.
+    template <class Pattern>
+    std::optional<std::wstring_view> takeWhole()
+    {
+        const auto length = Pattern::FrontLength(m_rest);
+        if (!length) {
+            return std::nullopt;
+        }
+        const std::wstring_view whole = m_rest.substr(0, *length);
+        cut(*length);
+        return whole;
     }
 
     /// Cuts off that many characters, and the blanks behind them.
@@ -46,7 +60,7 @@ public:
     template <class... Patterns>
     void pass()
     {
-        (static_cast<void>(take<Patterns>()), ...);
+        (static_cast<void>(takeWhole<Patterns>()), ...);
     }
 
 private:

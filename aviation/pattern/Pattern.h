@@ -2,6 +2,7 @@
 
 #include "aviation/pattern/Program.h"
 
+#include <optional>
 #include <string_view>
 
 namespace aviation::pattern {
@@ -57,6 +58,20 @@ public:
         return matchAt(text, 0);
     }
 
+    /// The length of the match that MatchFront finds, for where nobody asks for its groups: noting
+    /// them, and taking them back at each alternative that fails, costs much of the time.
+    static std::optional<std::size_t> FrontLength(std::wstring_view text)
+    {
+        static_assert(kProgram.anchored, "a pattern without ^ is searched for");
+        if (text.size() < kMinLength) {
+            return std::nullopt;
+        }
+        Range whole(text);
+        const wchar_t* const end = run<kProgram.entry, kProgram.minLength>(whole, whole.begin);
+        return end != nullptr ? std::optional(static_cast<std::size_t>(end - whole.begin))
+                              : std::nullopt;
+    }
+
     /// The leftmost match; for patterns without ^ whose matches have a greatest length, since
     /// others could cost quadratic time.
     static Result Search(std::wstring_view text)
@@ -73,24 +88,41 @@ public:
     }
 
 private:
-    struct State
+    /// What the program runs over.
+    struct Range
     {
+        static constexpr bool kNotesGroups = false;
+
+        // A null pointer means "no match" in here, so a text without any place gets one.
+        explicit Range(std::wstring_view text)
+            : begin(text.data() != nullptr ? text.data() : L"")
+            , end(begin + text.size())
+        {}
+
         const wchar_t* begin;
         const wchar_t* end;
-        Result result;
-        std::array<const wchar_t*, kGroups> open;
+    };
+
+    /// The same with the groups on the way.
+    struct NotedRange : Range
+    {
+        static constexpr bool kNotesGroups = true;
+
+        using Range::Range;
+
+        Result result{};
+        std::array<const wchar_t*, kGroups> open{};
     };
 
     static Result matchAt(std::wstring_view text, std::size_t at)
     {
-        // A null pointer means "no match" in here, so a text without any place gets one.
-        const wchar_t* const begin = text.data() != nullptr ? text.data() : L"";
-        State state{begin, begin + text.size(), {}, {}};
-        const wchar_t* const end = run<kProgram.entry, kProgram.minLength>(state, begin + at);
+        NotedRange state(text);
+        const wchar_t* const begin = state.begin + at;
+        const wchar_t* const end = run<kProgram.entry, kProgram.minLength>(state, begin);
         if (end == nullptr) {
             return Result();
         }
-        state.result.m_groups[0] = view(begin + at, end);
+        state.result.m_groups[0] = view(begin, end);
         return state.result;
     }
 
@@ -101,7 +133,7 @@ private:
 
     /// Runs the program from an instruction on, where at least `Sure` characters are left; returns
     /// the end of the match or a null pointer.
-    template <int Index, int Sure>
+    template <int Index, int Sure, class State>
     static const wchar_t* run(State& state, const wchar_t* at)
     {
         constexpr Instruction kAt = kProgram.at(Index);
@@ -113,6 +145,8 @@ private:
             return runExactly<Index, Sure>(state, at);
         } else if constexpr (kAt.op == Op::Run) {
             return runLongest<Index>(state, at);
+        } else if constexpr ((kAt.op == Op::Open || kAt.op == Op::Close) && !State::kNotesGroups) {
+            return run<kAt.next, Sure>(state, at);
         } else if constexpr (kAt.op == Op::Open) {
             state.open[static_cast<std::size_t>(kAt.group)] = at;
             return run<kAt.next, Sure>(state, at);
@@ -126,7 +160,7 @@ private:
         }
     }
 
-    template <int Index, int Sure>
+    template <int Index, int Sure, class State>
     static const wchar_t* runExactly(State& state, const wchar_t* at)
     {
         constexpr Instruction kAt = kProgram.at(Index);
@@ -144,7 +178,7 @@ private:
         return run<kAt.next, kSureBehind>(state, at + kAt.max);
     }
 
-    template <int Index>
+    template <int Index, class State>
     static const wchar_t* runLongest(State& state, const wchar_t* at)
     {
         constexpr Instruction kAt = kProgram.at(Index);
@@ -170,7 +204,7 @@ private:
         return run<kAt.next, 0>(state, end);
     }
 
-    template <int Index, int Sure>
+    template <int Index, int Sure, class State>
     static const wchar_t* closeGroup(State& state, const wchar_t* at)
     {
         constexpr Instruction kAt = kProgram.at(Index);
@@ -189,7 +223,7 @@ private:
 
     /// What stands behind a loop always matches, so no turn is ever taken back. A turn over no
     /// characters is made once and counts for the groups, as it does in std::wregex.
-    template <int Index>
+    template <int Index, class State>
     static const wchar_t* runLoop(State& state, const wchar_t* at)
     {
         constexpr Instruction kAt = kProgram.at(Index);

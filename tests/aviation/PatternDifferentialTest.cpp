@@ -55,8 +55,13 @@ const std::vector<Contestant>& Contestants()
     static const std::vector<Contestant> contestants = [] {
         std::vector<Contestant> all;
         const auto front = [&]<class P>() {
-            all.push_back(MakeContestant<P>(
-                [](std::wstring_view text) { return Groups<P>(P::MatchFront(text)); }));
+            all.push_back(MakeContestant<P>([](std::wstring_view text) {
+                const auto match = P::MatchFront(text);
+                EXPECT_EQ(P::FrontLength(text),
+                          match ? std::optional(match.length()) : std::nullopt)
+                    << testing::PrintToString(text);
+                return Groups<P>(match);
+            }));
         };
         const auto searched = [&]<class P>() {
             all.push_back(MakeContestant<P>(
