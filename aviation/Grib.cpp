@@ -28,8 +28,8 @@ struct Temperatures
 Temperatures TemperaturesFrom(std::wstring_view group)
 {
     constexpr int kMostTenths = 50;
-    const int digits = IntegerFromText(group.substr(0, 3));
-    const int depression = IntegerFromText(group.substr(3));
+    const int digits = IntegerFromDigits(group.substr(0, 3));
+    const int depression = IntegerFromDigits(group.substr(3));
     const int temperature = digits % 2 != 0 ? -digits : digits;
     const int tenths = depression > kMostTenths ? (depression - kMostTenths) * 10 : depression;
     return {temperature, temperature - tenths};
@@ -39,8 +39,8 @@ Temperatures TemperaturesFrom(std::wstring_view group)
 Wind WindFrom(std::wstring_view group)
 {
     constexpr int kFullCircle = 360;
-    int direction = IntegerFromText(group.substr(0, 3));
-    int speed = IntegerFromText(group.substr(3));
+    int direction = IntegerFromDigits(group.substr(0, 3));
+    int speed = IntegerFromDigits(group.substr(3));
     if (direction > kFullCircle) {
         direction -= kFullCircle;
         speed += 100;
@@ -69,8 +69,8 @@ void StoreLevel(GribValues& grib, const Level::Result& groups)
     constexpr int kMaximumWind = 77;
     constexpr int kTropopause = 88;
     constexpr std::int16_t kNoDewPoint = 99;
-    const int code = IntegerFromText(groups[1].substr(0, 2));
-    const std::int32_t altitude = FeetFromMetres(IntegerFromText(groups[1].substr(2)));
+    const int code = IntegerFromDigits(groups[1].substr(0, 2));
+    const std::int32_t altitude = FeetFromMetres(IntegerFromDigits(groups[1].substr(2)));
     const Temperatures tenths = TemperaturesFrom(groups[2]);
     const Wind wind = WindFrom(groups[3]);
     const auto temperature = static_cast<std::int16_t>(tenths.temperature / 10);
@@ -90,7 +90,7 @@ void ReadCloud(GroupReader& report, Cloud& cloud, std::int32_t base)
 {
     if (const auto groups = report.take<CloudPattern>()) {
         cloud = Cloud();
-        cloud.setCoverage(IntegerFromText(groups[1].substr(0, 1)));
+        cloud.setCoverage(IntegerFromDigits(groups[1].substr(0, 1)));
         cloud.base = base;
         cloud.altitude = kUnknownHeight;
     }
@@ -115,8 +115,8 @@ bool Grib::readHeader(GroupReader& report)
         SetMessage(L"(GribDecoder) - no Grib header found", kMessageError);
         return false;
     }
-    const double latitude = IntegerFromText(groups[3].substr(2)) / 10.0;
-    const double longitude = IntegerFromText(groups[4].substr(1)) / 10.0;
+    const double latitude = IntegerFromDigits(groups[3].substr(2)) / 10.0;
+    const double longitude = IntegerFromDigits(groups[4].substr(1)) / 10.0;
     const wchar_t quadrant = groups[4].front();
     const bool south = quadrant == L'3' || quadrant == L'5';
     const bool west = quadrant == L'5' || quadrant == L'7';
@@ -133,7 +133,7 @@ void Grib::readSurface(GroupReader& report)
         SetMessage(L"(GribDecoder) - no Grib surface data found", kMessageError);
         return;
     }
-    const int qnh = IntegerFromText(groups[1].substr(2));
+    const int qnh = IntegerFromDigits(groups[1].substr(2));
     const Temperatures tenths = TemperaturesFrom(groups[2]);
     m_values.qnh = static_cast<float>(qnh < kLeastWithThousands ? qnh + 1000 : qnh);
     m_values.temperature = static_cast<float>(tenths.temperature / 10.0);

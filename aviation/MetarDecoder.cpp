@@ -11,6 +11,7 @@ namespace aviation::weather {
 namespace {
 
 using namespace metarpatterns;
+using namespace std::string_view_literals;
 
 constexpr std::size_t kShortestReport = 10;
 constexpr std::size_t kShortestRest = 5; ///< in front of the weather groups
@@ -21,7 +22,7 @@ constexpr std::uint8_t kHeavy = 3;
 
 float Number(std::wstring_view text)
 {
-    return static_cast<float>(IntegerFromText(text));
+    return static_cast<float>(IntegerFromDigits(text));
 }
 
 /// Two characters that are digits for sure; headers are read by the thousand.
@@ -30,9 +31,30 @@ int TwoDigits(std::wstring_view text, std::size_t at)
     return static_cast<int>((text[at] - L'0') * 10 + (text[at + 1] - L'0'));
 }
 
-bool Holds(std::wstring_view text, std::wstring_view part)
+/// Written out, as is the next one, since the library's calls for wide characters take longer than
+/// the few that a group has.
+bool StartsWith(std::wstring_view text, std::wstring_view part)
 {
-    return text.find(part) != std::wstring_view::npos;
+    if (text.size() < part.size()) {
+        return false;
+    }
+    for (std::size_t at = 0; at < part.size(); ++at) {
+        if (text[at] != part[at]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Holds(std::wstring_view group, std::wstring_view part)
+{
+    while (group.size() >= part.size()) {
+        if (StartsWith(group, part)) {
+            return true;
+        }
+        group.remove_prefix(1);
+    }
+    return false;
 }
 
 enum class SpeedUnit
@@ -43,7 +65,7 @@ enum class SpeedUnit
 
 float SpeedInKnots(std::wstring_view text, SpeedUnit unit)
 {
-    const int speed = IntegerFromText(text);
+    const int speed = IntegerFromDigits(text);
     return unit == SpeedUnit::Knots ? static_cast<float>(speed)
                                     : static_cast<float>(speed / kMetresPerSecondPerKnot);
 }
@@ -56,7 +78,7 @@ bool TakePlainWind(GroupReader& report, SurfaceValues& values)
     if (!match) {
         return false;
     }
-    values.windSeen = match[1] != L"///" && match[2] != L"//";
+    values.windSeen = !StartsWith(match[1], L"///"sv) && !StartsWith(match[2], L"//"sv);
     if (values.windSeen) {
         values.wind.Dir = Number(match[1]);
         values.wind.Speed = Number(match[2]);
@@ -118,14 +140,14 @@ bool ReadWind(GroupReader& report, SurfaceValues& values)
 void ReadVariableSector(GroupReader& report, SurfaceValues& values)
 {
     if (const auto match = report.take<VariableSector>()) {
-        values.variableFrom = IntegerFromText(match[1]);
-        values.variableTo = IntegerFromText(match[2]);
+        values.variableFrom = IntegerFromDigits(match[1]);
+        values.variableTo = IntegerFromDigits(match[2]);
     }
 }
 
 bool ReadCavok(GroupReader& report, SurfaceValues& values)
 {
-    if (!report.take<Cavok>()) {
+    if (!report.takeWhole<Cavok>()) {
         return false;
     }
     values.visibility = kGoodVisibility;
@@ -139,8 +161,8 @@ template <class P>
 std::wstring TakeRunwayTexts(GroupReader& report)
 {
     std::wstring texts;
-    while (const auto match = report.take<P>()) {
-        texts.append(match[0]).push_back(L' ');
+    while (const auto match = report.takeWhole<P>()) {
+        texts.append(*match).push_back(L' ');
     }
     return texts;
 }
@@ -182,25 +204,28 @@ void ReadWeather(GroupReader& report, SurfaceValues& values, MetarValues& metar,
 {
     metar.intensity = kModerate;
     metar.phenomenaText.clear();
-    while (const auto match = report.take<WeatherGroup>()) {
-        if (Holds(match[0], L"NSC")) {
+    while (const auto group = report.takeWhole<WeatherGroup>()) {
+        if (Holds(*group, L"NSC"sv)) {
             metar.noSignificantCloud = true;
             values.clouds.push_back(NoSignificantCloudLayer(elevation));
         }
-        metar.phenomenaText.append(WithoutSign(match[0], metar.intensity));
+        metar.phenomenaText.append(WithoutSign(*group, metar.intensity));
     }
 }
+
+struct CoverageRow
+{
+    std::wstring_view code;
+    std::uint8_t octas;
+};
+constexpr CoverageRow kCoverageRows[] = {
+    {L"FEW", 2}, {L"SCT", 4}, {L"BKN", 7}, {L"OVC", 8}, {L"VV", 8}};
+constexpr std::size_t kHeightDigits = 3;
 
 /// Octas of a cloud group; an earlier row wins. Other groups are no layer and have 0.
 std::uint8_t CoverageOf(std::wstring_view group)
 {
-    struct Row
-    {
-        std::wstring_view code;
-        std::uint8_t octas;
-    };
-    static constexpr Row kRows[] = {{L"FEW", 2}, {L"SCT", 4}, {L"BKN", 7}, {L"OVC", 8}, {L"VV", 8}};
-    for (const Row& row : kRows) {
+    for (const CoverageRow& row : kCoverageRows) {
         if (Holds(group, row.code)) {
             return row.octas;
         }
@@ -208,42 +233,64 @@ std::uint8_t CoverageOf(std::wstring_view group)
     return 0;
 }
 
+/// The row of a group of a code and a height and nothing else, as most are; null for others. Such a
+/// group has no room for a second code or a cloud type.
+const CoverageRow* PlainRowOf(std::wstring_view group)
+{
+    for (const CoverageRow& row : kCoverageRows) {
+        if (group.size() == row.code.size() + kHeightDigits && StartsWith(group, row.code)) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
 std::uint8_t CloudTypeOf(std::wstring_view group)
 {
-    if (Holds(group, L"CB")) {
+    if (Holds(group, L"CB"sv)) {
         return cloudtype::kCumulonimbus;
     }
-    return Holds(group, L"TCU") ? cloudtype::kToweringCumulus : cloudtype::kOrdinary;
+    return Holds(group, L"TCU"sv) ? cloudtype::kToweringCumulus : cloudtype::kOrdinary;
 }
 
 std::wstring_view HeightTextOf(std::wstring_view group)
 {
-    constexpr std::size_t kDigits = 3;
-    if (Holds(group, L"VV")) {
-        return group.substr(2, kDigits);
+    if (Holds(group, L"VV"sv)) {
+        return group.substr(2, kHeightDigits);
     }
-    return group.size() >= 2 * kDigits ? group.substr(kDigits, kDigits) : std::wstring_view();
+    return group.size() >= 2 * kHeightDigits ? group.substr(kHeightDigits, kHeightDigits)
+                                             : std::wstring_view();
 }
 
 /// Feet. An unknown base is kept low instead of at the ground.
-std::int32_t BaseOf(std::wstring_view group)
+std::int32_t BaseOf(std::wstring_view height)
 {
     constexpr std::int32_t kFeetPerUnit = 100;
     constexpr std::int32_t kUnknownBase = 100;
-    const std::wstring_view height = HeightTextOf(group);
-    const std::int32_t base = IntegerFromText(height) * kFeetPerUnit;
-    return base == 0 && height == L"///" ? kUnknownBase : base;
+    const std::int32_t base = IntegerFromDigits(height) * kFeetPerUnit;
+    return base == 0 && height == L"///"sv ? kUnknownBase : base;
+}
+
+Cloud LayerOf(std::wstring_view group)
+{
+    Cloud cloud;
+    if (const CoverageRow* const plain = PlainRowOf(group)) {
+        cloud.coverage = plain->octas;
+        cloud.base = BaseOf(group.substr(plain->code.size()));
+        return cloud;
+    }
+    cloud.coverage = CoverageOf(group);
+    cloud.base = BaseOf(HeightTextOf(group));
+    cloud.type = CloudTypeOf(group);
+    return cloud;
 }
 
 void ReadClouds(GroupReader& report, SurfaceValues& values, std::int32_t elevation)
 {
     constexpr std::size_t kUsualLayers = 4;
-    while (const auto match = report.take<CloudGroup>()) {
-        Cloud cloud;
-        cloud.coverage = CoverageOf(match[0]);
-        cloud.base = BaseOf(match[0]);
+    while (const auto group = report.takeWhole<CloudGroup>()) {
+        Cloud cloud = LayerOf(*group);
         cloud.altitude = AltitudeAboveSea(cloud.base, elevation);
-        cloud.type = CloudTypeOf(match[0]);
         if (cloud.coverage != 0) {
             values.clouds.reserve(kUsualLayers);
             values.clouds.push_back(cloud);
@@ -255,7 +302,7 @@ void ReadClouds(GroupReader& report, SurfaceValues& values, std::int32_t elevati
 /// Negates in whole numbers, so that M00 is 0 and not -0.
 float BelowZero(std::wstring_view text)
 {
-    return static_cast<float>(-IntegerFromText(text));
+    return static_cast<float>(-IntegerFromDigits(text));
 }
 
 bool ReadTemperature(GroupReader& report, SurfaceValues& values)
@@ -299,7 +346,7 @@ Pressure StoreHectopascals(std::wstring_view digits, float& qnh)
     constexpr int kLowest = 800;
     constexpr int kHighest = 1300;
     constexpr float kRejectedQnh = 1013.0F;
-    int hectopascals = IntegerFromText(digits);
+    int hectopascals = IntegerFromDigits(digits);
     if (hectopascals < 100) { // the leading 10 was left out
         hectopascals += 1000;
     }
@@ -376,7 +423,7 @@ int Metar::Decode()
     report.trimEnd();
     readHeader(report);
     m_decoded = true;
-    report.take<Modifier>();
+    report.takeWhole<Modifier>();
     if (!ReadWind(report, m_values)) {
         return m_status = metarstatus::kNoWind;
     }
@@ -402,7 +449,7 @@ void Metar::readVisibility(GroupReader& report)
         m_values.visibility = metres.value_or(kGoodVisibility);
         m_status = metres ? m_status : metarstatus::kNoVisibility;
     }
-    while (report.take<DirectionalMetres>()) {
+    while (report.takeWhole<DirectionalMetres>()) {
     }
 }
 

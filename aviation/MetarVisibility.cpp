@@ -25,17 +25,17 @@ struct Found
 /// Truncated metres; a fraction with the denominator 0 is worth nothing.
 std::int32_t FractionMetres(std::wstring_view numerator, std::wstring_view denominator)
 {
-    const int divisor = IntegerFromText(denominator);
+    const int divisor = IntegerFromDigits(denominator);
     if (divisor == 0) {
         return 0;
     }
-    const double miles = static_cast<double>(IntegerFromText(numerator)) / divisor;
+    const double miles = static_cast<double>(IntegerFromDigits(numerator)) / divisor;
     return static_cast<std::int32_t>(miles * kMetresPerStatuteMile);
 }
 
 std::int32_t WholeMiles(std::wstring_view number)
 {
-    return IntegerFromText(number) * kMetresPerStatuteMile;
+    return IntegerFromDigits(number) * kMetresPerStatuteMile;
 }
 
 std::int32_t MetresOf(const MilesLongFraction::Result& match, MilesLongFraction)
@@ -66,7 +66,7 @@ std::int32_t MetresOf(const MilesOneDigit::Result& match, MilesOneDigit)
 std::int32_t MetresOf(const Kilometres::Result& match, Kilometres)
 {
     constexpr std::int32_t kMetresPerKm = 1000;
-    return IntegerFromText(match[1]) * kMetresPerKm;
+    return IntegerFromDigits(match[1]) * kMetresPerKm;
 }
 
 template <class P>
@@ -126,10 +126,10 @@ std::optional<std::int32_t> ReadVisibility(GroupReader& report)
         return found->metres;
     }
     if (const auto match = report.take<Metres>()) {
-        return match[1] == L"////" ? kGoodVisibility : IntegerFromText(match[1]);
+        return match[1] == L"////" ? kGoodVisibility : IntegerFromDigits(match[1]);
     }
     if (const auto match = report.take<MoreThanMetres>()) {
-        return IntegerFromText(match[2]);
+        return IntegerFromDigits(match[2]);
     }
     return std::nullopt;
 }

@@ -61,7 +61,7 @@ std::int32_t CloudBaseFromCode(int code);
 /// A number in tenths, 0 for slashes.
 inline double Tenths(std::wstring_view digits)
 {
-    return IntegerFromText(digits) / 10.0;
+    return IntegerFromDigits(digits) / 10.0;
 }
 
 /// The number that one character of a report stands for, 0 for a slash.

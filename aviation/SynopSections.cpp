@@ -32,7 +32,7 @@ std::int32_t WholeKnots(const Reading& reading, int speed)
 void ReadCloudLayers(Reading& reading)
 {
     while (const auto groups = reading.report.take<CloudLayer>()) {
-        const std::int32_t base = CloudBaseFromCode(IntegerFromText(groups[3]));
+        const std::int32_t base = CloudBaseFromCode(IntegerFromDigits(groups[3]));
         reading.surface.clouds.push_back(
             LayerCloud(Digit(groups[1].front()), Digit(groups[2].front()), base));
         reading.surface.cloudsSeen = true;
@@ -45,9 +45,9 @@ void ReadSupplements(Reading& reading)
 {
     constexpr int kHighestGust = 11;
     while (const auto groups = reading.report.take<Supplement>()) {
-        if (IntegerFromText(groups[1]) == kHighestGust) {
+        if (IntegerFromDigits(groups[1]) == kHighestGust) {
             reading.surface.wind.Gust =
-                static_cast<float>(reading.knots(IntegerFromText(groups[2])));
+                static_cast<float>(reading.knots(IntegerFromDigits(groups[2])));
         }
     }
 }
@@ -78,14 +78,14 @@ std::int32_t ReadPeak(Reading& reading, std::int32_t otherwise)
         return otherwise;
     }
     return reading.inMetresPerSecond() ? reading.synop.gust10Minutes
-                                       : IntegerFromText(groups[1].substr(3));
+                                       : IntegerFromDigits(groups[1].substr(3));
 }
 
 void ReadGusts(Reading& reading)
 {
     SynopValues& synop = reading.synop;
     if (const auto groups = reading.report.take<Gust10Minutes>()) {
-        synop.gust10Minutes = WholeKnots(reading, IntegerFromText(groups[1].substr(3)));
+        synop.gust10Minutes = WholeKnots(reading, IntegerFromDigits(groups[1].substr(3)));
     }
     synop.gust1 = ReadPeak(reading, synop.gust1);
     synop.gust2 = ReadPeak(reading, synop.gust2);
@@ -127,7 +127,7 @@ std::int32_t CloudBaseFromCode(int code)
 
 void ReadSea(Reading& reading)
 {
-    if (reading.report.take<Section2>()) {
+    if (reading.report.takeWhole<Section2>()) {
         reading.report
             .pass<Plain0, Plain1, Plain2, Plain3, Plain4, Plain5, Plain6, Plain7, Plain4>();
     }
@@ -135,7 +135,7 @@ void ReadSea(Reading& reading)
 
 void ReadRegional(Reading& reading)
 {
-    if (!reading.report.take<Section3>()) {
+    if (!reading.report.takeWhole<Section3>()) {
         return;
     }
     reading.report.pass<Plain0, MaximumTemperature, MinimumTemperature, GroundTemperature,
@@ -147,7 +147,7 @@ void ReadRegional(Reading& reading)
 
 void ReadMountain(Reading& reading)
 {
-    if (reading.report.take<Section4>()) {
+    if (reading.report.takeWhole<Section4>()) {
         reading.report.pass<AnyGroup>();
     }
 }

@@ -56,7 +56,7 @@ void ReadVisibility(Reading& reading)
     }
     surface.visibilitySeen = !AreSlashes(groups[4]);
     if (surface.visibilitySeen) {
-        surface.visibility = VisibilityFromCode(IntegerFromText(groups[4]), surface.visibility);
+        surface.visibility = VisibilityFromCode(IntegerFromDigits(groups[4]), surface.visibility);
     }
 }
 
@@ -76,7 +76,7 @@ void ReadStrongWind(Reading& reading)
     if (const auto groups = reading.report.take<StrongWind>()) {
         Wind& wind = reading.surface.wind;
         wind.Speed =
-            static_cast<float>(static_cast<int>(reading.knots(IntegerFromText(groups[1]))));
+            static_cast<float>(static_cast<int>(reading.knots(IntegerFromDigits(groups[1]))));
         wind.Gust = kNoGust;
     }
 }
@@ -91,8 +91,8 @@ void ReadWind(Reading& reading)
     }
     ReadBaseCoverage(reading.synop.baseCloud, groups[1].front());
     SurfaceValues& surface = reading.surface;
-    const int direction = IntegerFromText(groups[2]);
-    const int speed = IntegerFromText(groups[3]);
+    const int direction = IntegerFromDigits(groups[2]);
+    const int speed = IntegerFromDigits(groups[3]);
     surface.windSeen = !AreSlashes(groups[2]) && !AreSlashes(groups[3]);
     if (surface.windSeen) {
         surface.wind = {direction == kVariable ? 0.0F : static_cast<float>(direction * 10),
@@ -129,7 +129,7 @@ void ReadTemperatures(Reading& reading)
 double Pressure(std::wstring_view digits)
 {
     constexpr double kLeastWithThousands = 300.0;
-    const double hpa = digits[3] == L'/' ? IntegerFromText(digits.substr(0, 3)) : Tenths(digits);
+    const double hpa = digits[3] == L'/' ? IntegerFromDigits(digits.substr(0, 3)) : Tenths(digits);
     return hpa < kLeastWithThousands ? hpa + 1000.0 : hpa;
 }
 

@@ -22,6 +22,19 @@ std::int32_t IntegerFromText(std::wstring_view text);
 /// "inf" gives 0, so a table can't smuggle one in; overflow saturates to the largest finite double.
 double NumberFromText(std::wstring_view text);
 
+/// IntegerFromText for where reports are read: up to eight digits are read without a call.
+inline std::int32_t IntegerFromDigits(std::wstring_view text)
+{
+    constexpr std::size_t kSafeDigits = 9;
+    std::int32_t value = 0;
+    std::size_t at = 0;
+    while (at < text.size() && at < kSafeDigits && text[at] >= L'0' && text[at] <= L'9') {
+        value = value * 10 + static_cast<std::int32_t>(text[at++] - L'0');
+    }
+    const bool isWhole = at > 0 && at < kSafeDigits;
+    return isWhole ? value : IntegerFromText(text);
+}
+
 /// ASCII text as a wide one and back; a wide character above 127 becomes '?'.
 std::wstring Widen(std::string_view text);
 std::string NarrowAscii(std::wstring_view text);
