@@ -34,8 +34,14 @@ std::uint8_t WindUnitFrom(wchar_t indicator, std::uint8_t before)
 
 void Synop::storeTime(std::wstring_view dayText, std::wstring_view hourText)
 {
-    m_synop.timeGroup.assign(dayText).append(hourText).append(L"00Z");
-    setTime(ReportSeconds(IntegerFromText(dayText), IntegerFromText(hourText), 0));
+    constexpr std::size_t kMostDigits = 2;
+    constexpr std::wstring_view kMinutes = L"00Z";
+    m_synop.timeGroup.fill(L'\0');
+    wchar_t* end = m_synop.timeGroup.data();
+    end += dayText.copy(end, kMostDigits);
+    end += hourText.copy(end, kMostDigits);
+    kMinutes.copy(end, kMinutes.size());
+    setTime(ReportSeconds(IntegerFromDigits(dayText), IntegerFromDigits(hourText), 0));
     m_timeValid = true;
 }
 

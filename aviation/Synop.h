@@ -2,6 +2,7 @@
 
 #include "aviation/WeatherBase.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -36,8 +37,9 @@ inline constexpr std::uint8_t kWindUnitUnknown = 4;
 /// What a SYNOP says beyond the surface values that all reports share.
 struct SynopValues
 {
-    std::wstring timeGroup = L"000000Z"; ///< day, hour and "00Z"
-    bool cloudCodesRead = false;         ///< an 8-group was read
+    std::array<wchar_t, 8> timeGroup = std::to_array(L"000000Z"); ///< day, hour and "00Z",
+                                                                  ///< terminated; see MetarValues
+    bool cloudCodesRead = false;                                  ///< an 8-group was read
     SynopType type = SynopType::Land;
     std::uint8_t windUnit = 0; ///< iw: 0, 1 metres per second, 2, 3 knots, 4 unknown
     std::uint8_t precipitationIndicator = 0;
@@ -73,7 +75,7 @@ public:
     void ToMetar(Metar& metar) const;
 
     const SynopValues& synop() const { return m_synop; }
-    const std::wstring& timeGroup() const { return m_synop.timeGroup; }
+    std::wstring_view timeGroup() const { return m_synop.timeGroup.data(); }
     const Cloud& baseCloud() const { return m_synop.baseCloud; }
     int lowCode() const { return m_synop.lowCode; }
     int middleCode() const { return m_synop.middleCode; }

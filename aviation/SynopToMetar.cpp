@@ -83,7 +83,7 @@ void Synop::ToMetar(Metar& metar) const
     const std::wstring start =
         metar.icao().empty() ? Widen(IdentifierOfType(reportText())) : metar.icao() + L" ";
     metar.resetDecoded();
-    metar.setReportText(start + timeGroup() + L" " + Widen(SurfaceGroups(*this)));
+    metar.setReportText(start + timeGroup().data() + L" " + Widen(SurfaceGroups(*this)));
     static_cast<void>(metar.Decode());
     metar.setPosition(*this);
     metar.setCountry(country());

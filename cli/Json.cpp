@@ -108,7 +108,7 @@ QJsonObject FromSynop(const Synop& synop)
     object[QStringLiteral("type")] = static_cast<int>(values.type);
     object[QStringLiteral("station")] = text(synop.icao());
     object[QStringLiteral("name")] = text(synop.name());
-    object[QStringLiteral("time")] = text(values.timeGroup);
+    object[QStringLiteral("time")] = text(values.timeGroup.data());
     object[QStringLiteral("lat")] = synop.latitude();
     object[QStringLiteral("lon")] = synop.longitude();
     object[QStringLiteral("windUnit")] = values.windUnit;

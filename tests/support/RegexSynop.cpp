@@ -108,7 +108,9 @@ private:
 
     void storeTimeAndUnit(const std::wstring& time, const std::wstring& unit)
     {
-        m_out.synop.timeGroup = time.substr(0, 2) + time.substr(2, 2) + L"00Z";
+        const std::wstring group = time.substr(0, 2) + time.substr(2, 2) + L"00Z";
+        m_out.synop.timeGroup = {};
+        group.copy(m_out.synop.timeGroup.data(), group.size());
         if (unit[4] == L'/') {
             m_out.synop.windUnit = 4;
         } else if (unit[4] < L'4') {
