@@ -39,12 +39,15 @@ public:
     double distance() const { return m_distance; }
     void setDistance(double nm) { m_distance = nm; }
 
-    /// Copies every field of a table entry into this report but the report time.
-    void setStation(const Station& entry)
+    /// Copies every field of a table entry into this report but the icao and the report time.
+    void setPlace(const Station& entry)
     {
-        const std::int64_t reportTime = m_time;
-        Station::operator=(entry);
-        m_time = reportTime;
+        Position::operator=(entry);
+        m_name = entry.m_name;
+        m_country = entry.m_country;
+        m_extraText = entry.m_extraText;
+        m_elevation = entry.m_elevation;
+        m_distance = entry.m_distance;
     }
 
 private:

@@ -30,6 +30,15 @@ public:
         m_entries.push_back(std::move(entry));
         m_isIndexed = false;
     }
+    /// Appends an entry made of the argument; the caller may place it until the next operation.
+    template <class Argument>
+    Entry& emplace(Argument&& argument)
+    {
+        m_isIndexed = false;
+        return m_entries.emplace_back(std::forward<Argument>(argument));
+    }
+    /// Takes back what emplace has just appended.
+    void dropLast() { m_entries.pop_back(); }
     void replace(std::size_t index, Entry entry)
     {
         m_isIndexed = m_isIndexed && m_entries[index].samePlace(entry);

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace aviation::weather {
@@ -21,6 +23,10 @@ public:
     const std::vector<Synop>& synops() const { return m_synops.entries(); }
 
     void Add(Synop synop) { m_synops.add(std::move(synop)); }
+    /// Appends a report that the caller goes on with in its place: they come by the ten thousand,
+    /// and moving one costs as much as reading its header.
+    Synop& Append(std::wstring reportText) { return m_synops.emplace(std::move(reportText)); }
+    void DropLast() { m_synops.dropLast(); }
     /// Decodes the reports that aren't yet, and removes those older than the limit and those
     /// without a valid position or time; the order of the others stays. `now` in seconds since
     /// 1970 UTC. `progress` is called every 100 entries and may be empty. Returns how many went.

@@ -47,6 +47,7 @@ struct WeatherManager::SynopRun
 {
     SynopManager synops;
     std::vector<std::wstring> failed;
+    std::wstring key; ///< of the report under way; here so that its memory serves all
 };
 
 bool WeatherManager::Initialize(std::wstring_view text, int kind, bool noaaFormat)
@@ -76,7 +77,7 @@ bool WeatherManager::placeReport(const StationTable& table, std::wstring_view ke
         const ScopedLock lock(m_mutex);
         const std::size_t index = table.indexOf(key);
         if (const Station* entry = table.entry(index)) {
-            report.setStation(*entry);
+            report.setPlace(*entry);
             return true;
         }
         isOutOfRange = index != 0;
@@ -122,11 +123,10 @@ void WeatherManager::addMetar(std::wstring_view line, bool noaaFormat, MetarRun&
     if (noaaFormat && run.metars.contains(metar.icao())) {
         return;
     }
-    const std::wstring icao = metar.icao();
-    if (placeReport(m_airports, icao, metar)) {
+    if (placeReport(m_airports, metar.icao(), metar)) {
         run.metars.Add(std::move(metar));
     } else {
-        run.failed.push_back(icao);
+        run.failed.push_back(metar.icao());
     }
 }
 
@@ -158,20 +158,17 @@ void WeatherManager::addSynop(std::wstring_view piece, SynopRun& run)
     if (text.size() < kShortestReport) {
         return;
     }
-    Synop synop(std::move(text));
+    Synop& synop = run.synops.Append(std::move(text));
     if (synop.DecodeHeader() != synopstatus::kDecoded) {
         debug(synop.GetMessage(), loglevel::kDebug);
+        run.synops.DropLast();
         return;
     }
-    std::wstring number = synop.icao();
     // Reports give five digits of a number that has six in the table.
-    if (placeReport(m_stations, number + L"0", synop)) {
-        synop.setIcao(std::move(number));
-        run.synops.Add(std::move(synop));
-    } else if (synop.hasOwnPosition()) {
-        run.synops.Add(std::move(synop));
-    } else {
-        run.failed.push_back(std::move(number));
+    run.key.assign(synop.icao()).push_back(L'0');
+    if (!placeReport(m_stations, run.key, synop) && !synop.hasOwnPosition()) {
+        run.failed.push_back(synop.icao());
+        run.synops.DropLast();
     }
 }
 
