@@ -44,16 +44,24 @@ public:
         m_isIndexed = m_isIndexed && m_entries[index].samePlace(entry);
         m_entries[index] = std::move(entry);
     }
-    /// Takes all entries out; give them back changed.
-    std::vector<Entry> release()
+    /// Erases the entries for which `isErased` says so. It is asked once for each, in order, and
+    /// may change the entry or move from one that goes.
+    template <class Predicate>
+    void eraseIf(Predicate isErased)
     {
-        m_isIndexed = false;
-        return std::exchange(m_entries, {});
-    }
-    void setEntries(std::vector<Entry> entries)
-    {
-        m_entries = std::move(entries);
-        m_isIndexed = false;
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < m_entries.size(); ++i) {
+            if (isErased(m_entries[i])) {
+                continue;
+            }
+            if (kept != i) {
+                m_entries[kept] = std::move(m_entries[i]);
+            }
+            ++kept;
+        }
+        m_isIndexed = m_isIndexed && kept == m_entries.size();
+        using Offset = typename std::vector<Entry>::difference_type;
+        m_entries.erase(m_entries.begin() + static_cast<Offset>(kept), m_entries.end());
     }
 
     /// Index of the nearest entry, NearestIndex::kNone without one.

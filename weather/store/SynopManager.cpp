@@ -7,13 +7,18 @@ namespace aviation::weather {
 namespace {
 
 constexpr double kSynopLimitNm = 1000.0;
-/// A report time below this was never read from a report.
-constexpr std::int64_t kFirstReadTime = 1500000;
 constexpr std::size_t kProgressStep = 100;
+
+/// Whether only the full decoder can say that the report is valid: its header wasn't read, or its
+/// station number has slashes, which the header step alone lets pass.
+bool NeedsDecoding(const Synop& synop)
+{
+    return !synop.isTimeValid() || synop.icao().find(L'/') != std::wstring::npos;
+}
 
 bool IsExpired(Synop& synop, std::int64_t now, int maxAgeSeconds)
 {
-    if (synop.time() < kFirstReadTime || !synop.isDecoded()) {
+    if (NeedsDecoding(synop)) {
         synop.Decode();
     }
     return synop.CheckAge(now, maxAgeSeconds) || !synop.isKnown() || !synop.isTimeValid();
@@ -21,26 +26,23 @@ bool IsExpired(Synop& synop, std::int64_t now, int maxAgeSeconds)
 
 } // namespace
 
-int SynopManager::DeleteOld(std::int64_t now, int maxAgeSeconds, const Progress& progress)
+std::vector<Synop> SynopManager::TakeOld(std::int64_t now, int maxAgeSeconds,
+                                         const Progress& progress)
 {
-    std::vector<Synop> synops = m_synops.release();
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < synops.size(); ++i) {
-        if (!IsExpired(synops[i], now, maxAgeSeconds)) {
-            if (kept != i) {
-                synops[kept] = std::move(synops[i]);
-            }
-            ++kept;
+    std::vector<Synop> old;
+    std::size_t walked = 0;
+    const std::size_t total = m_synops.size();
+    m_synops.eraseIf([&](Synop& synop) {
+        const bool isExpired = IsExpired(synop, now, maxAgeSeconds);
+        if (isExpired) {
+            old.push_back(std::move(synop));
         }
-        const std::size_t walked = i + 1;
-        if (progress && walked % kProgressStep == 0) {
-            progress(walked, synops.size(), walked - kept);
+        if (++walked % kProgressStep == 0 && progress) {
+            progress(walked, total, old.size());
         }
-    }
-    const std::size_t deleted = synops.size() - kept;
-    synops.resize(kept);
-    m_synops.setEntries(std::move(synops));
-    return static_cast<int>(deleted);
+        return isExpired;
+    });
+    return old;
 }
 
 bool SynopManager::Nearest(const Position& position, Synop& out)

@@ -27,10 +27,11 @@ public:
     /// and moving one costs as much as reading its header.
     Synop& Append(std::wstring reportText) { return m_synops.emplace(std::move(reportText)); }
     void DropLast() { m_synops.dropLast(); }
-    /// Decodes the reports that aren't yet, and removes those older than the limit and those
-    /// without a valid position or time; the order of the others stays. `now` in seconds since
-    /// 1970 UTC. `progress` is called every 100 entries and may be empty. Returns how many went.
-    int DeleteOld(std::int64_t now, int maxAgeSeconds, const Progress& progress);
+    /// Takes out the reports older than the limit and those without a valid position or time; the
+    /// order of the others stays. A header that was read tells all of that. `now` in seconds since
+    /// 1970 UTC. `progress` is called every 100 entries and may be empty. Returns what went, so
+    /// that the caller chooses where its memory is given back.
+    std::vector<Synop> TakeOld(std::int64_t now, int maxAgeSeconds, const Progress& progress);
     /// Finds the nearest report within 1000 NM and decodes it into `out`; without one `out` becomes
     /// a blank SYNOP.
     bool Nearest(const Position& position, Synop& out);

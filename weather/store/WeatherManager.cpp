@@ -8,6 +8,7 @@
 #include "weather/store/TextPieces.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <typeinfo>
 #include <utility>
@@ -108,21 +109,21 @@ void WeatherManager::SetWeatherStations(std::wstring_view text)
 int WeatherManager::DeleteOldSynops(int maxAgeSeconds)
 {
     const std::int64_t now = EpochSeconds(Clock::Current().NowUtc());
-    SynopManager synops;
+    std::vector<std::array<std::size_t, 3>> steps; // told when the lock is free
+    const auto note = [&steps](std::size_t walked, std::size_t total, std::size_t deleted) {
+        steps.push_back({walked, total, deleted});
+    };
+    std::vector<Synop> old;
     {
         const ScopedLock lock(m_mutex);
-        synops = m_synops;
+        old = m_synops.TakeOld(now, maxAgeSeconds, isQuiet() ? SynopManager::Progress() : note);
     }
-    const auto report = [this](std::size_t walked, std::size_t total, std::size_t deleted) {
+    for (const auto& [walked, total, deleted] : steps) {
         tell(walked, total,
              L"check of additional weather data " + std::to_wstring(walked) + L" from "
                  + std::to_wstring(total) + L", deleted: " + std::to_wstring(deleted));
-    };
-    const int deleted =
-        synops.DeleteOld(now, maxAgeSeconds, isQuiet() ? SynopManager::Progress() : report);
-    const ScopedLock lock(m_mutex);
-    m_synops = std::move(synops);
-    return deleted;
+    }
+    return static_cast<int>(old.size());
 }
 
 std::size_t WeatherManager::AirportCount() const

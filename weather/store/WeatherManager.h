@@ -30,11 +30,12 @@ inline constexpr int kTaf = 5;
 /// The weather store: airports and weather stations of the world and the current METAR, SYNOP, TAF
 /// and upper-air reports.
 ///
-/// Every operation may be called from any thread. Initialize and DeleteOldSynops build the new
-/// table aside and swap it in, so readers see the old table or the new one. Two of them at the
-/// same time for the same kind are safe but the later swap wins; the weather worker runs them one
-/// after the other. The callbacks are called on the calling thread and never under the store's
-/// lock, so they may ask the store.
+/// Every operation may be called from any thread. Initialize builds the new table aside and swaps
+/// it in, DeleteOldSynops changes it in one go, so readers see the old table or the new one. Two
+/// Initialize at the same time for the same kind are safe but the later swap wins; the weather
+/// worker runs them one after the other. The memory of what went is given back with the lock free.
+/// The callbacks are called on the calling thread and never under the store's lock, so they may ask
+/// the store.
 class WeatherManager
 {
 public:

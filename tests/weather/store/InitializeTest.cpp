@@ -135,4 +135,40 @@ TEST_F(Initialize, DeletesSynopsByAgeAndValidity)
     EXPECT_EQ(m_store.DeleteOldSynops(1799), 2);
 }
 
+TEST_F(Initialize, TellsHowManySynopsItDeletesAndLeavesTheOthersInPlace)
+{
+    std::wstring text;
+    for (int i = 0; i < 250; ++i) { // every fifth is of the day before
+        text += i % 5 == 0 ? L"AAXX 30124 10637 42960=" : L"AAXX 01124 10637 42960=";
+    }
+    synops(text);
+    m_store.steps.clear();
+    EXPECT_EQ(m_store.DeleteOldSynops(25200), 50);
+    EXPECT_EQ(m_store.steps,
+              (Names{L"check of additional weather data 100 from 250, deleted: 20",
+                     L"check of additional weather data 200 from 250, deleted: 40"}));
+    EXPECT_EQ(m_store.DeleteOldSynops(25200), 0);
+    Synop synop;
+    EXPECT_TRUE(m_store.SearchSynop(aviation::Position(50, 8), synop));
+    EXPECT_EQ(synop.timeGroup(), L"011200Z");
+}
+
+TEST(SynopManager, TakesOutWhatTheFullDecoderRefuses)
+{
+    const FakeClock clock(2019, 7, 1, 12, 30);
+    SynopManager synops;
+    for (const wchar_t* number : {L"10637", L"1063/"}) { // the header step alone takes slashes
+        for (const bool isHeaderRead : {false, true}) {
+            Synop synop(std::wstring(L"AAXX 01124 ") + number + L" 42960");
+            synop.setPosition(aviation::Position(50, 8));
+            if (isHeaderRead) {
+                EXPECT_EQ(synop.DecodeHeader(), synopstatus::kDecoded);
+            }
+            synops.Add(std::move(synop));
+        }
+    }
+    EXPECT_EQ(synops.TakeOld(clock.NowSeconds(), 25200, {}).size(), 2U);
+    EXPECT_EQ(synops.synops().at(1).icao(), L"10637");
+}
+
 } // namespace

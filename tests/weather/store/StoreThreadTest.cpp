@@ -91,7 +91,14 @@ TEST(StoreThread, CallbacksMayAskTheStore)
     AskingStore store;
     store.Initialize(L"EDDF 011150Z 18005KT 9999 21/10 Q1013\n", storekind::kMetar, false);
     store.Initialize(L"#Error", storekind::kUpperAir, false);
-    EXPECT_GE(store.m_asked, 4U);
+    std::wstring synops;
+    for (int i = 0; i < 100; ++i) {
+        synops += L"BBXX 0111 01124 99510 10100 41498=";
+    }
+    store.Initialize(synops, storekind::kSynop, false);
+    store.m_asked = 0;
+    store.DeleteOldSynops(25200);
+    EXPECT_GE(store.m_asked, 1U);
 }
 
 } // namespace
