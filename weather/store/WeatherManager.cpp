@@ -2,6 +2,7 @@
 
 #include "app/base/LogLevel.h"
 #include "aviation/support/Clock.h"
+#include "aviation/support/NumberText.h"
 #include "aviation/support/ReportTime.h"
 #include "aviation/support/ScopedLock.h"
 #include "weather/store/StationRow.h"
@@ -19,6 +20,12 @@ namespace {
 
 constexpr double kAirportLimitNm = 20.0;
 constexpr std::size_t kStationStep = 500;
+
+/// std::to_wstring looks at the locale and takes ten times as long.
+std::wstring NumberText(std::size_t value)
+{
+    return Widen(std::to_string(value));
+}
 
 int ClampedInt(std::size_t value)
 {
@@ -54,8 +61,7 @@ void WeatherManager::tell(std::size_t value, std::size_t total, std::wstring tex
 void WeatherManager::tellCount(const wchar_t* text, std::size_t value, std::size_t total)
 {
     if (!isQuiet()) {
-        tell(value, total,
-             text + (L" " + std::to_wstring(value)) + L" from " + std::to_wstring(total));
+        tell(value, total, text + (L" " + NumberText(value)) + L" from " + NumberText(total));
     }
 }
 
@@ -63,7 +69,7 @@ void WeatherManager::tellEnd(const wchar_t* what, std::size_t count)
 {
     if (!isQuiet()) {
         tell(0, 0, what);
-        debug(std::wstring(L"(WeatherManager) - ") + what + L": " + std::to_wstring(count),
+        debug(std::wstring(L"(WeatherManager) - ") + what + L": " + NumberText(count),
               loglevel::kNotification);
     }
 }
@@ -120,8 +126,8 @@ int WeatherManager::DeleteOldSynops(int maxAgeSeconds)
     }
     for (const auto& [walked, total, deleted] : steps) {
         tell(walked, total,
-             L"check of additional weather data " + std::to_wstring(walked) + L" from "
-                 + std::to_wstring(total) + L", deleted: " + std::to_wstring(deleted));
+             L"check of additional weather data " + NumberText(walked) + L" from "
+                 + NumberText(total) + L", deleted: " + NumberText(deleted));
     }
     return static_cast<int>(old.size());
 }
