@@ -19,10 +19,26 @@ namespace {
 
 /// Surrogate pairs become one character where wchar_t has room for it.
 std::wstring Wide(QStringView text)
+/// Looked for without a way out of the loop, so that the compiler takes many at once.
+bool HasSurrogates(QStringView text)
+{
+    unsigned found = 0;
+    for (const QChar unit : text) {
+        found |= unit.isSurrogate() ? 1U : 0U;
+    }
+    return found != 0;
+}
+
 {
     std::wstring wide(static_cast<std::size_t>(text.size()), L'\0');
-    const auto length = text.toWCharArray(wide.data());
-    wide.resize(static_cast<std::size_t>(length));
+    if (HasSurrogates(text)) {
+        wide.resize(static_cast<std::size_t>(text.toWCharArray(wide.data())));
+        return wide;
+    }
+    const char16_t* from = text.utf16();
+    for (wchar_t& to : wide) {
+        to = static_cast<wchar_t>(*from++);
+    }
     return wide;
 }
 
