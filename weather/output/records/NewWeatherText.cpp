@@ -9,91 +9,106 @@
 
 namespace {
 
-using recordtext::JoinedIntegers;
+using recordtext::AppendIntegers;
 
-std::string Text(const VisLayer& layer)
+/// Characters of a record with all its layers in use; texts of thousands grow slowly without it.
+constexpr std::size_t kUsualLength = 4096;
+
+void Append(std::string& text, const VisLayer& layer)
 {
-    return JoinedIntegers(
-        {{"UpperAlt", layer.UpperAlt}, {"LowerAlt", layer.LowerAlt}, {"Range", layer.Range}});
+    AppendIntegers(
+        text, {{"UpperAlt", layer.UpperAlt}, {"LowerAlt", layer.LowerAlt}, {"Range", layer.Range}});
 }
 
-std::string Text(const TempLayer& layer)
+void Append(std::string& text, const TempLayer& layer)
 {
-    return JoinedIntegers({{"Alt", layer.Alt},
-                           {"Day", layer.Day},
-                           {"DayNightVar", layer.DayNightVar},
-                           {"Dew", layer.Dew}});
+    AppendIntegers(text, {{"Alt", layer.Alt},
+                          {"Day", layer.Day},
+                          {"DayNightVar", layer.DayNightVar},
+                          {"Dew", layer.Dew}});
 }
 
-std::string Text(const WindLayer& layer)
+void Append(std::string& text, const WindLayer& layer)
 {
-    return JoinedIntegers({{"UpperAlt", layer.UpperAlt},
-                           {"Speed", layer.Speed},
-                           {"Gust", layer.Gust},
-                           {"Dir", layer.Dir},
-                           {"Turbulence", layer.Turbulence},
-                           {"Shear", layer.Shear},
-                           {"Variance", layer.Variance},
-                           {"SpeedFract", layer.SpeedFract},
-                           {"CapAbove", layer.CapAbove}});
+    AppendIntegers(text, {{"UpperAlt", layer.UpperAlt},
+                          {"Speed", layer.Speed},
+                          {"Gust", layer.Gust},
+                          {"Dir", layer.Dir},
+                          {"Turbulence", layer.Turbulence},
+                          {"Shear", layer.Shear},
+                          {"Variance", layer.Variance},
+                          {"SpeedFract", layer.SpeedFract},
+                          {"CapAbove", layer.CapAbove}});
 }
 
-std::string Text(const CloudLayer& layer)
+void Append(std::string& text, const CloudLayer& layer)
 {
-    return JoinedIntegers({{"UpperAlt", layer.UpperAlt},
-                           {"LowerAlt", layer.LowerAlt},
-                           {"Dev", layer.Dev},
-                           {"Cover", layer.Cover},
-                           {"Type", layer.Type},
-                           {"Turbulence", layer.Turbulence},
-                           {"Icing", layer.Icing},
-                           {"PrecipBase", layer.PrecipBase},
-                           {"PrecipType", layer.PrecipType},
-                           {"PrecipRate", layer.PrecipRate},
-                           {"TopShape", layer.TopShape}});
+    AppendIntegers(text, {{"UpperAlt", layer.UpperAlt},
+                          {"LowerAlt", layer.LowerAlt},
+                          {"Dev", layer.Dev},
+                          {"Cover", layer.Cover},
+                          {"Type", layer.Type},
+                          {"Turbulence", layer.Turbulence},
+                          {"Icing", layer.Icing},
+                          {"PrecipBase", layer.PrecipBase},
+                          {"PrecipType", layer.PrecipType},
+                          {"PrecipRate", layer.PrecipRate},
+                          {"TopShape", layer.TopShape}});
 }
 
 /// "Name{layer|layer|}", a count below 1 leaves nothing between the braces.
 template <class Layers>
-std::string Section(const char* name, const Layers& layers, std::int32_t count)
+void AppendSection(std::string& text, const char* name, const Layers& layers, std::int32_t count)
 {
     const auto used = std::clamp<std::int64_t>(count, 0, static_cast<std::int64_t>(layers.size()));
-    std::string text = std::string(name) + "{";
-    std::for_each_n(layers.begin(), used,
-                    [&text](const auto& layer) { text += Text(layer) + "|"; });
-    return text + "}";
+    text.append(name) += '{';
+    std::for_each_n(layers.begin(), used, [&text](const auto& layer) {
+        Append(text, layer);
+        text += '|';
+    });
+    text += '}';
 }
 
 /// Everything in front of the layers, each group with its ":". The two unsigned 32-bit fields are
 /// printed as signed ones, as the bridge's "%i" does.
-std::string Head(const NewWeather& record)
+void AppendHead(std::string& text, const NewWeather& record)
 {
-    return JoinedIntegers({{"Command", record.Command},
-                           {"Flag", record.Flag},
-                           {"Signature", static_cast<std::int32_t>(record.Signature)}})
-           + ":Icao=" + record.icaoText() + ":"
-           + JoinedIntegers({{"Dynamic", record.Dynamic}, {"Seconds", record.Seconds}}) + ":Lat="
-           + aviation::FixedText(record.Lat, 6) + ":Lon=" + aviation::FixedText(record.Lon, 6) + ":"
-           + JoinedIntegers({{"Elev", record.Elev},
-                             {"Timestamp", static_cast<std::int32_t>(record.Timestamp)},
-                             {"Press", record.Press},
-                             {"Drift", record.Drift}})
-           + ":" + Text(record.Vis) + ":"
-           + JoinedIntegers({{"nTempCtr", record.nTempCtr},
-                             {"nWindCtr", record.nWindCtr},
-                             {"nCloudCtr", record.nCloudCtr},
-                             {"nUpperVisCtr", record.nUpperVisCtr}})
-           + ":";
+    AppendIntegers(text, {{"Command", record.Command},
+                          {"Flag", record.Flag},
+                          {"Signature", static_cast<std::int32_t>(record.Signature)}});
+    text.append(":Icao=").append(record.icaoText()) += ':';
+    AppendIntegers(text, {{"Dynamic", record.Dynamic}, {"Seconds", record.Seconds}});
+    text.append(":Lat=").append(aviation::FixedText(record.Lat, 6));
+    text.append(":Lon=").append(aviation::FixedText(record.Lon, 6)) += ':';
+    AppendIntegers(text, {{"Elev", record.Elev},
+                          {"Timestamp", static_cast<std::int32_t>(record.Timestamp)},
+                          {"Press", record.Press},
+                          {"Drift", record.Drift}});
+    text += ':';
+    Append(text, record.Vis);
+    text += ':';
+    AppendIntegers(text, {{"nTempCtr", record.nTempCtr},
+                          {"nWindCtr", record.nWindCtr},
+                          {"nCloudCtr", record.nCloudCtr},
+                          {"nUpperVisCtr", record.nUpperVisCtr}});
+    text += ':';
 }
 
 } // namespace
 
 std::string NewWeatherText(const NewWeather& record)
 {
-    return Head(record) + Section("TempLayer", record.Temp, record.nTempCtr) + ":"
-           + Section("WindLayer", record.Wind, record.nWindCtr) + ":"
-           + Section("VisLayer", record.UpperVis, record.nUpperVisCtr) + ":"
-           + Section("CloudLayer", record.Cloud, record.nCloudCtr);
+    std::string text;
+    text.reserve(kUsualLength);
+    AppendHead(text, record);
+    AppendSection(text, "TempLayer", record.Temp, record.nTempCtr);
+    text += ':';
+    AppendSection(text, "WindLayer", record.Wind, record.nWindCtr);
+    text += ':';
+    AppendSection(text, "VisLayer", record.UpperVis, record.nUpperVisCtr);
+    text += ':';
+    AppendSection(text, "CloudLayer", record.Cloud, record.nCloudCtr);
+    return text;
 }
 
 std::string RecordHex(const NewWeather& record)
