@@ -96,6 +96,7 @@ void CliSession::connectLog()
     };
     QObject::connect(&m_settings, &Settings::sigDebugString, print);
     QObject::connect(&m_store, &WeatherWrapper::sigDebugString, print);
+    m_store.setLeastLogLevel(m_options.logLevel.value_or(loglevel::kNothing));
     QObject::connect(&m_worker, &WeatherWorker::sigDebugString, print);
     QObject::connect(&m_worker, &WeatherWorker::sigUpperAirMissing,
                      [this](const QString& place) { printMissingUpperAir(place); });

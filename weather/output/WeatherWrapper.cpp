@@ -7,6 +7,8 @@
 #include "weather/output/records/NewWeatherText.h"
 #include "weather/store/WeatherManager.h"
 
+#include <QMetaMethod>
+
 #include <utility>
 
 using aviation::Position;
@@ -17,8 +19,6 @@ using aviation::weather::Synop;
 
 namespace {
 
-/// Surrogate pairs become one character where wchar_t has room for it.
-std::wstring Wide(QStringView text)
 /// Looked for without a way out of the loop, so that the compiler takes many at once.
 bool HasSurrogates(QStringView text)
 {
@@ -29,6 +29,8 @@ bool HasSurrogates(QStringView text)
     return found != 0;
 }
 
+/// Surrogate pairs become one character where wchar_t has room for it.
+std::wstring Wide(QStringView text)
 {
     std::wstring wide(static_cast<std::size_t>(text.size()), L'\0');
     if (HasSurrogates(text)) {
@@ -92,6 +94,7 @@ WeatherWrapper::WeatherWrapper(const Settings& settings, aviation::RandomSource&
     , m_settings(settings)
     , m_random(random)
     , m_store(std::make_unique<Store>(*this))
+    , m_leastLogLevel(loglevel::kDebug)
 {}
 
 WeatherWrapper::~WeatherWrapper() = default;
@@ -220,7 +223,9 @@ int WeatherWrapper::GenerateWeather(const Metar& metar, const Synop& synop, cons
     CompositionContext context = compositionContext();
     const int result =
         composition::GenerateWeather(metar, synop, grib, record, magneticVariation, context);
-    Q_EMIT sigDebugString(QString::fromStdString(NewWeatherText(record)), loglevel::kDebug);
+    if (isLineTaken(loglevel::kDebug)) { // the text costs more than the record
+        Q_EMIT sigDebugString(QString::fromStdString(NewWeatherText(record)), loglevel::kDebug);
+    }
     return result;
 }
 
@@ -232,6 +237,17 @@ void WeatherWrapper::setSimulator(aviation::FsId simulator)
 aviation::FsId WeatherWrapper::simulator() const
 {
     return m_simulator.load(std::memory_order_relaxed);
+}
+
+void WeatherWrapper::setLeastLogLevel(int level)
+{
+    m_leastLogLevel = level;
+}
+
+bool WeatherWrapper::isLineTaken(int level) const
+{
+    return level >= m_leastLogLevel
+           && isSignalConnected(QMetaMethod::fromSignal(&WeatherWrapper::sigDebugString));
 }
 
 CompositionContext WeatherWrapper::compositionContext()

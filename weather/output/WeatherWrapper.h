@@ -78,6 +78,10 @@ public:
     void NearestAirport(const aviation::Position& position,
                         aviation::weather::Station& station) const;
 
+    /// The least level of log lines that somebody takes, loglevel::kDebug at first. Long lines
+    /// below it aren't even built; short ones are sent all the same. Callable from any thread.
+    void setLeastLogLevel(int level);
+
     /// Composes a record with the options as they stand now and logs its text. The reports are
     /// decoded; `magneticVariation` in degrees is that of the place. `position` names the place and
     /// takes no part in composing. Returns 0.
@@ -104,8 +108,11 @@ Q_SIGNALS:
 private:
     class Store;
 
+    bool isLineTaken(int level) const;
+
     const Settings& m_settings;
     aviation::RandomSource& m_random;
     std::unique_ptr<Store> m_store;
     std::atomic<aviation::FsId> m_simulator{aviation::fsid::kNone};
+    std::atomic<int> m_leastLogLevel;
 };

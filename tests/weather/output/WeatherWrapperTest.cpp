@@ -103,6 +103,20 @@ TEST_F(WeatherWrapperTest, composesWithTheOptionsAsTheyStandAndLogsTheRecord)
     EXPECT_TRUE(Told(debugSpy, 0, QStringLiteral("(WeatherWrapper) - set max vis: 50km")));
 }
 
+TEST_F(WeatherWrapperTest, logsTheRecordOnlyWhereDebugLinesAreTaken)
+{
+    for (const auto& [level, lines] :
+         {std::pair(loglevel::kNotification, 0), std::pair(loglevel::kNothing, 0),
+          std::pair(loglevel::kDebug, 1)})
+    {
+        debugSpy.clear();
+        wrapper.setLeastLogLevel(level);
+        NewWeather record;
+        wrapper.GenerateWeather({}, {}, {}, record, 0.0, atFrankfurt);
+        EXPECT_EQ(debugSpy.size(), lines) << level;
+    }
+}
+
 TEST_F(WeatherWrapperTest, readsEveryCompositionOption)
 {
     const std::tuple<void (Settings::*)(int), int CompositionOptions::*, int> numbers[] = {
