@@ -1,10 +1,10 @@
 #include "aviation/Metar.h"
+#include "bench/CpuTime.h"
 #include "tests/support/RegexMetar.h"
 #include "tests/support/ReportLines.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
@@ -34,11 +34,10 @@ enum class Objects
 template <class Decode>
 void RunOverCorpus(benchmark::State& state, Decode decode, Objects objects = Objects::Fresh)
 {
-    constexpr std::size_t kObjects = 16;
-    using Now = std::chrono::steady_clock;
+    constexpr std::size_t kObjects = 64;
     const std::vector<std::wstring>& lines = Corpus();
     for (auto _ : state) {
-        Now::duration spent{};
+        std::chrono::duration<double> spent{};
         for (std::size_t at = 0; at < lines.size(); at += kObjects) {
             const auto first = lines.begin() + static_cast<std::ptrdiff_t>(at);
             const auto count = std::min(kObjects, lines.size() - at);
@@ -46,11 +45,11 @@ void RunOverCorpus(benchmark::State& state, Decode decode, Objects objects = Obj
             if (objects == Objects::Used) {
                 std::for_each(metars.begin(), metars.end(), decode);
             }
-            const auto start = Now::now();
+            const auto start = CpuTime();
             std::for_each(metars.begin(), metars.end(), decode);
-            spent += Now::now() - start;
+            spent += CpuTime() - start;
         }
-        state.SetIterationTime(std::chrono::duration<double>(spent).count());
+        state.SetIterationTime(spent.count());
     }
     const double reports =
         static_cast<double>(state.iterations()) * static_cast<double>(lines.size());

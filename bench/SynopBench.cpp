@@ -1,10 +1,10 @@
 #include "aviation/Grib.h"
 #include "aviation/Synop.h"
+#include "bench/CpuTime.h"
 #include "tests/support/RegexSynop.h"
 #include "tests/support/ReportLines.h"
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <cstdlib>
 #include <vector>
 
@@ -39,21 +39,20 @@ const std::vector<std::wstring>& Gribs()
 template <class Report, class Decode>
 void RunOverCorpus(benchmark::State& state, const std::vector<std::wstring>& lines, Decode decode)
 {
-    constexpr std::size_t kObjects = 16;
-    using Now = std::chrono::steady_clock;
+    constexpr std::size_t kObjects = 64;
     for (auto _ : state) {
-        Now::duration spent{};
+        std::chrono::duration<double> spent{};
         for (std::size_t at = 0; at < lines.size(); at += kObjects) {
             const auto first = lines.begin() + static_cast<std::ptrdiff_t>(at);
             const auto count = std::min(kObjects, lines.size() - at);
             std::vector<Report> reports(first, first + static_cast<std::ptrdiff_t>(count));
-            const auto start = Now::now();
+            const auto start = CpuTime();
             for (Report& report : reports) {
                 decode(report);
             }
-            spent += Now::now() - start;
+            spent += CpuTime() - start;
         }
-        state.SetIterationTime(std::chrono::duration<double>(spent).count());
+        state.SetIterationTime(spent.count());
     }
     const double reports =
         static_cast<double>(state.iterations()) * static_cast<double>(lines.size());
