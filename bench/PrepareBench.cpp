@@ -5,28 +5,15 @@
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
+#include "bench/WorldHour.h"
 #include "nav/AirportTable.h"
 #include "weather/output/WeatherWrapper.h"
 #include "weather/store/WeatherManager.h"
 
+#include <atomic>
 #include <benchmark/benchmark.h>
-#include <chrono>
 
 namespace {
-
-constexpr aviation::Clock::UtcTime kWorldHour =
-    std::chrono::sys_days(std::chrono::year(2019) / 7 / 1) + std::chrono::hours(12);
-
-/// Stands at the hour of the demonstration weather and doesn't sleep.
-class StandingClock final : public aviation::Clock
-{
-public:
-    StandingClock() { Install(this); }
-    ~StandingClock() override { Install(nullptr); }
-    UtcTime NowUtc() const override { return kWorldHour; }
-    std::int64_t MonotonicMs() const override { return 0; }
-    void SleepMs(int /*milliseconds*/) override {}
-};
 
 /// The built-in tables, the weather of the world hour and the upper-air field.
 struct World
@@ -39,6 +26,9 @@ struct World
         store.initializeWeather(readReportFile(demo + QStringLiteral("grib.txt.gz")).text,
                                 aviation::weather::storekind::kUpperAir);
         worker.setWeatherText(readReportFile(demo + QStringLiteral("weather.wx")).text);
+        // The program's log takes every line.
+        QObject::connect(&store, &WeatherWrapper::sigDebugString,
+                         [this](const QString& text) { logged += text.size(); });
         run(Job(weatherjob::kDecodeWeather, QString()));
     }
 
@@ -49,11 +39,12 @@ struct World
         worker.join();
     }
 
-    StandingClock clock;
+    WorldHourClock clock;
     aviation::SeededRandom random{1};
     Settings settings{QString(), random};
     WeatherWrapper store{settings, random};
     WeatherWorker worker{store, settings, nullptr};
+    std::atomic<qint64> logged{0}; ///< characters
 };
 
 void PrepareJob(benchmark::State& state, int job, aviation::Position place)
@@ -75,21 +66,21 @@ const aviation::Position kNewYork(40.64, -73.78);
 
 BENCHMARK_CAPTURE(PrepareJob, fsuipc_frankfurt, weatherjob::kFsuipcAll, kFrankfurt)
     ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+    ->MeasureProcessCPUTime();
 BENCHMARK_CAPTURE(PrepareJob, fsuipc_newyork, weatherjob::kFsuipcAll, kNewYork)
     ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+    ->MeasureProcessCPUTime();
 BENCHMARK_CAPTURE(PrepareJob, observations_frankfurt, weatherjob::kSimConnectAll, kFrankfurt)
     ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+    ->MeasureProcessCPUTime();
 BENCHMARK_CAPTURE(PrepareJob, observations_newyork, weatherjob::kSimConnectAll, kNewYork)
     ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+    ->MeasureProcessCPUTime();
 BENCHMARK_CAPTURE(PrepareJob, xplane_files_frankfurt, weatherjob::kXPlaneFiles, kFrankfurt)
     ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+    ->MeasureProcessCPUTime();
 BENCHMARK_CAPTURE(PrepareJob, xplane_files_newyork, weatherjob::kXPlaneFiles, kNewYork)
     ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+    ->MeasureProcessCPUTime();
 
 } // namespace
