@@ -12,9 +12,13 @@ constexpr double kMetarLimitNm = 3000.0;
 
 void MetarManager::Add(Metar metar)
 {
-    std::wstring icao = metar.icao();
     m_metars.add(std::move(metar));
-    m_index.insert_or_assign(std::move(icao), m_metars.size());
+    NameLast();
+}
+
+void MetarManager::NameLast()
+{
+    m_index.insert_or_assign(m_metars.entries().back().icao(), m_metars.size());
 }
 
 void MetarManager::MarkOutdated(std::wstring_view icao)

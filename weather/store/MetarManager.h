@@ -5,7 +5,9 @@
 #include "weather/store/PlacedTable.h"
 
 #include <cstddef>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace aviation::weather {
@@ -19,6 +21,12 @@ public:
 
     /// Appends a placed report; its icao now names this one, earlier ones stay in the table.
     void Add(Metar metar);
+    /// Appends a report that the caller goes on with in its place, since moving one takes as long
+    /// as reading its header. NameLast makes it the one that its icao names, DropLast takes it
+    /// back.
+    Metar& Append(std::wstring reportText) { return m_metars.emplace(std::move(reportText)); }
+    void NameLast();
+    void DropLast() { m_metars.dropLast(); }
     bool contains(std::wstring_view icao) const { return m_index.find(icao) != m_index.end(); }
     /// Sets the outdated flag of the report that the icao names, if there is one.
     void MarkOutdated(std::wstring_view icao);

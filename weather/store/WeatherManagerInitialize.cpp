@@ -115,18 +115,18 @@ void WeatherManager::addMetar(std::wstring_view line, bool noaaFormat, MetarRun&
     if (IsNoReportLine(line)) {
         return;
     }
-    Metar metar{std::wstring(line)};
+    Metar& metar = run.metars.Append(std::wstring(line));
     if (metar.DecodeHeader() != metarstatus::kDecoded) {
         debug(metar.GetMessage(), loglevel::kDebug); // no reason to drop it
     }
     // The list is ordered newest first, so an older report of the same station isn't wanted.
     if (noaaFormat && run.metars.contains(metar.icao())) {
-        return;
-    }
-    if (placeReport(m_airports, metar.icao(), metar)) {
-        run.metars.Add(std::move(metar));
+        run.metars.DropLast();
+    } else if (placeReport(m_airports, metar.icao(), metar)) {
+        run.metars.NameLast();
     } else {
         run.failed.push_back(metar.icao());
+        run.metars.DropLast();
     }
 }
 
