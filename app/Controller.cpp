@@ -6,6 +6,8 @@
 #include "app/base/SlicedSleep.h"
 #include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
+#include "app/download/GlobalWindDownload.h"
+#include "app/download/GribDownload.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
@@ -47,6 +49,7 @@ Controller::Controller(const ControllerParts& parts, QObject* parent)
             Qt::QueuedConnection);
     connect(this, &Controller::sigProgress, this, &Controller::OnProgressBar, Qt::QueuedConnection);
     makeWorkers(parts);
+    makeDownloads();
     makeTimers();
     if (createWorkingFolders()) {
         sweepTemporaryFolder();
@@ -86,7 +89,10 @@ void Controller::makeWorkers(const ControllerParts& parts)
     connect(m_weather.get(), &WeatherWrapper::sigProgress, this, &Controller::OnProgressBar,
             Qt::QueuedConnection);
 
-    m_weatherWorker = std::make_unique<WeatherWorker>(*m_weather, parts.settings, this);
+    m_gribDownload = std::make_unique<GribDownload>(downloadContext(), m_stop, m_processes,
+                                                    *m_weather, reporting());
+    m_weatherWorker =
+        std::make_unique<WeatherWorker>(*m_weather, parts.settings, m_gribDownload.get());
     connect(m_weatherWorker.get(), &WeatherWorker::sigFinishedDecodeWeatherData, this,
             &Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata, Qt::QueuedConnection);
     connect(m_weatherWorker.get(), &WeatherWorker::sigFinishedJob, this,
@@ -95,6 +101,12 @@ void Controller::makeWorkers(const ControllerParts& parts)
             Qt::QueuedConnection);
     connect(m_weatherWorker.get(), &WeatherWorker::sigProgress, this, &Controller::OnProgressBar,
             Qt::QueuedConnection);
+}
+
+void Controller::makeDownloads()
+{
+    m_globalWindDownload = std::make_unique<GlobalWindDownload>(
+        downloadContext(), reporting(), [this](const Job& job) { postConnectJob(job); });
 }
 
 void Controller::makeTimers()
@@ -137,6 +149,15 @@ void Controller::setNavdata(std::unique_ptr<NavdataBase> navdata)
 void Controller::log(const QString& text, int level)
 {
     Q_EMIT sigDebugString(text, level);
+}
+
+/// Both only emit a signal that is delivered by the event loop, so every thread may call them.
+Reporting Controller::reporting()
+{
+    return {[this](const QString& text, int level) { Q_EMIT sigDebugString(text, level); },
+            [this](qlonglong value, qlonglong total, const QString& text) {
+                Q_EMIT sigProgress(value, total, text);
+            }};
 }
 
 void Controller::OnDebugString(QString item, int level)

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/base/DownloadManager.h"
-#include "app/base/GribSource.h"
 #include "app/base/Job.h"
+#include "app/base/Reporting.h"
 #include "app/base/StopFlag.h"
 #include "app/download/WeatherFileReader.h"
 #include "aviation/AircraftData.h"
@@ -15,7 +15,6 @@
 
 #include <QHash>
 #include <QHostAddress>
-#include <QMutex>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -31,6 +30,8 @@
 class ConnectWorker;
 class DataPage;
 class FsInterfaceFactory;
+class GlobalWindDownload;
+class GribDownload;
 class MainView;
 class ModelDirectWindControl;
 class ProcessRunner;
@@ -41,7 +42,6 @@ class WeatherPage;
 class WeatherWorker;
 class WeatherWrapper;
 struct InfoFile;
-struct ProcessResult;
 enum class VersionState;
 
 namespace aviation {
@@ -76,9 +76,9 @@ enum class FlightPhase
 
 /// The spine of the program: start-up, the weather cycle, the download of weather, and the next job
 /// for every finished one. Lives on the main thread, owned by the window or a test; it owns the two
-/// workers, the store and the timers. Only DownloadGrib runs on the weather worker's thread as
-/// well. Nothing is chained inside a worker: each result comes back here as a signal.
-class Controller : public QObject, public GribSource
+/// workers, the store and the timers. Nothing is chained inside a worker: each result comes back
+/// here as a signal.
+class Controller : public QObject
 {
     Q_OBJECT
 public:
@@ -107,8 +107,8 @@ public:
 
     /// Fetches the report file of a source (1 VATSIM, 2 IVAO, 3 NOAA) and starts the decode.
     void DownloadWeather(int source);
-    /// GribSource. Called on the main thread and on the weather worker's.
-    int DownloadGrib(const aviation::Position& position, bool single) override;
+    /// Upper-air data around a position, as a GribSource fetches them.
+    int DownloadGrib(const aviation::Position& position, bool single);
     /// After each X-Plane weather that is written as files.
     void DownloadXPlaneGlobalWind();
     void SwitchWeatherServer();
@@ -163,6 +163,7 @@ Q_SIGNALS:
 private:
     // Start
     void makeWorkers(const ControllerParts& parts);
+    void makeDownloads();
     void makeTimers();
     bool createWorkingFolders();
     void sweepTemporaryFolder();
@@ -245,16 +246,6 @@ private:
     void readWeatherFile(const QString& downloaded);
     void weatherFileRead();
     void decodeWeatherText(const QString& text);
-    int downloadGribText(const aviation::Position& position, bool single);
-    int takeGribText(const aviation::Position& position, const QString& text);
-    int downloadGribRaw();
-    void runWgrib(const QString& gribFile);
-    ProcessResult runOutsideProgram(const QString& program, const QStringList& arguments);
-    /// Logs a failed upper-air download, and a repetition of the same one as a detail only.
-    void logGribFault(const QString& kind, const QString& text, int level);
-    bool gribFailedBefore();
-    bool fetchGlobalWind(QByteArray& turbulence, QByteArray& wind);
-    void setGlobalWind(const QByteArray& turbulence, const QByteArray& wind);
     void showDownloadProgress(DownloadManager& manager);
     QString infoFileName() const;
     void checkVersion(const InfoFile& info);
@@ -270,6 +261,7 @@ private:
     /// In slices that end when the stop flag is raised.
     void sleepUnlessStopped(int milliseconds);
     DownloadContext downloadContext();
+    Reporting reporting();
 
     Settings& m_settings;
     MainView& m_view;
@@ -280,7 +272,9 @@ private:
     StopFlag m_stop;
     std::unique_ptr<WeatherWrapper> m_weather;
     std::unique_ptr<ConnectWorker> m_connectWorker;
+    std::unique_ptr<GribDownload> m_gribDownload; ///< the weather worker calls it
     std::unique_ptr<WeatherWorker> m_weatherWorker;
+    std::unique_ptr<GlobalWindDownload> m_globalWindDownload;
     std::unique_ptr<NavdataBase> m_navdata;
     std::unique_ptr<QUdpSocket> m_udpSocket;
     std::function<FlightPhase()> m_flightPhase;
@@ -333,12 +327,4 @@ private:
     // Downloads, main thread only.
     bool m_plainWeatherList = false; ///< the list that is under way isn't packed
     WeatherFileReader m_weatherFileReader{m_stop};
-    bool m_gribOnMainThread = false;
-    QString m_globalWindUrl; ///< the last one whose files arrived
-    bool m_fetchingGlobalWind = false;
-    // DownloadGrib runs on two threads.
-    QMutex m_gribMutex;
-    QString m_gribFault;                        ///< kind of the last failure; m_gribMutex
-    QString m_rawGribUrl;                       ///< the last template asked; m_gribMutex
-    std::optional<std::int64_t> m_rawGribAsked; ///< monotonic ms; m_gribMutex
 };

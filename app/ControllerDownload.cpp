@@ -4,6 +4,8 @@
 #include "app/base/Settings.h"
 #include "app/base/UrlTemplate.h"
 #include "app/base/UserDialogs.h"
+#include "app/download/GlobalWindDownload.h"
+#include "app/download/GribDownload.h"
 #include "app/download/ServerAnswer.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
@@ -254,4 +256,14 @@ void Controller::SwitchWeatherServer()
     log(QStringLiteral("(Controller) - Switch to Weather server: ")
             + (toSecond ? QStringLiteral("wxdata2") : QStringLiteral("wxdata1")),
         loglevel::kNotification);
+}
+
+int Controller::DownloadGrib(const aviation::Position& position, bool single)
+{
+    return m_gribDownload->DownloadGrib(position, single);
+}
+
+void Controller::DownloadXPlaneGlobalWind()
+{
+    m_globalWindDownload->download();
 }

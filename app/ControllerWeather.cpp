@@ -1,4 +1,5 @@
 #include "app/Controller.h"
+#include "app/base/GribSource.h"
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"

@@ -19,13 +19,6 @@ protected:
         ASSERT_TRUE(wait([&] { return view.linesWith(part) > 0; })) << qPrintable(part);
     }
     static QByteArray packed(const QByteArray& plain) { return qCompress(plain).mid(4); }
-    /// Result of a fetch of upper-air data, after its log lines.
-    int grib()
-    {
-        const int result = controller->DownloadGrib(aviation::Position(50.0, 8.5), false);
-        QCoreApplication::processEvents();
-        return result;
-    }
 };
 
 TEST_F(ControllerDownloadTest, FetchesOnceAndExports)
@@ -100,93 +93,6 @@ TEST_F(ControllerDownloadTest, ExternalAddressesAreToldOneByOne)
     waitForLine("finished initialization of weather data"_q);
     EXPECT_EQ(view.linesWith("being downloaded already"_q), 1);
     EXPECT_EQ(view.levelOf("(Controller) - Download Synop Error: "_q), 3);
-}
-
-TEST_F(ControllerDownloadTest, UpperAirDataOrTheFailureOnce)
-{
-    const std::pair<QByteArray, QString> rows[] = {
-        {"Error: <b>\x1b[2J\nmore\n", "(Controller Weather) - Error: &lt;b&gt;\\u001b[2J\\nmore"_q},
-        {"", "it is empty"_q},
-        {"<html></html>", "it is a web page"_q},
-        {"GRIB nonsense\n", "has no data near 50.00, 8.50"_q},
-    };
-    for (const auto& [answer, line] : rows) {
-        server.serve("/one/get_gribv3.php", answer);
-        view.log.clear();
-        EXPECT_EQ(grib(), 0);
-        EXPECT_EQ(view.levelOf(line), 3) << qPrintable(line);
-        EXPECT_EQ(grib(), 0);
-        EXPECT_EQ(view.levelOf(line), 0) << qPrintable(line);
-    }
-    settings->setWeatherServer(settings->serverTwo());
-    EXPECT_EQ(grib(), 0);
-    EXPECT_EQ(view.levelOf("(WeatherManager) Download Grib - Network Error 203"_q), 3);
-
-    const std::size_t before = controller->weather().gribCount();
-    server.serve("/two/get_gribv3.php", read(CIRRILON_TEST_DATA "/upperair/frankfurt.txt"_q));
-    EXPECT_EQ(grib(), 1);
-    EXPECT_EQ(controller->weather().gribCount(), before + 1);
-    EXPECT_TRUE(server.requests.last().startsWith(
-        "GET /two/get_gribv3.php?lat=50.00&lon=8.50&mode=multi "));
-}
-
-TEST_F(ControllerDownloadTest, TheRawGribNeedsWgrib2)
-{
-    settings->setWxServerType(3);
-    settings->setUrlExternGrib(server.url("/raw"_q));
-    server.serve("/raw", "GRIB2");
-    QDir().mkpath(path("program"));
-    const QString folder = QDir::currentPath();
-    QDir::setCurrent(path("program"));
-    const QByteArray searchPath = qgetenv("PATH");
-    qputenv("PATH", QByteArray());
-    EXPECT_EQ(grib(), 1);
-    EXPECT_EQ(view.levelOf("wgrib2 is needed for the external GRIB address"_q), 3);
-    EXPECT_EQ(grib(), 0) << "not asked in a tight loop";
-    EXPECT_EQ(server.count("/raw"), 1);
-    settings->setUrlExternGrib(server.url("/%s/none"_q));
-    for (int attempt = 0; attempt < 3; ++attempt) {
-        EXPECT_EQ(grib(), 0);
-        clock.Advance(std::chrono::seconds(1)); // the address has the time in it
-    }
-    EXPECT_EQ(server.requests.size(), 2);
-
-    settings->setUrlExternGrib(server.url("/raw"_q));
-    clock.Advance(std::chrono::minutes(2));
-    write(path("program/wgrib2"), "#!");
-    QFile::setPermissions(path("program/wgrib2"), QFile::ReadOwner | QFile::ExeOwner);
-    processes.outputs = QStringList("1:0:<b>"_q);
-    processes.result = {true, false, 0, "still running"_q};
-    EXPECT_EQ(grib(), 1);
-    qputenv("PATH", searchPath);
-    QDir::setCurrent(folder);
-    EXPECT_EQ(read(settings->tmpFolder() + "grib.grib"_q), "GRIB2");
-    ASSERT_EQ(processes.runs().size(), 1);
-    EXPECT_TRUE(processes.runs().first().endsWith("|(CWAT:(surface)) -csv "_q
-                                                  + settings->tmpFolder() + "grib.csv"_q));
-    EXPECT_EQ(view.levelOf("(Controller) - 1:0:&lt;b&gt;"_q), 0);
-    EXPECT_EQ(view.levelOf("(Controller) - still running"_q), 3);
-}
-
-TEST_F(ControllerDownloadTest, GlobalWindGoesToARemoteSimulatorOnce)
-{
-    connectTo(aviation::interfaceid::kBridge, aviation::fsid::kXPlaneId8);
-    simulator.clearCalls();
-    server.serve("/one/global_turbulence.grib", "turbulence");
-    controller->DownloadXPlaneGlobalWind(); // the wind file is missing
-    settle();
-    EXPECT_EQ(view.levelOf("(Controller) - Download XPlane Global grib Error: 203"_q), 3);
-    EXPECT_TRUE(simulator.calls().isEmpty());
-
-    server.serve("/one/global_wind.grib", "wind");
-    controller->DownloadXPlaneGlobalWind();
-    ASSERT_TRUE(wait([&] { return simulator.calls().contains("ActivateWeather"_q); }));
-    EXPECT_EQ(simulator.calls(), QStringList({"SetGlobalWindFile 4"_q, "SetTurbulenceWindFile 10"_q,
-                                              "ActivateWeather"_q}));
-    controller->DownloadXPlaneGlobalWind();
-    settle();
-    EXPECT_EQ(simulator.calls("ActivateWeather"_q).size(), 2);
-    EXPECT_EQ(server.count("/one/global_wind.grib"), 2);
 }
 
 TEST_F(ControllerDownloadTest, InfoFile)

@@ -5,34 +5,23 @@
 #include "app/jobs/WeatherWorker.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
-#include "tests/app/base/SettingsFixture.h"
+#include "tests/app/download/ServerFixture.h"
 #include "tests/support/ControllerTesting.h"
-#include "tests/support/FakeClock.h"
 #include "tests/support/FakeFsInterface.h"
-#include "tests/support/FakeMainView.h"
 #include "tests/support/FakeProcessRunner.h"
-#include "tests/support/FakeUserDialogs.h"
-#include "tests/support/LoopbackHttp.h"
 
 #include <QSignalSpy>
 
 #include <functional>
 #include <memory>
 
-/// A controller over doubles, with a home folder of its own and the servers "/one", "/two" and
-/// "/info/" on loopback. Its timers don't run by themselves faster than a test waits.
-class ControllerFixture : public SettingsFixture
+/// A controller over doubles. Its timers don't run by themselves faster than a test waits.
+class ControllerFixture : public ServerFixture
 {
 protected:
     void SetUp() override
     {
-        SettingsFixture::SetUp();
-        write(mainFile(),
-              "[url]\nwxdata1=%1one\nwxdata2=%1two\nfileinfo=%1info/\n"_q.arg(server.url("/"_q))
-                  .toUtf8());
-        settings = std::make_unique<Settings>(mainFile(), m_random);
-        settings->setWeatherServer(settings->serverOne());
-        settings->setWorkFolder(path("work/"));
+        ServerFixture::SetUp();
         settings->setInterfaceType(aviation::interfaceid::kBridge);
         settings->setGribOff(true);
         settings->setCheckNewVersion(false);
@@ -43,8 +32,7 @@ protected:
     void TearDown() override
     {
         controller.reset();
-        settings.reset();
-        SettingsFixture::TearDown();
+        ServerFixture::TearDown();
     }
 
     void make()
@@ -62,10 +50,6 @@ protected:
         QCoreApplication::processEvents();
     }
     QTimer& timer(const char* name) const { return controllertesting::timer(*controller, name); }
-    static bool wait(const std::function<bool()>& condition)
-    {
-        return controllertesting::waitFor(condition);
-    }
     /// Lets all jobs end, and those that follow from their signals.
     void settle() { ASSERT_TRUE(controllertesting::settle(*controller)); }
     void connectTo(int interfaceType, aviation::FsId fsId)
@@ -112,13 +96,8 @@ protected:
         controller->OnTimerWeather();
     }
 
-    FakeClock clock{2019, 7, 1, 12, 10};
-    FakeMainView view;
-    FakeUserDialogs dialogs;
     FakeProcessRunner processes;
-    LoopbackHttp server;
     FakeSimulator simulator;
     FakeInterfaceFactory interfaces{simulator};
-    std::unique_ptr<Settings> settings;
     std::unique_ptr<Controller> controller;
 };

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/base/DownloadManager.h"
+#include "app/base/JobPosts.h"
+#include "app/base/Reporting.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// Fetches the files of X-Plane's global wind and hands them to the simulator, or writes them where
+/// it reads them. Main thread, whose event loop runs on while they are fetched; owned by the
+/// controller.
+class GlobalWindDownload
+{
+public:
+    /// `postJob` posts to the simulator's worker.
+    GlobalWindDownload(DownloadContext context, Reporting reporting, PostJob postJob);
+
+    /// After each X-Plane weather that is written as files. Files that came already aren't fetched
+    /// again from the same server.
+    void download();
+
+private:
+    bool fetch(QByteArray& turbulence, QByteArray& wind);
+    void send(const QByteArray& turbulence, const QByteArray& wind);
+    void writeWind(const QString& simulator, const QByteArray& wind);
+
+    const DownloadContext m_context;
+    const Reporting m_reporting;
+    const PostJob m_postJob;
+    QString m_url; ///< the last one whose files arrived, or arrive now
+    bool m_underWay = false;
+};
