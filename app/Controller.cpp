@@ -8,6 +8,7 @@
 #include "app/cycle/CycleRules.h"
 #include "app/download/GlobalWindDownload.h"
 #include "app/download/GribDownload.h"
+#include "app/download/UpdateCheck.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
@@ -107,6 +108,10 @@ void Controller::makeDownloads()
 {
     m_globalWindDownload = std::make_unique<GlobalWindDownload>(
         downloadContext(), reporting(), [this](const Job& job) { postConnectJob(job); });
+    m_updateCheck =
+        std::make_unique<UpdateCheck>(m_settings, downloadContext(), m_processes, reporting());
+    connect(m_updateCheck.get(), &UpdateCheck::sigCloseProgram, this,
+            [this] { m_view.closeProgram(); });
 }
 
 void Controller::makeTimers()

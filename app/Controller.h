@@ -37,12 +37,11 @@ class ModelDirectWindControl;
 class ProcessRunner;
 class QUdpSocket;
 class Settings;
+class UpdateCheck;
 class UserDialogs;
 class WeatherPage;
 class WeatherWorker;
 class WeatherWrapper;
-struct InfoFile;
-enum class VersionState;
 
 namespace aviation {
 class RandomSource;
@@ -247,13 +246,6 @@ private:
     void weatherFileRead();
     void decodeWeatherText(const QString& text);
     void showDownloadProgress(DownloadManager& manager);
-    QString infoFileName() const;
-    void checkVersion(const InfoFile& info);
-    void warnUnsupported(const InfoFile& info);
-    void logNewVersion(const InfoFile& info);
-    void logNoVersion();
-    void offerUpdate(const InfoFile& info, VersionState state);
-    void startInstaller(const QString& installer);
 
     void postConnectJob(const Job& job);
     void postWeatherJob(const Job& job);
@@ -275,6 +267,7 @@ private:
     std::unique_ptr<GribDownload> m_gribDownload; ///< the weather worker calls it
     std::unique_ptr<WeatherWorker> m_weatherWorker;
     std::unique_ptr<GlobalWindDownload> m_globalWindDownload;
+    std::unique_ptr<UpdateCheck> m_updateCheck;
     std::unique_ptr<NavdataBase> m_navdata;
     std::unique_ptr<QUdpSocket> m_udpSocket;
     std::function<FlightPhase()> m_flightPhase;

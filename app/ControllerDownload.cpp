@@ -7,6 +7,7 @@
 #include "app/download/GlobalWindDownload.h"
 #include "app/download/GribDownload.h"
 #include "app/download/ServerAnswer.h"
+#include "app/download/UpdateCheck.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/FsId.h"
@@ -266,4 +267,24 @@ int Controller::DownloadGrib(const aviation::Position& position, bool single)
 void Controller::DownloadXPlaneGlobalWind()
 {
     m_globalWindDownload->download();
+}
+
+void Controller::onDownloadFileInfo()
+{
+    m_updateCheck->download();
+}
+
+void Controller::OnDownloadFileInfoFinished(QString filename, int error)
+{
+    m_updateCheck->takeFile(filename, error);
+}
+
+void Controller::OnDownloadFileInfoError(int errNum, QString errStr)
+{
+    m_updateCheck->logFailure(errNum, errStr);
+}
+
+void Controller::onCheckNewVersion()
+{
+    m_updateCheck->checkKeptFile();
 }
