@@ -13,12 +13,12 @@
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
 #include "dwc/ModelDirectWindControl.h"
+#include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
 #include "weather/output/WeatherWrapper.h"
 
 #include <QDateTime>
-#include <QUdpSocket>
 
 #include <utility>
 
@@ -79,6 +79,9 @@ void Controller::makeWorkers(const ControllerParts& parts)
             &Controller::OnDebugString, Qt::QueuedConnection);
     connect(m_connectWorker.get(), &ConnectWorker::sigProgressBar, this, &Controller::OnProgressBar,
             Qt::QueuedConnection);
+
+    m_datagrams = std::make_unique<AircraftDatagrams>(m_settings, m_stop, reporting().log);
+    connect(m_datagrams.get(), &AircraftDatagrams::sigAircraft, this, &Controller::takeDatagram);
 
     // The lines of the weather side are plain text with reports in it.
     const auto plainLine = [this](const QString& text, int level) {
@@ -209,7 +212,7 @@ void Controller::switchConnection()
     if (IsConnected()) {
         m_linked = false;
         postConnectJob(Job(connectjob::kDisconnect, QStringLiteral("Disconnect")));
-        closeUdp();
+        m_datagrams->close();
     } else {
         postConnectJob(Job(connectjob::kConnect, QStringLiteral("Connect")));
     }

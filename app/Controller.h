@@ -14,7 +14,6 @@
 #include "nav/records/NavdataBase.h"
 
 #include <QHash>
-#include <QHostAddress>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -27,6 +26,7 @@
 #include <optional>
 #include <vector>
 
+class AircraftDatagrams;
 class ConnectWorker;
 class DataPage;
 class FsInterfaceFactory;
@@ -35,7 +35,6 @@ class GribDownload;
 class MainView;
 class ModelDirectWindControl;
 class ProcessRunner;
-class QUdpSocket;
 class Settings;
 class UpdateCheck;
 class UserDialogs;
@@ -229,12 +228,7 @@ private:
     void connectionLost();
     void scheduleReconnect();
     void endReconnecting();
-    void bindUdp(const QString& portText);
-    void closeUdp();
-    void findUdpSenders();
-    bool isUdpSender(const QHostAddress& sender) const;
-    void takeDatagram(const QByteArray& bytes);
-    void logUdpOnce(bool& logged, const QString& text);
+    void takeDatagram(const aviation::structs::AircraftData& aircraft, bool isAnswer);
 
     // Downloads
     QString weatherAddress(int source);
@@ -269,7 +263,7 @@ private:
     std::unique_ptr<GlobalWindDownload> m_globalWindDownload;
     std::unique_ptr<UpdateCheck> m_updateCheck;
     std::unique_ptr<NavdataBase> m_navdata;
-    std::unique_ptr<QUdpSocket> m_udpSocket;
+    std::unique_ptr<AircraftDatagrams> m_datagrams;
     std::function<FlightPhase()> m_flightPhase;
     std::function<QString()> m_destination;
     std::optional<std::int64_t> m_weatherClockMs; ///< last reading by the weather clock
@@ -288,10 +282,6 @@ private:
     bool m_directWindShown = false;
     QTimer m_reconnectTimer{this};
     int m_reconnectDelayMs = 0; ///< 0 while nothing is tried again
-    QVector<QHostAddress> m_udpSenders;
-    bool m_udpSendersKnown = false;
-    bool m_udpForeignLogged = false;
-    bool m_udpBadLogged = false;
 
     // State of the weather cycle, main thread only.
     QTimer timerOneSecond{this}; ///< polls the simulator
@@ -311,7 +301,6 @@ private:
     aviation::structs::AircraftFuel aircraftFuel;
     bool aircraftDataValid = false;
     bool forceWeatherUpdate = false;
-    bool udpBound = false;
     std::int32_t downloadRetries = 0; ///< deliberately never reset
     std::int32_t currentSource = 0;
     bool weatherDownloading = false;

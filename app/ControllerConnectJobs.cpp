@@ -5,6 +5,7 @@
 #include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
 #include "app/jobs/WeatherJobs.h"
+#include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
 #include "sim/LogText.h"
@@ -84,7 +85,7 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
         break;
     case connectjob::kAnnounceAddress:
         if (error == simresult::kNone) {
-            bindUdp(jobName);
+            m_datagrams->bind(jobName);
         }
         break;
     default:
@@ -195,13 +196,13 @@ void Controller::showDisconnected()
     m_view.setConnectText(tr("Connect"));
     m_view.pageData().clearData();
     m_view.setSetWxAction(false, tr("Set WX"), QString());
-    closeUdp();
+    m_datagrams->close();
 }
 
 void Controller::aircraftDataFinished()
 {
     aircraftDataValid = true;
-    if (!udpBound) {
+    if (!m_datagrams->isBound()) {
         aircraftData = m_connectWorker->aircraftData();
     }
     m_view.SetAircraftData(aircraftData);

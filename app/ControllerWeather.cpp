@@ -7,6 +7,7 @@
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
+#include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
 #include "weather/output/WeatherWrapper.h"
@@ -29,7 +30,7 @@ void Controller::OnTimerOneSecond()
     if (interval != timerOneSecond.interval()) {
         timerOneSecond.setInterval(interval);
     }
-    if (!udpBound && m_connectWorker->queuedJobs() < cycle::kMostWaitingJobs) {
+    if (!m_datagrams->isBound() && m_connectWorker->queuedJobs() < cycle::kMostWaitingJobs) {
         postConnectJob(Job(connectjob::kAircraftData, QStringLiteral("Aircraft data")));
     }
     m_view.pageData().setJobsInfo(tr("Jobs: %1").arg(m_connectWorker->queuedJobs()));

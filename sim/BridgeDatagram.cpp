@@ -29,6 +29,17 @@ BridgeDatagram ParseDatagram(const QByteArray& datagram)
     return result;
 }
 
+std::uint16_t portFromText(const QString& text)
+{
+    constexpr int kMostDigits = 5;
+    bool digitsOnly = !text.isEmpty() && text.size() <= kMostDigits;
+    for (const QChar c : text) {
+        digitsOnly = digitsOnly && c >= QLatin1Char('0') && c <= QLatin1Char('9');
+    }
+    // Conversion fails by itself above 65535.
+    return digitsOnly ? text.toUShort() : std::uint16_t{0};
+}
+
 void FillMaximumWeights(aviation::structs::AircraftData& aircraft)
 {
     if (aircraft.maxGrossWeight <= 0.0F) {

@@ -181,15 +181,4 @@ int NextReconnectDelay(int lastDelayMs)
     return lastDelayMs <= 0 ? kFirst : std::min(lastDelayMs * 2, kLongest);
 }
 
-std::uint16_t PortFromText(const QString& text)
-{
-    constexpr int kMostDigits = 5;
-    bool digitsOnly = !text.isEmpty() && text.size() <= kMostDigits;
-    for (const QChar c : text) {
-        digitsOnly = digitsOnly && c >= QLatin1Char('0') && c <= QLatin1Char('9');
-    }
-    // Conversion fails by itself above 65535.
-    return digitsOnly ? text.toUShort() : std::uint16_t{0};
-}
-
 } // namespace cycle

@@ -102,7 +102,4 @@ bool TakesWindFromFiles(aviation::FsId fsId, int weatherMode);
 /// The wait in front of the next attempt to connect, ms: 10 s, doubling up to 160 s.
 int NextReconnectDelay(int lastDelayMs);
 
-/// A port in decimal digits, 1 to 65535; 0 for anything else.
-std::uint16_t PortFromText(const QString& text);
-
 } // namespace cycle

@@ -1,0 +1,144 @@
+#include "sim/AircraftDatagrams.h"
+
+#include "app/base/LogLevel.h"
+#include "app/base/Settings.h"
+#include "app/base/StopFlag.h"
+#include "sim/BridgeDatagram.h"
+#include "sim/LogText.h"
+
+#include <QHostInfo>
+#include <QTimer>
+#include <QUdpSocket>
+
+#include <algorithm>
+#include <utility>
+
+AircraftDatagrams::AircraftDatagrams(const Settings& settings, const StopFlag& stop,
+                                     LogFunction log, QObject* parent)
+    : QObject(parent)
+    , m_settings(settings)
+    , m_stop(stop)
+    , m_log(std::move(log))
+{}
+
+AircraftDatagrams::~AircraftDatagrams() = default;
+
+void AircraftDatagrams::bind(const QString& portText)
+{
+    const QString myIp = m_settings.myIp();
+    if (myIp.isEmpty()) {
+        m_log(QStringLiteral("(Controller) - UDP bind failed: IP not selected"), loglevel::kError);
+        return;
+    }
+    if (m_socket) {
+        m_log(QStringLiteral("(Controller) - UDP bind failed: %1")
+                  .arg(QStringLiteral("bound already")),
+              loglevel::kError);
+        return;
+    }
+    const std::uint16_t port = portFromText(portText);
+    const QHostAddress address(myIp);
+    m_socket = std::make_unique<QUdpSocket>();
+    connect(m_socket.get(), &QUdpSocket::readyRead, this, &AircraftDatagrams::readOne);
+    m_bound = port != 0 && !address.isNull() && m_socket->bind(address, port);
+    const QString line = m_bound ? QStringLiteral("(Controller) - UDP bind IP:%1 Port:%2 ")
+                                 : QStringLiteral("(Controller) - UDP bind failed IP:%1 Port:%2 ");
+    m_log(line.arg(LogText(myIp), LogText(portText)),
+          m_bound ? loglevel::kNotification : loglevel::kError);
+    if (m_bound) {
+        findSenders();
+    } else {
+        close();
+    }
+}
+
+void AircraftDatagrams::close()
+{
+    m_bound = false;
+    if (m_socket) {
+        m_socket->disconnect(this);
+        m_socket->close();
+        m_socket.release()->deleteLater(); // it may be its signal that led here
+    }
+}
+
+/// Until the server's name is resolved its datagrams can't be told from others and are dropped.
+void AircraftDatagrams::findSenders()
+{
+    m_senders.clear();
+    m_foreignLogged = false;
+    m_badLogged = false;
+    const QString server = m_settings.serverIp();
+    const QHostAddress address(server);
+    m_sendersKnown = !address.isNull();
+    if (m_sendersKnown) {
+        m_senders = {address};
+        return;
+    }
+    QHostInfo::lookupHost(server, this, [this, server](const QHostInfo& info) {
+        if (server == m_settings.serverIp()) {
+            m_senders = info.addresses().toVector();
+            m_sendersKnown = true;
+        }
+    });
+}
+
+bool AircraftDatagrams::isSender(const QHostAddress& sender) const
+{
+    return std::any_of(m_senders.begin(), m_senders.end(), [&sender](const QHostAddress& address) {
+        return address.isEqual(sender, QHostAddress::ConvertV4MappedToIPv4);
+    });
+}
+
+/// A read is tried even where nothing waits any more, since a readyRead without a read would be the
+/// socket's last.
+void AircraftDatagrams::readOne()
+{
+    constexpr qint64 kLargestDatagram = 65507;
+    if (!m_socket || m_stop.raised()) {
+        return;
+    }
+    const qint64 size = m_socket->pendingDatagramSize();
+    QByteArray bytes(static_cast<int>(std::clamp<qint64>(size, 1, kLargestDatagram)), '\0');
+    QHostAddress sender;
+    const qint64 taken = m_socket->readDatagram(bytes.data(), bytes.size(), &sender);
+    if (m_socket->hasPendingDatagrams()) {
+        QTimer::singleShot(0, this, &AircraftDatagrams::readOne);
+    }
+    if (taken < 0 || !m_sendersKnown) {
+        return;
+    }
+    if (!isSender(sender)) {
+        logOnce(m_foreignLogged,
+                QStringLiteral("(Controller) - UDP datagrams of %1 dropped: it isn't the server "
+                               "of the settings.")
+                    .arg(LogText(sender.toString())));
+    } else if (size > kLargestDatagram) {
+        logOnce(m_badLogged, QStringLiteral("(Controller) - UDP datagram too large, dropped"));
+    } else {
+        bytes.truncate(static_cast<int>(taken));
+        take(bytes);
+    }
+}
+
+void AircraftDatagrams::take(const QByteArray& bytes)
+{
+    const BridgeDatagram datagram = ParseDatagram(bytes);
+    if (!datagram.hasAircraft) {
+        logOnce(m_badLogged,
+                QStringLiteral("(Controller) - UDP datagram without aircraft data dropped; the "
+                               "server may be of another version."));
+        return;
+    }
+    if (!datagram.fault.isEmpty()) {
+        logOnce(m_badLogged, QStringLiteral("(Controller) - ") + LogText(datagram.fault.trimmed()));
+    }
+    Q_EMIT sigAircraft(datagram.aircraft, datagram.isAircraftAnswer());
+}
+
+void AircraftDatagrams::logOnce(bool& logged, const QString& text)
+{
+    if (!std::exchange(logged, true)) {
+        m_log(text, loglevel::kWarning);
+    }
+}

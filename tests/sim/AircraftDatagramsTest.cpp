@@ -1,0 +1,162 @@
+#include "sim/AircraftDatagrams.h"
+
+#include "app/base/StopFlag.h"
+#include "sim/BridgeDatagram.h"
+#include "sim/BridgeFrame.h"
+#include "tests/app/base/SettingsFixture.h"
+
+#include <QTest>
+#include <QUdpSocket>
+
+#include <functional>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace {
+
+const QString kLoopback = "127.0.0.1"_q;
+
+/// A bridge's push of an aircraft at a height in feet.
+QByteArray aircraftDatagram(int height, std::uint8_t command = bridgecommand::kAnswer)
+{
+    const QByteArray text =
+        "Height=" + QByteArray::number(height)
+        + ":Alt=900:TAS=0:GS=0:Hdg=0:VS=0:WindDir=:00:WindSpeed==0:MagVar=0:Vis=0:"
+          "Lat=50.5:Lon=8.5:OnGround===1:EngineOff===0:LandingLight=====0:"
+          "DoorOpen===0:ParkingBrake======0";
+    return FrameBytes(command, bridgemessage::kAircraftData, text);
+}
+
+class AircraftDatagramsTest : public SettingsFixture
+{
+protected:
+    void SetUp() override
+    {
+        SettingsFixture::SetUp();
+        settings = std::make_unique<Settings>(mainFile(), m_random);
+        settings->setServerIp(kLoopback);
+        settings->setMyIp(kLoopback);
+        stream = std::make_unique<AircraftDatagrams>(*settings, stop,
+                                                     [this](const QString& text, int level) {
+                                                         lines.push_back({text, level});
+                                                     });
+        QObject::connect(stream.get(), &AircraftDatagrams::sigAircraft,
+                         [this](const aviation::structs::AircraftData& aircraft, bool isAnswer) {
+                             taken.push_back({aircraft.heightAgl, isAnswer});
+                         });
+    }
+    void TearDown() override
+    {
+        stream.reset();
+        settings.reset();
+        SettingsFixture::TearDown();
+    }
+
+    void bindFreePort()
+    {
+        QUdpSocket probe;
+        ASSERT_TRUE(probe.bind(QHostAddress(kLoopback), 0));
+        port = probe.localPort();
+        probe.close();
+        stream->bind(QString::number(port));
+        ASSERT_TRUE(stream->isBound());
+        EXPECT_EQ(levelOf("UDP bind IP:127.0.0.1 Port:%1 "_q.arg(port)), 1);
+    }
+    void send(const QByteArray& bytes)
+    {
+        ASSERT_EQ(sender.writeDatagram(bytes, QHostAddress(kLoopback), port), bytes.size());
+    }
+    static bool wait(const std::function<bool()>& condition)
+    {
+        return QTest::qWaitFor(condition, 20000);
+    }
+    int linesWith(const QString& part) const
+    {
+        return static_cast<int>(std::count_if(lines.begin(), lines.end(), [&](const auto& line) {
+            return line.first.contains(part);
+        }));
+    }
+    int levelOf(const QString& part) const
+    {
+        return !lines.empty() && lines.back().first.contains(part) ? lines.back().second : -1;
+    }
+
+    StopFlag stop;
+    std::unique_ptr<Settings> settings;
+    std::unique_ptr<AircraftDatagrams> stream;
+    std::vector<std::pair<QString, int>> lines;
+    std::vector<std::pair<int, bool>> taken; ///< height, whether it was an answer
+    QUdpSocket sender;
+    quint16 port = 0;
+};
+
+TEST_F(AircraftDatagramsTest, NoDatagramIsLostAndOnlyAnAnswerIsOne)
+{
+    bindFreePort();
+    std::vector<std::pair<int, bool>> expected;
+    for (int i = 1; i <= 20; ++i) {
+        send(aircraftDatagram(i) + QByteArray("\0rest", 5));
+        expected.push_back({i, true});
+    }
+    send(aircraftDatagram(77, bridgecommand::kRead));
+    expected.push_back({77, false});
+    ASSERT_TRUE(wait([&] { return taken.size() >= expected.size(); }));
+    EXPECT_EQ(taken, expected);
+
+    stream->bind(QString::number(port));
+    EXPECT_EQ(levelOf("UDP bind failed: "_q), 3) << "no second socket";
+    EXPECT_TRUE(stream->isBound());
+    stream->close();
+    QUdpSocket again;
+    EXPECT_TRUE(again.bind(QHostAddress(kLoopback), port)) << "the port is free again";
+}
+
+TEST_F(AircraftDatagramsTest, ForeignAndBrokenOnesAreDroppedWithALineEach)
+{
+    settings->setServerIp("127.0.0.2"_q);
+    bindFreePort();
+    send(aircraftDatagram(1));
+    send(aircraftDatagram(2));
+    const QString foreign = "UDP datagrams of 127.0.0.1 dropped"_q;
+    ASSERT_TRUE(wait([&] { return linesWith(foreign) == 1; }));
+
+    sender.close();
+    ASSERT_TRUE(sender.bind(QHostAddress("127.0.0.2"_q), 0));
+    send("garbage");
+    send(QByteArray());
+    send(aircraftDatagram(1).left(17));
+    send(aircraftDatagram(3));
+    ASSERT_TRUE(wait([&] { return !taken.empty(); }));
+    EXPECT_EQ(taken.front().first, 3);
+    EXPECT_EQ(linesWith(foreign), 1);
+    EXPECT_EQ(linesWith("datagram without aircraft data"_q), 1);
+}
+
+TEST_F(AircraftDatagramsTest, OnlyAPortAndAnOwnAddressAreBound)
+{
+    const std::tuple<QString, QString, QString> rows[] = {
+        {QString(), "5000"_q, "UDP bind failed: IP not selected"_q},
+        {kLoopback, "0"_q, "UDP bind failed IP:127.0.0.1 Port:0 "_q},
+        {kLoopback, "<b>"_q, "UDP bind failed IP:127.0.0.1 Port:&lt;b&gt; "_q},
+        {"192.0.2.1"_q, "5000"_q, "UDP bind failed IP:192.0.2.1 Port:5000 "_q},
+    };
+    for (const auto& [address, number, line] : rows) {
+        settings->setMyIp(address);
+        stream->bind(number);
+        EXPECT_EQ(levelOf(line), 3) << qPrintable(line);
+        EXPECT_FALSE(stream->isBound());
+    }
+}
+
+TEST(BridgeDatagram, APortIsDecimalDigits)
+{
+    const std::pair<const char*, int> ports[] = {
+        {"1", 1},     {"65535", 65535}, {"65536", 0}, {"0", 0},      {"", 0},         {"-1", 0},
+        {" 5000", 0}, {"5000x", 0},     {"1e3", 0},   {"123456", 0}, {"127.0.0.1", 0}};
+    for (const auto& [text, port] : ports) {
+        EXPECT_EQ(portFromText(QString::fromLatin1(text)), port) << text;
+    }
+}
+
+} // namespace
