@@ -9,6 +9,7 @@
 #include "app/download/GlobalWindDownload.h"
 #include "app/download/GribDownload.h"
 #include "app/download/UpdateCheck.h"
+#include "app/download/WeatherDownload.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
@@ -43,7 +44,6 @@ Controller::Controller(const ControllerParts& parts, QObject* parent)
     , m_directWindRandom(
           std::make_unique<aviation::SeededRandom>(static_cast<std::uint32_t>(parts.random.Next())))
     , m_directWind(std::make_unique<ModelDirectWindControl>(m_settings, *m_directWindRandom))
-    , currentSource(parts.settings.weatherSource())
 {
     registerSignalTypes();
     connect(this, &Controller::sigDebugString, this, &Controller::OnDebugString,
@@ -109,6 +109,17 @@ void Controller::makeWorkers(const ControllerParts& parts)
 
 void Controller::makeDownloads()
 {
+    m_weatherDownload = std::make_unique<WeatherDownload>(
+        m_settings, downloadContext(), [this] { return m_connectWorker->fsVersion(); },
+        reporting());
+    connect(m_weatherDownload.get(), &WeatherDownload::sigBegun, this, &Controller::beginDownload);
+    connect(m_weatherDownload.get(), &WeatherDownload::sigPresentRequested, this, [this] {
+        m_view.pageWeather().setWeatherTime(QString());
+        m_weatherWorker->setHistoryMode(false);
+    });
+    connect(m_weatherDownload.get(), &WeatherDownload::sigEnded, &timerWeather, &QTimer::stop);
+    connect(m_weatherDownload.get(), &WeatherDownload::sigText, this,
+            &Controller::decodeWeatherText);
     m_globalWindDownload = std::make_unique<GlobalWindDownload>(
         downloadContext(), reporting(), [this](const Job& job) { postConnectJob(job); });
     m_updateCheck =

@@ -4,7 +4,6 @@
 #include "app/base/Job.h"
 #include "app/base/Reporting.h"
 #include "app/base/StopFlag.h"
-#include "app/download/WeatherFileReader.h"
 #include "aviation/AircraftData.h"
 #include "aviation/AircraftLoad.h"
 #include "aviation/Grib.h"
@@ -38,6 +37,7 @@ class ProcessRunner;
 class Settings;
 class UpdateCheck;
 class UserDialogs;
+class WeatherDownload;
 class WeatherPage;
 class WeatherWorker;
 class WeatherWrapper;
@@ -182,7 +182,6 @@ private:
     bool approachBlocks();
     void startUpdate();
     void UpdateXPlaneVisibility();
-    void searchAnotherSource();
     void exportMetars();
     void searchGribAt(const aviation::Position& position);
 
@@ -231,15 +230,8 @@ private:
     void takeDatagram(const aviation::structs::AircraftData& aircraft, bool isAnswer);
 
     // Downloads
-    QString weatherAddress(int source);
-    void DownloadExternalWeather();
-    std::optional<QString> fetchExternal(const QString& kind, const QString& urlTemplate,
-                                         int shortest);
-    void weatherDownloadFailed(const QString& filename, int error);
-    void readWeatherFile(const QString& downloaded);
-    void weatherFileRead();
+    void beginDownload();
     void decodeWeatherText(const QString& text);
-    void showDownloadProgress(DownloadManager& manager);
 
     void postConnectJob(const Job& job);
     void postWeatherJob(const Job& job);
@@ -260,6 +252,7 @@ private:
     std::unique_ptr<ConnectWorker> m_connectWorker;
     std::unique_ptr<GribDownload> m_gribDownload; ///< the weather worker calls it
     std::unique_ptr<WeatherWorker> m_weatherWorker;
+    std::unique_ptr<WeatherDownload> m_weatherDownload;
     std::unique_ptr<GlobalWindDownload> m_globalWindDownload;
     std::unique_ptr<UpdateCheck> m_updateCheck;
     std::unique_ptr<NavdataBase> m_navdata;
@@ -301,12 +294,5 @@ private:
     aviation::structs::AircraftFuel aircraftFuel;
     bool aircraftDataValid = false;
     bool forceWeatherUpdate = false;
-    std::int32_t downloadRetries = 0; ///< deliberately never reset
-    std::int32_t currentSource = 0;
-    bool weatherDownloading = false;
     bool weatherDecoded = false;
-
-    // Downloads, main thread only.
-    bool m_plainWeatherList = false; ///< the list that is under way isn't packed
-    WeatherFileReader m_weatherFileReader{m_stop};
 };

@@ -4,6 +4,7 @@
 #include "app/base/Settings.h"
 #include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
+#include "app/download/WeatherDownload.h"
 #include "app/jobs/WeatherJobs.h"
 #include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
@@ -185,7 +186,7 @@ void Controller::connected()
     if (m_settings.clearWxOnConnect()) {
         OnClearWX();
     }
-    if (weatherDownloading || weatherDecoded) {
+    if (m_weatherDownload->isUnderWay() || weatherDecoded) {
         m_view.setSetWxAction(true, tr("Set WX"), QString());
     }
 }

@@ -5,6 +5,7 @@
 #include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
 #include "app/cycle/ReportChoice.h"
+#include "app/download/WeatherDownload.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
 #include "app/jobs/XPlaneFiles.h"
@@ -61,7 +62,7 @@ void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
             .arg(m_weather->synopCount()),
         loglevel::kNotification);
     if (m_weather->metarCount() < kFewestMetars) {
-        searchAnotherSource();
+        m_weatherDownload->tryAnotherSource();
     }
     m_view.OnProgressBar(0, 0, QString());
     if (!IsConnected()) {
@@ -71,21 +72,6 @@ void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
     log(QStringLiteral("(Controller Weather) - timer weather started"), loglevel::kDebug);
     m_view.pageWeather().OnEnableGetMetarButton(true);
     exportMetars();
-}
-
-void Controller::searchAnotherSource()
-{
-    constexpr int kMostRetries = 4;
-    ++downloadRetries;
-    log(QStringLiteral("(WeatherManager) - no metars founded, switch to another source"),
-        loglevel::kError);
-    currentSource = cycle::NextSource(currentSource);
-    if (downloadRetries >= kMostRetries) {
-        log(QStringLiteral("(WeatherManager) - no metars founded. Download stopped"),
-            loglevel::kError);
-    } else {
-        DownloadWeather(currentSource);
-    }
 }
 
 void Controller::exportMetars()

@@ -3,6 +3,7 @@
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
+#include "app/download/WeatherDownload.h"
 #include "aviation/Station.h"
 #include "nav/AirportTable.h"
 #include "nav/NavdataIntern.h"
@@ -79,7 +80,7 @@ void Controller::OnStart()
     }
     LoadResources();
     m_view.pageWeather().OnEnableGetMetarButton(false);
-    currentSource = m_settings.weatherSource();
+    m_weatherDownload->useSourceOfSettings();
     m_view.closeSplash();
     onDownloadFileInfo();
     logWeatherServer();

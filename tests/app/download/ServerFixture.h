@@ -47,6 +47,8 @@ protected:
                     view.OnProgressBar(value, total, text);
                 }};
     }
+    /// As the servers pack their lists.
+    static QByteArray packed(const QByteArray& plain) { return qCompress(plain).mid(4); }
     static bool wait(const std::function<bool()>& condition)
     {
         constexpr int kLimitMs = 20000;

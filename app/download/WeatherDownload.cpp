@@ -1,0 +1,270 @@
+#include "app/download/WeatherDownload.h"
+
+#include "app/base/LogLevel.h"
+#include "app/base/Settings.h"
+#include "app/base/StopFlag.h"
+#include "app/base/UrlTemplate.h"
+#include "app/base/UserDialogs.h"
+#include "app/cycle/CycleRules.h"
+#include "app/download/DownloadReport.h"
+#include "app/download/ServerAnswer.h"
+
+#include <QUrl>
+
+#include <utility>
+
+namespace {
+
+// Values of weather/source.
+constexpr int kVatsim = 1;
+constexpr int kIvao = 2;
+constexpr int kNoaa = 3;
+constexpr int kServerExternal = 3; ///< of weather/wxservertype
+
+} // namespace
+
+WeatherDownload::WeatherDownload(Settings& settings, DownloadContext context,
+                                 std::function<aviation::FsId()> simulator, Reporting reporting,
+                                 QObject* parent)
+    : QObject(parent)
+    , m_settings(settings)
+    , m_context(std::move(context))
+    , m_simulator(std::move(simulator))
+    , m_reporting(std::move(reporting))
+    , m_reader(*m_context.stop)
+    , m_currentSource(settings.weatherSource())
+{
+    connect(&m_reader, &QThread::finished, this, &WeatherDownload::takeRead);
+}
+
+void WeatherDownload::useSourceOfSettings()
+{
+    m_currentSource = m_settings.weatherSource();
+}
+
+void WeatherDownload::download(int source)
+{
+    if (m_context.stop->raised()) {
+        return;
+    }
+    if (m_underWay) {
+        m_reporting.log(
+            QStringLiteral("(Controller Weather) - weather is being downloaded already"),
+            loglevel::kDebug);
+        return;
+    }
+    m_underWay = true;
+    Q_EMIT sigBegun();
+    if (m_settings.wxServerType() == kServerExternal) {
+        fetchExternal();
+    } else {
+        fetchList(source);
+    }
+}
+
+void WeatherDownload::fetchList(int source)
+{
+    const QUrl url(addressOf(source));
+    auto* manager = new DownloadManager(m_context, this);
+    connect(manager, &DownloadManager::finished, this, &WeatherDownload::takeFile);
+    connect(manager, &DownloadManager::sigDownloadError, this, &WeatherDownload::logFailure);
+    downloadreport::showProgress(*manager, m_reporting.progress);
+    manager->append(url, QStringLiteral("Cirrilon - Downloading Weather"));
+    Q_EMIT sigPresentRequested();
+}
+
+QString WeatherDownload::addressOf(int source)
+{
+    const QString from = QStringLiteral("(Controller Weather) - Download weather from ");
+    m_plainList = m_simulator() == aviation::fsid::kFs2020;
+    if (m_plainList) {
+        m_reporting.log(from + QStringLiteral("MSFS2020"), loglevel::kNotification);
+        return m_settings.fs2020Url(true);
+    }
+    if (source == kVatsim) {
+        m_reporting.log(from + QStringLiteral("VATSIM"), loglevel::kNotification);
+        return m_settings.vatsimUrl(true);
+    }
+    if (source == kIvao) {
+        m_reporting.log(from + QStringLiteral("IVAO"), loglevel::kNotification);
+        return m_settings.ivaoUrl(true);
+    }
+    if (source != kNoaa) {
+        m_reporting.log(
+            QStringLiteral("(Controller Weather) - There is no weather source %1, NOAA is used. "
+                           "Choose a source in the settings.")
+                .arg(source),
+            loglevel::kWarning);
+    }
+    m_reporting.log(from + QStringLiteral("NOAA"), loglevel::kNotification);
+    return m_settings.noaaUrl(true);
+}
+
+/// The event loop runs on while the texts are fetched.
+void WeatherDownload::fetchExternal()
+{
+    constexpr int kShortestMetarUrl = 6;
+    constexpr int kShortestSynopUrl = 4;
+    QString text;
+    const auto metars =
+        fetchExternalText(QStringLiteral("Metar"), m_settings.urlExternMetar(), kShortestMetarUrl);
+    if (metars) {
+        text = QStringLiteral("[METAR]") + *metars + QStringLiteral("[/METAR]\n");
+    }
+    const auto synops =
+        fetchExternalText(QStringLiteral("Synop"), m_settings.urlExternSynop(), kShortestSynopUrl);
+    if (synops) {
+        // Deliberately instead of the METARs, not behind them.
+        text = QStringLiteral("[SYNOP]") + *synops + QStringLiteral("[/SYNOP]\n");
+    }
+    m_underWay = false;
+    Q_EMIT sigText(text);
+}
+
+std::optional<QString> WeatherDownload::fetchExternalText(const QString& kind,
+                                                          const QString& urlTemplate, int shortest)
+{
+    const QString title = QStringLiteral("(Controller) - Download %1").arg(kind);
+    const QString url = expandUrlTemplate(urlTemplate);
+    if (url.size() < shortest) {
+        m_reporting.log(title + QStringLiteral(" - Url-Error") + url.toHtmlEscaped(),
+                        loglevel::kError);
+        return std::nullopt;
+    }
+    m_reporting.log(title + QStringLiteral(" - ") + url.toHtmlEscaped(), loglevel::kDebug);
+    DownloadManager manager(m_context);
+    downloadreport::showProgress(manager, m_reporting.progress);
+    QString text;
+    const int error = manager.getToString(url, text);
+    const QString reason = error != 0
+                               ? manager.lastErrorText()
+                               : serveranswer::fault(text.left(serveranswer::kHeadSize).toUtf8());
+    if (!reason.isEmpty() && !m_context.stop->raised()) {
+        m_reporting.log(title + QStringLiteral(" Error: ") + serveranswer::forLog(reason)
+                            + QLatin1Char(' ') + serveranswer::advice(error),
+                        loglevel::kError);
+        text.clear();
+    }
+    return text;
+}
+
+void WeatherDownload::logFailure(int error, const QString& reason)
+{
+    const QString prefix = QStringLiteral("(Downloader) - ");
+    // A folder that can't be made has a number that means something else in the network.
+    const bool isFolder = reason.startsWith(prefix);
+    if (!m_context.stop->raised()) {
+        m_reporting.log((isFolder ? QString() : prefix) + serveranswer::forLog(reason)
+                            + QStringLiteral(" (error %1). ").arg(error)
+                            + serveranswer::advice(isFolder ? serveranswer::kFileError : error),
+                        loglevel::kError);
+    }
+}
+
+void WeatherDownload::takeFile(const QString& fileName, int error)
+{
+    m_underWay = false;
+    if (m_context.stop->raised()) {
+        return;
+    }
+    Q_EMIT sigEnded();
+    m_reporting.log(QStringLiteral("(Downloader) - filename: ") + fileName.toHtmlEscaped(),
+                    loglevel::kDebug);
+    m_reporting.log(QStringLiteral("(Downloader) - Weather download finished"),
+                    loglevel::kNotification);
+    m_reporting.progress(0, 0, tr("Weather downloaded"));
+    if (error != 0) {
+        retry(fileName, error);
+    } else {
+        read(fileName);
+    }
+}
+
+void WeatherDownload::retry(const QString& fileName, int error)
+{
+    constexpr int kMostNetworkErrors = 6;
+    const QString title = QStringLiteral("Cirrilon - Download error");
+    m_reporting.log(QStringLiteral("Cirrilon - Download Network error: %1 \n%2")
+                        .arg(error)
+                        .arg(fileName.toHtmlEscaped()),
+                    loglevel::kError);
+    m_context.dialogs->warning(title,
+                               QStringLiteral("Network error: %1 \n%2").arg(error).arg(fileName));
+    if (m_retries < kMostNetworkErrors) {
+        switchServer();
+        download(m_settings.weatherSource());
+        ++m_retries;
+        return;
+    }
+    m_context.dialogs->warning(title, QStringLiteral("Automatic weather download stopped.\nPlease "
+                                                     "contact the developers of Cirrilon."));
+    m_reporting.progress(0, 0, QString());
+    m_reporting.log(
+        QStringLiteral("(Controller) - Automatic weather download stopped. Check the internet "
+                       "connection, then choose \"Download WX\"."),
+        loglevel::kError);
+}
+
+void WeatherDownload::read(const QString& downloaded)
+{
+    const QString exportFolder = m_settings.exportMetarFile();
+    WeatherFileRequest request;
+    request.downloaded = downloaded;
+    if (!m_plainList) {
+        request.inflated = m_settings.tmpFolder() + QStringLiteral("weather.txt");
+    }
+    request.copy = (exportFolder.isEmpty() ? QStringLiteral(".") : exportFolder)
+                   + QStringLiteral("/weather.wx");
+    m_reader.read(request);
+}
+
+void WeatherDownload::takeRead()
+{
+    const std::optional<WeatherFileResult> result = m_reader.takeResult();
+    if (m_context.stop->raised() || !result) {
+        return;
+    }
+    if (!result->fault.isEmpty()) {
+        m_reporting.log(
+            QStringLiteral("(Controller Weather) - The weather file can't be used: %1. If other "
+                           "sources fail as well, choose another weather server in the settings.")
+                .arg(serveranswer::forLog(result->fault)),
+            loglevel::kError);
+    }
+    if (!result->opened) {
+        m_reporting.log(m_plainList ? QStringLiteral("(WeatherManager) Can not open file: ")
+                                          + result->file.toHtmlEscaped()
+                                    : QStringLiteral("(WeatherManager) Could not open weather.txt"),
+                        loglevel::kError);
+        return;
+    }
+    m_reporting.log(QStringLiteral("(WeatherManager) Initialize weather data"),
+                    loglevel::kNotification);
+    Q_EMIT sigText(result->text);
+}
+
+void WeatherDownload::tryAnotherSource()
+{
+    constexpr int kMostRetries = 4;
+    ++m_retries;
+    m_reporting.log(
+        QStringLiteral("(WeatherManager) - no metars founded, switch to another source"),
+        loglevel::kError);
+    m_currentSource = cycle::NextSource(m_currentSource);
+    if (m_retries >= kMostRetries) {
+        m_reporting.log(QStringLiteral("(WeatherManager) - no metars founded. Download stopped"),
+                        loglevel::kError);
+    } else {
+        download(m_currentSource);
+    }
+}
+
+void WeatherDownload::switchServer()
+{
+    const QString first = m_settings.serverOne();
+    const bool toSecond = m_settings.weatherServer() == first;
+    m_settings.setWeatherServer(toSecond ? m_settings.serverTwo() : first);
+    m_reporting.log(QStringLiteral("(Controller) - Switch to Weather server: ")
+                        + (toSecond ? QStringLiteral("wxdata2") : QStringLiteral("wxdata1")),
+                    loglevel::kNotification);
+}
