@@ -6,6 +6,7 @@
 #include "app/base/SlicedSleep.h"
 #include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
+#include "app/cycle/DirectWind.h"
 #include "app/download/GlobalWindDownload.h"
 #include "app/download/GribDownload.h"
 #include "app/download/UpdateCheck.h"
@@ -13,7 +14,6 @@
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
-#include "dwc/ModelDirectWindControl.h"
 #include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
@@ -41,9 +41,7 @@ Controller::Controller(const ControllerParts& parts, QObject* parent)
     , m_network(parts.network)
     , m_processes(parts.processes)
     , m_limits(parts.limits)
-    , m_directWindRandom(
-          std::make_unique<aviation::SeededRandom>(static_cast<std::uint32_t>(parts.random.Next())))
-    , m_directWind(std::make_unique<ModelDirectWindControl>(m_settings, *m_directWindRandom))
+    , m_directWind(makeDirectWind(parts.random))
 {
     registerSignalTypes();
     connect(this, &Controller::sigDebugString, this, &Controller::OnDebugString,
@@ -67,6 +65,21 @@ Controller::~Controller()
     m_weatherWorker->stop();
     m_connectWorker.reset();
     m_weatherWorker.reset();
+}
+
+JobPosts Controller::jobPosts()
+{
+    return {[this](const Job& job) { postConnectJob(job); },
+            [this](const Job& job) {
+                postWeatherJob(job);
+            }};
+}
+
+std::unique_ptr<DirectWind> Controller::makeDirectWind(aviation::RandomSource& random)
+{
+    const auto seed = static_cast<std::uint32_t>(random.Next());
+    return std::make_unique<DirectWind>(m_settings, m_view, jobPosts(),
+                                        std::make_unique<aviation::SeededRandom>(seed));
 }
 
 void Controller::makeWorkers(const ControllerParts& parts)
@@ -120,8 +133,8 @@ void Controller::makeDownloads()
     connect(m_weatherDownload.get(), &WeatherDownload::sigEnded, &timerWeather, &QTimer::stop);
     connect(m_weatherDownload.get(), &WeatherDownload::sigText, this,
             &Controller::decodeWeatherText);
-    m_globalWindDownload = std::make_unique<GlobalWindDownload>(
-        downloadContext(), reporting(), [this](const Job& job) { postConnectJob(job); });
+    m_globalWindDownload = std::make_unique<GlobalWindDownload>(downloadContext(), reporting(),
+                                                                jobPosts().toSimulator);
     m_updateCheck =
         std::make_unique<UpdateCheck>(m_settings, downloadContext(), m_processes, reporting());
     connect(m_updateCheck.get(), &UpdateCheck::sigCloseProgram, this,

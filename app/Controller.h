@@ -1,9 +1,11 @@
 #pragma once
 
 #include "app/base/DownloadManager.h"
-#include "app/base/Job.h"
+#include "app/base/JobPosts.h"
 #include "app/base/Reporting.h"
 #include "app/base/StopFlag.h"
+#include "app/cycle/CycleCounters.h"
+#include "app/cycle/LapClock.h"
 #include "aviation/AircraftData.h"
 #include "aviation/AircraftLoad.h"
 #include "aviation/Grib.h"
@@ -28,11 +30,11 @@
 class AircraftDatagrams;
 class ConnectWorker;
 class DataPage;
+class DirectWind;
 class FsInterfaceFactory;
 class GlobalWindDownload;
 class GribDownload;
 class MainView;
-class ModelDirectWindControl;
 class ProcessRunner;
 class Settings;
 class UpdateCheck;
@@ -162,6 +164,8 @@ private:
     // Start
     void makeWorkers(const ControllerParts& parts);
     void makeDownloads();
+    std::unique_ptr<DirectWind> makeDirectWind(aviation::RandomSource& random);
+    JobPosts jobPosts();
     void makeTimers();
     bool createWorkingFolders();
     void sweepTemporaryFolder();
@@ -174,7 +178,6 @@ private:
 
     // Weather cycle
     cycle::Simulator simulator() const;
-    void addElapsedTime();
     void showTimes(double distanceNm);
     void downloadIfDue();
     void stepDirectWind();
@@ -187,13 +190,7 @@ private:
 
     // Direct wind control
     void UpdateDirectWindControl();
-    void addDirectWindTime();
-    bool searchDirectWindIfDue();
     void takeDirectWindReports(int error);
-    void sendWindAtAircraft();
-    void sendWindLayers();
-    void showDirectWind(const QString& text);
-    void hideDirectWind();
 
     // Finished jobs of the weather worker
     void showWeatherUpdate();
@@ -259,7 +256,8 @@ private:
     std::unique_ptr<AircraftDatagrams> m_datagrams;
     std::function<FlightPhase()> m_flightPhase;
     std::function<QString()> m_destination;
-    std::optional<std::int64_t> m_weatherClockMs; ///< last reading by the weather clock
+    LapClock m_weatherClock;
+    CycleCounters m_counters;
     bool m_inWeatherTick = false;
     QString m_aircraftTitle;                ///< the last one that was shown
     QHash<int, int> m_lastErrors;           ///< of the jobs that repeat by themselves, by id
@@ -267,24 +265,13 @@ private:
     std::optional<QString> m_requestedIcao; ///< the user's next request while one is served
     bool m_servingRequest = false;
     bool m_linked = false; ///< connected, and neither lost nor given up since
-    /// A source of its own, since the store draws from the common one on the worker's thread.
-    std::unique_ptr<aviation::RandomSource> m_directWindRandom;
-    std::unique_ptr<ModelDirectWindControl> m_directWind;
-    std::optional<std::int64_t> m_directWindClockMs; ///< last reading by direct wind control
-    bool m_windUnderWay = false;                     ///< job 19 or 35 isn't finished
-    bool m_directWindShown = false;
+    std::unique_ptr<DirectWind> m_directWind;
     QTimer m_reconnectTimer{this};
     int m_reconnectDelayMs = 0; ///< 0 while nothing is tried again
 
     // State of the weather cycle, main thread only.
     QTimer timerOneSecond{this}; ///< polls the simulator
     QTimer timerWeather{this};   ///< the weather clock, one second
-    std::int32_t msSinceUpdate = -1;
-    std::int32_t msSinceNearestSearch = -1;
-    std::int32_t msSinceDwc = -1;
-    std::int32_t msSinceDownload = -1;
-    std::int32_t msSinceDwcSearch = -1;
-    std::int32_t msSinceVisibility = -1;
     std::int32_t dwcPeriodMs = 1000;
     float xplaneBaseVisibility = -1.0F; ///< metres, -1 none
     aviation::Position lastUpdatePosition;

@@ -4,6 +4,7 @@
 #include "app/base/Settings.h"
 #include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
+#include "app/cycle/DirectWind.h"
 #include "app/download/WeatherDownload.h"
 #include "app/jobs/WeatherJobs.h"
 #include "sim/AircraftDatagrams.h"
@@ -75,14 +76,14 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
         flightPlanSent(jobName, error);
         break;
     case connectjob::kWindAtAircraft:
-        m_windUnderWay = false;
+        m_directWind->windFinished();
         if (error != simresult::kNone) {
             log(QStringLiteral("(Controller) DWC-ErrorNum:%1").arg(error),
                 levelOfFault(jobId, error));
         }
         break;
     case connectjob::kSetWindLayers:
-        m_windUnderWay = false;
+        m_directWind->windFinished();
         break;
     case connectjob::kAnnounceAddress:
         if (error == simresult::kNone) {
@@ -165,7 +166,7 @@ void Controller::connected()
 {
     m_linked = true;
     m_lastErrors.clear();
-    m_directWindShown = false; // the line begins anew
+    m_directWind->connected();
     endReconnecting();
     const aviation::FsId fsId = m_connectWorker->fsVersion();
     m_view.setConnectText(tr("Disconnect"));

@@ -4,6 +4,7 @@
 #include "app/base/Settings.h"
 #include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
+#include "app/cycle/DirectWind.h"
 #include "app/cycle/ReportChoice.h"
 #include "app/download/WeatherDownload.h"
 #include "app/jobs/WeatherJobs.h"
@@ -138,6 +139,18 @@ void Controller::OnJobWeatherWorkerFinished(int job, QString jobname, int error)
         break;
     }
     Q_EMIT sigFinishedJob(job, jobname);
+}
+
+void Controller::takeDirectWindReports(int error)
+{
+    if (error != weathererror::kNone) {
+        return; // the wind goes on with the reports of before
+    }
+    Metar metar;
+    Synop synop;
+    Grib grib;
+    m_weatherWorker->GetSearchResult(metar, synop, grib);
+    m_directWind->takeReports(metar, synop, grib);
 }
 
 void Controller::showWeatherUpdate()

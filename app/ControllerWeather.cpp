@@ -4,6 +4,7 @@
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
 #include "app/cycle/CycleRules.h"
+#include "app/cycle/DirectWind.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
@@ -61,7 +62,9 @@ void Controller::OnTimerWeather()
         return;
     }
     const QScopedValueRollback<bool> inTick(m_inWeatherTick, true);
-    addElapsedTime();
+    // The first reading only starts the clock: the counters still say "never" then, and so the
+    // first tick with an aircraft sets weather at once.
+    m_counters.addElapsed(m_weatherClock.lapMs());
     const double distanceNm =
         cycle::DistanceFromLastUpdate(aircraftData.position, lastUpdatePosition);
     showTimes(distanceNm);
@@ -75,27 +78,15 @@ void Controller::OnTimerWeather()
         m_view.OnStatusbarStatus(text);
         return;
     }
-    const bool due =
-        cycle::UpdateDue(msSinceUpdate, m_settings.updateTime(), distanceNm, m_settings.range());
+    const bool due = cycle::UpdateDue(m_counters.msSinceUpdate, m_settings.updateTime(), distanceNm,
+                                      m_settings.range());
     if ((due && !blocked) || forceWeatherUpdate) {
         startUpdate();
     }
-    if (msSinceVisibility >= kVisibilityMs || msSinceNearestSearch == cycle::kNever) {
-        UpdateXPlaneVisibility();
-    }
-}
-
-/// The first reading starts the clock: the counters still say "never" then, and so the first tick
-/// with an aircraft sets weather at once.
-void Controller::addElapsedTime()
-{
-    const std::int64_t now = aviation::Clock::Current().MonotonicMs();
-    const std::int64_t elapsed = now - m_weatherClockMs.value_or(now);
-    m_weatherClockMs = now;
-    for (std::int32_t* counter :
-         {&msSinceUpdate, &msSinceVisibility, &msSinceNearestSearch, &msSinceDwc, &msSinceDownload})
+    if (m_counters.msSinceVisibility >= kVisibilityMs
+        || m_counters.msSinceNearestSearch == cycle::kNever)
     {
-        *counter = cycle::AddElapsed(*counter, elapsed);
+        UpdateXPlaneVisibility();
     }
 }
 
@@ -104,11 +95,11 @@ void Controller::showTimes(double distanceNm)
     constexpr int kMsPerSecond = 1000;
     constexpr int kShownInMinutes = 100; // seconds; above it
     constexpr int kSecondsPerMinute = 60;
-    const cycle::Remaining left =
-        cycle::UntilUpdate(msSinceUpdate, m_settings.updateTime(), distanceNm, m_settings.range());
+    const cycle::Remaining left = cycle::UntilUpdate(
+        m_counters.msSinceUpdate, m_settings.updateTime(), distanceNm, m_settings.range());
     m_view.pageData().setWeatherUpdateInterval(
         tr("Weather update in %1s / %2NM").arg(left.seconds).arg(left.distanceNm));
-    const int download = cycle::UntilDownload(msSinceDownload);
+    const int download = cycle::UntilDownload(m_counters.msSinceDownload);
     if (download > 0) {
         const QString text = download > kShownInMinutes
                                  ? tr("Weather download in %1min").arg(download / kSecondsPerMinute)
@@ -116,24 +107,24 @@ void Controller::showTimes(double distanceNm)
         m_view.pageData().setInfo1(text);
         m_view.OnStatusbarStatus(text);
     }
-    Q_EMIT sigProgress(msSinceUpdate / kMsPerSecond, m_settings.updateTime(),
+    Q_EMIT sigProgress(m_counters.msSinceUpdate / kMsPerSecond, m_settings.updateTime(),
                        tr("Weather update in %1s/%2NM").arg(left.seconds).arg(left.distanceNm));
 }
 
 void Controller::downloadIfDue()
 {
     constexpr int kMsPerSecond = 1000;
-    if (msSinceDownload / kMsPerSecond > m_settings.downloadUpdateTime()) {
-        msSinceDownload = 0; // before the download, which may take its time
+    if (m_counters.msSinceDownload / kMsPerSecond > m_settings.downloadUpdateTime()) {
+        m_counters.msSinceDownload = 0; // before the download, which may take its time
         DownloadWeather(m_settings.weatherSource());
     }
 }
 
 void Controller::stepDirectWind()
 {
-    if (msSinceDwc > dwcPeriodMs || msSinceDwc == cycle::kNever) {
+    if (m_counters.msSinceDwc > dwcPeriodMs || m_counters.msSinceDwc == cycle::kNever) {
         m_weatherWorker->setAircraftData(aircraftData);
-        msSinceDwc = 0;
+        m_counters.msSinceDwc = 0;
         UpdateDirectWindControl();
     }
 }
@@ -141,9 +132,11 @@ void Controller::stepDirectWind()
 void Controller::searchNearestIfDue()
 {
     constexpr int kSearchMs = 61000;
-    if (msSinceNearestSearch >= kSearchMs || msSinceNearestSearch == cycle::kNever) {
+    if (m_counters.msSinceNearestSearch >= kSearchMs
+        || m_counters.msSinceNearestSearch == cycle::kNever)
+    {
         m_weatherWorker->setAircraftData(aircraftData);
-        msSinceNearestSearch = 0;
+        m_counters.msSinceNearestSearch = 0;
         postWeatherJob(Job(weatherjob::kSearchAtAircraft, QStringLiteral("Search nearst metar")));
     }
 }
@@ -188,7 +181,13 @@ void Controller::startUpdate()
                 .arg(simulator().fsId),
             loglevel::kWarning);
     }
-    msSinceUpdate = 0;
+    m_counters.msSinceUpdate = 0;
+}
+
+void Controller::UpdateDirectWindControl()
+{
+    const bool ready = weatherDecoded && aircraftDataValid && aircraftData.position.isKnown();
+    m_directWind->update(simulator(), aircraftData, ready);
 }
 
 void Controller::UpdateXPlaneVisibility()
@@ -201,7 +200,7 @@ void Controller::UpdateXPlaneVisibility()
     log(QStringLiteral("(WeatherManager)  set visibility xplane: %1 m").arg(metres),
         loglevel::kDebug);
     postConnectJob(Job(connectjob::kSetVisibility, metres));
-    msSinceVisibility = 0;
+    m_counters.msSinceVisibility = 0;
 }
 
 void Controller::DoDisplayMetar(const Metar& metar)

@@ -13,7 +13,8 @@ namespace {
 
 const char* const kSynop =
     "[SYNOP]\nAAXX 01121 10637 11458 52406 10221 20121 30024 40150 57005 82130=\n[/SYNOP]\n";
-class DirectWind : public ControllerFixture
+
+class ControllerDirectWindTest : public ControllerFixture
 {
 protected:
     /// Connected and near Frankfurt, with reports and upper-air data loaded.
@@ -50,67 +51,7 @@ protected:
     int searches = 0;
 };
 
-TEST_F(DirectWind, NeitherSearchesNorSendsWhereItIsOffOrImpossible)
-{
-    const QString fileMode = "no DWC, XPlane weather file mode"_q;
-    const std::tuple<int, int, int, bool, QString> rows[] = {
-        {1, 3, 0, false, QString()}, {2, 3, 0, true, QString()},  {3, 6, 0, true, QString()},
-        {3, 10, 0, true, QString()}, {3, 12, 0, true, QString()}, {4, 7, 1, true, fileMode},
-    };
-    for (const auto& [interfaceType, fsId, mode, enabled, said] : rows) {
-        SCOPED_TRACE(fsId);
-        settings->setFsWindDwc(enabled);
-        settings->setWeatherMode(mode);
-        fly(interfaceType, fsId);
-        for (int i = 0; i < 3; ++i) {
-            tickAndSettle(1100ms);
-        }
-        EXPECT_EQ(searches, 0);
-        EXPECT_EQ(sent(), 0);
-        EXPECT_EQ(view.status.contains(fileMode), said == fileMode);
-        EXPECT_EQ(view.targetWind, said);
-    }
-}
-
-TEST_F(DirectWind, TheWindAtTheAircraftFollowsReportsThatAreSearchedEveryTwoMinutes)
-{
-    fly(1, aviation::fsid::kFsx);
-    tickAndSettle(1001ms);
-    EXPECT_EQ(searches, 1);
-    EXPECT_EQ(sent(), 0) << "the search has the first tick for itself";
-    tickAndSettle(1001ms);
-    EXPECT_EQ(simulator.calls("SetWindAtAircraft"_q).size(), 1);
-    EXPECT_TRUE(simulator.calls("SetWindAtAircraft"_q).first().endsWith("Speed=1.00:Gust=-1.00"_q));
-    EXPECT_EQ(view.linesWith("Next Job ID: 35, Name: 358.999:1.001"_q), 1)
-        << "from north towards the west, one degree and one knot a second";
-    ASSERT_EQ(view.targetWinds.size(), 1);
-    EXPECT_FLOAT_EQ(view.targetWinds.last().Speed, 1.001F);
-
-    tickAndSettle(59s);
-    tickAndSettle(59s);
-    EXPECT_EQ(searches, 1) << "119 seconds";
-    tickAndSettle(1001ms);
-    EXPECT_EQ(searches, 2);
-    EXPECT_EQ(sent(), 3);
-    tickAndSettle(1000ms);
-    EXPECT_EQ(sent(), 3) << "the period isn't over";
-
-    view.targetWind = "a wind"_q;
-    settings->setFsWindDwc(false);
-    tickAndSettle(1001ms);
-    EXPECT_EQ(sent(), 3);
-    EXPECT_EQ(view.targetWind, QString());
-    settings->setFsWindDwc(true);
-    tickAndSettle(1001ms);
-    controller->OnConnectClicked();
-    settle();
-    connectTo(1, aviation::fsid::kPrepar3dV4);
-    view.targetWind = "is not available"_q;
-    tickAndSettle(1001ms);
-    EXPECT_EQ(view.targetWind, "is not available"_q) << "of the new connection";
-}
-
-TEST_F(DirectWind, WithoutReportsTheWindOfTheWeatherStays)
+TEST_F(ControllerDirectWindTest, WithoutReportsTheWindOfTheWeatherStays)
 {
     fly(1, aviation::fsid::kFsx);
     settings->setGribOff(true); // the search fails then
@@ -121,7 +62,7 @@ TEST_F(DirectWind, WithoutReportsTheWindOfTheWeatherStays)
     EXPECT_EQ(sent(), 0);
 }
 
-TEST_F(DirectWind, ASlowSimulatorGetsOneWindAtATimeAndAFaultIsToldOnce)
+TEST_F(ControllerDirectWindTest, ASlowSimulatorGetsOneWindAtATimeAndAFaultIsToldOnce)
 {
     fly(1, aviation::fsid::kFsx);
     tickAndSettle(1100ms);
@@ -148,24 +89,6 @@ TEST_F(DirectWind, ASlowSimulatorGetsOneWindAtATimeAndAFaultIsToldOnce)
         return line.level == 3 && line.text.contains("DWC-ErrorNum:8"_q);
     });
     EXPECT_EQ(told, 1);
-}
-
-TEST_F(DirectWind, XPlaneGetsItsLayers)
-{
-    const std::pair<aviation::FsId, int> rows[] = {{7, 0}, {13, 1}};
-    for (const auto& [fsId, mode] : rows) {
-        settings->setWeatherMode(mode);
-        fly(4, fsId);
-        view.targetWind.clear();
-        tickAndSettle(1100ms);
-        tickAndSettle(1100ms);
-        EXPECT_EQ(simulator.calls("SetWindLayers"_q), QStringList{"SetWindLayers 3"_q});
-        EXPECT_TRUE(view.targetWind.startsWith("(111):240.0/12.0 ("_q))
-            << fsId << ' ' << view.targetWind.toStdString();
-        EXPECT_EQ(view.targetWind.count(QLatin1Char('(')), 3);
-        EXPECT_EQ(view.targetWindTip, view.targetWind);
-        EXPECT_EQ(view.linesWith("Next Job ID: 35"_q), 0);
-    }
 }
 
 } // namespace

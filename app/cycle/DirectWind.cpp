@@ -1,0 +1,114 @@
+#include "app/cycle/DirectWind.h"
+
+#include "app/base/MainView.h"
+#include "app/base/Settings.h"
+#include "app/jobs/WeatherJobs.h"
+#include "aviation/support/RandomSource.h"
+#include "dwc/ModelDirectWindControl.h"
+#include "dwc/WindTexts.h"
+#include "sim/ConnectJobs.h"
+
+#include <cmath>
+#include <utility>
+
+DirectWind::DirectWind(const Settings& settings, MainView& view, JobPosts posts,
+                       std::unique_ptr<aviation::RandomSource> random)
+    : m_settings(settings)
+    , m_view(view)
+    , m_posts(std::move(posts))
+    , m_random(std::move(random))
+    , m_model(std::make_unique<ModelDirectWindControl>(settings, *m_random))
+{}
+
+DirectWind::~DirectWind() = default;
+
+void DirectWind::update(const cycle::Simulator& simulator,
+                        const aviation::structs::AircraftData& aircraft, bool ready)
+{
+    const cycle::WindWay way = cycle::WindWayFor(simulator);
+    if (!m_settings.fsWindDwc() || !ready || way == cycle::WindWay::None) {
+        hide();
+        return;
+    }
+    // Only the time of the ticks that come this far counts, so that the reports are searched anew
+    // every two minutes.
+    m_msSinceDwcSearch = cycle::AddElapsed(m_msSinceDwcSearch, m_clock.lapMs());
+    if (cycle::TakesWindFromFiles(simulator.fsId, m_settings.weatherMode())) {
+        const QString text = tr("no DWC, XPlane weather file mode");
+        m_view.OnStatusbarStatus(text);
+        show(text);
+        return;
+    }
+    // One wind at a time: a slow simulator isn't sent those of the past. And none before the first
+    // reports: where they never come, a calm would replace the wind that the weather set.
+    if (searchIfDue() || m_windUnderWay || !m_model->hasReports()) {
+        return;
+    }
+    m_model->SetAircraftData(aircraft);
+    if (way == cycle::WindWay::AtAircraft) {
+        sendWindAtAircraft();
+    } else {
+        sendLayers();
+    }
+}
+
+bool DirectWind::searchIfDue()
+{
+    constexpr int kSearchMs = 120000;
+    if (m_msSinceDwcSearch <= kSearchMs && m_msSinceDwcSearch != cycle::kNever) {
+        return false;
+    }
+    m_msSinceDwcSearch = 0;
+    m_posts.toWeather(
+        Job(weatherjob::kSearchForDwc, QStringLiteral("search nearest weather for DWC")));
+    return true;
+}
+
+void DirectWind::takeReports(const aviation::weather::Metar& metar,
+                             const aviation::weather::Synop& synop,
+                             const aviation::weather::Grib& grib)
+{
+    m_model->SetWeather(metar, synop, grib);
+}
+
+/// Gust and fourth value of the wind don't travel.
+void DirectWind::sendWindAtAircraft()
+{
+    m_model->Step();
+    m_windUnderWay = true;
+    m_posts.toSimulator(Job(connectjob::kWindAtAircraft, windtexts::JobName(m_model->GetWind())));
+    m_shown = true;
+    m_view.SetTargetWind(m_model->GetWind());
+    const aviation::weather::Wind& target = m_model->windTarget();
+    m_view.SetTargetWindTooltip(tr("Real wind at this altitude: %1°/%2kt")
+                                    .arg(std::lround(target.Dir))
+                                    .arg(std::lround(target.Speed)));
+}
+
+void DirectWind::sendLayers()
+{
+    m_model->StepXPlane();
+    if (m_model->GetXPlaneLayers().empty()) {
+        return;
+    }
+    m_windUnderWay = true;
+    m_posts.toSimulator(
+        Job(connectjob::kSetWindLayers, m_model->GetXPlaneLayers(), QStringLiteral("Set XPWind")));
+    show(windtexts::Layers(m_model->GetXPlaneLayers()));
+}
+
+void DirectWind::show(const QString& text)
+{
+    m_shown = true;
+    m_view.SetTargetWind(text);
+    m_view.SetTargetWindTooltip(text);
+}
+
+/// Only what was shown by a tick goes, not why there is no direct wind control.
+void DirectWind::hide()
+{
+    if (m_shown) {
+        show(QString());
+        m_shown = false;
+    }
+}

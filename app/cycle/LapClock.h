@@ -1,0 +1,23 @@
+#pragma once
+
+#include "aviation/support/Clock.h"
+
+#include <cstdint>
+#include <optional>
+
+/// Measures the time from call to call by the process's clock.
+class LapClock
+{
+public:
+    /// Milliseconds since the last call; 0 at the first one, which only starts the clock.
+    std::int64_t lapMs()
+    {
+        const std::int64_t now = aviation::Clock::Current().MonotonicMs();
+        const std::int64_t elapsed = now - m_last.value_or(now);
+        m_last = now;
+        return elapsed;
+    }
+
+private:
+    std::optional<std::int64_t> m_last;
+};
