@@ -1,5 +1,7 @@
 #include "app/Controller.h"
 
+#include "app/PlaceTables.h"
+#include "app/WorkingFolders.h"
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
@@ -14,6 +16,7 @@
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
+#include "nav/records/NavdataBase.h"
 #include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
@@ -50,8 +53,8 @@ Controller::Controller(const ControllerParts& parts, QObject* parent)
     makeWorkers(parts);
     makeDownloads();
     makeTimers();
-    if (createWorkingFolders()) {
-        sweepTemporaryFolder();
+    if (workingfolders::create(m_settings, reporting().log)) {
+        workingfolders::sweepTemporary(m_settings, reporting().log);
     }
 }
 
@@ -106,6 +109,7 @@ void Controller::makeWorkers(const ControllerParts& parts)
     connect(m_weather.get(), &WeatherWrapper::sigProgress, this, &Controller::OnProgressBar,
             Qt::QueuedConnection);
 
+    m_placeTables = std::make_unique<PlaceTables>(m_settings, *m_weather, m_view, reporting().log);
     m_gribDownload = std::make_unique<GribDownload>(downloadContext(), m_stop, m_processes,
                                                     *m_weather, reporting());
     m_weatherWorker =
@@ -175,7 +179,7 @@ void Controller::setDestinationSource(std::function<QString()> source)
 
 void Controller::setNavdata(std::unique_ptr<NavdataBase> navdata)
 {
-    m_navdata = std::move(navdata);
+    m_placeTables->setNavdata(std::move(navdata));
 }
 
 void Controller::log(const QString& text, int level)

@@ -12,14 +12,11 @@
 #include "aviation/Metar.h"
 #include "aviation/Position.h"
 #include "aviation/RadioFrequencys.h"
-#include "nav/records/NavdataBase.h"
 
 #include <QHash>
 #include <QObject>
 #include <QString>
-#include <QStringList>
 #include <QTimer>
-#include <QVector>
 
 #include <cstdint>
 #include <functional>
@@ -35,6 +32,8 @@ class FsInterfaceFactory;
 class GlobalWindDownload;
 class GribDownload;
 class MainView;
+class NavdataBase;
+class PlaceTables;
 class ProcessRunner;
 class Settings;
 class UpdateCheck;
@@ -167,14 +166,7 @@ private:
     std::unique_ptr<DirectWind> makeDirectWind(aviation::RandomSource& random);
     JobPosts jobPosts();
     void makeTimers();
-    bool createWorkingFolders();
-    void sweepTemporaryFolder();
     void LoadResources();
-    QVector<QAirport> readAirports();
-    QVector<QAirport> readAdditionalAirports() const;
-    void loadAirports();
-    void loadWeatherStations();
-    void logWeatherServer();
 
     // Weather cycle
     cycle::Simulator simulator() const;
@@ -252,7 +244,7 @@ private:
     std::unique_ptr<WeatherDownload> m_weatherDownload;
     std::unique_ptr<GlobalWindDownload> m_globalWindDownload;
     std::unique_ptr<UpdateCheck> m_updateCheck;
-    std::unique_ptr<NavdataBase> m_navdata;
+    std::unique_ptr<PlaceTables> m_placeTables;
     std::unique_ptr<AircraftDatagrams> m_datagrams;
     std::function<FlightPhase()> m_flightPhase;
     std::function<QString()> m_destination;
@@ -261,7 +253,6 @@ private:
     bool m_inWeatherTick = false;
     QString m_aircraftTitle;                ///< the last one that was shown
     QHash<int, int> m_lastErrors;           ///< of the jobs that repeat by themselves, by id
-    QStringList m_completion;               ///< ICAO codes of all airports
     std::optional<QString> m_requestedIcao; ///< the user's next request while one is served
     bool m_servingRequest = false;
     bool m_linked = false; ///< connected, and neither lost nor given up since
