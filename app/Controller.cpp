@@ -13,6 +13,8 @@
 #include "app/download/GribDownload.h"
 #include "app/download/UpdateCheck.h"
 #include "app/download/WeatherDownload.h"
+#include "app/jobs/ConnectJobLog.h"
+#include "app/jobs/SimulatorLink.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
@@ -52,6 +54,7 @@ Controller::Controller(const ControllerParts& parts, QObject* parent)
     connect(this, &Controller::sigProgress, this, &Controller::OnProgressBar, Qt::QueuedConnection);
     makeWorkers(parts);
     makeDownloads();
+    makeLink();
     makeTimers();
     if (workingfolders::create(m_settings, reporting().log)) {
         workingfolders::sweepTemporary(m_settings, reporting().log);
@@ -63,7 +66,7 @@ Controller::~Controller()
     m_stop.raise();
     timerOneSecond.stop();
     timerWeather.stop();
-    m_reconnectTimer.stop();
+    m_link->endReconnecting();
     // Both are told before either is waited for.
     m_weatherWorker->stop();
     m_connectWorker.reset();
@@ -145,20 +148,30 @@ void Controller::makeDownloads()
             [this] { m_view.closeProgram(); });
 }
 
+void Controller::makeLink()
+{
+    m_connectJobLog = std::make_unique<ConnectJobLog>(reporting().log);
+    m_link = std::make_unique<SimulatorLink>(
+        SimulatorLink::Parts{m_settings, *m_connectWorker, m_dialogs, m_stop, reporting().log,
+                             jobPosts().toSimulator},
+        this);
+    connect(m_link.get(), &SimulatorLink::sigConnected, this, &Controller::connected);
+    connect(m_link.get(), &SimulatorLink::sigDisconnecting, m_datagrams.get(),
+            &AircraftDatagrams::close);
+    connect(m_link.get(), &SimulatorLink::sigSwitched, this, &Controller::showConnection);
+    connect(m_link.get(), &SimulatorLink::sigLost, this, &Controller::showDisconnected);
+}
+
 void Controller::makeTimers()
 {
     constexpr int kWeatherClockMs = 1000;
     constexpr int kStartDelayMs = 200;
     timerOneSecond.setObjectName(QStringLiteral("timerOneSecond"));
     timerWeather.setObjectName(QStringLiteral("timerWeather"));
-    m_reconnectTimer.setObjectName(QStringLiteral("timerReconnect"));
     connect(&timerOneSecond, &QTimer::timeout, this, &Controller::OnTimerOneSecond);
     timerOneSecond.start(cycle::PollTime(m_settings.serverUpdateTimeMax()));
     connect(&timerWeather, &QTimer::timeout, this, &Controller::OnTimerWeather);
     timerWeather.setInterval(kWeatherClockMs);
-    m_reconnectTimer.setSingleShot(true);
-    connect(&m_reconnectTimer, &QTimer::timeout, this,
-            [this] { postConnectJob(Job(connectjob::kConnect, QStringLiteral("Connect"))); });
     QTimer::singleShot(kStartDelayMs, this, &Controller::OnStart);
 }
 
@@ -231,43 +244,7 @@ void Controller::postWeatherJob(const Job& job)
 
 void Controller::OnConnectClicked()
 {
-    endReconnecting();
-    switchConnection();
-}
-
-void Controller::switchConnection()
-{
-    if (IsConnected()) {
-        m_linked = false;
-        postConnectJob(Job(connectjob::kDisconnect, QStringLiteral("Disconnect")));
-        m_datagrams->close();
-    } else {
-        postConnectJob(Job(connectjob::kConnect, QStringLiteral("Connect")));
-    }
-    waitForConnectWorker();
-    showConnectText();
-}
-
-/// A job posted while the thread was on its way out is started here, since the event loop that
-/// would do it stands.
-void Controller::waitForConnectWorker()
-{
-    constexpr int kStepMs = 500;
-    do {
-        sleepUnlessStopped(kStepMs);
-        if (m_connectWorker->queuedJobs() > 0 && !m_stop.raised()) {
-            m_connectWorker->start();
-        }
-    } while (m_connectWorker->isRunning() && !m_stop.raised());
-}
-
-void Controller::showConnectText()
-{
-    const bool isConnected = IsConnected();
-    m_view.setConnectText(isConnected ? tr("Disconnect") : tr("Connect"));
-    if (!isConnected) {
-        m_view.pageData().clearData();
-    }
+    m_link->switchByUser();
 }
 
 void Controller::OnClickedSetWX()

@@ -13,7 +13,6 @@
 #include "aviation/Position.h"
 #include "aviation/RadioFrequencys.h"
 
-#include <QHash>
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -25,6 +24,7 @@
 #include <vector>
 
 class AircraftDatagrams;
+class ConnectJobLog;
 class ConnectWorker;
 class DataPage;
 class DirectWind;
@@ -36,6 +36,7 @@ class NavdataBase;
 class PlaceTables;
 class ProcessRunner;
 class Settings;
+class SimulatorLink;
 class UpdateCheck;
 class UserDialogs;
 class WeatherDownload;
@@ -165,6 +166,7 @@ private:
     void makeDownloads();
     std::unique_ptr<DirectWind> makeDirectWind(aviation::RandomSource& random);
     JobPosts jobPosts();
+    void makeLink();
     void makeTimers();
     void LoadResources();
 
@@ -199,9 +201,6 @@ private:
     // Finished jobs of the simulator worker
     void handleConnectJob(int jobId, const QString& jobName, int error);
     void handleRecordJob(int jobId);
-    void logConnectJob(int jobId, const QString& jobName, int error);
-    int levelOfFault(int jobId, int error) const;
-    void connectFinished(int error);
     void connected();
     void showDisconnected();
     void aircraftDataFinished();
@@ -209,13 +208,7 @@ private:
     void simulatorMetar(const QString& text);
     void flightPlanSent(const QString& name, int error);
 
-    // Connection
-    void switchConnection();
-    void waitForConnectWorker();
-    void showConnectText();
-    void connectionLost();
-    void scheduleReconnect();
-    void endReconnecting();
+    void showConnection();
     void takeDatagram(const aviation::structs::AircraftData& aircraft, bool isAnswer);
 
     // Downloads
@@ -246,19 +239,17 @@ private:
     std::unique_ptr<UpdateCheck> m_updateCheck;
     std::unique_ptr<PlaceTables> m_placeTables;
     std::unique_ptr<AircraftDatagrams> m_datagrams;
+    std::unique_ptr<SimulatorLink> m_link;
+    std::unique_ptr<ConnectJobLog> m_connectJobLog;
     std::function<FlightPhase()> m_flightPhase;
     std::function<QString()> m_destination;
     LapClock m_weatherClock;
     CycleCounters m_counters;
     bool m_inWeatherTick = false;
     QString m_aircraftTitle;                ///< the last one that was shown
-    QHash<int, int> m_lastErrors;           ///< of the jobs that repeat by themselves, by id
     std::optional<QString> m_requestedIcao; ///< the user's next request while one is served
     bool m_servingRequest = false;
-    bool m_linked = false; ///< connected, and neither lost nor given up since
     std::unique_ptr<DirectWind> m_directWind;
-    QTimer m_reconnectTimer{this};
-    int m_reconnectDelayMs = 0; ///< 0 while nothing is tried again
 
     // State of the weather cycle, main thread only.
     QTimer timerOneSecond{this}; ///< polls the simulator

@@ -2,10 +2,11 @@
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
-#include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
 #include "app/cycle/DirectWind.h"
 #include "app/download/WeatherDownload.h"
+#include "app/jobs/ConnectJobLog.h"
+#include "app/jobs/SimulatorLink.h"
 #include "app/jobs/WeatherJobs.h"
 #include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
@@ -16,8 +17,6 @@
 
 #include <QStringList>
 
-#include <utility>
-
 void Controller::OnJobConnectWorkerFinished(int jobId, QString jobName, int error)
 {
     if (m_stop.raised()) {
@@ -25,7 +24,7 @@ void Controller::OnJobConnectWorkerFinished(int jobId, QString jobName, int erro
     }
     if (jobId == connectjob::kAircraftData && error == simresult::kPaused) {
         aircraftDataValid = false;
-        m_lastErrors.remove(jobId);
+        m_connectJobLog->forget(jobId);
         return;
     }
     if (jobId == connectjob::kCloudMap && error == simresult::kCloudReply) {
@@ -34,9 +33,9 @@ void Controller::OnJobConnectWorkerFinished(int jobId, QString jobName, int erro
     }
     handleConnectJob(jobId, jobName, error);
     Q_EMIT sigFinishJobForAircraftEditor(jobId, jobName, error);
-    logConnectJob(jobId, jobName, error);
+    m_connectJobLog->jobEnded(jobId, jobName, error);
     if (error == simresult::kTimeout) {
-        connectionLost();
+        m_link->takeLoss();
     }
 }
 
@@ -44,7 +43,7 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
 {
     switch (jobId) {
     case connectjob::kConnect:
-        connectFinished(error);
+        m_link->takeConnectResult(error);
         break;
     case connectjob::kDisconnect:
         showDisconnected();
@@ -79,7 +78,7 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
         m_directWind->windFinished();
         if (error != simresult::kNone) {
             log(QStringLiteral("(Controller) DWC-ErrorNum:%1").arg(error),
-                levelOfFault(jobId, error));
+                m_connectJobLog->levelOf(jobId, error));
         }
         break;
     case connectjob::kSetWindLayers:
@@ -116,58 +115,10 @@ void Controller::handleRecordJob(int jobId)
     }
 }
 
-void Controller::logConnectJob(int jobId, const QString& jobName, int error)
-{
-    const QString id = QString::number(jobId);
-    const QString name = LogText(jobName);
-    if (error == simresult::kNone) {
-        log(QStringLiteral("(Controller) - JobID:%1 JobName:%2  Finished").arg(id, name),
-            loglevel::kDebug);
-    } else {
-        log(QStringLiteral("(Controller) - JobID:%1 JobName:%2  Finished, Error: %3")
-                .arg(id, name, QString::number(error)),
-            levelOfFault(jobId, error));
-    }
-    m_lastErrors.insert(jobId, error);
-}
-
-/// Of the jobs that come many times a minute the same fault is told once.
-int Controller::levelOfFault(int jobId, int error) const
-{
-    const bool repeats = jobId == connectjob::kAircraftData || jobId == connectjob::kWindAtAircraft
-                         || jobId == connectjob::kSetWindLayers || jobId == connectjob::kCloudMap;
-    return repeats && m_lastErrors.value(jobId) == error ? loglevel::kDebug : loglevel::kError;
-}
-
-void Controller::connectFinished(int error)
-{
-    if (IsConnected()) {
-        connected();
-        return;
-    }
-    if (error == simresult::kWrongApiVersion) {
-        endReconnecting(); // trying again won't help, and would bring the box again
-        m_dialogs.critical(
-            QStringLiteral("Cirrilon-Connection Error"),
-            QStringLiteral("Not compatible Client-Server API Version!\nCheck the debug log."));
-    } else if (m_reconnectDelayMs > 0) {
-        scheduleReconnect();
-    } else if (m_settings.interfaceType() == aviation::interfaceid::kBridge) {
-        log(QStringLiteral("(Controller) - No bridge server answers at %1:%2. Start the simulator "
-                           "with its bridge, check address and port in the settings under "
-                           "Interface, then press Connect.")
-                .arg(LogText(m_settings.serverIp()))
-                .arg(m_settings.serverPort()),
-            loglevel::kWarning);
-    }
-}
-
 void Controller::connected()
 {
-    m_linked = true;
-    m_lastErrors.clear();
+    m_connectJobLog->forgetAll();
     m_directWind->connected();
-    endReconnecting();
     const aviation::FsId fsId = m_connectWorker->fsVersion();
     m_view.setConnectText(tr("Disconnect"));
     m_view.pageData().setSimInterfaceInfo(m_connectWorker->fsName() + QStringLiteral(" - ")
@@ -199,6 +150,29 @@ void Controller::showDisconnected()
     m_view.pageData().clearData();
     m_view.setSetWxAction(false, tr("Set WX"), QString());
     m_datagrams->close();
+}
+
+void Controller::showConnection()
+{
+    const bool isConnected = IsConnected();
+    m_view.setConnectText(isConnected ? tr("Disconnect") : tr("Connect"));
+    if (!isConnected) {
+        m_view.pageData().clearData();
+    }
+}
+
+void Controller::udpReadReady()
+{
+    m_datagrams->readOne();
+}
+
+void Controller::takeDatagram(const aviation::structs::AircraftData& aircraft, bool isAnswer)
+{
+    aircraftData = aircraft;
+    if (isAnswer) {
+        OnJobConnectWorkerFinished(connectjob::kAircraftData,
+                                   QStringLiteral("Aircraft data from UDP"), simresult::kNone);
+    }
 }
 
 void Controller::aircraftDataFinished()
