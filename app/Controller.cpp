@@ -14,6 +14,7 @@
 #include "app/download/UpdateCheck.h"
 #include "app/download/WeatherDownload.h"
 #include "app/jobs/ConnectJobLog.h"
+#include "app/jobs/ReportDisplay.h"
 #include "app/jobs/SimulatorLink.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
@@ -55,6 +56,7 @@ Controller::Controller(const ControllerParts& parts, QObject* parent)
     makeWorkers(parts);
     makeDownloads();
     makeLink();
+    makeReportDisplay();
     makeTimers();
     if (workingfolders::create(m_settings, reporting().log)) {
         workingfolders::sweepTemporary(m_settings, reporting().log);
@@ -160,6 +162,15 @@ void Controller::makeLink()
             &AircraftDatagrams::close);
     connect(m_link.get(), &SimulatorLink::sigSwitched, this, &Controller::showConnection);
     connect(m_link.get(), &SimulatorLink::sigLost, this, &Controller::showDisconnected);
+}
+
+void Controller::makeReportDisplay()
+{
+    m_reportDisplay = std::make_unique<ReportDisplay>(
+        ReportDisplay::Parts{m_settings, m_view, *m_weather, *m_weatherWorker, *m_gribDownload,
+                             m_stop, reporting().log, jobPosts(), [this] {
+                                 return IsConnected();
+                             }});
 }
 
 void Controller::makeTimers()

@@ -20,7 +20,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <vector>
 
 class AircraftDatagrams;
@@ -35,6 +34,7 @@ class MainView;
 class NavdataBase;
 class PlaceTables;
 class ProcessRunner;
+class ReportDisplay;
 class Settings;
 class SimulatorLink;
 class UpdateCheck;
@@ -167,6 +167,7 @@ private:
     std::unique_ptr<DirectWind> makeDirectWind(aviation::RandomSource& random);
     JobPosts jobPosts();
     void makeLink();
+    void makeReportDisplay();
     void makeTimers();
     void LoadResources();
 
@@ -179,8 +180,6 @@ private:
     bool approachBlocks();
     void startUpdate();
     void UpdateXPlaneVisibility();
-    void exportMetars();
-    void searchGribAt(const aviation::Position& position);
 
     // Direct wind control
     void UpdateDirectWindControl();
@@ -195,8 +194,6 @@ private:
     bool hasLocalXPlane() const;
     void writeXPlaneFiles();
     void setThemeFile(const QString& name, int error);
-    void displayAtAircraft(int error);
-    void displayRequested(const QString& icao, int error);
 
     // Finished jobs of the simulator worker
     void handleConnectJob(int jobId, const QString& jobName, int error);
@@ -241,14 +238,13 @@ private:
     std::unique_ptr<AircraftDatagrams> m_datagrams;
     std::unique_ptr<SimulatorLink> m_link;
     std::unique_ptr<ConnectJobLog> m_connectJobLog;
+    std::unique_ptr<ReportDisplay> m_reportDisplay;
     std::function<FlightPhase()> m_flightPhase;
     std::function<QString()> m_destination;
     LapClock m_weatherClock;
     CycleCounters m_counters;
     bool m_inWeatherTick = false;
-    QString m_aircraftTitle;                ///< the last one that was shown
-    std::optional<QString> m_requestedIcao; ///< the user's next request while one is served
-    bool m_servingRequest = false;
+    QString m_aircraftTitle; ///< the last one that was shown
     std::unique_ptr<DirectWind> m_directWind;
 
     // State of the weather cycle, main thread only.
@@ -257,7 +253,6 @@ private:
     std::int32_t dwcPeriodMs = 1000;
     float xplaneBaseVisibility = -1.0F; ///< metres, -1 none
     aviation::Position lastUpdatePosition;
-    QString lastShownMetarText;
     aviation::structs::AircraftData aircraftData;
     aviation::structs::AircraftPayload aircraftPayload;
     aviation::structs::AircraftFuel aircraftFuel;

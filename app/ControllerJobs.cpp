@@ -2,21 +2,20 @@
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
-#include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
 #include "app/cycle/DirectWind.h"
-#include "app/cycle/ReportChoice.h"
 #include "app/download/WeatherDownload.h"
+#include "app/jobs/MetarExport.h"
+#include "app/jobs/ReportDisplay.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
 #include "app/jobs/XPlaneFiles.h"
-#include "aviation/support/Clock.h"
+#include "aviation/Synop.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
 #include "weather/output/WeatherWrapper.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 using aviation::weather::Grib;
 using aviation::weather::Metar;
@@ -33,19 +32,6 @@ XPlaneWindLayer emptyWindLayer()
     layer.Speed = -1.0F;
     layer.Marker = -100.0F;
     return layer;
-}
-
-bool writeMetars(const QString& name, const std::vector<Metar>& metars, QString& error)
-{
-    QSaveFile file(name);
-    bool good = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
-    for (const Metar& metar : metars) {
-        const QByteArray line = QString::fromStdWString(metar.reportText()).toUtf8() + '\n';
-        good = good && file.write(line) == line.size();
-    }
-    good = good && file.commit();
-    error = file.errorString();
-    return good;
 }
 
 } // namespace
@@ -72,28 +58,10 @@ void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
     timerWeather.start();
     log(QStringLiteral("(Controller Weather) - timer weather started"), loglevel::kDebug);
     m_view.pageWeather().OnEnableGetMetarButton(true);
-    exportMetars();
-}
-
-void Controller::exportMetars()
-{
     const QString folder = m_settings.exportMetarFile();
-    if (folder.isEmpty()) {
-        return;
+    if (!folder.isEmpty()) {
+        exportMetars(folder, m_weather->getMetars(), reporting().log, m_dialogs);
     }
-    const QString name = folder + QStringLiteral("/metar.txt");
-    QString error;
-    if (writeMetars(name, m_weather->getMetars(), error)) {
-        log(QStringLiteral("(Controller Weather) - Export Metar, file written ")
-                + name.toHtmlEscaped(),
-            loglevel::kNotification);
-        return;
-    }
-    log(QStringLiteral("(Controller Weather) - Export Metar, Can not open file. ")
-            + error.toHtmlEscaped(),
-        loglevel::kError);
-    m_dialogs.critical(QStringLiteral("Cirrilon - Export Metar"),
-                       QStringLiteral("Can not open file.\n") + error);
 }
 
 void Controller::OnJobWeatherWorkerFinished(int job, QString jobname, int error)
@@ -130,10 +98,10 @@ void Controller::OnJobWeatherWorkerFinished(int job, QString jobname, int error)
         takeDirectWindReports(error);
         break;
     case weatherjob::kSearchAtStation:
-        displayRequested(jobname, error);
+        m_reportDisplay->showRequested(jobname, error, aircraftData.position);
         break;
     case weatherjob::kSearchAtAircraft:
-        displayAtAircraft(error);
+        m_reportDisplay->showAtAircraft(error, aircraftData.position);
         break;
     default: // the decode has its own signal; results of the other searches are taken by nobody
         break;
@@ -249,50 +217,4 @@ void Controller::setThemeFile(const QString& name, int error)
     log(QStringLiteral("(WeatherManager)  Weather Model File created"), loglevel::kNotification);
     sleepUnlessStopped(kSettleMs);
     postConnectJob(Job(connectjob::kSetTheme, name + QStringLiteral(".WTB")));
-}
-
-void Controller::displayAtAircraft(int error)
-{
-    if (error != weathererror::kNone) {
-        DoDisplayMetar(Metar(L"NO WEATHER"));
-        return;
-    }
-    Metar metar;
-    Synop synop;
-    Grib grib;
-    m_weatherWorker->GetSearchResult(metar, synop, grib);
-    DoDisplayMetar(reportchoice::ForAircraft(metar, synop, aircraftData.position,
-                                             aviation::Clock::Current().NowUtc()));
-    OnTableGribUpdate(grib);
-}
-
-void Controller::displayRequested(const QString& icao, int error)
-{
-    if (error == weathererror::kNoWeather) {
-        DoDisplayMetar(Metar(L"NO WEATHER"));
-        return;
-    }
-    Metar metar;
-    Synop synop;
-    Grib grib;
-    m_weatherWorker->GetSearchResult(metar, synop, grib);
-    metar = reportchoice::MetarForRequest(metar, synop, error);
-    const QString taf =
-        m_settings.showTaf() ? m_weather->GetTaf(QString::fromStdWString(metar.icao())) : QString();
-    const reportchoice::Request request{icao.toStdWString(), error, taf.toStdWString()};
-    std::vector<Metar> reports =
-        reportchoice::ForRequest(metar, synop, aircraftData.position, request);
-    const Metar last = reports.back();
-    reports.pop_back();
-    for (const Metar& report : reports) {
-        DoDisplayMetar(report);
-    }
-    if (error != weathererror::kNone) {
-        log(QStringLiteral("(WeatherWorker) - Error: %1 - %2")
-                .arg(error)
-                .arg(WeatherWorker::errorText(error)),
-            loglevel::kWarning);
-    }
-    DoDisplayMetar(last);
-    OnTableGribUpdate(grib);
 }

@@ -1,23 +1,17 @@
 #include "app/Controller.h"
-#include "app/base/GribSource.h"
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
 #include "app/cycle/CycleRules.h"
 #include "app/cycle/DirectWind.h"
+#include "app/jobs/ReportDisplay.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
-#include "aviation/support/Clock.h"
 #include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
-#include "weather/output/WeatherWrapper.h"
 
 #include <QScopedValueRollback>
-
-#include <utility>
-
-using aviation::weather::Metar;
 
 void Controller::OnTimerOneSecond()
 {
@@ -203,45 +197,12 @@ void Controller::UpdateXPlaneVisibility()
     m_counters.msSinceVisibility = 0;
 }
 
-void Controller::DoDisplayMetar(const Metar& metar)
+void Controller::DoDisplayMetar(const aviation::weather::Metar& metar)
 {
-    m_view.pageWeather().displayMetar(metar);
-    const QString text = QString::fromStdWString(metar.reportText());
-    if (IsConnected() && text != lastShownMetarText) {
-        postConnectJob(Job(connectjob::kSendText, text));
-    }
-    lastShownMetarText = text;
+    m_reportDisplay->show(metar);
 }
 
 void Controller::OnGetMetarClicked(QString icao)
 {
-    constexpr int kShortestIcao = 4;
-    m_requestedIcao = icao.toUpper();
-    // The search for upper-air data keeps the event loop running; the request made meanwhile is
-    // served after it.
-    if (m_servingRequest) {
-        return;
-    }
-    const QScopedValueRollback<bool> serving(m_servingRequest, true);
-    while (m_requestedIcao && !m_stop.raised()) {
-        const QString next = *std::exchange(m_requestedIcao, std::nullopt);
-        aviation::weather::Station station;
-        const bool known = next.size() >= kShortestIcao && m_weather->getStation(next, station);
-        m_view.pageWeather().OnBackgroundIcao(next, known);
-        if (known) {
-            searchGribAt(station);
-            postWeatherJob(Job(weatherjob::kSearchAtStation, next));
-        }
-    }
-}
-
-void Controller::searchGribAt(const aviation::Position& position)
-{
-    aviation::weather::Grib grib;
-    if (m_settings.gribOff() || m_weather->SearchGrib(position, grib)) {
-        return;
-    }
-    if (DownloadGrib(position, false) == gribdownload::kFailed) {
-        log(QStringLiteral("(Controller) - Grib not found"), loglevel::kWarning);
-    }
+    m_reportDisplay->request(icao);
 }
