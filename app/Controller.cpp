@@ -5,7 +5,6 @@
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
-#include "app/base/SlicedSleep.h"
 #include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
 #include "app/cycle/DirectWind.h"
@@ -14,6 +13,7 @@
 #include "app/download/UpdateCheck.h"
 #include "app/download/WeatherDownload.h"
 #include "app/jobs/ConnectJobLog.h"
+#include "app/jobs/PreparedWeather.h"
 #include "app/jobs/ReportDisplay.h"
 #include "app/jobs/SimulatorLink.h"
 #include "app/jobs/WeatherWorker.h"
@@ -57,6 +57,7 @@ Controller::Controller(const ControllerParts& parts, QObject* parent)
     makeDownloads();
     makeLink();
     makeReportDisplay();
+    makePreparedWeather(parts.settleMs);
     makeTimers();
     if (workingfolders::create(m_settings, reporting().log)) {
         workingfolders::sweepTemporary(m_settings, reporting().log);
@@ -173,6 +174,17 @@ void Controller::makeReportDisplay()
                              }});
 }
 
+void Controller::makePreparedWeather(int settleMs)
+{
+    m_preparedWeather = std::make_unique<PreparedWeather>(
+        PreparedWeather::Parts{m_settings, m_view, *m_weatherWorker, *m_connectWorker, m_stop,
+                               reporting().log, jobPosts().toSimulator, settleMs});
+    connect(m_preparedWeather.get(), &PreparedWeather::sigFilesSet, this,
+            &Controller::DownloadXPlaneGlobalWind);
+    connect(m_preparedWeather.get(), &PreparedWeather::sigWeatherSet, &timerWeather,
+            QOverload<>::of(&QTimer::start));
+}
+
 void Controller::makeTimers()
 {
     constexpr int kWeatherClockMs = 1000;
@@ -231,11 +243,6 @@ void Controller::OnDebugString(QString item, int level)
 void Controller::OnProgressBar(qlonglong value, qlonglong total, QString text)
 {
     m_view.OnProgressBar(value, total, text);
-}
-
-void Controller::sleepUnlessStopped(int milliseconds)
-{
-    SleepUnless([this] { return m_stop.raised(); }, milliseconds);
 }
 
 void Controller::postConnectJob(const Job& job)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ControllerParts.h"
 #include "app/base/DownloadManager.h"
 #include "app/base/JobPosts.h"
 #include "app/base/Reporting.h"
@@ -25,44 +26,22 @@
 class AircraftDatagrams;
 class ConnectJobLog;
 class ConnectWorker;
-class DataPage;
 class DirectWind;
-class FsInterfaceFactory;
 class GlobalWindDownload;
 class GribDownload;
-class MainView;
 class NavdataBase;
 class PlaceTables;
-class ProcessRunner;
+class PreparedWeather;
 class ReportDisplay;
-class Settings;
 class SimulatorLink;
 class UpdateCheck;
-class UserDialogs;
 class WeatherDownload;
-class WeatherPage;
 class WeatherWorker;
 class WeatherWrapper;
 
-namespace aviation {
-class RandomSource;
-}
 namespace cycle {
 struct Simulator;
 }
-
-/// Everything that the controller is given. All of it outlives the controller.
-struct ControllerParts
-{
-    Settings& settings;
-    MainView& view;
-    UserDialogs& dialogs;
-    aviation::RandomSource& random;
-    NetworkFactory network;
-    ProcessRunner& processes;
-    FsInterfaceFactory& interfaces;
-    DownloadLimits limits;
-};
 
 /// The phase of the flight as far as the weather cycle asks for it.
 enum class FlightPhase
@@ -168,6 +147,7 @@ private:
     JobPosts jobPosts();
     void makeLink();
     void makeReportDisplay();
+    void makePreparedWeather(int settleMs);
     void makeTimers();
     void LoadResources();
 
@@ -184,16 +164,6 @@ private:
     // Direct wind control
     void UpdateDirectWindControl();
     void takeDirectWindReports(int error);
-
-    // Finished jobs of the weather worker
-    void showWeatherUpdate();
-    void setFsuipcWeather();
-    void setSimConnectWeather();
-    void setXPlaneRecord(bool xplane12);
-    void setXPlaneFiles();
-    bool hasLocalXPlane() const;
-    void writeXPlaneFiles();
-    void setThemeFile(const QString& name, int error);
 
     // Finished jobs of the simulator worker
     void handleConnectJob(int jobId, const QString& jobName, int error);
@@ -215,8 +185,6 @@ private:
     void postConnectJob(const Job& job);
     void postWeatherJob(const Job& job);
     void log(const QString& text, int level);
-    /// In slices that end when the stop flag is raised.
-    void sleepUnlessStopped(int milliseconds);
     DownloadContext downloadContext();
     Reporting reporting();
 
@@ -238,6 +206,7 @@ private:
     std::unique_ptr<AircraftDatagrams> m_datagrams;
     std::unique_ptr<SimulatorLink> m_link;
     std::unique_ptr<ConnectJobLog> m_connectJobLog;
+    std::unique_ptr<PreparedWeather> m_preparedWeather;
     std::unique_ptr<ReportDisplay> m_reportDisplay;
     std::function<FlightPhase()> m_flightPhase;
     std::function<QString()> m_destination;
@@ -251,7 +220,6 @@ private:
     QTimer timerOneSecond{this}; ///< polls the simulator
     QTimer timerWeather{this};   ///< the weather clock, one second
     std::int32_t dwcPeriodMs = 1000;
-    float xplaneBaseVisibility = -1.0F; ///< metres, -1 none
     aviation::Position lastUpdatePosition;
     aviation::structs::AircraftData aircraftData;
     aviation::structs::AircraftPayload aircraftPayload;

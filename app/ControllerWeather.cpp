@@ -4,6 +4,7 @@
 #include "app/base/Settings.h"
 #include "app/cycle/CycleRules.h"
 #include "app/cycle/DirectWind.h"
+#include "app/jobs/PreparedWeather.h"
 #include "app/jobs/ReportDisplay.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
@@ -186,11 +187,13 @@ void Controller::UpdateDirectWindControl()
 
 void Controller::UpdateXPlaneVisibility()
 {
-    if (xplaneBaseVisibility == cycle::kNoVisibility || !cycle::HasVisibilitySteps(simulator())) {
+    if (m_preparedWeather->baseVisibility() == cycle::kNoVisibility
+        || !cycle::HasVisibilitySteps(simulator()))
+    {
         return;
     }
-    const QString metres = QString::number(
-        cycle::VisibilityAt(xplaneBaseVisibility, aircraftData.heightAgl, m_settings.visMax()));
+    const QString metres = QString::number(cycle::VisibilityAt(
+        m_preparedWeather->baseVisibility(), aircraftData.heightAgl, m_settings.visMax()));
     log(QStringLiteral("(WeatherManager)  set visibility xplane: %1 m").arg(metres),
         loglevel::kDebug);
     postConnectJob(Job(connectjob::kSetVisibility, metres));

@@ -39,7 +39,7 @@ protected:
     {
         controller = std::make_unique<Controller>(
             ControllerParts{*settings, view, dialogs, m_random, HostNetwork(), processes,
-                            interfaces, DownloadLimits()});
+                            interfaces, DownloadLimits(), 0});
         timer("timerOneSecond").stop();
     }
     /// Lets the tables be loaded, so reports find their places.

@@ -72,7 +72,7 @@ protected:
     {
         interfaces = std::make_unique<SimulatorInterfaces>(*settings, stop, clients, timeouts);
         controller = std::make_unique<Controller>(ControllerParts{
-            *settings, view, dialogs, m_random, HostNetwork(), processes, *interfaces, limits});
+            *settings, view, dialogs, m_random, HostNetwork(), processes, *interfaces, limits, 0});
         timer("timerOneSecond").stop();
         timer("timerWeather").setInterval(kNeverMs); // the tests tick
         QObject::connect(&controller->connectWorker(), &ConnectWorker::sigJobFinish,

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "app/base/JobPosts.h"
+#include "app/base/Reporting.h"
+#include "app/cycle/CycleRules.h"
+
+#include <QObject>
+#include <QString>
+
+class ConnectWorker;
+class MainView;
+class Settings;
+class StopFlag;
+class WeatherWorker;
+
+/// Hands the weather that the weather worker has prepared to the simulator: as a job for its
+/// worker, or as files of an X-Plane on this computer. Main thread, which goes on while written
+/// files settle; owned by the controller.
+class PreparedWeather : public QObject
+{
+    Q_OBJECT
+public:
+    /// What it works with; all of it outlives it.
+    struct Parts
+    {
+        const Settings& settings;
+        MainView& view;
+        const WeatherWorker& prepared;
+        ConnectWorker& simulator;
+        const StopFlag& stop; ///< raised: nothing is posted any more
+        LogFunction log;
+        PostJob postJob; ///< to the simulator's worker
+        int settleMs;    ///< written files rest before the simulator is told to load them
+    };
+    explicit PreparedWeather(Parts parts, QObject* parent = nullptr);
+
+    /// The end of a prepare job of weatherjob, with its name and result. Other jobs are left alone.
+    void take(int job, const QString& name, int error);
+    /// Surface visibility of the last X-Plane record, metres; cycle::kNoVisibility without one.
+    float baseVisibility() const { return m_xplaneBaseVisibility; }
+
+Q_SIGNALS:
+    /// X-Plane's weather files are written or on their way; the global wind follows them.
+    void sigFilesSet();
+    /// The weather is set without a job that would tell so.
+    void sigWeatherSet();
+
+private:
+    template <typename Step>
+    void afterSettling(const Step& step);
+    void showUpdate();
+    void setFsuipc();
+    void setSimConnect();
+    void setXPlaneRecord(bool xplane12);
+    void sendXPlaneRecord(bool xplane12);
+    void setXPlaneFiles();
+    bool hasLocalXPlane() const;
+    void sendXPlaneFiles();
+    void writeXPlaneFiles();
+    void setTheme(const QString& name, int error);
+
+    const Parts m_parts;
+    float m_xplaneBaseVisibility = cycle::kNoVisibility;
+};
