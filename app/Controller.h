@@ -1,11 +1,11 @@
 #pragma once
 
 #include "app/ControllerParts.h"
-#include "app/base/DownloadManager.h"
 #include "app/base/JobPosts.h"
 #include "app/base/Reporting.h"
 #include "app/base/StopFlag.h"
 #include "app/cycle/CycleCounters.h"
+#include "app/cycle/FlightPhase.h"
 #include "app/cycle/LapClock.h"
 #include "aviation/AircraftData.h"
 #include "aviation/AircraftLoad.h"
@@ -18,7 +18,6 @@
 #include <QString>
 #include <QTimer>
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -39,30 +38,16 @@ class WeatherDownload;
 class WeatherWorker;
 class WeatherWrapper;
 
-namespace cycle {
-struct Simulator;
-}
-
-/// The phase of the flight as far as the weather cycle asks for it.
-enum class FlightPhase
-{
-    Unknown,
-    Approach,
-    Landing,
-    GoAround,
-    Other
-};
-
-/// The spine of the program: start-up, the weather cycle, the download of weather, and the next job
-/// for every finished one. Lives on the main thread, owned by the window or a test; it owns the two
-/// workers, the store and the timers. Nothing is chained inside a worker: each result comes back
-/// here as a signal.
+/// The spine of the program: it decides when weather is downloaded, searched and set, and posts the
+/// next job for every finished one; each download, dialogue and hand-over is an object of its own.
+/// Main thread only; owned by the window or a test. Nothing is chained inside a worker: each result
+/// comes back here as a signal.
 class Controller : public QObject
 {
     Q_OBJECT
 public:
-    /// Builds workers and store, creates the working folders, sweeps the temporary one and
-    /// schedules OnStart. Doesn't touch the network.
+    /// Builds its parts, creates the working folders, sweeps the temporary one and schedules
+    /// OnStart. Doesn't touch the network.
     explicit Controller(const ControllerParts& parts, QObject* parent = nullptr);
     /// Raises the stop flag, stops the timers and joins both workers: within three seconds whatever
     /// they wait for.
@@ -72,7 +57,7 @@ public:
     WeatherWorker& weatherWorker() { return *m_weatherWorker; }
     WeatherWrapper& weather() { return *m_weather; }
     bool IsConnected() const;
-    const aviation::structs::AircraftData& aircraft() const { return aircraftData; }
+    const aviation::structs::AircraftData& aircraft() const { return m_aircraftData; }
 
     /// Told by whoever follows the flight; without one the phase is unknown and nothing is blocked.
     void setFlightPhaseSource(std::function<FlightPhase()> source);
@@ -80,8 +65,8 @@ public:
     void setDestinationSource(std::function<QString()> source);
     /// Another source of airports than the built-in one; before OnStart.
     void setNavdata(std::unique_ptr<NavdataBase> navdata);
-    /// Makes everything that waits give way, as the destructor does. Callable from any thread;
-    /// there is no way back.
+    /// Makes everything that waits give way, as the destructor does, and nothing is posted any
+    /// more. Callable from any thread; there is no way back.
     void requestStop() { m_stop.raise(); }
 
     /// Fetches the report file of a source (1 VATSIM, 2 IVAO, 3 NOAA) and starts the decode.
@@ -140,19 +125,18 @@ Q_SIGNALS:
     void sigStarted();
 
 private:
-    // Start
-    void makeWorkers(const ControllerParts& parts);
-    void makeDownloads();
-    std::unique_ptr<DirectWind> makeDirectWind(aviation::RandomSource& random);
-    JobPosts jobPosts();
-    void makeLink();
-    void makeReportDisplay();
-    void makePreparedWeather(int settleMs);
+    void makeWorkers(const ControllerParts& parts, const DownloadContext& context);
+    void makeDownloads(const ControllerParts& parts, const DownloadContext& context);
+    void makeJobParts(int settleMs);
     void makeTimers();
+    Reporting makeReporting();
+    JobPosts makePosts();
     void LoadResources();
 
     // Weather cycle
     cycle::Simulator simulator() const;
+    void beginDownload();
+    void decodeWeatherText(const QString& text);
     void showTimes(double distanceNm);
     void downloadIfDue();
     void stepDirectWind();
@@ -160,8 +144,6 @@ private:
     bool approachBlocks();
     void startUpdate();
     void UpdateXPlaneVisibility();
-
-    // Direct wind control
     void UpdateDirectWindControl();
     void takeDirectWindReports(int error);
 
@@ -169,32 +151,21 @@ private:
     void handleConnectJob(int jobId, const QString& jobName, int error);
     void handleRecordJob(int jobId);
     void connected();
+    void showConnection();
     void showDisconnected();
+    void takeDatagram(const aviation::structs::AircraftData& aircraft, bool isAnswer);
     void aircraftDataFinished();
     void stationCreated(const QString& text, int error);
     void simulatorMetar(const QString& text);
     void flightPlanSent(const QString& name, int error);
 
-    void showConnection();
-    void takeDatagram(const aviation::structs::AircraftData& aircraft, bool isAnswer);
-
-    // Downloads
-    void beginDownload();
-    void decodeWeatherText(const QString& text);
-
-    void postConnectJob(const Job& job);
-    void postWeatherJob(const Job& job);
-    void log(const QString& text, int level);
-    DownloadContext downloadContext();
-    Reporting reporting();
-
     Settings& m_settings;
     MainView& m_view;
     UserDialogs& m_dialogs;
-    NetworkFactory m_network;
-    ProcessRunner& m_processes;
-    DownloadLimits m_limits;
     StopFlag m_stop;
+    const Reporting m_reporting;
+    const JobPosts m_posts;
+    // In the order of need: each is given some of those above it.
     std::unique_ptr<WeatherWrapper> m_weather;
     std::unique_ptr<ConnectWorker> m_connectWorker;
     std::unique_ptr<GribDownload> m_gribDownload; ///< the weather worker calls it
@@ -202,29 +173,27 @@ private:
     std::unique_ptr<WeatherDownload> m_weatherDownload;
     std::unique_ptr<GlobalWindDownload> m_globalWindDownload;
     std::unique_ptr<UpdateCheck> m_updateCheck;
-    std::unique_ptr<PlaceTables> m_placeTables;
     std::unique_ptr<AircraftDatagrams> m_datagrams;
     std::unique_ptr<SimulatorLink> m_link;
     std::unique_ptr<ConnectJobLog> m_connectJobLog;
+    std::unique_ptr<DirectWind> m_directWind;
     std::unique_ptr<PreparedWeather> m_preparedWeather;
     std::unique_ptr<ReportDisplay> m_reportDisplay;
+    std::unique_ptr<PlaceTables> m_placeTables;
     std::function<FlightPhase()> m_flightPhase;
     std::function<QString()> m_destination;
+
+    QTimer m_timerOneSecond{this}; ///< polls the simulator
+    QTimer m_timerWeather{this};   ///< the weather clock, one second
     LapClock m_weatherClock;
     CycleCounters m_counters;
     bool m_inWeatherTick = false;
+    bool m_forceWeatherUpdate = false;
+    bool m_weatherDecoded = false;
+    aviation::Position m_lastUpdatePosition;
+    aviation::structs::AircraftData m_aircraftData;
+    bool m_aircraftDataValid = false;
     QString m_aircraftTitle; ///< the last one that was shown
-    std::unique_ptr<DirectWind> m_directWind;
-
-    // State of the weather cycle, main thread only.
-    QTimer timerOneSecond{this}; ///< polls the simulator
-    QTimer timerWeather{this};   ///< the weather clock, one second
-    std::int32_t dwcPeriodMs = 1000;
-    aviation::Position lastUpdatePosition;
-    aviation::structs::AircraftData aircraftData;
-    aviation::structs::AircraftPayload aircraftPayload;
-    aviation::structs::AircraftFuel aircraftFuel;
-    bool aircraftDataValid = false;
-    bool forceWeatherUpdate = false;
-    bool weatherDecoded = false;
+    aviation::structs::AircraftPayload m_aircraftPayload;
+    aviation::structs::AircraftFuel m_aircraftFuel;
 };

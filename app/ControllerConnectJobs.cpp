@@ -23,7 +23,7 @@ void Controller::OnJobConnectWorkerFinished(int jobId, QString jobName, int erro
         return;
     }
     if (jobId == connectjob::kAircraftData && error == simresult::kPaused) {
-        aircraftDataValid = false;
+        m_aircraftDataValid = false;
         m_connectJobLog->forget(jobId);
         return;
     }
@@ -58,11 +58,12 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
     case connectjob::kSetXPlaneWeather:
     case connectjob::kSetXPlane12Weather:
     case connectjob::kSetXPlaneFiles:
-        timerWeather.start();
+        m_timerWeather.start();
         break;
     case connectjob::kSetTurbulence:
-        log(QStringLiteral("(ConnectWorker) Activate weather XPlane"), loglevel::kNotification);
-        postConnectJob(
+        m_reporting.log(QStringLiteral("(ConnectWorker) Activate weather XPlane"),
+                        loglevel::kNotification);
+        m_posts.toSimulator(
             Job(connectjob::kActivateWeather, QStringLiteral("activate weather xplane")));
         break;
     case connectjob::kCreateStation:
@@ -77,8 +78,8 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
     case connectjob::kWindAtAircraft:
         m_directWind->windFinished();
         if (error != simresult::kNone) {
-            log(QStringLiteral("(Controller) DWC-ErrorNum:%1").arg(error),
-                m_connectJobLog->levelOf(jobId, error));
+            m_reporting.log(QStringLiteral("(Controller) DWC-ErrorNum:%1").arg(error),
+                            m_connectJobLog->levelOf(jobId, error));
         }
         break;
     case connectjob::kSetWindLayers:
@@ -100,10 +101,10 @@ void Controller::handleRecordJob(int jobId)
 {
     switch (jobId) {
     case connectjob::kGetFuel:
-        aircraftFuel = m_connectWorker->fuel();
+        m_aircraftFuel = m_connectWorker->fuel();
         break;
     case connectjob::kGetPayload:
-        aircraftPayload = m_connectWorker->payload();
+        m_aircraftPayload = m_connectWorker->payload();
         break;
     case connectjob::kGetRadios: {
         aviation::structs::RadioFrequencys radios = m_connectWorker->radios();
@@ -126,19 +127,19 @@ void Controller::connected()
     m_weather->setSimulator(fsId);
     Q_EMIT sigIsConnected(m_connectWorker->interfaceType());
     if (m_settings.fsMessage()) {
-        postConnectJob(Job(connectjob::kSendText,
-                           QStringLiteral("Cirrilon %1 connected").arg(Settings::version())));
+        m_posts.toSimulator(Job(connectjob::kSendText,
+                                QStringLiteral("Cirrilon %1 connected").arg(Settings::version())));
     }
     const char* const obstacle = cycle::DwcObstacle(fsId);
     m_view.pageData().setDwcState(obstacle != nullptr ? tr(obstacle) : QString(),
                                   obstacle == nullptr);
     if (m_settings.interfaceType() == aviation::interfaceid::kBridge) {
-        postConnectJob(Job(connectjob::kAnnounceAddress, m_settings.myIp()));
+        m_posts.toSimulator(Job(connectjob::kAnnounceAddress, m_settings.myIp()));
     }
     if (m_settings.clearWxOnConnect()) {
         OnClearWX();
     }
-    if (m_weatherDownload->isUnderWay() || weatherDecoded) {
+    if (m_weatherDownload->isUnderWay() || m_weatherDecoded) {
         m_view.setSetWxAction(true, tr("Set WX"), QString());
     }
 }
@@ -168,7 +169,7 @@ void Controller::udpReadReady()
 
 void Controller::takeDatagram(const aviation::structs::AircraftData& aircraft, bool isAnswer)
 {
-    aircraftData = aircraft;
+    m_aircraftData = aircraft;
     if (isAnswer) {
         OnJobConnectWorkerFinished(connectjob::kAircraftData,
                                    QStringLiteral("Aircraft data from UDP"), simresult::kNone);
@@ -177,12 +178,12 @@ void Controller::takeDatagram(const aviation::structs::AircraftData& aircraft, b
 
 void Controller::aircraftDataFinished()
 {
-    aircraftDataValid = true;
+    m_aircraftDataValid = true;
     if (!m_datagrams->isBound()) {
-        aircraftData = m_connectWorker->aircraftData();
+        m_aircraftData = m_connectWorker->aircraftData();
     }
-    m_view.SetAircraftData(aircraftData);
-    const QString title = QString::fromStdWString(aircraftData.name);
+    m_view.SetAircraftData(m_aircraftData);
+    const QString title = QString::fromStdWString(m_aircraftData.name);
     if (title != m_aircraftTitle) {
         m_aircraftTitle = title;
         m_view.SetAircraftName(title, QString(), false);
@@ -200,8 +201,8 @@ void Controller::stationCreated(const QString& text, int error)
         return; // the worker has said so
     }
     if (!unneeded) {
-        log(QStringLiteral("(ConnectWorker) Station created: %1").arg(LogText(text)),
-            loglevel::kNotification);
+        m_reporting.log(QStringLiteral("(ConnectWorker) Station created: %1").arg(LogText(text)),
+                        loglevel::kNotification);
     }
     const QStringList fields = text.split(QLatin1Char(':'));
     if (fields.size() < kFields) {
@@ -210,10 +211,10 @@ void Controller::stationCreated(const QString& text, int error)
     switch (interfaceType) {
     case aviation::interfaceid::kSimConnect:
     case aviation::interfaceid::kFsuipcSimConnect:
-        postWeatherJob(Job(weatherjob::kSimConnectStation, fields.front()));
+        m_posts.toWeather(Job(weatherjob::kSimConnectStation, fields.front()));
         break;
     case aviation::interfaceid::kFsuipc:
-        postWeatherJob(Job(weatherjob::kFsuipcStation, fields.front()));
+        m_posts.toWeather(Job(weatherjob::kFsuipcStation, fields.front()));
         break;
     default:
         break;
@@ -226,23 +227,73 @@ void Controller::simulatorMetar(const QString& text)
     if (text.size() >= kIcaoLength) {
         const QString icao = text.left(kIcaoLength);
         m_view.setSetWxAction(true, tr("Set WX") + QLatin1Char(' ') + icao, icao);
-        log(QStringLiteral("(Controller) SimMetar: ") + LogText(text), loglevel::kDebug);
+        m_reporting.log(QStringLiteral("(Controller) SimMetar: ") + LogText(text),
+                        loglevel::kDebug);
     } else {
         m_view.setSetWxAction(false, tr("Set WX"), QString());
-        log(QStringLiteral("(Controller) SimMetar: No Metar"), loglevel::kDebug);
+        m_reporting.log(QStringLiteral("(Controller) SimMetar: No Metar"), loglevel::kDebug);
     }
 }
 
 void Controller::flightPlanSent(const QString& name, int error)
 {
     if (error != simresult::kNone) {
-        log(QStringLiteral("(Flightplanner) - flight plan sent, Error:%1 - %2")
-                .arg(error)
-                .arg(ConnectWorker::errorText(error)),
-            loglevel::kError);
+        m_reporting.log(QStringLiteral("(Flightplanner) - flight plan sent, Error:%1 - %2")
+                            .arg(error)
+                            .arg(ConnectWorker::errorText(error)),
+                        loglevel::kError);
         return;
     }
-    log(QStringLiteral("(Flightplanner) - flight plan sent: %1").arg(LogText(name)),
-        loglevel::kNotification);
-    postConnectJob(Job(connectjob::kSendText, QStringLiteral("Cirrilon: flight plan imported")));
+    m_reporting.log(QStringLiteral("(Flightplanner) - flight plan sent: %1").arg(LogText(name)),
+                    loglevel::kNotification);
+    m_posts.toSimulator(
+        Job(connectjob::kSendText, QStringLiteral("Cirrilon: flight plan imported")));
+}
+
+void Controller::OnConnectClicked()
+{
+    m_link->switchByUser();
+}
+
+void Controller::OnClickedSetWX()
+{
+    m_forceWeatherUpdate = true;
+}
+
+void Controller::OnClearWX()
+{
+    if (IsConnected()) {
+        const QString name = QStringLiteral("Clear WX");
+        m_posts.toSimulator(Job(connectjob::kClearWeather, name));
+        m_connectWorker->AddJob(Job(connectjob::kSendText, name)); // deliberately without a start
+    }
+}
+
+void Controller::OnNewJobConnectworker(Job job)
+{
+    if (job.id == connectjob::kSetFuel) {
+        m_connectWorker->setFuel(m_aircraftFuel);
+    } else if (job.id == connectjob::kSetPayload) {
+        m_connectWorker->setPayload(m_aircraftPayload);
+    }
+    m_posts.toSimulator(job);
+}
+
+void Controller::OnRadioChangedByUser(aviation::structs::RadioFrequencys freqs)
+{
+    m_connectWorker->setRadios(freqs);
+    m_posts.toSimulator(Job(connectjob::kSetRadios, QStringLiteral("Set frequency data")));
+}
+
+void Controller::OnSendFlightplan(QString filename)
+{
+    m_posts.toSimulator(Job(connectjob::kLoadFlightPlan, filename));
+}
+
+void Controller::OnRequestCloudsRGB(int range, int tilt)
+{
+    if (m_connectWorker->queuedJobs() < cycle::kMostWaitingJobs) {
+        m_posts.toSimulator(
+            Job(connectjob::kCloudMap, QStringLiteral("%1:%2").arg(range).arg(tilt)));
+    }
 }

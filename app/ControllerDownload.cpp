@@ -9,11 +9,6 @@
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
 
-DownloadContext Controller::downloadContext()
-{
-    return {&m_settings, m_network, &m_dialogs, &m_stop, m_limits};
-}
-
 void Controller::OnDownloadWeather()
 {
     DownloadWeather(m_settings.weatherSource());
@@ -27,16 +22,17 @@ void Controller::DownloadWeather(int source)
 void Controller::beginDownload()
 {
     m_view.pageWeather().OnEnableGetMetarButton(false);
-    timerWeather.stop();
+    m_timerWeather.stop();
     m_view.setSetWxAction(true, tr("Set WX"), QString());
     m_view.setSystrayMessage(tr("Download weather"));
-    log(QStringLiteral("(Controller Weather) - timer weather stopped"), loglevel::kDebug);
+    m_reporting.log(QStringLiteral("(Controller Weather) - timer weather stopped"),
+                    loglevel::kDebug);
 }
 
 void Controller::decodeWeatherText(const QString& text)
 {
     m_weatherWorker->setWeatherText(text);
-    postWeatherJob(Job(weatherjob::kDecodeWeather, QStringLiteral("decode weather data")));
+    m_posts.toWeather(Job(weatherjob::kDecodeWeather, QStringLiteral("decode weather data")));
 }
 
 void Controller::OnDownloadWeatherFinished(QString filename, int error)

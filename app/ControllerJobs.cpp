@@ -12,18 +12,15 @@
 #include "aviation/Synop.h"
 #include "weather/output/WeatherWrapper.h"
 
-using aviation::weather::Grib;
-using aviation::weather::Metar;
-using aviation::weather::Synop;
-
 void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
 {
     constexpr std::size_t kFewestMetars = 10;
     if (m_stop.raised()) {
         return;
     }
-    weatherDecoded = true;
-    log(QStringLiteral("(WeatherManager) finished initialization of weather data: %1 Metars, "
+    m_weatherDecoded = true;
+    m_reporting.log(
+        QStringLiteral("(WeatherManager) finished initialization of weather data: %1 Metars, "
                        "additional WX:%2")
             .arg(m_weather->metarCount())
             .arg(m_weather->synopCount()),
@@ -35,12 +32,13 @@ void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
     if (!IsConnected()) {
         m_view.OnStatusbarStatus(tr("wait for connection to FS"));
     }
-    timerWeather.start();
-    log(QStringLiteral("(Controller Weather) - timer weather started"), loglevel::kDebug);
+    m_timerWeather.start();
+    m_reporting.log(QStringLiteral("(Controller Weather) - timer weather started"),
+                    loglevel::kDebug);
     m_view.pageWeather().OnEnableGetMetarButton(true);
     const QString folder = m_settings.exportMetarFile();
     if (!folder.isEmpty()) {
-        exportMetars(folder, m_weather->getMetars(), reporting().log, m_dialogs);
+        exportMetars(folder, m_weather->getMetars(), m_reporting.log, m_dialogs);
     }
 }
 
@@ -51,17 +49,18 @@ void Controller::OnJobWeatherWorkerFinished(int job, QString jobname, int error)
     }
     switch (job) {
     case weatherjob::kDecodeGrib:
-        timerWeather.start();
-        log(QStringLiteral("(WeatherManager)  Grib data decoded"), loglevel::kNotification);
+        m_timerWeather.start();
+        m_reporting.log(QStringLiteral("(WeatherManager)  Grib data decoded"),
+                        loglevel::kNotification);
         break;
     case weatherjob::kSearchForDwc:
         takeDirectWindReports(error);
         break;
     case weatherjob::kSearchAtStation:
-        m_reportDisplay->showRequested(jobname, error, aircraftData.position);
+        m_reportDisplay->showRequested(jobname, error, m_aircraftData.position);
         break;
     case weatherjob::kSearchAtAircraft:
-        m_reportDisplay->showAtAircraft(error, aircraftData.position);
+        m_reportDisplay->showAtAircraft(error, m_aircraftData.position);
         break;
     default: // prepared weather; the decode has its own signal, other results are taken by nobody
         m_preparedWeather->take(job, jobname, error);
@@ -75,9 +74,40 @@ void Controller::takeDirectWindReports(int error)
     if (error != weathererror::kNone) {
         return; // the wind goes on with the reports of before
     }
-    Metar metar;
-    Synop synop;
-    Grib grib;
+    aviation::weather::Metar metar;
+    aviation::weather::Synop synop;
+    aviation::weather::Grib grib;
     m_weatherWorker->GetSearchResult(metar, synop, grib);
     m_directWind->takeReports(metar, synop, grib);
+}
+
+void Controller::OnGetMetarClicked(QString icao)
+{
+    m_reportDisplay->request(icao);
+}
+
+void Controller::DoDisplayMetar(const aviation::weather::Metar& metar)
+{
+    m_reportDisplay->show(metar);
+}
+
+void Controller::OnTableGribUpdate(aviation::weather::Grib grib)
+{
+    m_view.pageWeather().OnTableGribUpdate(grib);
+}
+
+void Controller::OnShowMetarStationsFailed()
+{
+    m_reporting.log(
+        QStringLiteral("(WeatherManager) - Metar stations failed: ")
+            + m_weather->failedMetarStations().join(QStringLiteral(", ")).toHtmlEscaped(),
+        loglevel::kNotification);
+}
+
+void Controller::OnShowSynopStationsFailed()
+{
+    m_reporting.log(
+        QStringLiteral("(WeatherManager) - Synop stations failed: ")
+            + m_weather->failedSynopStations().join(QStringLiteral(", ")).toHtmlEscaped(),
+        loglevel::kNotification);
 }

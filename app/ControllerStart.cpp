@@ -29,8 +29,8 @@ void Controller::OnStart()
     m_weatherDownload->useSourceOfSettings();
     m_view.closeSplash();
     onDownloadFileInfo();
-    log(QStringLiteral("(Controller) - Weather server: ") + serverName(m_settings),
-        loglevel::kNotification);
+    m_reporting.log(QStringLiteral("(Controller) - Weather server: ") + serverName(m_settings),
+                    loglevel::kNotification);
     Q_EMIT sigStarted();
     if (m_settings.downloadWxAtStart()) {
         DownloadWeather(m_settings.weatherSource());

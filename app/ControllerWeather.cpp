@@ -5,7 +5,6 @@
 #include "app/cycle/CycleRules.h"
 #include "app/cycle/DirectWind.h"
 #include "app/jobs/PreparedWeather.h"
-#include "app/jobs/ReportDisplay.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
 #include "sim/AircraftDatagrams.h"
@@ -19,15 +18,15 @@ void Controller::OnTimerOneSecond()
     if (m_stop.raised() || !IsConnected()) {
         return;
     }
-    const int interval = cycle::PollInterval(aircraftData.heightAgl, aircraftData.groundSpeed,
-                                             timerOneSecond.interval(),
+    const int interval = cycle::PollInterval(m_aircraftData.heightAgl, m_aircraftData.groundSpeed,
+                                             m_timerOneSecond.interval(),
                                              cycle::PollTime(m_settings.serverUpdateTimeMin()),
                                              cycle::PollTime(m_settings.serverUpdateTimeMax()));
-    if (interval != timerOneSecond.interval()) {
-        timerOneSecond.setInterval(interval);
+    if (interval != m_timerOneSecond.interval()) {
+        m_timerOneSecond.setInterval(interval);
     }
     if (!m_datagrams->isBound() && m_connectWorker->queuedJobs() < cycle::kMostWaitingJobs) {
-        postConnectJob(Job(connectjob::kAircraftData, QStringLiteral("Aircraft data")));
+        m_posts.toSimulator(Job(connectjob::kAircraftData, QStringLiteral("Aircraft data")));
     }
     m_view.pageData().setJobsInfo(tr("Jobs: %1").arg(m_connectWorker->queuedJobs()));
 }
@@ -48,12 +47,13 @@ void Controller::OnTimerWeather()
         m_view.setSystrayMessage(tr("wait for connect"));
         return;
     }
-    if (!aircraftDataValid) {
+    if (!m_aircraftDataValid) {
         m_view.OnStatusbarStatus(tr("Sim not ready"));
         return;
     }
-    if (!aircraftData.position.isKnown()) {
-        log(QStringLiteral("(Controller Weather) - no aircraft data from fs"), loglevel::kDebug);
+    if (!m_aircraftData.position.isKnown()) {
+        m_reporting.log(QStringLiteral("(Controller Weather) - no aircraft data from fs"),
+                        loglevel::kDebug);
         return;
     }
     const QScopedValueRollback<bool> inTick(m_inWeatherTick, true);
@@ -61,7 +61,7 @@ void Controller::OnTimerWeather()
     // first tick with an aircraft sets weather at once.
     m_counters.addElapsed(m_weatherClock.lapMs());
     const double distanceNm =
-        cycle::DistanceFromLastUpdate(aircraftData.position, lastUpdatePosition);
+        cycle::DistanceFromLastUpdate(m_aircraftData.position, m_lastUpdatePosition);
     showTimes(distanceNm);
     downloadIfDue();
     stepDirectWind();
@@ -75,7 +75,7 @@ void Controller::OnTimerWeather()
     }
     const bool due = cycle::UpdateDue(m_counters.msSinceUpdate, m_settings.updateTime(), distanceNm,
                                       m_settings.range());
-    if ((due && !blocked) || forceWeatherUpdate) {
+    if ((due && !blocked) || m_forceWeatherUpdate) {
         startUpdate();
     }
     if (m_counters.msSinceVisibility >= kVisibilityMs
@@ -117,8 +117,8 @@ void Controller::downloadIfDue()
 
 void Controller::stepDirectWind()
 {
-    if (m_counters.msSinceDwc > dwcPeriodMs || m_counters.msSinceDwc == cycle::kNever) {
-        m_weatherWorker->setAircraftData(aircraftData);
+    if (m_counters.msSinceDwc > m_counters.dwcPeriodMs || m_counters.msSinceDwc == cycle::kNever) {
+        m_weatherWorker->setAircraftData(m_aircraftData);
         m_counters.msSinceDwc = 0;
         UpdateDirectWindControl();
     }
@@ -130,9 +130,10 @@ void Controller::searchNearestIfDue()
     if (m_counters.msSinceNearestSearch >= kSearchMs
         || m_counters.msSinceNearestSearch == cycle::kNever)
     {
-        m_weatherWorker->setAircraftData(aircraftData);
+        m_weatherWorker->setAircraftData(m_aircraftData);
         m_counters.msSinceNearestSearch = 0;
-        postWeatherJob(Job(weatherjob::kSearchAtAircraft, QStringLiteral("Search nearst metar")));
+        m_posts.toWeather(
+            Job(weatherjob::kSearchAtAircraft, QStringLiteral("Search nearst metar")));
     }
 }
 
@@ -152,25 +153,27 @@ bool Controller::approachBlocks()
 
 void Controller::startUpdate()
 {
-    forceWeatherUpdate = false;
-    lastUpdatePosition = aircraftData.position;
-    m_weatherWorker->setAircraftData(aircraftData);
-    timerWeather.stop(); // until the weather is set: two cycles never overlap
+    m_forceWeatherUpdate = false;
+    m_lastUpdatePosition = m_aircraftData.position;
+    m_weatherWorker->setAircraftData(m_aircraftData);
+    m_timerWeather.stop(); // until the weather is set: two cycles never overlap
     const cycle::PrepareNames names{
         m_destination ? m_destination() : QString(),
         cycle::ThemeFile(m_settings.interfaceType(), m_settings.tmpFolder(), m_settings.simPath())};
     const cycle::PrepareJob job =
         cycle::PrepareJobFor(simulator(), m_settings.weatherMode(), names);
     if (job.wrongMode) {
-        log(QStringLiteral("(Controller) - Wrong Weather mode. With FSUIPC no WeatherModefile can "
+        m_reporting.log(
+            QStringLiteral("(Controller) - Wrong Weather mode. With FSUIPC no WeatherModefile can "
                            "be created. Please change Weather Mode or change the interface to "
                            "\"Simconnect\" or \"FSUIPC & Simconnect\"."),
             loglevel::kWarning);
     }
     if (job.id != 0) {
-        postWeatherJob(Job(job.id, job.name));
+        m_posts.toWeather(Job(job.id, job.name));
     } else {
-        log(QStringLiteral("(Controller) - The connected simulator takes no weather from this "
+        m_reporting.log(
+            QStringLiteral("(Controller) - The connected simulator takes no weather from this "
                            "version (interface %1, simulator %2).")
                 .arg(simulator().interfaceType)
                 .arg(simulator().fsId),
@@ -181,8 +184,8 @@ void Controller::startUpdate()
 
 void Controller::UpdateDirectWindControl()
 {
-    const bool ready = weatherDecoded && aircraftDataValid && aircraftData.position.isKnown();
-    m_directWind->update(simulator(), aircraftData, ready);
+    const bool ready = m_weatherDecoded && m_aircraftDataValid && m_aircraftData.position.isKnown();
+    m_directWind->update(simulator(), m_aircraftData, ready);
 }
 
 void Controller::UpdateXPlaneVisibility()
@@ -193,19 +196,9 @@ void Controller::UpdateXPlaneVisibility()
         return;
     }
     const QString metres = QString::number(cycle::VisibilityAt(
-        m_preparedWeather->baseVisibility(), aircraftData.heightAgl, m_settings.visMax()));
-    log(QStringLiteral("(WeatherManager)  set visibility xplane: %1 m").arg(metres),
-        loglevel::kDebug);
-    postConnectJob(Job(connectjob::kSetVisibility, metres));
+        m_preparedWeather->baseVisibility(), m_aircraftData.heightAgl, m_settings.visMax()));
+    m_reporting.log(QStringLiteral("(WeatherManager)  set visibility xplane: %1 m").arg(metres),
+                    loglevel::kDebug);
+    m_posts.toSimulator(Job(connectjob::kSetVisibility, metres));
     m_counters.msSinceVisibility = 0;
-}
-
-void Controller::DoDisplayMetar(const aviation::weather::Metar& metar)
-{
-    m_reportDisplay->show(metar);
-}
-
-void Controller::OnGetMetarClicked(QString icao)
-{
-    m_reportDisplay->request(icao);
 }

@@ -11,6 +11,7 @@ struct CycleCounters
     std::int32_t msSinceUpdate = cycle::kNever;        ///< weather was decided to be set
     std::int32_t msSinceNearestSearch = cycle::kNever; ///< of the report that is shown
     std::int32_t msSinceDwc = cycle::kNever;           ///< step of direct wind control
+    std::int32_t dwcPeriodMs = 1000;                   ///< what msSinceDwc is held against
     std::int32_t msSinceDownload = cycle::kNever;
     std::int32_t msSinceVisibility = cycle::kNever; ///< step of X-Plane's visibility
 
