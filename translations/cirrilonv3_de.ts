@@ -338,32 +338,8 @@ Die nächsten Seiten fragen, wie der Simulator zu erreichen ist, woher das Wette
         <translation>Wetter wird heruntergeladen</translation>
     </message>
     <message>
-        <source>Weather downloaded</source>
-        <translation>Wetter heruntergeladen</translation>
-    </message>
-    <message>
-        <source>Download Grib</source>
-        <translation>Höhenwetter wird geladen</translation>
-    </message>
-    <message>
-        <source>Parse grib file</source>
-        <translation>GRIB-Datei wird gelesen</translation>
-    </message>
-    <message>
         <source>wait for connection to FS</source>
         <translation>Warten auf Verbindung zum Simulator</translation>
-    </message>
-    <message>
-        <source>update weather in FS</source>
-        <translation>Wetter wird im Simulator aktualisiert</translation>
-    </message>
-    <message>
-        <source>Loading Airport resource</source>
-        <translation>Flugplätze werden geladen</translation>
-    </message>
-    <message>
-        <source>Loading Weather station resource</source>
-        <translation>Wetterstationen werden geladen</translation>
     </message>
     <message>
         <source>Jobs: %1</source>
@@ -413,6 +389,9 @@ Die nächsten Seiten fragen, wie der Simulator zu erreichen ist, woher das Wette
         <source>is not available for FS2020</source>
         <translation>ist für FS2020 nicht verfügbar</translation>
     </message>
+</context>
+<context>
+    <name>DirectWind</name>
     <message>
         <source>no DWC, XPlane weather file mode</source>
         <translation>keine DWC, X-Plane im Modus Wetterdatei</translation>
@@ -945,6 +924,17 @@ Nach: %2</translation>
     </message>
 </context>
 <context>
+    <name>GribDownload</name>
+    <message>
+        <source>Download Grib</source>
+        <translation>Höhenwetter wird geladen</translation>
+    </message>
+    <message>
+        <source>Parse grib file</source>
+        <translation>GRIB-Datei wird gelesen</translation>
+    </message>
+</context>
+<context>
     <name>MainActions</name>
     <message>
         <source>&amp;Cirrilon</source>
@@ -1278,6 +1268,24 @@ Nach: %2</translation>
     <message>
         <source>ICA&amp;O</source>
         <translation>ICA&amp;O</translation>
+    </message>
+</context>
+<context>
+    <name>PlaceTables</name>
+    <message>
+        <source>Loading Airport resource</source>
+        <translation>Flugplätze werden geladen</translation>
+    </message>
+    <message>
+        <source>Loading Weather station resource</source>
+        <translation>Wetterstationen werden geladen</translation>
+    </message>
+</context>
+<context>
+    <name>PreparedWeather</name>
+    <message>
+        <source>update weather in FS</source>
+        <translation>Wetter wird im Simulator aktualisiert</translation>
     </message>
 </context>
 <context>
@@ -1993,6 +2001,13 @@ hPa</translation>
     <message>
         <source>Upper-air levels near the last report</source>
         <translation>Höhenschichten bei der letzten Meldung</translation>
+    </message>
+</context>
+<context>
+    <name>WeatherDownload</name>
+    <message>
+        <source>Weather downloaded</source>
+        <translation>Wetter heruntergeladen</translation>
     </message>
 </context>
 <context>
