@@ -2,8 +2,6 @@
 
 #include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
-#include "app/base/SlicedSleep.h"
-#include "app/base/StopFlag.h"
 #include "aviation/support/ScopedLock.h"
 #include "sim/ConnectJobs.h"
 #include "sim/FsInterfaceBase.h"
@@ -12,54 +10,28 @@
 
 #include <algorithm>
 #include <array>
-#include <exception>
 
 using aviation::ScopedLock;
 
 ConnectWorker::ConnectWorker(const Settings& settings, FsInterfaceFactory& interfaces,
                              const StopFlag& stop, QObject* parent)
-    : QThread(parent)
+    : JobThread(QStringLiteral("ConnectWorker"), simresult::kWrongArguments, &stop, parent)
     , m_settings(settings)
     , m_interfaces(interfaces)
-    , m_stop(stop)
-{
-    // A job posted while the thread was on its way out would lie until the next post. What a lost
-    // connection left behind does lie until then.
-    connect(this, &QThread::finished, this, [this] {
-        if (m_queue.size() > m_leftBehind && !m_stop.raised()) {
-            start();
-        }
-    });
-    // The last that the thread does of its own; join takes the same lock and so comes after it.
-    connect(
-        this, &QThread::finished, this, [this] { const ScopedLock lock(m_runMutex); },
-        Qt::DirectConnection);
-}
+{}
 
 ConnectWorker::~ConnectWorker()
 {
-    requestInterruption();
-    join();
+    end();
     if (m_interface) {
         m_interface->disconnect(this);
     }
 }
 
-void ConnectWorker::join()
-{
-    wait();
-    const ScopedLock lock(m_runMutex);
-}
-
 bool ConnectWorker::AddJob(const Job& job)
 {
-    m_queue.add(job);
+    addJob(job);
     return true;
-}
-
-int ConnectWorker::queuedJobs() const
-{
-    return static_cast<int>(m_queue.size());
 }
 
 bool ConnectWorker::IsConnected() const
@@ -194,45 +166,25 @@ void ConnectWorker::log(const QString& text, int level)
     Q_EMIT sigOutputDebugString(text, level);
 }
 
-bool ConnectWorker::stopped() const
+QString ConnectWorker::nameForLog(const Job& job) const
 {
-    return m_stop.raised() || isInterruptionRequested();
+    return LogText(job.name);
 }
 
-void ConnectWorker::sleepUnlessStopped(int milliseconds) const
+void ConnectWorker::jobDone(const Job& job, int result)
 {
-    SleepUnless([this] { return stopped(); }, milliseconds);
-}
-
-void ConnectWorker::run()
-{
-    {
-        const ScopedLock lock(m_runMutex);
-        m_leftBehind = 0;
+    log(QStringLiteral("(ConnectWorker) - Job finished ID: %1, Name: %2")
+            .arg(QString::number(job.id), LogText(job.name)),
+        loglevel::kDebug);
+    const bool lost = result == simresult::kTimeout && m_interface != nullptr;
+    if (lost) { // first: what is posted as an answer to the signal isn't left behind
+        leaveQueue();
     }
-    while (m_queue.size() > 0 && !stopped()) {
-        Job job = m_queue.takeFirst();
-        log(QStringLiteral("(ConnectWorker) - Next Job ID: %1, Name: %2")
-                .arg(QString::number(job.id), LogText(job.name)),
-            loglevel::kDebug);
-        if (job.id == kNoJob) {
-            continue;
-        }
-        m_lastError = perform(job);
-        log(QStringLiteral("(ConnectWorker) - Job finished ID: %1, Name: %2")
-                .arg(QString::number(job.id), LogText(job.name)),
-            loglevel::kDebug);
-        const bool lost = m_lastError == simresult::kTimeout && m_interface != nullptr;
-        if (lost) { // counted first: what is posted as an answer to the signal isn't left behind
-            m_leftBehind = m_queue.size();
-        }
-        Q_EMIT sigJobFinish(job.id, job.name, m_lastError);
-        if (lost) {
-            // The connected flag deliberately stays: the disconnect that follows clears it.
-            m_interface->Disconnect();
-            dropInterface();
-            return;
-        }
+    Q_EMIT sigJobFinish(job.id, job.name, result);
+    if (lost) {
+        // The connected flag deliberately stays: the disconnect that follows clears it.
+        m_interface->Disconnect();
+        dropInterface();
     }
 }
 
@@ -294,7 +246,7 @@ const ConnectWorker::JobRow* ConnectWorker::rowOf(int jobId)
     return row == kRows.end() ? nullptr : row;
 }
 
-int ConnectWorker::perform(Job& job)
+int ConnectWorker::perform(Job& job, int /*before*/)
 {
     const JobRow* row = rowOf(job.id);
     if (row == nullptr) {
@@ -303,12 +255,5 @@ int ConnectWorker::perform(Job& job)
     if (row->needsInterface && !m_interface) {
         return simresult::kNoInterface;
     }
-    try {
-        return (this->*row->work)(job);
-    } catch (const std::exception& failure) { // out of memory is all that can arrive here
-        log(QStringLiteral("(ConnectWorker) - Job %1 failed: %2")
-                .arg(QString::number(job.id), LogText(QString::fromLocal8Bit(failure.what()))),
-            loglevel::kError);
-        return simresult::kWrongArguments;
-    }
+    return (this->*row->work)(job);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "app/base/Job.h"
-#include "app/base/JobQueue.h"
+#include "app/base/JobThread.h"
 #include "aviation/AircraftData.h"
 #include "aviation/AircraftLoad.h"
 #include "aviation/FsId.h"
@@ -11,7 +10,6 @@
 #include <QByteArray>
 #include <QMutex>
 #include <QString>
-#include <QThread>
 
 #include <atomic>
 #include <cstddef>
@@ -24,11 +22,10 @@ class FsInterfaceFactory;
 class Settings;
 class StopFlag;
 
-/// The one thread that talks to a simulator. It drains its queue and ends: whoever posts a job
-/// calls start() afterwards. It owns the interface object and the last values that came from it;
-/// every member that two threads use is guarded, and getters give copies. Created and destroyed on
-/// the main thread; the destructor lets a waiting job give way and joins.
-class ConnectWorker : public QThread
+/// The one thread that talks to a simulator. It owns the interface object and the last values that
+/// came from it; every member that two threads use is guarded, and getters give copies. Created and
+/// destroyed on the main thread; the destructor lets a waiting job give way and joins.
+class ConnectWorker : public JobThread
 {
     Q_OBJECT
 public:
@@ -39,10 +36,6 @@ public:
 
     /// Appends; the caller starts the thread afterwards. Never waits for a running job.
     bool AddJob(const Job& job);
-    /// Jobs that wait to be taken.
-    int queuedJobs() const;
-    /// Waits for the end of the thread, after which what it wrote is the caller's.
-    void join();
 
     bool IsConnected() const;
     /// Interface identifier after a connect (aviation::interfaceid, or a bridge server's 6 to 8).
@@ -80,9 +73,6 @@ Q_SIGNALS:
     void sigProgressBar(qlonglong value, qlonglong total, QString text);
     void sigDataReceived(QByteArray byteArray);
 
-protected:
-    void run() override;
-
 private:
     using Work = int (ConnectWorker::*)(Job&);
     /// How a job is done.
@@ -110,11 +100,11 @@ private:
         std::vector<QString> winds;
     };
 
-    int perform(Job& job);
+    int perform(Job& job, int before) override;
+    void jobDone(const Job& job, int result) override;
+    QString nameForLog(const Job& job) const override;
+    void log(const QString& text, int level) override;
     void dropInterface();
-    bool stopped() const;
-    void sleepUnlessStopped(int milliseconds) const;
-    void log(const QString& text, int level);
 
     int connectSimulator(Job& job);
     void createInterface();
@@ -163,18 +153,10 @@ private:
 
     const Settings& m_settings;
     FsInterfaceFactory& m_interfaces;
-    const StopFlag& m_stop;
-    JobQueue m_queue;
-    /// Held for a moment at both ends of a run, so that the next run and whoever joins see all
-    /// that this one wrote.
-    QMutex m_runMutex;
     std::unique_ptr<FsInterfaceBase> m_interface; ///< the thread's, or the owner's while none runs
-    int m_lastError = 0;                          ///< as m_interface
     int m_loggedAircraftError = 0; ///< as m_interface; a fault of every poll is told once
     std::atomic<int> m_event{0};
     std::atomic<bool> m_connected{false};
-    /// Jobs that a lost connection left in the queue: they wait for the next poster.
-    std::atomic<std::size_t> m_leftBehind{0};
 
     mutable QMutex m_stateMutex; ///< guards all below
     Identity m_identity;

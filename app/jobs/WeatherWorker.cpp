@@ -1,16 +1,12 @@
 #include "app/jobs/WeatherWorker.h"
 
 #include "app/base/GribSource.h"
-#include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
-#include "app/base/SlicedSleep.h"
 #include "app/jobs/WeatherJobs.h"
 #include "aviation/support/ScopedLock.h"
 #include "weather/output/WeatherWrapper.h"
 #include "weather/store/WeatherFile.h"
 #include "weather/store/WeatherManager.h"
-
-#include <exception>
 
 using aviation::ScopedLock;
 using aviation::weather::Grib;
@@ -20,48 +16,15 @@ namespace storekind = aviation::weather::storekind;
 
 WeatherWorker::WeatherWorker(WeatherWrapper& store, const Settings& settings,
                              GribSource* gribSource, QObject* parent)
-    : QThread(parent)
+    : JobThread(QStringLiteral("WeatherWorker"), weathererror::kPrepare, nullptr, parent)
     , m_store(store)
     , m_settings(settings)
     , m_gribSource(gribSource)
-{
-    // A job posted while the thread was on its way out would lie until the next post.
-    connect(this, &QThread::finished, this, [this] {
-        if (m_queue.size() > 0 && !m_stop) {
-            start();
-        }
-    });
-    // The last that the thread does of its own; join takes the same lock and so comes after it.
-    connect(
-        this, &QThread::finished, this, [this] { const ScopedLock lock(m_workerMutex); },
-        Qt::DirectConnection);
-}
+{}
 
 WeatherWorker::~WeatherWorker()
 {
-    stop();
-    join();
-}
-
-void WeatherWorker::join()
-{
-    wait();
-    const ScopedLock lock(m_workerMutex);
-}
-
-void WeatherWorker::addJob(const Job& job)
-{
-    m_queue.add(job);
-}
-
-int WeatherWorker::queuedJobs() const
-{
-    return static_cast<int>(m_queue.size());
-}
-
-void WeatherWorker::stop()
-{
-    m_stop = true;
+    end();
 }
 
 void WeatherWorker::setWeatherText(const QString& text)
@@ -146,35 +109,21 @@ void WeatherWorker::log(const QString& text, int level)
     Q_EMIT sigDebugString(text, level);
 }
 
-void WeatherWorker::run()
+/// Deliberately, an id out of range reports the result of the job before it.
+int WeatherWorker::perform(Job& job, int before)
 {
-    // Deliberately kept across jobs: an id out of range reports the result of the job before it.
-    int error = weathererror::kNone;
-    while (m_queue.size() > 0 && !m_stop) {
-        const Job job = m_queue.takeFirst();
-        log(QStringLiteral("(WeatherWorker) - Next Job ID: %1, Name: %2").arg(job.id).arg(job.name),
-            loglevel::kDebug);
-        if (job.id == kNoJob) {
-            continue;
-        }
-        if (job.id >= weatherjob::kDecodeWeather && job.id <= weatherjob::kSearchAtPosition) {
-            try {
-                error = dispatch(job);
-            } catch (const std::exception& failure) { // out of memory is all that can arrive here
-                error = weathererror::kPrepare;
-                log(QStringLiteral("(WeatherWorker) - Job %1 failed: %2")
-                        .arg(job.id)
-                        .arg(QString::fromLocal8Bit(failure.what())),
-                    loglevel::kError);
-            }
-        }
-        Q_EMIT sigFinishedJob(job.id, job.name, error);
-    }
+    const bool known =
+        job.id >= weatherjob::kDecodeWeather && job.id <= weatherjob::kSearchAtPosition;
+    return known ? dispatch(job) : before;
+}
+
+void WeatherWorker::jobDone(const Job& job, int result)
+{
+    Q_EMIT sigFinishedJob(job.id, job.name, result);
 }
 
 int WeatherWorker::dispatch(const Job& job)
 {
-    const ScopedLock lock(m_workerMutex);
     switch (job.id) {
     case weatherjob::kDecodeWeather:
         return decodeWeather();
@@ -238,7 +187,7 @@ bool WeatherWorker::searchGrib(const aviation::Position& position, Grib& grib)
 
 bool WeatherWorker::mayDownloadGrib() const
 {
-    return m_gribSource != nullptr && !m_settings.gribOff() && !m_stop;
+    return m_gribSource != nullptr && !m_settings.gribOff() && !stopped();
 }
 
 void WeatherWorker::waitForGrib(const aviation::Position& position, const QString& place,
@@ -257,9 +206,4 @@ void WeatherWorker::waitForGrib(const aviation::Position& position, const QStrin
     {
         Q_EMIT sigUpperAirMissing(place);
     }
-}
-
-void WeatherWorker::sleepUnlessStopped(int milliseconds)
-{
-    SleepUnless([this] { return m_stop.load(); }, milliseconds);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "app/base/Job.h"
-#include "app/base/JobQueue.h"
+#include "app/base/JobThread.h"
 #include "aviation/AircraftData.h"
 #include "aviation/Grib.h"
 #include "aviation/Metar.h"
@@ -12,7 +11,6 @@
 
 #include <QMutex>
 #include <QString>
-#include <QThread>
 
 #include <atomic>
 #include <functional>
@@ -22,12 +20,10 @@ class GribSource;
 class Settings;
 class WeatherWrapper;
 
-/// The thread of all decoding, searching and preparing of weather. It drains its queue and ends:
-/// whoever posts a job calls start() afterwards. A job holds the worker mutex for its whole length,
-/// which may be without limit while it waits for upper-air data; nothing that the main thread calls
-/// takes that mutex but join. Created and destroyed on the main thread, which it outlives in no
-/// case: the destructor lets a waiting job give way and joins.
-class WeatherWorker : public QThread
+/// The thread of all decoding, searching and preparing of weather. A job may last without limit
+/// while it waits for upper-air data; nothing that the main thread calls waits for it but join.
+/// Created and destroyed on the main thread; the destructor lets a waiting job give way and joins.
+class WeatherWorker : public JobThread
 {
     Q_OBJECT
 public:
@@ -37,15 +33,7 @@ public:
                   QObject* parent = nullptr);
     ~WeatherWorker() override;
 
-    /// Never waits for a running job.
-    void addJob(const Job& job);
-    /// Jobs that wait to be taken.
-    int queuedJobs() const;
-    /// Waits for the end of the thread. After it the results, and whatever slots on the worker's
-    /// thread wrote, are the caller's; the thread sanitizer knows so, which it doesn't of wait().
-    void join();
-    /// Lets the running job end early and drops what is queued; for the end of the program.
-    void stop();
+    using JobThread::addJob;
 
     /// The weather file with its [METAR], [SYNOP] and [TAF] blocks, as job 1 finds it at its start.
     /// Never waits for a running job.
@@ -83,9 +71,6 @@ Q_SIGNALS:
     /// A place is prepared without upper-air data, since there is none and no source of any.
     void sigUpperAirMissing(QString place);
 
-protected:
-    void run() override;
-
 private:
     /// The three reports that stand for a place, and whether each was found.
     struct Reports
@@ -109,6 +94,10 @@ private:
     };
     using Stations = std::vector<aviation::weather::Station>;
     using StationStep = std::function<void(const aviation::weather::Station&)>;
+
+    int perform(Job& job, int before) override;
+    void jobDone(const Job& job, int result) override;
+    void log(const QString& text, int level) override;
 
     QString weatherText();
     int dispatch(const Job& job);
@@ -144,22 +133,17 @@ private:
     void waitForGrib(const aviation::Position& position, const QString& place,
                      aviation::weather::Grib& grib);
     bool mayDownloadGrib() const;
-    void sleepUnlessStopped(int milliseconds);
 
     aviation::structs::AircraftData aircraftData() const;
-    void log(const QString& text, int level);
 
     WeatherWrapper& m_store;
     const Settings& m_settings;
     GribSource* m_gribSource;
-    JobQueue m_queue;     ///< guards itself
-    QMutex m_workerMutex; ///< held by each job
     QMutex m_textMutex;
     QString m_weatherText;    ///< guarded by m_textMutex
     QString m_gribText;       ///< what job 12 decodes; nothing fills it, downloads feed the store
     ThemeGrid m_previousGrid; ///< of the last theme; touched by jobs only
     std::atomic<bool> m_historyMode{false};
-    std::atomic<bool> m_stop{false};
     mutable QMutex m_aircraftMutex;
     aviation::structs::AircraftData m_aircraftData; ///< guarded by m_aircraftMutex
     mutable QMutex m_resultMutex;

@@ -139,7 +139,7 @@ int WeatherWorker::weatherSearch(const Job& job)
     const auto total = static_cast<qlonglong>(metars.size());
     qlonglong count = 0;
     for (Metar& metar : metars) {
-        if (m_stop) {
+        if (stopped()) {
             break;
         }
         Q_EMIT sigProgress(++count, total, QString());

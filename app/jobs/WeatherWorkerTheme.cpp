@@ -64,7 +64,7 @@ int WeatherWorker::PrepareWeatherFile(const Job& job)
     std::vector<ThemeStation> stations;
     const auto total = static_cast<qlonglong>(places.size());
     for (const Position& place : places) {
-        if (m_stop) {
+        if (stopped()) {
             return weathererror::kPrepare;
         }
         const qlonglong count = static_cast<qlonglong>(stations.size()) + 1;

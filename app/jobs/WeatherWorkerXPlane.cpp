@@ -108,7 +108,7 @@ int WeatherWorker::PrepareWeatherXPlane()
     const auto total = static_cast<qlonglong>(stations.size());
     qlonglong count = 0;
     for (const Station& station : stations) {
-        if (m_stop) {
+        if (stopped()) {
             break;
         }
         ++count;

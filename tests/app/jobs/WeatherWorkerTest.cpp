@@ -359,26 +359,4 @@ TEST_F(WeatherWorkerTest, AThemeIsWrittenOrTheJobSaysThatItIsNot)
     EXPECT_TRUE(log.contains("(Controller Weather) Can not write File to FS"_q));
 }
 
-TEST_F(WeatherWorkerTest, JobsPostedWhileTheThreadRunsAreDoneInOrder)
-{
-    decodeWeather();
-    finished.clear();
-    standAt(50.0, 8.5);
-    constexpr int kJobs = 200;
-    for (int i = 0; i < kJobs; ++i) {
-        worker->addJob(Job(i % 2 == 0 ? 15 : 99, QString::number(i)));
-        worker->setAircraftData({});
-        worker->start();
-    }
-    while (worker->queuedJobs() > 0) {
-        worker->start();
-        worker->join();
-    }
-    worker->join();
-    ASSERT_EQ(finished.size(), static_cast<std::size_t>(kJobs));
-    for (int i = 0; i < kJobs; ++i) {
-        EXPECT_EQ(finished[static_cast<std::size_t>(i)].first, i % 2 == 0 ? 15 : 99);
-    }
-}
-
 } // namespace
