@@ -1,6 +1,7 @@
 #include "app/Controller.h"
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
+#include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "app/cycle/CycleRules.h"
 #include "app/cycle/DirectWind.h"
@@ -11,7 +12,6 @@
 #include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
-#include "sim/LogText.h"
 #include "sim/SimResult.h"
 #include "weather/output/WeatherWrapper.h"
 
@@ -201,8 +201,9 @@ void Controller::stationCreated(const QString& text, int error)
         return; // the worker has said so
     }
     if (!unneeded) {
-        m_reporting.log(QStringLiteral("(ConnectWorker) Station created: %1").arg(LogText(text)),
-                        loglevel::kNotification);
+        m_reporting.log(
+            QStringLiteral("(ConnectWorker) Station created: %1").arg(outsidetext::forLog(text)),
+            loglevel::kNotification);
     }
     const QStringList fields = text.split(QLatin1Char(':'));
     if (fields.size() < kFields) {
@@ -227,7 +228,7 @@ void Controller::simulatorMetar(const QString& text)
     if (text.size() >= kIcaoLength) {
         const QString icao = text.left(kIcaoLength);
         m_view.setSetWxAction(true, tr("Set WX") + QLatin1Char(' ') + icao, icao);
-        m_reporting.log(QStringLiteral("(Controller) SimMetar: ") + LogText(text),
+        m_reporting.log(QStringLiteral("(Controller) SimMetar: ") + outsidetext::forLog(text),
                         loglevel::kDebug);
     } else {
         m_view.setSetWxAction(false, tr("Set WX"), QString());
@@ -244,8 +245,9 @@ void Controller::flightPlanSent(const QString& name, int error)
                         loglevel::kError);
         return;
     }
-    m_reporting.log(QStringLiteral("(Flightplanner) - flight plan sent: %1").arg(LogText(name)),
-                    loglevel::kNotification);
+    m_reporting.log(
+        QStringLiteral("(Flightplanner) - flight plan sent: %1").arg(outsidetext::forLog(name)),
+        loglevel::kNotification);
     m_posts.toSimulator(
         Job(connectjob::kSendText, QStringLiteral("Cirrilon: flight plan imported")));
 }

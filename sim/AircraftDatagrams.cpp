@@ -1,10 +1,10 @@
 #include "sim/AircraftDatagrams.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "app/base/StopFlag.h"
 #include "sim/BridgeDatagram.h"
-#include "sim/LogText.h"
 
 #include <QHostInfo>
 #include <QTimer>
@@ -43,7 +43,7 @@ void AircraftDatagrams::bind(const QString& portText)
     m_bound = port != 0 && !address.isNull() && m_socket->bind(address, port);
     const QString line = m_bound ? QStringLiteral("(Controller) - UDP bind IP:%1 Port:%2 ")
                                  : QStringLiteral("(Controller) - UDP bind failed IP:%1 Port:%2 ");
-    m_log(line.arg(LogText(myIp), LogText(portText)),
+    m_log(line.arg(outsidetext::forLog(myIp), outsidetext::forLog(portText)),
           m_bound ? loglevel::kNotification : loglevel::kError);
     if (m_bound) {
         findSenders();
@@ -112,7 +112,7 @@ void AircraftDatagrams::readOne()
         logOnce(m_foreignLogged,
                 QStringLiteral("(Controller) - UDP datagrams of %1 dropped: it isn't the server "
                                "of the settings.")
-                    .arg(LogText(sender.toString())));
+                    .arg(outsidetext::forLog(sender.toString())));
     } else if (size > kLargestDatagram) {
         logOnce(m_badLogged, QStringLiteral("(Controller) - UDP datagram too large, dropped"));
     } else {
@@ -131,7 +131,8 @@ void AircraftDatagrams::take(const QByteArray& bytes)
         return;
     }
     if (!datagram.fault.isEmpty()) {
-        logOnce(m_badLogged, QStringLiteral("(Controller) - ") + LogText(datagram.fault.trimmed()));
+        logOnce(m_badLogged,
+                QStringLiteral("(Controller) - ") + outsidetext::forLog(datagram.fault.trimmed()));
     }
     Q_EMIT sigAircraft(datagram.aircraft, datagram.isAircraftAnswer());
 }

@@ -1,9 +1,9 @@
 #include "sim/BridgeSocket.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/StopFlag.h"
 #include "aviation/support/Clock.h"
-#include "sim/LogText.h"
 
 #include <QEventLoop>
 #include <QNetworkProxy>
@@ -128,7 +128,7 @@ void BridgeSocket::say(const QString& text)
 {
     if (text != m_said) {
         m_said = text;
-        m_log(QStringLiteral("(Client) - ") + LogText(text), loglevel::kError);
+        m_log(QStringLiteral("(Client) - ") + outsidetext::forLog(text), loglevel::kError);
     }
 }
 
@@ -201,7 +201,8 @@ int BridgeSocket::send(std::uint8_t command, std::uint8_t id, const QByteArray& 
     }
     dropStaleReply();
     const QByteArray frame = FrameBytes(command, id, data);
-    m_log(QStringLiteral("(Client) - write message: ") + LogText(frame), loglevel::kDebug);
+    m_log(QStringLiteral("(Client) - write message: ") + outsidetext::forLog(frame),
+          loglevel::kDebug);
     if (!isOpen() || m_socket->write(frame) != frame.size() || !waitWritten()) {
         // Half a frame may be on its way: nothing behind it would be understood.
         m_socket->abort();

@@ -1,8 +1,8 @@
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/NumberText.h"
 #include "sim/BridgeSocket.h"
-#include "sim/LogText.h"
 
 #include <algorithm>
 
@@ -33,8 +33,9 @@ bool BridgeSocket::readUpToMark(QByteArray& output)
         }
     }
     if (!output.isEmpty()) {
-        m_log(QStringLiteral("(ServerThread) -  Wrong Message: %1").arg(LogText(output)),
-              loglevel::kError);
+        m_log(
+            QStringLiteral("(ServerThread) -  Wrong Message: %1").arg(outsidetext::forLog(output)),
+            loglevel::kError);
     }
     return false;
 }
@@ -51,10 +52,12 @@ bool BridgeSocket::readHeader(QByteArray& output, QByteArray& header)
     }
     const QByteArray rest = m_socket->readAll();
     output += rest;
-    m_log(header.isEmpty()
-              ? QStringLiteral("(ServerThread) - Wrong Message: %1").arg(LogText(output))
-              : QStringLiteral("(ServerThread) - Message Error - Data in:%1").arg(LogText(output)),
-          loglevel::kError);
+    m_log(
+        header.isEmpty()
+            ? QStringLiteral("(ServerThread) - Wrong Message: %1").arg(outsidetext::forLog(output))
+            : QStringLiteral("(ServerThread) - Message Error - Data in:%1")
+                  .arg(outsidetext::forLog(output)),
+        loglevel::kError);
     return false;
 }
 
@@ -92,7 +95,7 @@ int BridgeSocket::ReceiveStream(QByteArray& output)
     const QList<QByteArray> fields = header.split(';');
     const std::int32_t length = FieldNumber(fields[2]);
     if (length < 0 || length > kLongestFrameData) {
-        m_log(QStringLiteral("(ServerThread) - Wrong Message: %1").arg(LogText(header)),
+        m_log(QStringLiteral("(ServerThread) - Wrong Message: %1").arg(outsidetext::forLog(header)),
               loglevel::kError);
         return output.size();
     }

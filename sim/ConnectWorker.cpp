@@ -1,12 +1,12 @@
 #include "sim/ConnectWorker.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "aviation/support/ScopedLock.h"
 #include "sim/ConnectJobs.h"
 #include "sim/FsInterfaceBase.h"
 #include "sim/FsInterfaceFactory.h"
-#include "sim/LogText.h"
 
 #include <algorithm>
 #include <array>
@@ -168,13 +168,13 @@ void ConnectWorker::log(const QString& text, int level)
 
 QString ConnectWorker::nameForLog(const Job& job) const
 {
-    return LogText(job.name);
+    return outsidetext::forLog(job.name);
 }
 
 void ConnectWorker::jobDone(const Job& job, int result)
 {
     log(QStringLiteral("(ConnectWorker) - Job finished ID: %1, Name: %2")
-            .arg(QString::number(job.id), LogText(job.name)),
+            .arg(QString::number(job.id), outsidetext::forLog(job.name)),
         loglevel::kDebug);
     const bool lost = result == simresult::kTimeout && m_interface != nullptr;
     if (lost) { // first: what is posted as an answer to the signal isn't left behind

@@ -1,10 +1,10 @@
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "aviation/support/ScopedLock.h"
 #include "sim/ConnectWorker.h"
 #include "sim/FsInterfaceBase.h"
 #include "sim/FsInterfaceFactory.h"
-#include "sim/LogText.h"
 
 #include <QDebug>
 
@@ -86,7 +86,7 @@ void ConnectWorker::tryBothInterfaces()
 {
     Identity found = identity();
     log(QStringLiteral("(ConnectWorker) - FSUIPC connected, FS = %1, try connect to SimConnect ")
-            .arg(LogText(found.fsName)),
+            .arg(outsidetext::forLog(found.fsName)),
         loglevel::kNotification);
     m_interface->Disconnect();
     dropInterface();
@@ -124,7 +124,7 @@ void ConnectWorker::readIdentity()
     m_interface->GetInterface(found.interfaceId, found.interfaceName);
     setIdentity(found);
     log(QStringLiteral("FS: %1, Interface: %2")
-            .arg(LogText(found.fsName), LogText(found.interfaceName)),
+            .arg(outsidetext::forLog(found.fsName), outsidetext::forLog(found.interfaceName)),
         loglevel::kNotification);
 }
 

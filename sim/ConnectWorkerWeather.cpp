@@ -1,10 +1,10 @@
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "aviation/support/ScopedLock.h"
 #include "sim/ConnectWorker.h"
 #include "sim/FsInterfaceBase.h"
 #include "sim/FsInterfaceExtras.h"
-#include "sim/LogText.h"
 
 #include <QStringList>
 
@@ -101,10 +101,11 @@ int ConnectWorker::setObservations(const std::vector<QString>& metars)
         const QString station = metars[i].left(kStationNameLength);
         result = m_interface->SetWeatherText(metars[i]);
         if (result != simresult::kNone) {
-            log(QStringLiteral("(ConnectWorker) - Set Weather failed. ") + LogText(metars[i]),
+            log(QStringLiteral("(ConnectWorker) - Set Weather failed. ")
+                    + outsidetext::forLog(metars[i]),
                 loglevel::kError);
         } else {
-            log(QStringLiteral("(ConnectWorker) - Set Weather ") + LogText(station),
+            log(QStringLiteral("(ConnectWorker) - Set Weather ") + outsidetext::forLog(station),
                 loglevel::kNotification);
         }
         tellProgress(station, i + 1, metars.size());
@@ -121,9 +122,11 @@ int ConnectWorker::setRecords(const std::vector<NewWeather>& records)
         const QString station = QString::fromStdString(records[i].icaoText());
         result = m_interface->SetWeatherRecord(records[i]);
         if (result != simresult::kNone) {
-            log(QStringLiteral("Set Weather failed. ") + LogText(station), loglevel::kError);
+            log(QStringLiteral("Set Weather failed. ") + outsidetext::forLog(station),
+                loglevel::kError);
         } else {
-            log(QStringLiteral("Set Weather ") + LogText(station), loglevel::kNotification);
+            log(QStringLiteral("Set Weather ") + outsidetext::forLog(station),
+                loglevel::kNotification);
         }
         tellProgress(station, i + 1, records.size());
         sleepUnlessStopped(kStationPauseMs);
@@ -153,10 +156,11 @@ int ConnectWorker::setTheme(Job& job)
         overBridge ? bridge->SendWeatherFile(file) : m_interface->SetWeatherTheme(file);
     if (result != simresult::kNone) {
         log(QStringLiteral("(ConnectWorker) - Set Weather Theme failed. File: ")
-                + LogText(job.name),
+                + outsidetext::forLog(job.name),
             loglevel::kError);
     } else {
-        log(QStringLiteral("(ConnectWorker) - Set Weather Theme. File: ") + LogText(job.name),
+        log(QStringLiteral("(ConnectWorker) - Set Weather Theme. File: ")
+                + outsidetext::forLog(job.name),
             loglevel::kNotification);
     }
     return result;
@@ -246,7 +250,7 @@ int ConnectWorker::createStation(Job& job)
                                    parts[2].toFloat(), parts[3].toFloat(), parts[4].toFloat());
     if (result != simresult::kNone) {
         log(QStringLiteral("(ConnectWorker) Create Station Failed, ICAO: %1")
-                .arg(LogText(parts[0])),
+                .arg(outsidetext::forLog(parts[0])),
             loglevel::kError);
     }
     return result;

@@ -1,12 +1,12 @@
 #include "sim/FSInterfaceFSUIPC.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/StopFlag.h"
 #include "aviation/support/Clock.h"
 #include "sim/FsuipcAircraft.h"
 #include "sim/FsuipcOffsets.h"
 #include "sim/FsuipcValues.h"
-#include "sim/LogText.h"
 #include "sim/SimValues.h"
 #include "sim/clients/FsuipcApi.h"
 #include "sim/clients/SimulatorClients.h"
@@ -97,7 +97,7 @@ bool FSInterfaceFSUIPC::load()
     m_client.setApi(m_clients.fsuipc(m_simulatorFolder.toStdString(), problem));
     if (!m_client.hasApi() && !m_saidMissing) {
         m_saidMissing = true;
-        log(LogText(QByteArray::fromStdString(problem)), loglevel::kError);
+        log(outsidetext::forLog(QByteArray::fromStdString(problem)), loglevel::kError);
     }
     return m_client.hasApi();
 }

@@ -1,9 +1,9 @@
 #include "sim/FsInterfaceSimConnect.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/SlicedSleep.h"
 #include "app/base/StopFlag.h"
-#include "sim/LogText.h"
 #include "sim/clients/SimulatorClients.h"
 
 #include <algorithm>
@@ -74,7 +74,7 @@ int FsInterfaceSimConnect::Connect()
         std::string problem;
         auto api = m_clients.simConnect(m_simulatorFolder.toStdString(), problem);
         if (!api) {
-            log(Line(LogText(QString::fromStdString(problem))), loglevel::kError);
+            log(Line(outsidetext::forLog(QString::fromStdString(problem))), loglevel::kError);
             return simresult::kNotConnected;
         }
         m_client = std::make_unique<SimConnectClient>(std::move(api));
@@ -170,7 +170,7 @@ bool FsInterfaceSimConnect::takeReply(SimConnectReply reply)
         log(Line(m_client->exceptionText()), loglevel::kError);
         return false;
     case SimConnectReply::Open:
-        log(Line(m_client->openText(LogText(m_client->applicationName())).trimmed()),
+        log(Line(m_client->openText(outsidetext::forLog(m_client->applicationName())).trimmed()),
             loglevel::kNotification);
         return true;
     case SimConnectReply::Aircraft:

@@ -1,6 +1,6 @@
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "sim/FsInterfaceSimConnect.h"
-#include "sim/LogText.h"
 #include "sim/SimValues.h"
 
 #include <QDebug>
@@ -50,7 +50,7 @@ int FsInterfaceSimConnect::SetWeatherText(const QString& text)
     if (!m_connected) {
         return simresult::kNotConnected;
     }
-    log(LogText(text), loglevel::kDebug);
+    log(outsidetext::forLog(text), loglevel::kDebug);
     const std::string narrow = text.toStdString();
     if (narrow.size() > kLongestText) {
         log(ErrorLine(QStringLiteral("an observation of %1 characters is too long, at most %2")

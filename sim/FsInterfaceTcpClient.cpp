@@ -1,11 +1,11 @@
 #include "sim/FsInterfaceTcpClient.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/NumberText.h"
 #include "sim/BridgeDatagram.h"
 #include "sim/BridgeText.h"
-#include "sim/LogText.h"
 #include "weather/output/records/NewWeatherText.h"
 #include "weather/output/records/XPlaneWeatherText.h"
 
@@ -73,7 +73,7 @@ void FsInterfaceTcpClient::logParseFault(const QString& fault)
 {
     if (!fault.isEmpty() && fault != m_parseFault) {
         qDebug().noquote() << fault;
-        log(LogText(fault.trimmed()), loglevel::kDebug);
+        log(outsidetext::forLog(fault.trimmed()), loglevel::kDebug);
     }
     m_parseFault = fault;
 }
@@ -130,7 +130,7 @@ int FsInterfaceTcpClient::checkServerVersion(const QByteArray& greeting)
         return simresult::kNone;
     }
     const QByteArray client = kBridgeApiVersion;
-    const QString server = LogText(TextOf(parts.last()));
+    const QString server = outsidetext::forLog(TextOf(parts.last()));
     log(QStringLiteral("(Client) - Server API Version = ") + server, loglevel::kNotification);
     const double serverNumber = Number(parts.last());
     if (serverNumber == Number(client)) {
@@ -491,7 +491,8 @@ int FsInterfaceTcpClient::readFileReply()
     if (reply.message.command == bridgecommand::kRefuse
         && reply.message.id == bridgemessage::kWeatherFile)
     {
-        log(QStringLiteral("(Client) - ") + LogText(reply.message.data), loglevel::kError);
+        log(QStringLiteral("(Client) - ") + outsidetext::forLog(reply.message.data),
+            loglevel::kError);
         return simresult::kNotDelivered;
     }
     return simresult::kNone;

@@ -1,5 +1,6 @@
 #include "app/base/DownloadManager.h"
 
+#include "app/base/OutsideText.h"
 #include "app/base/SaveName.h"
 #include "app/base/Settings.h"
 #include "app/base/StopFlag.h"
@@ -34,14 +35,10 @@ struct Outcome
     QString text;
 };
 
-/// A line of the debug stream. Names and texts of servers can't steer a terminal.
-void DebugLine(QString text)
+/// A line of the debug stream.
+void DebugLine(const QString& text)
 {
-    std::replace_if(
-        text.begin(), text.end(),
-        [](QChar c) { return c.category() == QChar::Other_Control && c != QLatin1Char('\n'); },
-        QLatin1Char('?'));
-    qDebug().noquote() << text;
+    qDebug().noquote() << outsidetext::forTerminal(text);
 }
 
 QNetworkRequest MakeRequest(const QUrl& url)

@@ -1,6 +1,7 @@
 #include "app/base/JobThread.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/SlicedSleep.h"
 #include "app/base/StopFlag.h"
 #include "aviation/support/ScopedLock.h"
@@ -116,7 +117,7 @@ int JobThread::attempt(Job& job, int before)
     } catch (const std::exception& failure) { // out of memory is all that can arrive here
         log(QStringLiteral("(%1) - Job %2 failed: %3")
                 .arg(m_logName, QString::number(job.id),
-                     QString::fromLocal8Bit(failure.what()).toHtmlEscaped()),
+                     outsidetext::forLog(QString::fromLocal8Bit(failure.what()))),
             loglevel::kError);
         return m_failure;
     }

@@ -1,6 +1,7 @@
 #include "app/download/ConnectionProbe.h"
 
 #include "app/base/Gzip.h"
+#include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "aviation/support/NumberText.h"
 #include "sim/BridgeFrame.h"
@@ -29,15 +30,6 @@ constexpr int kLargestHandshake = 16 * 1024;
 constexpr int kLongestQuote = 80;
 constexpr int kMaxRedirects = 5;
 constexpr int kFieldsOfSimulator = 5;
-
-/// Text from outside on one line, cut short.
-QString Quoted(const QByteArray& bytes)
-{
-    QString text = QString::fromUtf8(bytes.left(4 * kLongestQuote));
-    std::replace_if(
-        text.begin(), text.end(), [](QChar c) { return !c.isPrint(); }, QLatin1Char(' '));
-    return text.simplified().left(kLongestQuote);
-}
 
 QString SizeText(qint64 bytes)
 {
@@ -122,7 +114,7 @@ ProbeResult DescribePlain(const QByteArray& data)
                 ConnectionProbe::tr("It holds %1 METAR reports without block marks.").arg(bare)};
     }
     return {false, ConnectionProbe::tr("No weather was recognised in it. It begins with: %1")
-                       .arg(Quoted(data))};
+                       .arg(outsidetext::quoted(data))};
 }
 
 /// Number and text of an attribute "key=value".
@@ -284,8 +276,8 @@ void ConnectionProbe::onAddressFinished()
     const QByteArray data = m_reply->readAll();
     const QString head = tr("HTTP status %1, %2.").arg(status).arg(SizeText(data.size()));
     if (m_reply->error() != QNetworkReply::NoError) {
-        const QString phrase =
-            Quoted(m_reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toByteArray());
+        const QString phrase = outsidetext::quoted(
+            m_reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toByteArray());
         finish({false, head + QLatin1Char(' ') + tr("The server refuses: %1").arg(phrase)});
         return;
     }
@@ -350,7 +342,7 @@ void ConnectionProbe::onBridgeData()
 void ConnectionProbe::onHello(const QByteArray& data)
 {
     const QByteArray version = ValueOf(data);
-    m_serverApi = Quoted(version);
+    m_serverApi = outsidetext::quoted(version);
     const double server = VersionNumber(version);
     const double client = VersionNumber(kBridgeApiVersion);
     if (data.count('=') == 1 && (server < client || server > client)) {
@@ -369,12 +361,14 @@ void ConnectionProbe::onSimulator(const QByteArray& data)
 {
     const QString head = tr("Connected to %1, server API version %2.").arg(m_server, m_serverApi);
     const QList<QByteArray> fields = data.split(';');
-    const QString name =
-        fields.size() == kFieldsOfSimulator ? Quoted(ValueOf(fields.at(2))) : QString();
+    const QString name = fields.size() == kFieldsOfSimulator
+                             ? outsidetext::quoted(ValueOf(fields.at(2)))
+                             : QString();
     if (name.isEmpty() || ValueOf(fields.at(1)).toInt() == 0) {
         finish({true, head + QLatin1Char(' ') + tr("The server has no simulator at the moment.")});
         return;
     }
     finish({true, head + QLatin1Char(' ')
-                      + tr("Simulator: %1, through %2.").arg(name, Quoted(ValueOf(fields.at(4))))});
+                      + tr("Simulator: %1, through %2.")
+                            .arg(name, outsidetext::quoted(ValueOf(fields.at(4))))});
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/DownloadManager.h"
+#include "app/base/OutsideText.h"
 #include "app/base/Reporting.h"
 #include "app/download/ServerAnswer.h"
 
@@ -16,7 +17,7 @@ inline void showProgress(DownloadManager& manager, const ProgressFunction& progr
 /// What a failed download is logged as: number, reason and what to do about it.
 inline QString failureText(int error, const QString& reason)
 {
-    return QString::number(error) + QStringLiteral(", ") + serveranswer::forLog(reason)
+    return QString::number(error) + QStringLiteral(", ") + outsidetext::forLog(reason.trimmed())
            + QStringLiteral(". ") + serveranswer::advice(error);
 }
 

@@ -1,6 +1,7 @@
 #include "app/download/GribDownload.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/ProcessRunner.h"
 #include "app/base/Settings.h"
 #include "app/base/StopFlag.h"
@@ -127,7 +128,8 @@ int GribDownload::takeText(const aviation::Position& position, const QString& te
     const QString prefix = QStringLiteral("(Controller Weather) - ");
     const QString advice = serveranswer::advice(0);
     if (serveranswer::isErrorText(text)) {
-        logFault(QStringLiteral("Error"), prefix + serveranswer::forLog(text), loglevel::kError);
+        logFault(QStringLiteral("Error"), prefix + outsidetext::forLog(text.trimmed()),
+                 loglevel::kError);
         return gribdownload::kFailed;
     }
     const QString fault = serveranswer::fault(text.left(serveranswer::kHeadSize).toUtf8());
@@ -135,7 +137,7 @@ int GribDownload::takeText(const aviation::Position& position, const QString& te
         logFault(fault,
                  prefix
                      + QStringLiteral("The upper-air answer can't be used: %1. %2")
-                           .arg(serveranswer::forLog(fault), advice),
+                           .arg(outsidetext::forLog(fault.trimmed()), advice),
                  loglevel::kError);
         return gribdownload::kFailed;
     }
@@ -185,7 +187,7 @@ int GribDownload::downloadRaw()
     if (error != 0) {
         logFault(QString::number(error),
                  QStringLiteral("(Controller Weather) - Download GribRaw Error: ")
-                     + serveranswer::forLog(manager.lastErrorText()) + QStringLiteral(". ")
+                     + outsidetext::forLog(manager.lastErrorText().trimmed()) + QStringLiteral(". ")
                      + serveranswer::advice(error),
                  loglevel::kError);
         return gribdownload::kFailed;
@@ -210,7 +212,8 @@ void GribDownload::runWgrib(const QString& gribFile)
     const QString table = m_context.settings->tmpFolder() + QStringLiteral("grib.csv");
     const ProcessResult result = runOutsideProgram(program, wgrib::arguments(gribFile, table));
     if (!result.finished && !m_stop.raised()) {
-        m_reporting.log(QStringLiteral("(Controller) - ") + serveranswer::forLog(result.error),
+        m_reporting.log(QStringLiteral("(Controller) - ")
+                            + outsidetext::forLog(result.error.trimmed()),
                         loglevel::kError);
     }
     logFault(QStringLiteral("raw"),
@@ -230,7 +233,8 @@ ProcessResult GribDownload::runOutsideProgram(const QString& program, const QStr
         ProcessResult ended = m_processes.runUnlessStopped(
             program, arguments, kTimeoutMs,
             [this](const QString& output) {
-                m_reporting.log(QStringLiteral("(Controller) - ") + serveranswer::forLog(output),
+                m_reporting.log(QStringLiteral("(Controller) - ")
+                                    + outsidetext::forLog(output.trimmed()),
                                 loglevel::kDebug);
             },
             m_stop);

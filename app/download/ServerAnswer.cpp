@@ -1,7 +1,5 @@
 #include "app/download/ServerAnswer.h"
 
-#include "sim/LogText.h"
-
 #include <QNetworkReply>
 #include <QStringView>
 
@@ -50,11 +48,6 @@ QString advice(int networkError)
         return QStringLiteral(
             "If it stays so, choose another weather source or server in the settings.");
     }
-}
-
-QString forLog(const QString& text)
-{
-    return LogText(text.trimmed());
 }
 
 } // namespace serveranswer

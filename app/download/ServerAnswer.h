@@ -23,7 +23,4 @@ inline constexpr int kFileError = -1;
 /// data); a sentence, or empty.
 QString advice(int networkError);
 
-/// The text as one line that is safe for rich text and terminals, cut to a length that a log takes.
-QString forLog(const QString& text);
-
 } // namespace serveranswer

@@ -2,6 +2,7 @@
 
 #include "app/base/IniFile.h"
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/ProcessRunner.h"
 #include "app/base/Settings.h"
 #include "app/base/StopFlag.h"
@@ -61,10 +62,10 @@ void UpdateCheck::download()
 void UpdateCheck::logFailure(int error, const QString& reason)
 {
     if (!m_context.stop->raised()) {
-        m_reporting.log(
-            QStringLiteral("(Controller) - can not download fileinfo, Net-Error: %1")
-                .arg(QString::number(error) + QStringLiteral(", ") + serveranswer::forLog(reason)),
-            loglevel::kError);
+        m_reporting.log(QStringLiteral("(Controller) - can not download fileinfo, Net-Error: %1")
+                            .arg(QString::number(error) + QStringLiteral(", ")
+                                 + outsidetext::forLog(reason.trimmed())),
+                        loglevel::kError);
     }
 }
 

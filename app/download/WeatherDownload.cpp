@@ -1,6 +1,7 @@
 #include "app/download/WeatherDownload.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "app/base/StopFlag.h"
 #include "app/base/UrlTemplate.h"
@@ -140,7 +141,7 @@ std::optional<QString> WeatherDownload::fetchExternalText(const QString& kind,
                                ? manager.lastErrorText()
                                : serveranswer::fault(text.left(serveranswer::kHeadSize).toUtf8());
     if (!reason.isEmpty() && !m_context.stop->raised()) {
-        m_reporting.log(title + QStringLiteral(" Error: ") + serveranswer::forLog(reason)
+        m_reporting.log(title + QStringLiteral(" Error: ") + outsidetext::forLog(reason.trimmed())
                             + QLatin1Char(' ') + serveranswer::advice(error),
                         loglevel::kError);
         text.clear();
@@ -154,7 +155,7 @@ void WeatherDownload::logFailure(int error, const QString& reason)
     // A folder that can't be made has a number that means something else in the network.
     const bool isFolder = reason.startsWith(prefix);
     if (!m_context.stop->raised()) {
-        m_reporting.log((isFolder ? QString() : prefix) + serveranswer::forLog(reason)
+        m_reporting.log((isFolder ? QString() : prefix) + outsidetext::forLog(reason.trimmed())
                             + QStringLiteral(" (error %1). ").arg(error)
                             + serveranswer::advice(isFolder ? serveranswer::kFileError : error),
                         loglevel::kError);
@@ -228,7 +229,7 @@ void WeatherDownload::takeRead()
         m_reporting.log(
             QStringLiteral("(Controller Weather) - The weather file can't be used: %1. If other "
                            "sources fail as well, choose another weather server in the settings.")
-                .arg(serveranswer::forLog(result->fault)),
+                .arg(outsidetext::forLog(result->fault.trimmed())),
             loglevel::kError);
     }
     if (!result->opened) {

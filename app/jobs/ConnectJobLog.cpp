@@ -1,8 +1,8 @@
 #include "app/jobs/ConnectJobLog.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "sim/ConnectJobs.h"
-#include "sim/LogText.h"
 #include "sim/SimResult.h"
 
 #include <utility>
@@ -12,7 +12,7 @@ ConnectJobLog::ConnectJobLog(LogFunction log) : m_log(std::move(log)) {}
 void ConnectJobLog::jobEnded(int jobId, const QString& jobName, int error)
 {
     const QString id = QString::number(jobId);
-    const QString name = LogText(jobName);
+    const QString name = outsidetext::forLog(jobName);
     if (error == simresult::kNone) {
         m_log(QStringLiteral("(Controller) - JobID:%1 JobName:%2  Finished").arg(id, name),
               loglevel::kDebug);

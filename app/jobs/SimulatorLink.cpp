@@ -1,6 +1,7 @@
 #include "app/jobs/SimulatorLink.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "app/base/SlicedSleep.h"
 #include "app/base/StopFlag.h"
@@ -9,7 +10,6 @@
 #include "aviation/FsId.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
-#include "sim/LogText.h"
 #include "sim/SimResult.h"
 
 #include <utility>
@@ -82,7 +82,7 @@ void SimulatorLink::logNoServer()
     m_parts.log(QStringLiteral("(Controller) - No bridge server answers at %1:%2. Start the "
                                "simulator with its bridge, check address and port in the settings "
                                "under Interface, then press Connect.")
-                    .arg(LogText(m_parts.settings.serverIp()))
+                    .arg(outsidetext::forLog(m_parts.settings.serverIp()))
                     .arg(m_parts.settings.serverPort()),
                 loglevel::kWarning);
 }

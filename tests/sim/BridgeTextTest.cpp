@@ -2,7 +2,6 @@
 
 #include "sim/BridgeDatagram.h"
 #include "sim/FsInterfaceBase.h"
-#include "sim/LogText.h"
 
 #include <gtest/gtest.h>
 
@@ -179,13 +178,6 @@ TEST(BridgeText, ReadsWindAndLongNumbers)
     EXPECT_EQ(number, 5);
     EXPECT_TRUE(bridgetext::LongFromText(" 4102444800\r\n", number));
     EXPECT_EQ(number, 4102444800);
-}
-
-TEST(LogText, IsOneLineOfPlainText)
-{
-    EXPECT_EQ(LogText(QByteArray("@0005;\r\nA<b>\t\x1B[2J\xE2\x80\xA8")).toStdString(),
-              "@0005;\\r\\nA&lt;b&gt;\t\\u001b[2J\\u2028");
-    EXPECT_EQ(LogText(QByteArray(5000, '\n')).toStdString().substr(8190), "\\n ... (5000 bytes)");
 }
 
 TEST(FsInterfaceBase, NamesResultCodes)
