@@ -32,7 +32,7 @@ bool Convert(const QByteArray& text, T& value)
 
 } // namespace
 
-Fields::Fields(const QByteArray& text, char mark)
+Fields::Fields(const QByteArray& text, char mark, FieldKeys keys) : m_keys(keys)
 {
     constexpr int kMostFields = 1024;
     int start = 0;
@@ -61,11 +61,12 @@ bool Fields::take(const Fields& parts)
     return !failed();
 }
 
-bool Fields::valueOf(int index, int keyLength, QByteArray& value)
+bool Fields::valueOf(int index, QByteArray& value)
 {
     if (failed() || index >= count()) {
         return false;
     }
+    const auto keyLength = static_cast<int>(m_keys[static_cast<std::size_t>(index)].size());
     if (m_fields.at(index).size() < keyLength) {
         fail(index, "shorter than its key");
         return false;
@@ -74,10 +75,10 @@ bool Fields::valueOf(int index, int keyLength, QByteArray& value)
     return true;
 }
 
-bool Fields::integer(int index, int keyLength, std::int64_t& value)
+bool Fields::integer(int index, std::int64_t& value)
 {
     QByteArray text;
-    if (!valueOf(index, keyLength, text)) {
+    if (!valueOf(index, text)) {
         return false;
     }
     if (!Convert(text, value)) {
@@ -87,10 +88,10 @@ bool Fields::integer(int index, int keyLength, std::int64_t& value)
     return true;
 }
 
-void Fields::read(int index, int keyLength, std::uint16_t& value)
+void Fields::read(int index, std::uint16_t& value)
 {
     std::int64_t number = 0;
-    if (!integer(index, keyLength, number)) {
+    if (!integer(index, number)) {
         return;
     }
     if (number < 0 || number > std::numeric_limits<std::uint16_t>::max()) {
@@ -99,10 +100,10 @@ void Fields::read(int index, int keyLength, std::uint16_t& value)
     value = static_cast<std::uint16_t>(number);
 }
 
-void Fields::read(int index, int keyLength, std::int32_t& value)
+void Fields::read(int index, std::int32_t& value)
 {
     std::int64_t number = 0;
-    if (!integer(index, keyLength, number)) {
+    if (!integer(index, number)) {
         return;
     }
     if (number < std::numeric_limits<std::int32_t>::min()
@@ -113,18 +114,18 @@ void Fields::read(int index, int keyLength, std::int32_t& value)
     value = static_cast<std::int32_t>(number);
 }
 
-void Fields::read(int index, int keyLength, std::int64_t& value)
+void Fields::read(int index, std::int64_t& value)
 {
     std::int64_t number = 0;
-    if (integer(index, keyLength, number)) {
+    if (integer(index, number)) {
         value = number;
     }
 }
 
-void Fields::read(int index, int keyLength, double& value)
+void Fields::read(int index, double& value)
 {
     QByteArray text;
-    if (!valueOf(index, keyLength, text)) {
+    if (!valueOf(index, text)) {
         return;
     }
     double number = 0.0;
@@ -137,25 +138,25 @@ void Fields::read(int index, int keyLength, double& value)
     value = number;
 }
 
-void Fields::read(int index, int keyLength, float& value)
+void Fields::read(int index, float& value)
 {
     auto number = static_cast<double>(value);
-    read(index, keyLength, number);
+    read(index, number);
     value = static_cast<float>(number);
 }
 
-void Fields::read(int index, int keyLength, bool& value)
+void Fields::read(int index, bool& value)
 {
     QByteArray text;
-    if (valueOf(index, keyLength, text)) {
+    if (valueOf(index, text)) {
         value = text == "1";
     }
 }
 
-void Fields::read(int index, int keyLength, std::wstring& value)
+void Fields::read(int index, std::wstring& value)
 {
     QByteArray text;
-    if (valueOf(index, keyLength, text)) {
+    if (valueOf(index, text)) {
         value = QString::fromUtf8(text).left(kLongestName).toStdWString();
     }
 }

@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <string_view>
 
 using aviation::structs::AircraftData;
 using aviation::structs::AircraftFuel;
@@ -21,6 +22,43 @@ namespace {
 
 constexpr char kFieldMark = ':';
 constexpr char kPartMark = '|';
+
+// As they are written; of what is read only the lengths count, see Fields.
+constexpr std::array<std::string_view, 28> kAircraftKeys{"HgtAgl=",
+                                                         "Alt=",
+                                                         "Tas=",
+                                                         "Gs=",
+                                                         "Hdg=",
+                                                         "Vs=",
+                                                         "Direction=",
+                                                         "WindInKnots=",
+                                                         "MagVar=",
+                                                         "Vis=",
+                                                         "Lat=",
+                                                         "Lon=",
+                                                         "IsOnGround=",
+                                                         "EngineIsOff=",
+                                                         "LandingLightIsOn=",
+                                                         "IsDoorOpen=",
+                                                         "ParkingBrakeIsSet=",
+                                                         "Name=",
+                                                         "Reg=",
+                                                         "Airline=",
+                                                         "Type=",
+                                                         "FuelFlow=",
+                                                         "EmptyWeight=",
+                                                         "MaxGrossWeight=",
+                                                         "TotalWeight=",
+                                                         "LandRate=",
+                                                         "FsTime=",
+                                                         "Oat="};
+constexpr std::array<std::string_view, 2> kFuelKeys{"NumOfStation=", "FuelWeight="};
+constexpr std::array<std::string_view, 4> kTankKeys{"StationID=", "Name=", "Capacity=", "Level="};
+constexpr std::array<std::string_view, 1> kPayloadKeys{"NumOfStation="};
+constexpr std::array<std::string_view, 4> kStationKeys{
+    "StationName=", "Type=", "MaxWeight=", "Weight="};
+constexpr std::array<std::string_view, 3> kWindKeys{"Dir=", "Speed=", "Gust="};
+constexpr std::array<std::string_view, 1> kBareNumber{""};
 
 QByteArray Fixed(double value)
 {
@@ -53,18 +91,18 @@ void ReadMovement(Fields& fields, AircraftData& data)
 {
     double latitude = 0.0;
     double longitude = 0.0;
-    fields.read(0, 7, data.heightAgl);
-    fields.read(1, 4, data.altitude);
-    fields.read(2, 4, data.tas);
-    fields.read(3, 3, data.groundSpeed);
-    fields.read(4, 4, data.heading);
-    fields.read(5, 3, data.verticalSpeed);
-    fields.read(6, 10, data.wind.Dir);
-    fields.read(7, 12, data.wind.Speed);
-    fields.read(8, 7, data.magneticVariation);
-    fields.read(9, 4, data.visibility);
-    fields.read(10, 4, latitude);
-    fields.read(11, 4, longitude);
+    fields.read(0, data.heightAgl);
+    fields.read(1, data.altitude);
+    fields.read(2, data.tas);
+    fields.read(3, data.groundSpeed);
+    fields.read(4, data.heading);
+    fields.read(5, data.verticalSpeed);
+    fields.read(6, data.wind.Dir);
+    fields.read(7, data.wind.Speed);
+    fields.read(8, data.magneticVariation);
+    fields.read(9, data.visibility);
+    fields.read(10, latitude);
+    fields.read(11, longitude);
     // A place that isn't on the earth is none.
     if (!fields.failed() && std::abs(latitude) <= 90.0 && std::abs(longitude) <= 360.0) {
         data.position = aviation::Position(latitude, longitude);
@@ -73,47 +111,47 @@ void ReadMovement(Fields& fields, AircraftData& data)
 
 void ReadState(Fields& fields, AircraftData& data)
 {
-    fields.read(12, 11, data.onGround);
-    fields.read(13, 12, data.engineOff);
-    fields.read(14, 17, data.landingLight);
-    fields.read(15, 11, data.doorOpen);
-    fields.read(16, 18, data.parkingBrake);
+    fields.read(12, data.onGround);
+    fields.read(13, data.engineOff);
+    fields.read(14, data.landingLight);
+    fields.read(15, data.doorOpen);
+    fields.read(16, data.parkingBrake);
 }
 
 void ReadDetail(Fields& fields, AircraftData& data)
 {
-    fields.read(17, 5, data.name);
-    fields.read(18, 4, data.registration);
-    fields.read(19, 8, data.airline);
-    fields.read(20, 5, data.type);
-    fields.read(21, 9, data.fuelFlow);
-    fields.read(22, 12, data.emptyWeight);
-    fields.read(23, 15, data.maxGrossWeight);
-    fields.read(24, 12, data.totalWeight);
-    fields.read(25, 9, data.landingRate);
-    fields.read(26, 7, data.simTime);
-    fields.read(27, 4, data.temperature);
+    fields.read(17, data.name);
+    fields.read(18, data.registration);
+    fields.read(19, data.airline);
+    fields.read(20, data.type);
+    fields.read(21, data.fuelFlow);
+    fields.read(22, data.emptyWeight);
+    fields.read(23, data.maxGrossWeight);
+    fields.read(24, data.totalWeight);
+    fields.read(25, data.landingRate);
+    fields.read(26, data.simTime);
+    fields.read(27, data.temperature);
 }
 
 bool ReadTank(const QByteArray& text, Fields& owner, FuelTank& tank)
 {
-    Fields parts(text, kPartMark);
+    Fields parts(text, kPartMark, kTankKeys);
     parts.require(4);
-    parts.read(0, 10, tank.id);
-    parts.read(1, 5, tank.name);
-    parts.read(2, 9, tank.capacity);
-    parts.read(3, 6, tank.level);
+    parts.read(0, tank.id);
+    parts.read(1, tank.name);
+    parts.read(2, tank.capacity);
+    parts.read(3, tank.level);
     return owner.take(parts);
 }
 
 bool ReadStation(const QByteArray& text, Fields& owner, AircraftPayloadStation& station)
 {
-    Fields parts(text, kPartMark);
+    Fields parts(text, kPartMark, kStationKeys);
     parts.require(4);
-    parts.read(0, 12, station.name);
-    parts.read(1, 5, station.type);
-    parts.read(2, 10, station.maxWeight);
-    parts.read(3, 7, station.weight);
+    parts.read(0, station.name);
+    parts.read(1, station.type);
+    parts.read(2, station.maxWeight);
+    parts.read(3, station.weight);
     if (station.type < 0 || station.type >= static_cast<int>(station.typeNames.size())) {
         station.type = 0;
     }
@@ -123,29 +161,34 @@ bool ReadStation(const QByteArray& text, Fields& owner, AircraftPayloadStation& 
 /// The radio fields in their order on the wire, which isn't that of the record.
 struct RadioField
 {
-    const char* name;
-    int keyLength;
+    std::string_view key;
     std::uint16_t RadioFrequencys::*value;
 };
 constexpr std::array<RadioField, 10> kRadioFields{{
-    {"comm1active", 12, &RadioFrequencys::comm1active},
-    {"comm1standby", 13, &RadioFrequencys::comm1standby},
-    {"comm2active", 12, &RadioFrequencys::comm2active},
-    {"comm2standby", 13, &RadioFrequencys::comm2standby},
-    {"nav1active", 11, &RadioFrequencys::nav1active},
-    {"nav1standby", 12, &RadioFrequencys::nav1standby},
-    {"nav2active", 11, &RadioFrequencys::nav2active},
-    {"nav2standby", 12, &RadioFrequencys::nav2standby},
-    {"adf", 4, &RadioFrequencys::adf},
-    {"transponder", 12, &RadioFrequencys::transponder},
+    {"comm1active=", &RadioFrequencys::comm1active},
+    {"comm1standby=", &RadioFrequencys::comm1standby},
+    {"comm2active=", &RadioFrequencys::comm2active},
+    {"comm2standby=", &RadioFrequencys::comm2standby},
+    {"nav1active=", &RadioFrequencys::nav1active},
+    {"nav1standby=", &RadioFrequencys::nav1standby},
+    {"nav2active=", &RadioFrequencys::nav2active},
+    {"nav2standby=", &RadioFrequencys::nav2standby},
+    {"adf=", &RadioFrequencys::adf},
+    {"transponder=", &RadioFrequencys::transponder},
 }};
+constexpr auto kRadioKeys = [] {
+    std::array<std::string_view, kRadioFields.size()> keys;
+    std::transform(kRadioFields.begin(), kRadioFields.end(), keys.begin(),
+                   [](const RadioField& field) { return field.key; });
+    return keys;
+}();
 
 } // namespace
 
 AircraftData AircraftFromText(const QByteArray& text, QString* fault)
 {
     AircraftData data;
-    Fields fields(text, kFieldMark);
+    Fields fields(text, kFieldMark, kAircraftKeys);
     if (fields.count() < kAircraftFields) {
         return data;
     }
@@ -171,10 +214,10 @@ AircraftFuel FuelFromText(const QByteArray& text, QString* fault)
 {
     constexpr int kHeads = 2;
     AircraftFuel fuel;
-    Fields fields(text, kFieldMark);
+    Fields fields(text, kFieldMark, kFuelKeys);
     std::int32_t announced = 0;
-    fields.read(0, 13, announced);
-    fields.read(1, 11, fuel.fuelWeight);
+    fields.read(0, announced);
+    fields.read(1, fuel.fuelWeight);
     const int count = fields.failed() ? 0 : EntryCount(announced, fields, kHeads);
     for (int i = 0; i < count && !fields.failed(); ++i) {
         FuelTank tank;
@@ -203,9 +246,9 @@ AircraftPayload PayloadFromText(const QByteArray& text, QString* fault)
 {
     constexpr int kHeads = 1;
     AircraftPayload payload;
-    Fields fields(text, kFieldMark);
+    Fields fields(text, kFieldMark, kPayloadKeys);
     std::int32_t announced = 0;
-    fields.read(0, 13, announced);
+    fields.read(0, announced);
     const int count = fields.failed() ? 0 : EntryCount(announced, fields, kHeads);
     for (int i = 0; i < count && !fields.failed(); ++i) {
         AircraftPayloadStation station;
@@ -222,7 +265,8 @@ QByteArray RadioText(const RadioFrequencys& radios)
 {
     QByteArray text;
     for (const RadioField& field : kRadioFields) {
-        text += (text.isEmpty() ? "" : ":") + QByteArray(field.name) + "="
+        text += (text.isEmpty() ? "" : ":")
+                + QByteArray(field.key.data(), static_cast<int>(field.key.size()))
                 + QByteArray::number(radios.*field.value);
     }
     return text;
@@ -231,10 +275,10 @@ QByteArray RadioText(const RadioFrequencys& radios)
 RadioFrequencys RadioFromText(const QByteArray& text, QString* fault)
 {
     RadioFrequencys radios;
-    Fields fields(text, kFieldMark);
+    Fields fields(text, kFieldMark, kRadioKeys);
     int index = 0;
     for (const RadioField& field : kRadioFields) {
-        fields.read(index++, field.keyLength, radios.*field.value);
+        fields.read(index++, radios.*field.value);
     }
     Report(fields, "\nError in Radio::FromString - ", fault);
     return radios;
@@ -243,20 +287,20 @@ RadioFrequencys RadioFromText(const QByteArray& text, QString* fault)
 aviation::weather::Wind WindFromText(const QByteArray& text, QString* fault)
 {
     aviation::weather::Wind wind;
-    Fields fields(text, kFieldMark);
-    fields.read(0, 4, wind.Dir);
-    fields.read(1, 6, wind.Speed);
-    fields.read(2, 5, wind.Gust);
+    Fields fields(text, kFieldMark, kWindKeys);
+    fields.read(0, wind.Dir);
+    fields.read(1, wind.Speed);
+    fields.read(2, wind.Gust);
     Report(fields, "\nError in Wind::ToWind - ", fault);
     return wind;
 }
 
 bool LongFromText(const QByteArray& text, qint64& value)
 {
-    Fields fields(text, '\0');
+    Fields fields(text, '\0', kBareNumber);
     fields.require(1);
     std::int64_t number = 0;
-    fields.read(0, 0, number);
+    fields.read(0, number);
     if (!fields.failed()) {
         value = number;
     }
