@@ -4,6 +4,15 @@
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
 #include "app/download/WeatherDownload.h"
+#include "aviation/Station.h"
+#include "nav/NavdataIntern.h"
+#include "nav/records/AirportTable.h"
+#include "weather/output/WeatherWrapper.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
 #include "bench/WorldHour.h"
-#include "nav/AirportTable.h"
+#include "nav/records/AirportTable.h"
 #include "weather/output/WeatherWrapper.h"
 #include "weather/store/WeatherManager.h"
 

@@ -4,7 +4,7 @@
 #include "app/base/LogLevel.h"
 #include "app/base/ReportFile.h"
 #include "app/jobs/WeatherJobs.h"
-#include "nav/AirportTable.h"
+#include "nav/records/AirportTable.h"
 #include "weather/store/WeatherFile.h"
 #include "weather/store/WeatherManager.h"
 

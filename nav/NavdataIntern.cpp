@@ -1,6 +1,6 @@
 #include "nav/NavdataIntern.h"
 
-#include "nav/AirportTable.h"
+#include "nav/records/AirportTable.h"
 
 #include <QFile>
 

@@ -1,6 +1,6 @@
 #include "app/AirportListFiles.h"
 
-#include "nav/AirportTable.h"
+#include "nav/records/AirportTable.h"
 #include "tests/support/Text.h"
 
 #include <QFile>

@@ -3,7 +3,7 @@
 #include "app/base/GribSource.h"
 #include "app/base/Settings.h"
 #include "app/jobs/WeatherJobs.h"
-#include "nav/AirportTable.h"
+#include "nav/records/AirportTable.h"
 #include "tests/app/base/SettingsFixture.h"
 #include "tests/support/FakeClock.h"
 #include "weather/output/WeatherWrapper.h"

@@ -1,4 +1,4 @@
-#include "nav/AirportTable.h"
+#include "nav/records/AirportTable.h"
 
 #include "aviation/support/NumberText.h"
 
