@@ -5,8 +5,8 @@
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
 #include "aviation/Station.h"
-#include "nav/AirportTable.h"
 #include "nav/NavdataIntern.h"
+#include "nav/records/AirportTable.h"
 #include "weather/output/WeatherWrapper.h"
 
 #include <QFile>
@@ -22,6 +22,12 @@ bool samePlace(const aviation::weather::Station& station, const QAirport& airpor
     return station.latitude() == airport.Lat && station.longitude() == airport.Lon
            && station.elevation() == airport.Elevation
            && station.name() == airport.Name.toStdWString();
+}
+
+QVector<QAirport> airportsOf(NavdataBase& navdata)
+{
+    navdata.readAirports(QString());
+    return navdata.airports();
 }
 
 } // namespace
@@ -58,7 +64,7 @@ QVector<QAirport> PlaceTables::readAirports()
     if (!m_navdata) {
         m_navdata = std::make_unique<NavdataIntern>();
     }
-    QVector<QAirport> airports = m_navdata->ReadAirports();
+    QVector<QAirport> airports = airportsOf(*m_navdata);
     const QVector<QAirport> additional = readAdditionalAirports();
     m_log(additional.isEmpty() ? QStringLiteral("(NavData) - no additional airports")
                                : QStringLiteral("(NavData) - read additional airports"),
@@ -67,7 +73,7 @@ QVector<QAirport> PlaceTables::readAirports()
         m_log(QStringLiteral("(NavData) - no airport founded. Use intern ressource"),
               loglevel::kError);
         m_navdata = std::make_unique<NavdataIntern>();
-        airports = m_navdata->ReadAirports();
+        airports = airportsOf(*m_navdata);
     }
     return airports + additional;
 }

@@ -5,7 +5,7 @@
 #include "app/base/Settings.h"
 #include "aviation/support/RandomSource.h"
 #include "bench/WorldHour.h"
-#include "nav/AirportTable.h"
+#include "nav/records/AirportTable.h"
 #include "tools/wxserver/Compress.h"
 #include "weather/output/WeatherWrapper.h"
 

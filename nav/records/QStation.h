@@ -1,5 +1,7 @@
 #pragma once
 
+#include "aviation/Position.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -9,6 +11,17 @@ struct QLatLon
 {
     double Lat = 0.0;
     double Lon = 0.0;
+
+    /// Initial true course to another place, degrees in [0, 360); 0 between equal places.
+    double courseTo(const QLatLon& other) const
+    {
+        return aviation::BearingDeg(Lat, Lon, other.Lat, other.Lon);
+    }
+    /// Great-circle distance to another place, NM.
+    double distanceTo(const QLatLon& other) const
+    {
+        return aviation::DistanceNm(Lat, Lon, other.Lat, other.Lon);
+    }
 };
 
 /// Base of the navigation records: a named point. Plain value.
@@ -30,9 +43,10 @@ struct QStation : QLatLon
     QStation& operator=(QStation&&) = default;
     virtual ~QStation() = default;
 
-    QString Name;               ///< long name
-    QString Ident;              ///< ICAO code or identifier; every search compares this field
-    QString Region;             ///< country or ICAO region
-    QString Spare;              ///< copied with the record, no reader fills it
-    std::int32_t Elevation = 0; ///< feet
+    QString Name;   ///< long name
+    QString Ident;  ///< ICAO code or identifier; every search compares this field
+    QString Region; ///< country or ICAO region
+    QString Spare;  ///< copied with the record, no reader fills it
+    /// Feet; the planned altitude for a waypoint of a flight plan.
+    std::int32_t Elevation = 0;
 };
