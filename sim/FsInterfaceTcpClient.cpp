@@ -3,8 +3,8 @@
 #include "app/base/LogLevel.h"
 #include "app/base/OutsideText.h"
 #include "aviation/support/Clock.h"
-#include "aviation/support/NumberText.h"
 #include "sim/BridgeDatagram.h"
+#include "sim/BridgeHandshake.h"
 #include "sim/BridgeText.h"
 #include "weather/output/records/NewWeatherText.h"
 #include "weather/output/records/XPlaneWeatherText.h"
@@ -19,7 +19,6 @@ using Outcome = BridgeSocket::Outcome;
 
 namespace {
 
-constexpr int kLongestName = 256;
 /// A reply of this size to a write isn't one.
 constexpr int kOutsizedReply = 65535;
 /// Seconds of the year 9999's end, the last that a calendar here goes to.
@@ -27,28 +26,8 @@ constexpr qint64 kLastSecond = 253402300799;
 
 QString TextOf(const QByteArray& utf8)
 {
+    constexpr int kLongestName = 256;
     return QString::fromUtf8(utf8.left(kLongestName));
-}
-
-double Number(const QByteArray& text)
-{
-    return aviation::NumberFromText(TextOf(text).toStdWString());
-}
-
-/// Takes the value of "key=value"; without a "=" `value` stays.
-void TakeValue(const QByteArray& part, QString& value)
-{
-    const QList<QByteArray> pieces = part.split('=');
-    if (pieces.size() > 1) {
-        value = TextOf(pieces[1]);
-    }
-}
-
-void TakeValue(const QByteArray& part, int& value)
-{
-    QString text = QString::number(value);
-    TakeValue(part, text);
-    value = aviation::IntegerFromText(text.toStdWString());
 }
 
 } // namespace
@@ -103,80 +82,60 @@ int FsInterfaceTcpClient::Connect()
 
 int FsInterfaceTcpClient::greet()
 {
-    const QByteArray greeting =
-        QByteArray("CLIENTAPI=") + kBridgeApiVersion + ";" + m_clientName.toUtf8();
-    if (m_socket.send(bridgecommand::kHello, bridgemessage::kHello, greeting) == 0) {
-        return simresult::kTimeout;
+    using Step = BridgeHandshake::Step;
+    BridgeHandshake handshake(m_clientName);
+    while (handshake.isOpen()) {
+        const FsMessage request = handshake.request();
+        if (m_socket.send(request.command, request.id, request.data) == 0) {
+            return simresult::kTimeout;
+        }
+        const BridgeSocket::Reply reply = m_socket.ReadReply();
+        if (reply.outcome != Outcome::Message) {
+            return replyFault(reply);
+        }
+        handshake.take(reply.message);
+        logServerVersion(handshake);
     }
-    const BridgeSocket::Reply reply = m_socket.ReadReply();
-    if (reply.outcome != Outcome::Message) {
-        return replyFault(reply);
+    if (handshake.step() == Step::WrongVersion) {
+        return simresult::kWrongApiVersion;
     }
-    if (reply.message.command != bridgecommand::kHello || reply.message.id != bridgemessage::kHello)
-    {
-        // Deliberately connects: such a server knows no versions and isn't asked for more.
-        readSimulator(reply.message.data);
-        return simresult::kNone;
+    if (handshake.step() == Step::NoSimulatorReply) {
+        return simresult::kNotConnected;
     }
-    const int version = checkServerVersion(reply.message.data);
-    return version == simresult::kNone ? askForSimulator() : version;
+    // Deliberately connects without versions too: such a server isn't asked for more.
+    takeSimulator(handshake.simulator());
+    return simresult::kNone;
 }
 
-/// The versions are compared as numbers: "3.30" is "3.3".
-int FsInterfaceTcpClient::checkServerVersion(const QByteArray& greeting)
+/// Once, after the server's greeting.
+void FsInterfaceTcpClient::logServerVersion(const BridgeHandshake& handshake)
 {
-    const QList<QByteArray> parts = greeting.split('=');
-    if (parts.size() != 2) {
-        return simresult::kNone;
+    const bool wrong = handshake.step() == BridgeHandshake::Step::WrongVersion;
+    const bool greeted = wrong || handshake.step() == BridgeHandshake::Step::AskSimulator;
+    if (!greeted || !handshake.hasServerVersion()) {
+        return;
     }
-    const QByteArray client = kBridgeApiVersion;
-    const QString server = outsidetext::forLog(TextOf(parts.last()));
+    const QString server = outsidetext::forLog(TextOf(handshake.serverVersion()));
     log(QStringLiteral("(Client) - Server API Version = ") + server, loglevel::kNotification);
-    const double serverNumber = Number(parts.last());
-    if (serverNumber == Number(client)) {
-        return simresult::kNone;
+    if (!wrong) {
+        return;
     }
     log(QStringLiteral("(Client) - Wrong Client-Server API Version. Server API: ") + server
-            + QStringLiteral(" Client API: ") + TextOf(client),
+            + QStringLiteral(" Client API: ") + QLatin1String(kBridgeApiVersion),
         loglevel::kError);
-    log(Number(client) > serverNumber
+    log(handshake.clientIsNewer()
             ? QStringLiteral(
                 "(Client) - Please update your Server version (Velkarin or Cirrilon-Bridge)")
             : QStringLiteral("(Client) - Please update your Client version (Cirrilon 3.0)"),
         loglevel::kError);
-    return simresult::kWrongApiVersion;
 }
 
-int FsInterfaceTcpClient::askForSimulator()
+void FsInterfaceTcpClient::takeSimulator(const BridgeSimulator& simulator)
 {
-    if (m_socket.send(bridgecommand::kConnectedFs, bridgemessage::kIsFsConnected, "IS_FS_CONNECTED")
-        == 0)
-    {
-        return simresult::kTimeout;
-    }
-    const BridgeSocket::Reply reply = m_socket.ReadReply();
-    if (reply.outcome != Outcome::Message) {
-        return replyFault(reply);
-    }
-    if (reply.message.id != bridgemessage::kFsConnected) {
-        return simresult::kNotConnected;
-    }
-    readSimulator(reply.message.data);
-    return simresult::kNone;
-}
-
-/// Five parts, of which the first isn't read; with another number of them nothing is known.
-void FsInterfaceTcpClient::readSimulator(const QByteArray& data)
-{
-    const QList<QByteArray> parts = data.split(';');
-    if (parts.size() != 5) {
-        return;
-    }
-    int interfaceId = m_interfaceId;
-    TakeValue(parts[1], m_fsVersion);
-    TakeValue(parts[2], m_fsName);
-    TakeValue(parts[3], interfaceId);
-    TakeValue(parts[4], m_interfaceName);
+    m_fsVersion = simulator.fsId.value_or(m_fsVersion);
+    m_fsName = simulator.fsName.value_or(m_fsName);
+    m_interfaceName = simulator.interfaceName.value_or(m_interfaceName);
+    const int interfaceId = simulator.interfaceId.value_or(m_interfaceId);
     if (interfaceId > 0) { // 0 stands for a choice that is still to be made
         m_interfaceId = interfaceId;
     }

@@ -4,8 +4,9 @@
 #include "sim/FsInterfaceBase.h"
 #include "sim/FsInterfaceExtras.h"
 
-/// Version of the bridge protocol that this client speaks.
-inline constexpr const char* kBridgeApiVersion = "3.3";
+class BridgeHandshake;
+struct BridgeSimulator;
+
 /// Mode of SetWeatherData that takes the text with WX.
 inline constexpr int kWeatherTextWx = 13;
 
@@ -53,9 +54,8 @@ public:
 
 private:
     int greet();
-    int checkServerVersion(const QByteArray& greeting);
-    int askForSimulator();
-    void readSimulator(const QByteArray& data);
+    void logServerVersion(const BridgeHandshake& handshake);
+    void takeSimulator(const BridgeSimulator& simulator);
 
     int request(std::uint8_t id, const QByteArray& text, QByteArray& answer);
     int readFileReply();
