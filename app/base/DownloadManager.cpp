@@ -47,6 +47,12 @@ QString RateText(double bytesPerSecond)
 
 } // namespace
 
+bool IsWebAddress(const QUrl& url)
+{
+    return url.isValid() && !url.host().isEmpty()
+           && (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"));
+}
+
 NetworkFactory HostNetwork()
 {
     return [] {
@@ -220,4 +226,35 @@ int DownloadManager::getWithAuth(const QString& url, const QString& credentials,
         text = QString::fromUtf8(d->body.constData(), d->body.size());
     }
     return outcome.code;
+}
+
+void DownloadManager::fetchToMemory(const QUrl& url)
+{
+    if (d->reply != nullptr) { // that one goes on undisturbed
+        return;
+    }
+    if (d->begin(MakeRequest(url)) == nullptr) {
+        QTimer::singleShot(0, this, &DownloadManager::endFetch);
+        return;
+    }
+    // Queued, since giving up emits it from within the handlers of this object.
+    connect(d->reply, &QNetworkReply::finished, this, &DownloadManager::endFetch,
+            Qt::QueuedConnection);
+}
+
+void DownloadManager::endFetch()
+{
+    DownloadAnswer answer;
+    if (QNetworkReply* reply = d->reply) {
+        d->outcome = d->end();
+        answer.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        answer.phrase = reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toByteArray();
+        std::exchange(d->reply, nullptr)->deleteLater();
+    }
+    answer.error = d->outcome.code;
+    answer.errorText = d->outcome.text;
+    answer.tooLarge = d->tooLarge;
+    answer.data = std::exchange(d->body, QByteArray());
+    m_lastErrorText = answer.errorText;
+    Q_EMIT sigFetched(answer);
 }

@@ -37,17 +37,31 @@ struct DownloadContext
     DownloadLimits limits;
 };
 
+/// What fetchToMemory came to.
+struct DownloadAnswer
+{
+    int error = 0;         ///< as of the other faces
+    QString errorText;     ///< empty without an error
+    bool tooLarge = false; ///< given up above the limit
+    int status = 0;        ///< of HTTP; 0 if no answer came
+    QByteArray phrase;     ///< the server's word for the status
+    QByteArray data;       ///< the body, that of a refusal too
+};
+
+/// True for an address of http or https with a host.
+bool IsWebAddress(const QUrl& url);
+
 /// The one HTTP client of the program, an instance for each occasion, used on one thread. The queue
 /// face (append) fetches addresses one after the other into files of the temporary folder and
 /// deletes itself when done; a failed one doesn't stop the rest, its file is removed, and finished
 /// tells the last file and error. The synchronous face (get...) returns when the reply is complete
 /// and runs a local event loop meanwhile; it serves threads that have no event loop of their own,
-/// and must not be re-entered.
-/// Only http and https. A few redirects are followed, never from https to http. A reply above the
-/// limit and a transfer that stalls or takes too long are errors; a raised stop flag ends either
-/// face within 100 ms. The file of a queue that is deleted in mid-transfer is removed.
-/// Errors are numbers of QNetworkReply::NetworkError; 0 is success, -1 a file that can't be opened
-/// or written.
+/// and must not be re-entered. The third face (fetchToMemory) never waits and serves whoever wants
+/// to see a refusal as well; deleting the object ends it. Only http and https. A few redirects are
+/// followed, never from https to http. A reply above the limit and a transfer that stalls or takes
+/// too long are errors; a raised stop flag ends either face within 100 ms. The file of a queue that
+/// is deleted in mid-transfer is removed. Errors are numbers of QNetworkReply::NetworkError; 0 is
+/// success, -1 a file that can't be opened or written.
 class DownloadManager : public QObject
 {
     Q_OBJECT
@@ -68,6 +82,9 @@ public:
     /// reply's headers.
     [[nodiscard]] int getWithAuth(const QString& url, const QString& credentials, QString& text,
                                   QList<QByteArray>& headers);
+    /// Begins to fetch one address; sigFetched follows, always from the event loop. Does nothing
+    /// while another transfer runs.
+    void fetchToMemory(const QUrl& url);
     QString lastErrorText() const { return m_lastErrorText; }
 
     /// The inflated bytes of gzip or zlib data; empty for damaged, truncated or oversized data.
@@ -80,6 +97,7 @@ Q_SIGNALS:
     void finished(QString filename, int error);
     void sigDownloadProgress(qlonglong value, qlonglong total, QString text);
     void sigDownloadError(int errnum, QString errStr);
+    void sigFetched(const DownloadAnswer& answer);
 
 private Q_SLOTS:
     void startNextDownload();
@@ -90,6 +108,7 @@ private Q_SLOTS:
 private:
     class Private;
 
+    void endFetch();
     int fetch(const QString& url, bool timed);
 
     std::unique_ptr<Private> d;

@@ -17,12 +17,6 @@ namespace {
 constexpr int kFolderError = 1; ///< of sigDownloadError only
 constexpr int kStopCheckMs = 50;
 
-bool IsWeb(const QUrl& url)
-{
-    return url.isValid() && !url.host().isEmpty()
-           && (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"));
-}
-
 } // namespace
 
 void downloadDebugLine(const QString& text)
@@ -60,9 +54,10 @@ QNetworkReply* DownloadManager::Private::begin(const QNetworkRequest& request)
     body.clear();
     replyHeaders.clear();
     received = 0;
+    tooLarge = false;
     if (stopped()) {
         outcome = {QNetworkReply::OperationCanceledError, QStringLiteral("The program ends")};
-    } else if (!IsWeb(request.url())) {
+    } else if (!IsWebAddress(request.url())) {
         outcome = {QNetworkReply::ProtocolUnknownError,
                    QStringLiteral("Not an address of http or https: ")
                        + request.url().toDisplayString()};
@@ -123,6 +118,7 @@ void DownloadManager::Private::refuseAnnouncedSize()
 
 void DownloadManager::Private::refuseSize()
 {
+    tooLarge = true;
     abort(QNetworkReply::UnknownContentError,
           QStringLiteral("The answer is too large: more than %1 bytes")
               .arg(context.limits.replyBytes));

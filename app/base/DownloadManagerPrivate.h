@@ -26,7 +26,7 @@ struct DownloadOutcome
 /// A line of the debug stream.
 void downloadDebugLine(const QString& text);
 
-/// State of both faces, and the one transfer under way with its watchdogs.
+/// State of all faces, and the one transfer under way with its watchdogs.
 class DownloadManager::Private
 {
 public:
@@ -49,8 +49,9 @@ public:
     std::unique_ptr<QNetworkAccessManager> network;
     QNetworkReply* reply = nullptr;                   ///< the transfer under way
     QList<QNetworkReply::RawHeaderPair> replyHeaders; ///< of the last one
-    QByteArray body;                                  ///< what arrived, in the synchronous face
+    QByteArray body;                                  ///< what arrived, if not in a file
     qint64 received = 0;
+    bool tooLarge = false;
     DownloadOutcome outcome; ///< why the transfer was given up from this side
     QTimer stallTimer;
     QTimer wholeTimer;

@@ -67,6 +67,48 @@ protected:
     qint64 m_tookMs = 0;
 };
 
+TEST_F(DownloadManagerTest, FetchedToMemoryARefusalIsSeenToo)
+{
+    m_server.serve("/good", "data");
+    m_server.serve("/refused", "page", "403 Forbidden");
+    m_server.serve("/large", QByteArray(2000, 'x'));
+    m_limits.replyBytes = 1000;
+    const struct
+    {
+        QString url;
+        int error, status;
+        QByteArray phrase, data;
+        bool tooLarge;
+    } rows[] = {
+        {m_server.url("/good"_q), 0, 200, "OK", "data", false},
+        {m_server.url("/refused"_q), QNetworkReply::ContentAccessDenied, 403, "Forbidden", "page",
+         false},
+        {m_server.url("/large"_q), QNetworkReply::UnknownContentError, 200, "OK", "", true},
+        {"ftp://a/b"_q, QNetworkReply::ProtocolUnknownError, 0, "", "", false},
+        {"http://127.0.0.1:1/"_q, QNetworkReply::ConnectionRefusedError, 0, "", "", false},
+    };
+    DownloadManager manager(context());
+    int answers = 0;
+    DownloadAnswer answer;
+    QObject::connect(&manager, &DownloadManager::sigFetched, [&](const DownloadAnswer& given) {
+        answer = given;
+        ++answers;
+    });
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.url.toStdString());
+        answers = 0;
+        manager.fetchToMemory(QUrl(row.url));
+        EXPECT_EQ(answers, 0) << "from the event loop only";
+        ASSERT_TRUE(QTest::qWaitFor([&] { return answers > 0; }, kPatienceMs));
+        EXPECT_EQ(answer.error, row.error);
+        EXPECT_EQ(answer.errorText.isEmpty(), row.error == 0);
+        EXPECT_EQ(answer.status, row.status);
+        EXPECT_EQ(answer.phrase, row.phrase);
+        EXPECT_EQ(answer.data, row.data);
+        EXPECT_EQ(answer.tooLarge, row.tooLarge);
+    }
+}
+
 TEST_F(DownloadManagerTest, QueueSavesEachAddressUnderAFreeName)
 {
     m_server.serve("/weather.gz", "packed");
