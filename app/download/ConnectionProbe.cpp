@@ -3,16 +3,14 @@
 #include "app/base/Gzip.h"
 #include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
-#include "aviation/support/NumberText.h"
+#include "app/download/ServerAnswer.h"
 #include "sim/BridgeFrame.h"
-#include "sim/FsInterfaceTcpClient.h"
+#include "weather/store/WeatherFile.h"
 
 #include <QList>
 #include <QLocale>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
 #include <QStringList>
+#include <QStringView>
 #include <QTcpSocket>
 #include <QUrl>
 
@@ -21,15 +19,11 @@
 
 namespace {
 
-constexpr char kUserAgent[] = "Cirrilon 3.0";
 constexpr int kAddressMs = 20000;
 constexpr int kBridgeMs = 5000;
 constexpr qint64 kLargestAnswer = 64LL * 1024 * 1024;
 constexpr qint64 kLargestInflated = 64LL * 1024 * 1024; // enough to look at; keeps the window alive
 constexpr int kLargestHandshake = 16 * 1024;
-constexpr int kLongestQuote = 80;
-constexpr int kMaxRedirects = 5;
-constexpr int kFieldsOfSimulator = 5;
 
 QString SizeText(qint64 bytes)
 {
@@ -41,60 +35,52 @@ bool IsGzip(const QByteArray& data)
     return data.startsWith("\x1f\x8b");
 }
 
-/// The text between the last pair of markers, as the program reads it.
-QByteArray Block(const QByteArray& data, const QByteArray& name)
+int FilledLines(QStringView text)
 {
-    const QByteArray opening = '[' + name + ']';
-    const int start = data.lastIndexOf(opening);
-    const int end = data.lastIndexOf("[/" + name + ']');
-    return start < 0 || end < start
-               ? QByteArray()
-               : data.mid(start + opening.size(), end - start - opening.size());
+    const QList<QStringView> lines = text.split(u'\n');
+    return static_cast<int>(std::count_if(
+        lines.begin(), lines.end(), [](QStringView line) { return !line.trimmed().isEmpty(); }));
 }
 
-int FilledLines(const QByteArray& text)
+int countOf(QStringView text, QStringView part)
 {
     int count = 0;
-    for (const QByteArray& line : text.split('\n')) {
-        count += line.trimmed().isEmpty() ? 0 : 1;
+    for (qsizetype at = text.indexOf(part); at >= 0; at = text.indexOf(part, at + part.size())) {
+        ++count;
     }
     return count;
 }
 
 /// "KMSP 011153Z ...": four letters or digits, a day and time group.
-bool LooksLikeReport(const QByteArray& line)
+bool LooksLikeReport(QStringView line)
 {
     constexpr int kIdentLength = 4;
     constexpr int kTimeLength = 7;
-    const QByteArray time = line.mid(kIdentLength + 1, kTimeLength);
-    return line.size() > kIdentLength + kTimeLength && line.at(kIdentLength) == ' '
-           && time.endsWith('Z') && std::all_of(time.begin(), time.end() - 1, [](char c) {
-                  return c >= '0' && c <= '9';
-              });
-}
-
-int BareReports(const QByteArray& text)
-{
-    int count = 0;
-    for (const QByteArray& line : text.split('\n')) {
-        count += LooksLikeReport(line.trimmed()) ? 1 : 0;
+    if (line.size() <= kIdentLength + kTimeLength || line.at(kIdentLength) != u' ') {
+        return false;
     }
-    return count;
+    const QStringView time = line.mid(kIdentLength + 1, kTimeLength);
+    return time.endsWith(u'Z') && std::all_of(time.begin(), time.end() - 1, [](QChar c) {
+               return c >= u'0' && c <= u'9';
+           });
 }
 
-bool LooksLikeWebPage(const QByteArray& data)
+int BareReports(QStringView text)
 {
-    constexpr int kHead = 512;
-    const QByteArray head = data.left(kHead).trimmed().toLower();
-    return head.startsWith("<!doctype") || head.startsWith("<html") || head.startsWith("<?xml");
+    const QList<QStringView> lines = text.split(u'\n');
+    return static_cast<int>(std::count_if(lines.begin(), lines.end(), [](QStringView line) {
+        return LooksLikeReport(line.trimmed());
+    }));
 }
 
 ProbeResult DescribePlain(const QByteArray& data)
 {
+    const QString text = QString::fromUtf8(data);
+    const aviation::weather::WeatherBlocks blocks = aviation::weather::ExtractWeatherBlocks(text);
     QStringList found;
-    const int metars = FilledLines(Block(data, "METAR"));
-    const int synops = Block(data, "SYNOP").count('=');
-    const int tafs = Block(data, "TAF").count("TAF ");
+    const int metars = FilledLines(blocks.metars);
+    const int synops = countOf(blocks.synops, u"=");
+    const int tafs = countOf(blocks.tafs, u"TAF ");
     if (metars > 0) {
         found << ConnectionProbe::tr("a METAR block with %1 reports").arg(metars);
     }
@@ -108,24 +94,13 @@ ProbeResult DescribePlain(const QByteArray& data)
         return {true, ConnectionProbe::tr("It is a weather file with %1.")
                           .arg(found.join(QStringLiteral(", ")))};
     }
-    const int bare = BareReports(data);
+    const int bare = BareReports(text);
     if (bare > 0) {
         return {true,
                 ConnectionProbe::tr("It holds %1 METAR reports without block marks.").arg(bare)};
     }
     return {false, ConnectionProbe::tr("No weather was recognised in it. It begins with: %1")
                        .arg(outsidetext::quoted(data))};
-}
-
-/// Number and text of an attribute "key=value".
-QByteArray ValueOf(const QByteArray& field)
-{
-    return field.mid(field.indexOf('=') + 1);
-}
-
-double VersionNumber(const QByteArray& text)
-{
-    return aviation::NumberFromText(aviation::Widen(text.left(kLongestQuote).toStdString()));
 }
 
 QString SocketReason(const QTcpSocket& socket)
@@ -145,21 +120,16 @@ QString SocketReason(const QTcpSocket& socket)
 
 } // namespace
 
-bool IsWebAddress(const QUrl& url)
-{
-    return url.isValid() && !url.host().isEmpty()
-           && (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"));
-}
-
 ProbeResult DescribeWeatherAnswer(const QByteArray& data)
 {
-    if (data.isEmpty()) {
-        return {false, ConnectionProbe::tr("It is empty.")};
-    }
     if (data.startsWith("GRIB")) {
         return {true, ConnectionProbe::tr("It is a GRIB file.")};
     }
-    if (LooksLikeWebPage(data)) {
+    const serveranswer::Fault fault = serveranswer::faultKind(data);
+    if (fault == serveranswer::Fault::Empty) {
+        return {false, ConnectionProbe::tr("It is empty.")};
+    }
+    if (fault == serveranswer::Fault::WebPage) {
         return {false, ConnectionProbe::tr("It is a web page, not weather data.")};
     }
     if (!IsGzip(data)) {
@@ -177,7 +147,7 @@ ProbeResult DescribeWeatherAnswer(const QByteArray& data)
 
 ConnectionProbe::ConnectionProbe(NetworkFactory network, QObject* parent)
     : QObject(parent)
-    , m_makeNetwork(std::move(network))
+    , m_network(std::move(network))
     , m_addressMs(kAddressMs)
     , m_bridgeMs(kBridgeMs)
 {
@@ -198,18 +168,18 @@ void ConnectionProbe::setTimeLimits(int addressMs, int bridgeMs)
 
 bool ConnectionProbe::isRunning() const
 {
-    return m_reply != nullptr || m_socket != nullptr;
+    return m_download != nullptr || m_socket != nullptr;
 }
 
+/// Both may be the sender of what led here.
 void ConnectionProbe::cancel()
 {
     m_limit.stop();
-    m_step = Step::Idle;
+    m_handshake.reset();
     m_block.clear();
-    if (QNetworkReply* reply = std::exchange(m_reply, nullptr)) {
-        reply->disconnect(this);
-        reply->abort();
-        reply->deleteLater();
+    if (DownloadManager* download = std::exchange(m_download, nullptr)) {
+        download->disconnect(this);
+        download->deleteLater();
     }
     if (QTcpSocket* socket = std::exchange(m_socket, nullptr)) {
         socket->disconnect(this);
@@ -227,7 +197,7 @@ void ConnectionProbe::finish(const ProbeResult& result)
 void ConnectionProbe::onTimeout()
 {
     const int seconds = (m_socket != nullptr ? m_bridgeMs : m_addressMs) / 1000;
-    if (m_step == Step::Idle) {
+    if (!m_handshake) {
         finish({false, tr("No answer within %1 seconds.").arg(seconds)});
     } else {
         finish({false, tr("Something is listening there, but it gave no bridge answer within "
@@ -243,45 +213,33 @@ void ConnectionProbe::testAddress(const QUrl& url)
         finish({false, tr("This is no address that begins with http:// or https://.")});
         return;
     }
-    if (m_network == nullptr) {
-        m_network = m_makeNetwork();
-    }
-    QNetworkRequest request(url);
-    request.setRawHeader("User-Agent", kUserAgent);
-    // Otherwise Qt asks for packed transfers and inflates them without a limit.
-    request.setRawHeader("Accept-Encoding", "identity");
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setMaximumRedirectsAllowed(kMaxRedirects);
-    m_reply = m_network->get(request);
-    connect(m_reply, &QNetworkReply::downloadProgress, this, &ConnectionProbe::onAddressProgress);
-    connect(m_reply, &QNetworkReply::finished, this, &ConnectionProbe::onAddressFinished);
+    DownloadContext context;
+    context.network = m_network;
+    context.limits.replyBytes = kLargestAnswer;
+    m_download = new DownloadManager(std::move(context), this);
+    connect(m_download, &DownloadManager::sigFetched, this, &ConnectionProbe::onFetched);
     m_limit.start(m_addressMs);
+    m_download->fetchToMemory(url);
 }
 
-void ConnectionProbe::onAddressProgress(qint64 received)
+void ConnectionProbe::onFetched(const DownloadAnswer& answer)
 {
-    if (received > kLargestAnswer) {
+    if (answer.tooLarge) {
         finish({false, tr("The answer is larger than %1.").arg(SizeText(kLargestAnswer))});
-    }
-}
-
-void ConnectionProbe::onAddressFinished()
-{
-    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (status == 0) {
-        finish({false, tr("The server can't be reached: %1").arg(m_reply->errorString())});
         return;
     }
-    const QByteArray data = m_reply->readAll();
-    const QString head = tr("HTTP status %1, %2.").arg(status).arg(SizeText(data.size()));
-    if (m_reply->error() != QNetworkReply::NoError) {
-        const QString phrase = outsidetext::quoted(
-            m_reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toByteArray());
-        finish({false, head + QLatin1Char(' ') + tr("The server refuses: %1").arg(phrase)});
+    if (answer.status == 0) {
+        finish({false, tr("The server can't be reached: %1").arg(answer.errorText)});
         return;
     }
-    const ProbeResult inside = DescribeWeatherAnswer(data);
+    const QString head =
+        tr("HTTP status %1, %2.").arg(answer.status).arg(SizeText(answer.data.size()));
+    if (answer.error != 0) {
+        finish({false, head + QLatin1Char(' ')
+                           + tr("The server refuses: %1").arg(outsidetext::quoted(answer.phrase))});
+        return;
+    }
+    const ProbeResult inside = DescribeWeatherAnswer(answer.data);
     finish({inside.ok, head + QLatin1Char(' ') + inside.text});
 }
 
@@ -302,19 +260,17 @@ void ConnectionProbe::onBridgeError()
     finish({false, SocketReason(*m_socket)});
 }
 
-void ConnectionProbe::send(int command, int id, const QByteArray& data)
-{
-    m_block.clear();
-    m_socket->write(
-        FrameBytes(static_cast<std::uint8_t>(command), static_cast<std::uint8_t>(id), data));
-}
-
 void ConnectionProbe::onBridgeConnected()
 {
-    m_step = Step::Hello;
-    send(bridgecommand::kHello, bridgemessage::kHello,
-         QByteArray("CLIENTAPI=") + kBridgeApiVersion + ";Cirrilon v."
-             + Settings::version().toUtf8());
+    m_handshake.emplace(QStringLiteral("Cirrilon v.") + Settings::version());
+    sendRequest();
+}
+
+void ConnectionProbe::sendRequest()
+{
+    const FsMessage request = m_handshake->request();
+    m_block.clear();
+    m_socket->write(FrameBytes(request.command, request.id, request.data));
 }
 
 void ConnectionProbe::onBridgeData()
@@ -324,51 +280,54 @@ void ConnectionProbe::onBridgeData()
     if (progress == FrameProgress::Partial && m_block.size() < kLargestHandshake) {
         return;
     }
-    FsMessage message;
+    FsMessage reply;
     const bool framed = m_block.startsWith('@') && progress == FrameProgress::Complete
-                        && ParseFrame(m_block, message);
-    const bool hello =
-        framed && message.command == bridgecommand::kHello && message.id == bridgemessage::kHello;
-    if (m_step == Step::Hello && hello) {
-        onHello(message.data);
-    } else if (m_step == Step::Simulator && framed && message.id == bridgemessage::kFsConnected) {
-        onSimulator(message.data);
+                        && ParseFrame(m_block, reply);
+    // What is no frame is an empty message, which no bridge server sends.
+    m_handshake->take(framed ? reply : FsMessage());
+    if (m_handshake->isOpen()) {
+        sendRequest();
     } else {
-        finish(
-            {false, tr("Something answers at %1, but not as a bridge server does.").arg(m_server)});
+        finish(bridgeResult());
     }
 }
 
-void ConnectionProbe::onHello(const QByteArray& data)
+ProbeResult ConnectionProbe::bridgeResult() const
 {
-    const QByteArray version = ValueOf(data);
-    m_serverApi = outsidetext::quoted(version);
-    const double server = VersionNumber(version);
-    const double client = VersionNumber(kBridgeApiVersion);
-    if (data.count('=') == 1 && (server < client || server > client)) {
-        const QString advice = client > server ? tr("Please update the server or plug-in.")
-                                               : tr("Please update Cirrilon.");
-        finish({false, tr("A server answers at %1, but its API version is %2 and %3 is needed.")
-                               .arg(m_server, m_serverApi, QLatin1String(kBridgeApiVersion))
-                           + QLatin1Char(' ') + advice});
-        return;
+    switch (m_handshake->step()) {
+    case BridgeHandshake::Step::Done:
+        return simulatorResult();
+    case BridgeHandshake::Step::WrongVersion:
+        return versionResult();
+    default:
+        return {false,
+                tr("Something answers at %1, but not as a bridge server does.").arg(m_server)};
     }
-    m_step = Step::Simulator;
-    send(bridgecommand::kConnectedFs, bridgemessage::kIsFsConnected, "IS_FS_CONNECTED");
 }
 
-void ConnectionProbe::onSimulator(const QByteArray& data)
+ProbeResult ConnectionProbe::versionResult() const
 {
-    const QString head = tr("Connected to %1, server API version %2.").arg(m_server, m_serverApi);
-    const QList<QByteArray> fields = data.split(';');
-    const QString name = fields.size() == kFieldsOfSimulator
-                             ? outsidetext::quoted(ValueOf(fields.at(2)))
-                             : QString();
-    if (name.isEmpty() || ValueOf(fields.at(1)).toInt() == 0) {
-        finish({true, head + QLatin1Char(' ') + tr("The server has no simulator at the moment.")});
-        return;
+    const QString advice = m_handshake->clientIsNewer() ? tr("Please update the server or plug-in.")
+                                                        : tr("Please update Cirrilon.");
+    return {false, tr("A server answers at %1, but its API version is %2 and %3 is needed.")
+                           .arg(m_server, outsidetext::quoted(m_handshake->serverVersion()),
+                                QLatin1String(kBridgeApiVersion))
+                       + QLatin1Char(' ') + advice};
+}
+
+ProbeResult ConnectionProbe::simulatorResult() const
+{
+    const BridgeSimulator& simulator = m_handshake->simulator();
+    const auto quoted = [](const std::optional<QString>& text) {
+        return outsidetext::quoted(text.value_or(QString()).toUtf8());
+    };
+    const QString head = tr("Connected to %1, server API version %2.")
+                             .arg(m_server, outsidetext::quoted(m_handshake->serverVersion()))
+                         + QLatin1Char(' ');
+    const QString name = quoted(simulator.fsName);
+    if (name.isEmpty() || simulator.fsId.value_or(0) == 0) {
+        return {true, head + tr("The server has no simulator at the moment.")};
     }
-    finish({true, head + QLatin1Char(' ')
-                      + tr("Simulator: %1, through %2.")
-                            .arg(name, outsidetext::quoted(ValueOf(fields.at(4))))});
+    return {true,
+            head + tr("Simulator: %1, through %2.").arg(name, quoted(simulator.interfaceName))};
 }

@@ -1,16 +1,15 @@
 #pragma once
 
 #include "app/base/DownloadManager.h"
+#include "sim/BridgeHandshake.h"
 
 #include <QByteArray>
 #include <QObject>
 #include <QString>
 #include <QTimer>
 
-#include <memory>
+#include <optional>
 
-class QNetworkAccessManager;
-class QNetworkReply;
 class QTcpSocket;
 class QUrl;
 
@@ -25,9 +24,6 @@ struct ProbeResult
 /// Says what an answer of a weather address holds: a gzip file, the blocks of a weather file, bare
 /// reports, upper-air data, or a web page. `ok` if the program can use it. Never throws.
 ProbeResult DescribeWeatherAnswer(const QByteArray& data);
-
-/// True for "http" and "https" with a host.
-bool IsWebAddress(const QUrl& url);
 
 /// Tests an address or a bridge server and tells what it found; never waits. One test at a time, a
 /// new one ends the one before without a result. Used on one thread, which has an event loop.
@@ -53,32 +49,23 @@ Q_SIGNALS:
     void sigFinished(bool ok, QString text);
 
 private:
-    enum class Step
-    {
-        Idle,
-        Hello,
-        Simulator
-    };
-
     void finish(const ProbeResult& result);
-    void onAddressProgress(qint64 received);
-    void onAddressFinished();
+    void onFetched(const DownloadAnswer& answer);
     void onBridgeConnected();
     void onBridgeData();
     void onBridgeError();
-    void onHello(const QByteArray& data);
-    void onSimulator(const QByteArray& data);
-    void send(int command, int id, const QByteArray& data);
+    void sendRequest();
+    ProbeResult bridgeResult() const;
+    ProbeResult versionResult() const;
+    ProbeResult simulatorResult() const;
     void onTimeout();
 
-    NetworkFactory m_makeNetwork;
-    std::unique_ptr<QNetworkAccessManager> m_network;
-    QNetworkReply* m_reply = nullptr; ///< the address test under way
-    QTcpSocket* m_socket = nullptr;   ///< the bridge test under way
-    Step m_step = Step::Idle;
-    QByteArray m_block; ///< what came of the bridge's next answer
-    QString m_server;   ///< "address:port" of the bridge
-    QString m_serverApi;
+    NetworkFactory m_network;
+    DownloadManager* m_download = nullptr;      ///< the address test under way
+    QTcpSocket* m_socket = nullptr;             ///< the bridge test under way
+    std::optional<BridgeHandshake> m_handshake; ///< from the connection on
+    QByteArray m_block;                         ///< what came of the bridge's next answer
+    QString m_server;                           ///< "address:port" of the bridge
     QTimer m_limit;
     int m_addressMs;
     int m_bridgeMs;

@@ -5,20 +5,43 @@
 
 namespace serveranswer {
 
-QString fault(const QByteArray& head)
+namespace {
+
+QString firstLine(const QByteArray& head)
+{
+    return QString::fromUtf8(head.left(kHeadSize)).section(QLatin1Char('\n'), 0, 0);
+}
+
+} // namespace
+
+Fault faultKind(const QByteArray& head)
 {
     const QByteArray start = head.left(kHeadSize).trimmed().toLower();
     if (start.isEmpty()) {
-        return QStringLiteral("it is empty");
+        return Fault::Empty;
     }
     const bool page = start.startsWith("<!doctype") || start.startsWith("<html")
                       || start.startsWith("<head") || start.startsWith("<body")
                       || start.startsWith("<?xml") || start.contains("<html");
     if (page) {
-        return QStringLiteral("it is a web page");
+        return Fault::WebPage;
     }
-    const QString line = QString::fromUtf8(head.left(kHeadSize)).section(QLatin1Char('\n'), 0, 0);
-    return isErrorText(line) ? QStringLiteral("the server says ") + line.trimmed() : QString();
+    return isErrorText(firstLine(head)) ? Fault::ServerError : Fault::None;
+}
+
+QString fault(const QByteArray& head)
+{
+    switch (faultKind(head)) {
+    case Fault::Empty:
+        return QStringLiteral("it is empty");
+    case Fault::WebPage:
+        return QStringLiteral("it is a web page");
+    case Fault::ServerError:
+        return QStringLiteral("the server says ") + firstLine(head).trimmed();
+    case Fault::None:
+        break;
+    }
+    return {};
 }
 
 bool isErrorText(const QString& text)

@@ -9,8 +9,17 @@ namespace serveranswer {
 /// Characters of an answer that fault looks at.
 inline constexpr int kHeadSize = 512;
 
-/// Why the start of an answer can't be data: it is empty, a web page, or the server's word of an
-/// error. Empty if it may be data. Not escaped.
+/// Why an answer can't be data.
+enum class Fault
+{
+    None, ///< it may be data
+    Empty,
+    WebPage,
+    ServerError ///< its first line is the server's word of an error
+};
+Fault faultKind(const QByteArray& head);
+
+/// The same as words for "...: it is a web page"; empty if it may be data. Not escaped.
 QString fault(const QByteArray& head);
 
 /// True if the first line of an answer says that the server failed.

@@ -7,6 +7,7 @@
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTest>
 #include <QUrl>
 
 #include <gtest/gtest.h>
@@ -76,6 +77,33 @@ TEST(ConnectionProbe, TellsWhatAnAddressGives)
             resultOf(probe, [&probe, &address = url] { probe.testAddress(QUrl(address)); });
         EXPECT_TRUE(result.startsWith(says)) << qPrintable(result);
     }
+}
+
+TEST(ConnectionProbe, ACancelledTestTellsNothing)
+{
+    LoopbackHttp server;
+    server.stall("/half", "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf");
+    QTcpServer silent;
+    silent.listen(QHostAddress::LocalHost);
+    ConnectionProbe probe(HostNetwork());
+    QSignalSpy finished(&probe, &ConnectionProbe::sigFinished);
+    for (const int waitMs : {0, 50}) {
+        for (const bool bridge : {false, true}) {
+            if (bridge) {
+                probe.testBridge("127.0.0.1"_q, silent.serverPort());
+            } else {
+                probe.testAddress(QUrl(server.url("/half"_q)));
+            }
+            EXPECT_TRUE(probe.isRunning());
+            QTest::qWait(waitMs);
+            probe.cancel();
+            EXPECT_FALSE(probe.isRunning());
+        }
+    }
+    QTest::qWait(50);
+    EXPECT_TRUE(finished.isEmpty());
+    const QString result = resultOf(probe, [&] { probe.testAddress(QUrl(server.url("/none"_q))); });
+    EXPECT_TRUE(result.startsWith("no: HTTP status 404"_q)) << "the next one isn't disturbed";
 }
 
 TEST(ConnectionProbe, TellsWhatABridgeServerIs)
