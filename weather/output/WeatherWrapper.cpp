@@ -16,6 +16,7 @@ using aviation::weather::Grib;
 using aviation::weather::Metar;
 using aviation::weather::Station;
 using aviation::weather::Synop;
+using aviation::weather::WeatherManager;
 
 namespace {
 
@@ -69,35 +70,26 @@ Station StationOf(const QAirport& airport)
 
 } // namespace
 
-/// Hands the callbacks of the store on as signals.
-class WeatherWrapper::Store final : public aviation::weather::WeatherManager
-{
-public:
-    explicit Store(WeatherWrapper& wrapper) : m_wrapper(wrapper) {}
-
-    void progress(int value, int total, std::wstring text) override
-    {
-        Q_EMIT m_wrapper.sigProgress(value, total, Narrow(text));
-    }
-    void debug(std::wstring text, int level) override
-    {
-        Q_EMIT m_wrapper.sigDebugString(Narrow(text), level);
-    }
-
-private:
-    WeatherWrapper& m_wrapper;
-};
-
 WeatherWrapper::WeatherWrapper(const Settings& settings, aviation::RandomSource& random,
                                QObject* parent)
     : QObject(parent)
     , m_settings(settings)
     , m_random(random)
-    , m_store(std::make_unique<Store>(*this))
+    , m_store(std::make_unique<WeatherManager>(signalsAsListener()))
     , m_leastLogLevel(loglevel::kDebug)
 {}
 
 WeatherWrapper::~WeatherWrapper() = default;
+
+aviation::weather::StoreListener WeatherWrapper::signalsAsListener()
+{
+    return {[this](int value, int total, const std::wstring& text) {
+                Q_EMIT sigProgress(value, total, Narrow(text));
+            },
+            [this](const std::wstring& text, int level) {
+                Q_EMIT sigDebugString(Narrow(text), level);
+            }};
+}
 
 void WeatherWrapper::addAirport(const QAirport& airport)
 {

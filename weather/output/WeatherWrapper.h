@@ -22,6 +22,11 @@
 
 class Settings;
 
+namespace aviation::weather {
+class WeatherManager;
+struct StoreListener;
+} // namespace aviation::weather
+
 /// The weather of the program: owns the store, turns its wide strings into QString and back, passes
 /// its progress and log lines on as signals, and composes records from what it finds. Lives as long
 /// as the program on the main thread; the weather worker calls it from its own. The store guards
@@ -106,13 +111,13 @@ Q_SIGNALS:
     void sigDebugString(QString text, int level);
 
 private:
-    class Store;
+    aviation::weather::StoreListener signalsAsListener();
 
     bool isLineTaken(int level) const;
 
     const Settings& m_settings;
     aviation::RandomSource& m_random;
-    std::unique_ptr<Store> m_store;
+    std::unique_ptr<aviation::weather::WeatherManager> m_store;
     std::atomic<aviation::FsId> m_simulator{aviation::fsid::kNone};
     std::atomic<int> m_leastLogLevel;
 };

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <typeinfo>
 #include <utility>
 
 namespace aviation::weather {
@@ -35,20 +34,28 @@ int ClampedInt(std::size_t value)
 
 } // namespace
 
+WeatherManager::WeatherManager(StoreListener listener) : m_listener(std::move(listener)) {}
+
 WeatherManager::~WeatherManager() = default;
 
-// The texts go by value so that a listener may keep them.
-// NOLINTBEGIN(performance-unnecessary-value-param)
-void WeatherManager::progress(int /*value*/, int /*total*/, std::wstring /*text*/) {}
+void WeatherManager::progress(int value, int total, std::wstring text)
+{
+    if (m_listener.progress) {
+        m_listener.progress(value, total, std::move(text));
+    }
+}
 
-void WeatherManager::debug(std::wstring /*text*/, int /*level*/) {}
-// NOLINTEND(performance-unnecessary-value-param)
+void WeatherManager::debug(std::wstring text, int level)
+{
+    if (m_listener.debug) {
+        m_listener.debug(std::move(text), level);
+    }
+}
 
-/// A plain store has no listener, so its loops needn't build texts. Deliberately a comparison of
-/// types: any derived class counts as a listener.
+/// Without a listener the loops needn't build texts.
 bool WeatherManager::isQuiet() const
 {
-    return typeid(*this) == typeid(WeatherManager);
+    return !m_listener.progress && !m_listener.debug;
 }
 
 void WeatherManager::tell(std::size_t value, std::size_t total, std::wstring text)

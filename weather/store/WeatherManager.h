@@ -13,6 +13,7 @@
 #include <QMutex>
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,16 @@ inline constexpr int kUpperAir = 3;
 inline constexpr int kTaf = 5;
 } // namespace storekind
 
+/// What a store reports to; empty functions hear nothing. The texts go by value so that they may be
+/// passed on.
+struct StoreListener
+{
+    /// Progress of a long operation; 0 of 0 ends it.
+    std::function<void(int value, int total, std::wstring text)> progress;
+    /// A log line; `level` as in loglevel.
+    std::function<void(std::wstring text, int level)> debug;
+};
+
 /// The weather store: airports and weather stations of the world and the current METAR, SYNOP, TAF
 /// and upper-air reports.
 ///
@@ -34,20 +45,15 @@ inline constexpr int kTaf = 5;
 /// it in, DeleteOldSynops changes it in one go, so readers see the old table or the new one. Two
 /// Initialize at the same time for the same kind are safe but the later swap wins; the weather
 /// worker runs them one after the other. The memory of what went is given back with the lock free.
-/// The callbacks are called on the calling thread and never under the store's lock, so they may ask
-/// the store.
+/// The listener is called on the calling thread and never under the store's lock, so it may ask the
+/// store.
 class WeatherManager
 {
 public:
-    WeatherManager() = default;
+    explicit WeatherManager(StoreListener listener = StoreListener());
     WeatherManager(const WeatherManager&) = delete;
     WeatherManager& operator=(const WeatherManager&) = delete;
-    virtual ~WeatherManager();
-
-    /// Progress of a long operation; 0 of 0 ends it. A plain WeatherManager reports nothing.
-    virtual void progress(int value, int total, std::wstring text);
-    /// A log line; `level` as in loglevel.
-    virtual void debug(std::wstring text, int level);
+    ~WeatherManager();
 
     /// Appends an airport to the table; its icao, blanks included, is the key.
     void AddAirport(Station airport);
@@ -99,6 +105,8 @@ private:
     struct MetarRun;
     struct SynopRun;
 
+    void progress(int value, int total, std::wstring text);
+    void debug(std::wstring text, int level);
     bool isQuiet() const;
     void tell(std::size_t value, std::size_t total, std::wstring text);
     /// Progress "<text> <value> from <total>".
@@ -115,6 +123,7 @@ private:
     /// Copies a table entry into a report; false when the table has none for the key.
     bool placeReport(const StationTable& table, std::wstring_view key, WeatherBase& report);
 
+    const StoreListener m_listener;
     mutable QMutex m_mutex; ///< guards all below
     mutable StationTable m_airports;
     StationTable m_stations;

@@ -12,14 +12,14 @@ class ListeningStore final : public aviation::weather::WeatherManager
 public:
     using Line = std::pair<std::wstring, int>;
 
-    void progress(int /*value*/, int /*total*/, std::wstring text) override
-    {
-        steps.push_back(std::move(text));
-    }
-    void debug(std::wstring text, int level) override
-    {
-        lines.emplace_back(std::move(text), level);
-    }
+    ListeningStore()
+        : WeatherManager({[this](int /*value*/, int /*total*/, std::wstring text) {
+                              steps.push_back(std::move(text));
+                          },
+                          [this](std::wstring text, int level) {
+                              lines.emplace_back(std::move(text), level);
+                          }})
+    {}
 
     std::vector<std::wstring> steps;
     std::vector<Line> lines;

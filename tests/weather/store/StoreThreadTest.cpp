@@ -78,17 +78,15 @@ TEST(StoreThread, ReadersSeeWholeTables)
 /// A listener may ask the store from within a callback.
 TEST(StoreThread, CallbacksMayAskTheStore)
 {
-    class AskingStore final : public WeatherManager
-    {
-    public:
-        void progress(int, int, std::wstring) override
-        {
-            m_asked += MetarCount() + GribCount() + 1;
-        }
-        void debug(std::wstring, int) override { m_asked += SynopCount() + 1; }
-        std::size_t m_asked = 0;
-    };
-    AskingStore store;
+    const WeatherManager* asked = nullptr;
+    std::size_t count = 0;
+    WeatherManager store({[&](int, int, const std::wstring&) {
+                              count += asked->MetarCount() + asked->GribCount() + 1;
+                          },
+                          [&](const std::wstring&, int) {
+                              count += asked->SynopCount() + 1;
+                          }});
+    asked = &store;
     store.Initialize(L"EDDF 011150Z 18005KT 9999 21/10 Q1013\n", storekind::kMetar, false);
     store.Initialize(L"#Error", storekind::kUpperAir, false);
     std::wstring synops;
@@ -96,9 +94,9 @@ TEST(StoreThread, CallbacksMayAskTheStore)
         synops += L"BBXX 0111 01124 99510 10100 41498=";
     }
     store.Initialize(synops, storekind::kSynop, false);
-    store.m_asked = 0;
+    count = 0;
     store.DeleteOldSynops(25200);
-    EXPECT_GE(store.m_asked, 1U);
+    EXPECT_GE(count, 1U);
 }
 
 } // namespace
