@@ -1,11 +1,14 @@
 #pragma once
 
+#include "standins/faults/FaultOrder.h"
+
 #include <QString>
 
 #include <optional>
 
 namespace simulator {
 
+/// In the order of their table.
 enum class FaultKind
 {
     None,
@@ -26,15 +29,9 @@ enum class FaultKind
 
 /// How the stand-in misbehaves, until it is switched off or for the next `count` messages that it
 /// concerns. Plain value.
-struct Fault
+struct Fault : faults::Order
 {
     FaultKind kind = FaultKind::None;
-    int number = 0;       ///< milliseconds or bytes, see the kinds
-    int restAfterMs = -1; ///< FaultKind::Cut only
-    QString text;         ///< API version of FaultKind::WrongApi, text of FaultKind::Refuse
-    int count = -1;       ///< messages left, -1 without end
-    int command = 0;      ///< concerns only messages of this command, 0 all
-    int id = 0;           ///< concerns only messages of this id, 0 all
 
     bool isUdp() const { return kind >= FaultKind::UdpSilent; }
     /// A message with these numbers meets the fault.
@@ -43,10 +40,9 @@ struct Fault
     void countDown();
 };
 
-/// Reads "NAME[:ARGUMENT][@[COMMAND/]ID][*COUNT]": "none", "silent", "slow:1500", "wrongid*2",
-/// "refuse:no room@5/11", "cut:10", "cut:10,400" (rest after 400 ms), "garbage:30", "close",
-/// "drop", "wrongapi:3.1", "huge", "udpsilent", "udpgarbage", "udpforeign". Nothing if it is none
-/// of these.
+/// Reads an order of messages: "none", "silent", "slow:1500", "wrongid*2", "refuse:no room@5/11",
+/// "cut:10", "cut:10,400" (rest after 400 ms), "garbage:30", "close", "drop", "wrongapi:3.1",
+/// "huge", "udpsilent", "udpgarbage", "udpforeign". Nothing if it is none of these.
 std::optional<Fault> parseFault(const QString& text);
 /// The same back, for people.
 QString faultText(const Fault& fault);

@@ -1,7 +1,5 @@
 #include "standins/wxserver/Fault.h"
 
-#include <QStringList>
-
 #include <algorithm>
 #include <array>
 
@@ -9,117 +7,49 @@ namespace wxserver {
 
 namespace {
 
-struct KindName
-{
-    FaultKind kind;
-    const char* name;
+using faults::Argument;
+using faults::Kind;
+
+constexpr int kFirstStatus = 200;
+constexpr int kLastStatus = 599;
+constexpr int kMostBytes = 100'000'000;
+
+/// In the order of FaultKind.
+constexpr std::array kKinds{
+    Kind{"status", Argument::Number, 503, "code", kFirstStatus, kLastStatus},
+    Kind{"stall"},
+    Kind{"stall-body"},
+    Kind{"trickle", Argument::Number, 100, "bytes each 0.1 s", 0, kMostBytes},
+    Kind{"truncate"},
+    Kind{"damage"},
+    Kind{"empty"},
+    Kind{"short", Argument::Number, 5, "METARs", 0, kMostBytes},
+    Kind{"html"},
+    Kind{"error", Argument::Text, 0, "text"},
+    Kind{"length", Argument::Number, 1000, "bytes too many", 0, kMostBytes},
+    Kind{"cut"},
+    Kind{"redirect", Argument::Text, 0, "address"},
+    Kind{"bomb"},
+    Kind{"endless", Argument::Number, 80, "MB", 0, kMostBytes},
+    Kind{"name", Argument::Text, 0, "file name"},
 };
-
-constexpr std::array kKindNames{
-    KindName{FaultKind::Status, "status"},
-    KindName{FaultKind::Stall, "stall"},
-    KindName{FaultKind::StallBody, "stall-body"},
-    KindName{FaultKind::Trickle, "trickle"},
-    KindName{FaultKind::Truncate, "truncate"},
-    KindName{FaultKind::Damage, "damage"},
-    KindName{FaultKind::Empty, "empty"},
-    KindName{FaultKind::Short, "short"},
-    KindName{FaultKind::Html, "html"},
-    KindName{FaultKind::Error, "error"},
-    KindName{FaultKind::WrongLength, "length"},
-    KindName{FaultKind::Cut, "cut"},
-    KindName{FaultKind::Redirect, "redirect"},
-    KindName{FaultKind::Bomb, "bomb"},
-    KindName{FaultKind::Endless, "endless"},
-    KindName{FaultKind::Name, "name"},
-};
-
-/// Cuts a final "x" with digits off; -1 when there is none.
-int takeCount(QString& text)
-{
-    const int at = text.lastIndexOf(QLatin1Char('x'));
-    bool isNumber = false;
-    const int count = text.mid(at + 1).toInt(&isNumber);
-    if (at < 0 || !isNumber || count < 1) {
-        return -1;
-    }
-    text.truncate(at);
-    return count;
-}
-
-bool needsNumber(FaultKind kind)
-{
-    return kind == FaultKind::Status || kind == FaultKind::Trickle || kind == FaultKind::Short
-           || kind == FaultKind::WrongLength || kind == FaultKind::Endless;
-}
-
-bool argumentFits(const Fault& fault)
-{
-    if (!needsNumber(fault.kind) || fault.argument.isEmpty()) {
-        return true;
-    }
-    bool isNumber = false;
-    const int number = fault.argument.toInt(&isNumber);
-    const bool isStatus = fault.kind == FaultKind::Status;
-    return isNumber && number >= (isStatus ? 200 : 0) && number <= (isStatus ? 599 : 100'000'000);
-}
+static_assert(kKinds.size() == static_cast<std::size_t>(FaultKind::Name) + 1);
 
 } // namespace
 
 QString faultName(FaultKind kind)
 {
-    const auto* const found = std::find_if(kKindNames.begin(), kKindNames.end(),
-                                           [&](const KindName& row) { return row.kind == kind; });
-    return QString::fromLatin1(found->name);
+    return QString::fromLatin1(kKinds[static_cast<std::size_t>(kind)].name);
 }
 
 bool parseFault(const QString& text, Fault& fault, QString& reason)
 {
-    const int equals = text.indexOf(QLatin1Char('='));
-    if (equals < 1) {
-        reason = QStringLiteral("PATTERN=KIND is missing in: %1").arg(text);
-        return false;
+    const std::optional<faults::Order> order =
+        faults::parseOrder(text, kKinds, faults::Target::Path, reason);
+    if (order) {
+        fault = {*order, static_cast<FaultKind>(order->row)};
     }
-    QString order = text.mid(equals + 1).trimmed();
-    Fault read;
-    read.pattern = text.left(equals).trimmed();
-    read.remaining = takeCount(order);
-    const QString name = order.section(QLatin1Char(':'), 0, 0);
-    read.argument = order.section(QLatin1Char(':'), 1);
-    const auto* const found =
-        std::find_if(kKindNames.begin(), kKindNames.end(),
-                     [&](const KindName& row) { return name == QLatin1String(row.name); });
-    if (found == kKindNames.end()) {
-        reason = QStringLiteral("unknown kind of fault: %1").arg(name);
-        return false;
-    }
-    read.kind = found->kind;
-    if (!argumentFits(read)) {
-        reason = QStringLiteral("%1 doesn't take the argument %2").arg(name, read.argument);
-        return false;
-    }
-    fault = read;
-    return true;
-}
-
-bool matchesPattern(const QString& pattern, const QString& text)
-{
-    const QStringList pieces = pattern.split(QLatin1Char('*'));
-    if (pieces.size() == 1) {
-        return pattern == text;
-    }
-    if (!text.startsWith(pieces.first())) {
-        return false;
-    }
-    int at = pieces.first().size();
-    for (int i = 1; i < pieces.size() - 1; ++i) {
-        const int found = text.indexOf(pieces[i], at);
-        if (found < 0) {
-            return false;
-        }
-        at = found + pieces[i].size();
-    }
-    return text.size() - at >= pieces.last().size() && text.endsWith(pieces.last());
+    return order.has_value();
 }
 
 void FaultList::clear(const QString& pattern)
@@ -132,14 +62,13 @@ void FaultList::clear(const QString& pattern)
 
 bool FaultList::take(const QString& path, Fault& fault)
 {
-    const auto found = std::find_if(m_faults.begin(), m_faults.end(), [&](const Fault& one) {
-        return matchesPattern(one.pattern, path);
-    });
+    const auto found = std::find_if(m_faults.begin(), m_faults.end(),
+                                    [&](const Fault& one) { return one.concernsPath(path); });
     if (found == m_faults.end()) {
         return false;
     }
     fault = *found;
-    if (found->remaining > 0 && --found->remaining == 0) {
+    if (found->countDown()) {
         m_faults.erase(found);
     }
     return true;

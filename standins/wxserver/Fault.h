@@ -1,13 +1,15 @@
 #pragma once
 
-#include <QByteArray>
+#include "standins/faults/FaultOrder.h"
+
 #include <QString>
 
 #include <vector>
 
 namespace wxserver {
 
-/// The ways in which the server can misbehave.
+/// The ways in which the server can misbehave, in the order of their table; in brackets what it
+/// takes without an argument.
 enum class FaultKind
 {
     Status,      ///< answers with the status code of the argument (503)
@@ -28,18 +30,15 @@ enum class FaultKind
     Name         ///< file names that climb out of their folder, in the head and in the history list
 };
 
-/// One order to misbehave.
-struct Fault
+/// One order to misbehave, for the paths of its pattern and the next `count` requests.
+struct Fault : faults::Order
 {
-    QString pattern; ///< path of the request, "*" stands for any text; "*" alone is every path
     FaultKind kind = FaultKind::Status;
-    QString argument;   ///< see FaultKind, empty takes the value in brackets
-    int remaining = -1; ///< requests to come, -1 until cleared
 };
 
-/// Reads "PATTERN=KIND[:ARGUMENT][xN]". The kinds are written status, stall, stall-body, trickle,
-/// truncate, damage, empty, short, html, error, length, cut, redirect, bomb, endless and name. A
-/// final "x" with digits is always the count. False, with a reason, when it can't be read.
+/// Reads an order of paths: "/weather_*=status:404*2" or with "x2". The kinds are written status,
+/// stall, stall-body, trickle, truncate, damage, empty, short, html, error, length, cut, redirect,
+/// bomb, endless and name. False, with a reason, when it can't be read.
 [[nodiscard]] bool parseFault(const QString& text, Fault& fault, QString& reason);
 /// The name of a kind as parseFault reads it.
 QString faultName(FaultKind kind);
@@ -58,8 +57,5 @@ public:
 private:
     std::vector<Fault> m_faults;
 };
-
-/// "*" stands for any text, everything else for itself. Linear in the length of both texts.
-bool matchesPattern(const QString& pattern, const QString& text);
 
 } // namespace wxserver

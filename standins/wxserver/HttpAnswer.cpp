@@ -15,10 +15,6 @@ namespace wxserver {
 namespace {
 
 constexpr char kTrickName[] = "../../../cirrilon-escaped.gz";
-constexpr int kDefaultShortMetars = 5;
-constexpr int kDefaultTrickleBytes = 100;
-constexpr int kDefaultExtraBytes = 1000;
-constexpr int kDefaultEndlessMegabytes = 80;
 constexpr qint64 kMegabyte = 1024 * 1024;
 constexpr int kDamagedBytes = 16;
 
@@ -49,11 +45,6 @@ const char* reasonPhrase(int status)
     return found == kRows.end() ? "Status" : found->phrase;
 }
 
-int numberOr(const Fault& fault, int fallback)
-{
-    return fault.argument.isEmpty() ? fallback : fault.argument.toInt();
-}
-
 /// Leaves no line end in a header's value.
 QByteArray headerValue(const QString& text)
 {
@@ -82,7 +73,7 @@ bool applyContentFault(HttpAnswer& answer, const HttpRequest& request, const Fau
 {
     switch (fault.kind) {
     case FaultKind::Status:
-        answer = plainAnswer(numberOr(fault, 503));
+        answer = plainAnswer(fault.number);
         return true;
     case FaultKind::Truncate:
         answer.body.truncate(answer.body.size() / 2);
@@ -94,7 +85,7 @@ bool applyContentFault(HttpAnswer& answer, const HttpRequest& request, const Fau
         answer.body = shortened(answer.body, 0);
         return true;
     case FaultKind::Short:
-        answer.body = shortened(answer.body, numberOr(fault, kDefaultShortMetars));
+        answer.body = shortened(answer.body, fault.number);
         return true;
     case FaultKind::Html:
         replaceBody(answer,
@@ -104,18 +95,17 @@ bool applyContentFault(HttpAnswer& answer, const HttpRequest& request, const Fau
                     "text/html; charset=utf-8");
         return true;
     case FaultKind::Error:
-        replaceBody(
-            answer,
-            "#Error: "
-                + headerValue(fault.argument.isEmpty() ? QStringLiteral("no data") : fault.argument)
-                + '\n',
-            "text/plain; charset=utf-8");
+        replaceBody(answer,
+                    "#Error: "
+                        + headerValue(fault.text.isEmpty() ? QStringLiteral("no data") : fault.text)
+                        + '\n',
+                    "text/plain; charset=utf-8");
         return true;
     case FaultKind::Redirect:
         answer = plainAnswer(302);
-        answer.headers.append({"Location", headerValue(fault.argument.isEmpty()
-                                                           ? QStringLiteral("/moved") + request.path
-                                                           : fault.argument)});
+        answer.headers.append(
+            {"Location", headerValue(fault.text.isEmpty() ? QStringLiteral("/moved") + request.path
+                                                          : fault.text)});
         return true;
     case FaultKind::Bomb:
         replaceBody(answer, gzipBomb(kMaxInflatedBytes + kMegabyte), "application/gzip");
@@ -124,8 +114,7 @@ bool applyContentFault(HttpAnswer& answer, const HttpRequest& request, const Fau
         answer.headers.append(
             {"Content-Disposition",
              "attachment; filename=\""
-                 + headerValue(fault.argument.isEmpty() ? QString::fromLatin1(kTrickName)
-                                                        : fault.argument)
+                 + headerValue(fault.text.isEmpty() ? QString::fromLatin1(kTrickName) : fault.text)
                  + '"'});
         return true;
     default:
@@ -144,18 +133,18 @@ void applyDeliveryFault(HttpAnswer& answer, const Fault& fault)
         break;
     case FaultKind::Trickle:
         answer.delivery = Delivery::Trickle;
-        answer.bytesPerTick = std::max(1, numberOr(fault, kDefaultTrickleBytes));
+        answer.bytesPerTick = std::max(1, fault.number);
         break;
     case FaultKind::WrongLength:
         answer.delivery = Delivery::CloseEnd;
-        answer.extraLength = numberOr(fault, kDefaultExtraBytes);
+        answer.extraLength = fault.number;
         break;
     case FaultKind::Cut:
         answer.delivery = Delivery::CloseHalf;
         break;
     case FaultKind::Endless:
         answer.delivery = Delivery::Endless;
-        answer.endlessBytes = numberOr(fault, kDefaultEndlessMegabytes) * kMegabyte;
+        answer.endlessBytes = fault.number * kMegabyte;
         break;
     default:
         break;

@@ -101,7 +101,7 @@ QString helpText()
         "temperature aloft don't belong to the reports.\n\n"
         "  --port N            port on 127.0.0.1, 0 (the default) takes a free one\n"
         "  --data FOLDER       weather.wx and grib.txt.gz of this folder instead\n"
-        "  --fault PATTERN=KIND[:ARGUMENT][xN]\n"
+        "  --fault PATTERN=KIND[:ARGUMENT][*N]\n"
         "                      misbehave for the paths that match (\"*\" stands for any text),\n"
         "                      for the next N requests or until taken back. Kinds, and in "
         "brackets\n"

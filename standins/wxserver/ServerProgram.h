@@ -27,7 +27,7 @@ struct ServerOptions
 /// The text of --help.
 QString helpText();
 
-/// Does what a line says: "fault PATTERN=KIND[:ARGUMENT][xN]", "clear [PATTERN]" or
+/// Does what a line says: "fault PATTERN=KIND[:ARGUMENT][*N]", "clear [PATTERN]" or
 /// "info KEY=VALUE". Empty lines do nothing. False with a reason when it can't be read.
 [[nodiscard]] bool obey(WeatherServer& server, const QString& line, QString& reason);
 

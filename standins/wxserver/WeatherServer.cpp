@@ -116,8 +116,7 @@ HttpAnswer WeatherServer::answerTo(const HttpRequest& request)
     Fault fault;
     const bool isFaulty = m_faults.take(request.path, fault);
     const bool isTricky = isFaulty && fault.kind == FaultKind::Name;
-    const QString trick =
-        fault.argument.isEmpty() ? QString::fromLatin1(kTrickName) : fault.argument;
+    const QString trick = fault.text.isEmpty() ? QString::fromLatin1(kTrickName) : fault.text;
     m_contents->setTrickName(isTricky ? trick : QString());
     HttpAnswer answer =
         answerFor(m_contents->document(request, aviation::Clock::Current().NowUtc()));

@@ -1,7 +1,5 @@
 #include "standins/simulator/Frame.h"
 
-#include "standins/simulator/Fault.h"
-
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -53,22 +51,6 @@ TEST(FrameReader, BreaksAtAHeaderThatIsNone)
         EXPECT_TRUE(drain(reader).empty()) << header;
         EXPECT_TRUE(reader.isBroken()) << header;
         EXPECT_EQ(reader.pendingBytes(), 0) << header;
-    }
-}
-
-TEST(Fault, IsReadFromItsTextAndWrittenBack)
-{
-    for (const char* text : {"none", "silent", "slow:1500", "wrongid*2", "refuse:no room@5/11",
-                             "cut:10", "cut:10,400@8*3", "wrongapi:3.1", "udpforeign"})
-    {
-        const auto fault = simulator::parseFault(QString::fromLatin1(text));
-        ASSERT_TRUE(fault) << text;
-        EXPECT_EQ(simulator::faultText(*fault), QString::fromLatin1(text));
-    }
-    for (const char* text : {"", "nonsense", "silent:5", "slow:", "slow:-1", "cut:1,", "slow:1,2",
-                             "silent*0", "silent*x", "silent@x", "silent@1/2/3", "slow:99999999"})
-    {
-        EXPECT_FALSE(simulator::parseFault(QString::fromLatin1(text))) << text;
     }
 }
 

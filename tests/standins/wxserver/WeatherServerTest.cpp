@@ -144,25 +144,6 @@ TEST_F(WeatherServerTest, MisbehavesOnDemandAndRecovers)
     EXPECT_EQ(get(list).disposition, QByteArray());
 }
 
-TEST(Fault, IsReadFromTextOrRefusedWithAReason)
-{
-    Fault fault;
-    QString reason;
-    ASSERT_TRUE(parseFault(QStringLiteral("/a*b=redirect:https://x/y=1x12"), fault, reason));
-    EXPECT_EQ(fault.pattern, QStringLiteral("/a*b"));
-    EXPECT_EQ(fault.argument, QStringLiteral("https://x/y=1"));
-    EXPECT_EQ(fault.remaining, 12);
-    for (const char* const text :
-         {"", "=stall", "stall", "*=staall", "*=status:abc", "*=status:99", "*=short:-1"})
-    {
-        EXPECT_FALSE(parseFault(QString::fromLatin1(text), fault, reason)) << text;
-        EXPECT_FALSE(reason.isEmpty());
-    }
-    EXPECT_TRUE(matchesPattern(QStringLiteral("/w*_*.gz"), QStringLiteral("/weather_noaa.gz")));
-    EXPECT_FALSE(matchesPattern(QStringLiteral("/w*_*.gz"), QStringLiteral("/weather.gz")));
-    EXPECT_FALSE(matchesPattern(QStringLiteral("/aa*aa"), QStringLiteral("/aaa")));
-}
-
 TEST(ServerProgram, ReadsArgumentsAndOrders)
 {
     ServerOptions options;
