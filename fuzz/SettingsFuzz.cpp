@@ -19,22 +19,16 @@ void RequireSame(const Settings& a, const Settings& b)
 
 } // namespace
 
-/// A settings file of any contents loads; its options come back from the file that is saved over
-/// it, and saving once more changes nothing.
+/// A settings file of any contents loads, and its options come back from what is saved over it.
+/// That a text is read as it was written is up to IniFileFuzz.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const QByteArray input(reinterpret_cast<const char*>(data), static_cast<int>(size));
-    const IniFile file(input);
-    aviation::SeededRandom random(1);
-    Settings settings(QString(), random);
+    static aviation::SeededRandom random(1);
+    static Settings settings(QString(), random);
+    static Settings again(QString(), random);
+    const IniFile file(QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size)));
     settings.take(file, true);
-    const QByteArray saved = settings.mergedInto(file, true).toText();
-
-    Settings again(QString(), random);
-    again.take(IniFile(saved), true);
+    again.take(settings.mergedInto(file, true), true);
     RequireSame(settings, again);
-    if (again.mergedInto(IniFile(saved), true).toText() != saved) {
-        std::abort();
-    }
     return 0;
 }

@@ -66,10 +66,11 @@ QStringList sortedKeys(const IniFile& values)
 {
     QStringList keys = values.keys();
     const auto sectionOf = [](const QString& key) {
-        return key.left(std::max(key.indexOf(QLatin1Char('/')), 0));
+        return key.leftRef(std::max(key.indexOf(QLatin1Char('/')), 0));
     };
     std::sort(keys.begin(), keys.end(), [&sectionOf](const QString& a, const QString& b) {
-        return std::make_pair(sectionOf(a), a) < std::make_pair(sectionOf(b), b);
+        return std::make_pair(sectionOf(a), QStringRef(&a))
+               < std::make_pair(sectionOf(b), QStringRef(&b));
     });
     return keys;
 }
