@@ -64,7 +64,6 @@ CirrilonView::CirrilonView(const WindowParts& parts)
 CirrilonView::~CirrilonView()
 {
     m_stop.raise();
-    delete m_radar; // it knows the controller
     m_controller.reset();
 }
 

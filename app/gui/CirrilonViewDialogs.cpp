@@ -1,5 +1,6 @@
 #include "app/Controller.h"
 #include "app/gui/CirrilonView.h"
+#include "app/gui/RadarLink.h"
 #include "app/gui/WidgetRadar.h"
 #include "app/gui/dialogs/BasicSettings.h"
 #include "app/gui/dialogs/DlgAbout.h"
@@ -49,7 +50,8 @@ void CirrilonView::OnDialogAirportList()
 void CirrilonView::OnTestFunction()
 {
     if (m_radar == nullptr) {
-        m_radar = new WidgetRadar(*m_controller, this);
+        m_radar = new WidgetRadar(this);
+        connectRadar(*m_radar, *m_controller);
     }
     m_radar->show();
     m_radar->raise();

@@ -1,12 +1,8 @@
 #include "app/gui/WidgetRadar.h"
 
-#include "app/Controller.h"
 #include "app/base/LogLevel.h"
 #include "gui/Icons.h"
 #include "gui/NoteLabel.h"
-#include "sim/ConnectJobs.h"
-#include "sim/ConnectWorker.h"
-#include "sim/SimResult.h"
 
 #include <QCheckBox>
 #include <QColor>
@@ -76,9 +72,8 @@ QColor RadarColour(unsigned char density)
     return a > kFull ? QColor(kFull, 0, v) : QColor(a, b, 0);
 }
 
-WidgetRadar::WidgetRadar(Controller& controller, QWidget* parent)
+WidgetRadar::WidgetRadar(QWidget* parent)
     : QWidget(parent, Qt::Window)
-    , m_controller(controller)
     , m_scene(new QGraphicsScene(0.0, 0.0, kSceneSide, kSceneSide, this))
     , m_view(new QGraphicsView(m_scene, this))
     , m_range(MakeDial("dial_range", kRange, this))
@@ -102,10 +97,6 @@ WidgetRadar::WidgetRadar(Controller& controller, QWidget* parent)
     connect(&m_timer, &QTimer::timeout, this, &WidgetRadar::OnRefreshClouds);
     connect(m_refresh, &QCheckBox::toggled, this, &WidgetRadar::OnSetTimer);
     connect(m_request, &QPushButton::clicked, this, &WidgetRadar::OnRefreshClouds);
-    connect(&m_controller, &Controller::sigCloudsRGB, this,
-            [this](std::vector<unsigned char> clouds) { setCloudsRGB(clouds); });
-    connect(&m_controller, &Controller::sigFinishJobForAircraftEditor, this,
-            [this](int jobId, const QString&, int error) { onJobFinished(jobId, error); });
 }
 
 void WidgetRadar::buildPicture()
@@ -179,11 +170,6 @@ void WidgetRadar::retranslateUi()
     m_request->setToolTip(tr("Asks the simulator for the clouds once"));
 }
 
-QString WidgetRadar::hint() const
-{
-    return m_note->text();
-}
-
 void WidgetRadar::OnSetTimer()
 {
     if (m_refresh->isChecked()) {
@@ -195,7 +181,7 @@ void WidgetRadar::OnSetTimer()
 
 void WidgetRadar::OnRefreshClouds()
 {
-    m_controller.OnRequestCloudsRGB(m_range->value(), m_tilt->value());
+    Q_EMIT sigRequestClouds(m_range->value(), m_tilt->value());
 }
 
 void WidgetRadar::setCloudsRGB(std::vector<unsigned char>& cloudsRGB)
@@ -211,10 +197,10 @@ void WidgetRadar::setCloudsRGB(std::vector<unsigned char>& cloudsRGB)
     }
     const auto highest = std::max_element(m_clouds.begin(), m_clouds.end());
     const int maximum = highest == m_clouds.end() ? 0 : *highest;
-    const double heading = m_controller.aircraft().heading;
-    m_rotation = std::isfinite(heading) ? heading : 0.0;
+    m_rotation = m_heading;
     turnPicture();
-    m_controller.OnDebugString(QStringLiteral("max RGB:%1").arg(maximum), loglevel::kDebug);
+    m_note->clear();
+    Q_EMIT sigDebugString(QStringLiteral("max RGB:%1").arg(maximum), loglevel::kDebug);
 }
 
 /// The whole picture fits the view; what its corners lose while it is turned lies outside the
@@ -227,41 +213,32 @@ void WidgetRadar::turnPicture()
     m_view->centerOn(m_scene->sceneRect().center());
 }
 
-void WidgetRadar::onJobFinished(int jobId, int error)
+void WidgetRadar::setHeading(double heading)
 {
-    switch (jobId) {
-    case connectjob::kCloudMap:
-        break;
-    case connectjob::kConnect:
-    case connectjob::kDisconnect:
-        showConnection();
-        return;
-    default:
-        return;
-    }
-    switch (error) {
-    case simresult::kNone:
-        m_note->clear();
-        break;
-    case simresult::kNoInterface:
-        showConnection();
-        break;
-    case simresult::kNotImplemented:
-        m_note->setNote(NoteLabel::Kind::Warning,
-                        tr("This connection has no cloud map. SimConnect has one, alone or "
-                           "together with FSUIPC."));
-        break;
-    default:
-        m_note->setNote(
-            NoteLabel::Kind::Warning,
-            tr("The simulator gave no clouds: %1").arg(ConnectWorker::errorText(error)));
-        break;
-    }
+    m_heading = std::isfinite(heading) ? heading : 0.0;
+}
+
+void WidgetRadar::setConnected(bool connected)
+{
+    m_connected = connected;
+    showConnection();
+}
+
+void WidgetRadar::showNoCloudMap()
+{
+    m_note->setNote(NoteLabel::Kind::Warning,
+                    tr("This connection has no cloud map. SimConnect has one, alone or "
+                       "together with FSUIPC."));
+}
+
+void WidgetRadar::showFailure(const QString& reason)
+{
+    m_note->setNote(NoteLabel::Kind::Warning, tr("The simulator gave no clouds: %1").arg(reason));
 }
 
 void WidgetRadar::showConnection()
 {
-    if (!m_controller.IsConnected()) {
+    if (!m_connected) {
         m_note->setNote(NoteLabel::Kind::Info,
                         tr("Not connected. The clouds come from the simulator."));
     } else if (m_clouds.empty()) {

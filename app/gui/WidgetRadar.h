@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QTimer>
 #include <QWidget>
 
@@ -7,7 +8,6 @@
 #include <cstddef>
 #include <vector>
 
-class Controller;
 class NoteLabel;
 class QCheckBox;
 class QColor;
@@ -20,8 +20,9 @@ class QLabel;
 class QPushButton;
 
 /// The weather radar: the simulator's cloud density around the aircraft as a picture of 64 x 64
-/// cells that turns with the aircraft. A window of its own; while it is hidden nothing is asked.
-/// Main thread.
+/// cells that turns with the aircraft. A window of its own; while it is hidden nothing is asked. It
+/// knows no simulator: whoever makes it answers sigRequestClouds and says how the connection
+/// stands. Main thread.
 class WidgetRadar : public QWidget
 {
     Q_OBJECT
@@ -29,15 +30,7 @@ public:
     static constexpr std::size_t kRows = 64;
     static constexpr std::size_t kColumns = 64;
 
-    /// The controller must outlive the widget.
-    explicit WidgetRadar(Controller& controller, QWidget* parent = nullptr);
-
-    const QGraphicsRectItem& cell(std::size_t row, std::size_t column) const
-    {
-        return *m_cells[row][column];
-    }
-    /// What the picture lacks, as it is told to the pilot; empty if nothing.
-    QString hint() const;
+    explicit WidgetRadar(QWidget* parent = nullptr);
 
 public Q_SLOTS:
     /// Starts or stops the repeated requests as the check box says.
@@ -46,6 +39,20 @@ public Q_SLOTS:
     /// Paints a grid, row by row. A shorter one leaves the other cells as they were, of a longer
     /// one the rest is ignored.
     void setCloudsRGB(std::vector<unsigned char>& cloudsRGB);
+    /// Degrees; the next grid is turned by it. What isn't a number counts as north.
+    void setHeading(double heading);
+    /// Whether there is a simulator to ask.
+    void setConnected(bool connected);
+    /// The connection has no way to ask for clouds.
+    void showNoCloudMap();
+    /// A request failed; `reason` is a text for the pilot.
+    void showFailure(const QString& reason);
+
+Q_SIGNALS:
+    /// Asks for the clouds around the aircraft: `range` from the middle to a corner in NM, `tilt`
+    /// the height of what is looked at in feet.
+    void sigRequestClouds(int range, int tilt);
+    void sigDebugString(QString item, int level);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -59,11 +66,9 @@ private:
     void buildControls();
     void addDial(QGridLayout& grid, int column, QDial* dial, QLabel* title, QLabel* value);
     void retranslateUi();
-    void onJobFinished(int jobId, int error);
     void showConnection();
     void turnPicture();
 
-    Controller& m_controller;
     QTimer m_timer{this};
     QGraphicsScene* m_scene;
     QGraphicsView* m_view;
@@ -76,6 +81,8 @@ private:
     QCheckBox* m_refresh;
     QPushButton* m_request;
     NoteLabel* m_note;
+    bool m_connected = false;
+    double m_heading = 0.0;  ///< degrees, of the next grid
     double m_rotation = 0.0; ///< degrees, of the last grid
     std::vector<unsigned char> m_clouds;
     std::array<std::array<QGraphicsRectItem*, kColumns>, kRows> m_cells{};
