@@ -121,7 +121,7 @@ void Controller::connected()
     m_connectJobLog->forgetAll();
     m_directWind->connected();
     const aviation::FsId fsId = m_connectWorker->fsVersion();
-    m_view.setConnectText(tr("Disconnect"));
+    m_view.setConnectText(tr("Disconnect"), true);
     m_view.pageData().setSimInterfaceInfo(m_connectWorker->fsName() + QStringLiteral(" - ")
                                           + m_connectWorker->interfaceName());
     m_weather->setSimulator(fsId);
@@ -147,7 +147,7 @@ void Controller::connected()
 void Controller::showDisconnected()
 {
     m_view.pageData().setSimInterfaceInfo(tr("not connected"));
-    m_view.setConnectText(tr("Connect"));
+    m_view.setConnectText(tr("Connect"), false);
     m_view.pageData().clearData();
     m_view.setSetWxAction(false, tr("Set WX"), QString());
     m_datagrams->close();
@@ -156,7 +156,7 @@ void Controller::showDisconnected()
 void Controller::showConnection()
 {
     const bool isConnected = IsConnected();
-    m_view.setConnectText(isConnected ? tr("Disconnect") : tr("Connect"));
+    m_view.setConnectText(isConnected ? tr("Disconnect") : tr("Connect"), isConnected);
     if (!isConnected) {
         m_view.pageData().clearData();
     }

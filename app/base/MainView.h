@@ -63,8 +63,9 @@ public:
     MainView& operator=(const MainView&) = delete;
     virtual ~MainView() = default;
 
-    /// Text of the action Connect: "Connect" or "Disconnect".
-    virtual void setConnectText(QString text) = 0;
+    /// Text of the action Connect, "Connect" or "Disconnect" in the user's language, and whether a
+    /// simulator is connected.
+    virtual void setConnectText(QString text, bool connected) = 0;
     /// A line for log file and debug dock. `item` is rich text: parts from outside are escaped.
     virtual void OnOutputDebugstring(QString item, int level) = 0;
     virtual void OnStatusbarStatus(QString text) = 0;

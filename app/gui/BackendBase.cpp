@@ -85,14 +85,13 @@ void BackendBase::createToolBar()
 {
     m_toolBar = new MainToolBar(this);
     addToolBar(m_toolBar);
-    for (const char* name :
-         {"actionConnect", "actionDownload_WX", "action_setWxIcao", "actionSettings"})
-    {
-        m_toolBar->addAction(&m_actions->action(name));
+    using Id = MainActions::Id;
+    for (const Id id : {Id::Connect, Id::DownloadWx, Id::SetWxIcao, Id::Settings}) {
+        m_toolBar->addAction(&m_actions->action(id));
     }
-    // What the pilot looks for first is told in words as well.
+    // What the pilot looks for first stands there in words as well.
     auto* connectButton =
-        qobject_cast<QToolButton*>(m_toolBar->widgetForAction(&m_actions->action("actionConnect")));
+        qobject_cast<QToolButton*>(m_toolBar->widgetForAction(&m_actions->action(Id::Connect)));
     connectButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_toolBar->addAction(m_loadeditor->toggleViewAction());
     m_toolBar->addWidgets();
@@ -105,9 +104,9 @@ void BackendBase::createStatusBar()
     statusBar()->addWidget(m_progress, 1);
 }
 
-void BackendBase::setConnectText(QString text)
+void BackendBase::setConnectText(QString text, bool connected)
 {
-    m_actions->setConnectText(text);
+    m_actions->setConnectText(text, connected);
 }
 
 void BackendBase::OnStatusbarStatus(QString text)
@@ -151,7 +150,7 @@ void BackendBase::SetFrequencys(aviation::structs::RadioFrequencys& frequencies)
 
 void BackendBase::setSetWxAction(bool enabled, QString text, QString icao)
 {
-    QAction& action = m_actions->action("action_setWxIcao");
+    QAction& action = m_actions->action(MainActions::Id::SetWxIcao);
     action.setEnabled(enabled);
     action.setText(text);
     action.setProperty("icao", icao);
@@ -186,7 +185,7 @@ void BackendBase::SetTargetWindTooltip(QString text)
 
 void BackendBase::OnSetMenuView(QAction* action)
 {
-    m_actions->menu("menuView").addAction(action);
+    m_actions->menu(MainActions::Menu::View).addAction(action);
 }
 
 void BackendBase::OnOpenFlightplanner()
@@ -211,7 +210,7 @@ void BackendBase::changeEvent(QEvent* event)
 void BackendBase::retranslateUi()
 {
     m_actions->retranslateUi();
-    QAction& setWx = m_actions->action("action_setWxIcao");
+    QAction& setWx = m_actions->action(MainActions::Id::SetWxIcao);
     const QString icao = setWx.property("icao").toString();
     if (!icao.isEmpty()) {
         setWx.setText(setWx.text() + QLatin1Char(' ') + icao);

@@ -26,7 +26,7 @@ public:
     explicit BackendBase(QWidget* parent = nullptr);
     ~BackendBase() override;
 
-    void setConnectText(QString text) override;
+    void setConnectText(QString text, bool connected) override;
     void OnStatusbarStatus(QString text) override;
     void OnProgressBar(qlonglong value, qlonglong total, QString text) override;
     WeatherPage& pageWeather() override;

@@ -25,6 +25,8 @@
 
 namespace {
 
+using Id = MainActions::Id;
+
 constexpr double kSplashOpacity = 0.9;
 constexpr int kSplashFontSize = 10;
 constexpr int kFirstStartDelayMs = 600; ///< behind the controller's own start
@@ -94,34 +96,34 @@ void CirrilonView::createController(const WindowParts& parts)
 void CirrilonView::connectControllerActions()
 {
     Controller* controller = m_controller.get();
-    const auto on = [this, controller](const char* action, auto slot) {
-        connect(&actions().action(action), &QAction::triggered, controller, slot);
+    const auto on = [this, controller](Id id, auto slot) {
+        connect(&actions().action(id), &QAction::triggered, controller, slot);
     };
-    on("actionDownload_WX", &Controller::OnDownloadWeather);
-    on("actionConnect", &Controller::OnConnectClicked);
-    on("action_setWxIcao", &Controller::OnClickedSetWX);
-    on("actionClear_WX", &Controller::OnClearWX);
-    on("actionCheck_new_version", &Controller::onCheckNewVersion);
-    on("action_ShowMetarStationsFailed", &Controller::OnShowMetarStationsFailed);
-    on("action_ShowSynopsStationFailed", &Controller::OnShowSynopStationsFailed);
+    on(Id::DownloadWx, &Controller::OnDownloadWeather);
+    on(Id::Connect, &Controller::OnConnectClicked);
+    on(Id::SetWxIcao, &Controller::OnClickedSetWX);
+    on(Id::ClearWx, &Controller::OnClearWX);
+    on(Id::CheckNewVersion, &Controller::onCheckNewVersion);
+    on(Id::ShowMetarStationsFailed, &Controller::OnShowMetarStationsFailed);
+    on(Id::ShowSynopStationsFailed, &Controller::OnShowSynopStationsFailed);
     connect(&weatherWidget(), &MainWidgetWeather::OnMetarRequest, controller,
             &Controller::OnGetMetarClicked);
 }
 
 void CirrilonView::connectWindowActions()
 {
-    const auto on = [this](const char* action, auto slot) {
-        connect(&actions().action(action), &QAction::triggered, this, slot);
+    const auto on = [this](Id id, auto slot) {
+        connect(&actions().action(id), &QAction::triggered, this, slot);
     };
-    on("actionSettings", &CirrilonView::OnOpenOptionDlg);
-    on("actionExit", &CirrilonView::on_actionExit_triggered);
-    on("actionAirport_List", &CirrilonView::OnDialogAirportList);
-    on("actionOpen_Configfile", &CirrilonView::OnOpenCirrilonFolder);
-    on("actionAbout", &CirrilonView::OnDlgAbout);
-    on("actionBasic_Settings", &CirrilonView::OnOpenBasicSettings);
-    on("action_test_func", &CirrilonView::OnTestFunction);
-    on("action_weatherRadar", &CirrilonView::OnTestFunction);
-    on("actionFlightplanner", &CirrilonView::OnOpenFlightplanner);
+    on(Id::Settings, &CirrilonView::OnOpenOptionDlg);
+    on(Id::Exit, &CirrilonView::on_actionExit_triggered);
+    on(Id::AirportList, &CirrilonView::OnDialogAirportList);
+    on(Id::OpenConfigfile, &CirrilonView::OnOpenCirrilonFolder);
+    on(Id::About, &CirrilonView::OnDlgAbout);
+    on(Id::BasicSettings, &CirrilonView::OnOpenBasicSettings);
+    on(Id::TestFunc, &CirrilonView::OnTestFunction);
+    on(Id::WeatherRadar, &CirrilonView::OnTestFunction);
+    on(Id::Flightplanner, &CirrilonView::OnOpenFlightplanner);
     connect(&debugDock(), &DockWidgetDebug::sigOpenFolder, this, &CirrilonView::openFolder);
     connect(&toolBar(), &MainToolBar::sigProfileChosen, this, &CirrilonView::OnProfileIndexChanged);
     connect(&toolBar(), &MainToolBar::sigOpenChecklist, this, &CirrilonView::OnOpenChecklist);
@@ -134,9 +136,8 @@ void CirrilonView::connectWindowActions()
 void CirrilonView::createTray()
 {
     m_tray = new TrayIcon(*this, m_settings);
-    m_tray->setActions({&actions().action("actionConnect"), &actions().action("actionSettings"),
-                        &actions().action("actionDownload_WX"), nullptr,
-                        &actions().action("actionExit")});
+    m_tray->setActions({&actions().action(Id::Connect), &actions().action(Id::Settings),
+                        &actions().action(Id::DownloadWx), nullptr, &actions().action(Id::Exit)});
 }
 
 void CirrilonView::restoreWindow()
@@ -177,8 +178,8 @@ void CirrilonView::writeNextSteps()
 void CirrilonView::setupLanguage()
 {
     if (m_language == nullptr) {
-        m_language =
-            new LanguageMenu(actions().menu("menuLanguage"), LanguageMenu::defaultFolder());
+        m_language = new LanguageMenu(actions().menu(MainActions::Menu::Language),
+                                      LanguageMenu::defaultFolder());
         connect(m_language, &LanguageMenu::sigDebugString, m_controller.get(),
                 &Controller::OnDebugString);
     }

@@ -1,8 +1,10 @@
 #pragma once
 
-#include <QHash>
 #include <QObject>
 #include <QString>
+
+#include <array>
+#include <cstddef>
 
 class QAction;
 class QMainWindow;
@@ -14,23 +16,61 @@ class MainActions : public QObject
 {
     Q_OBJECT
 public:
+    enum class Menu
+    {
+        Cirrilon,
+        View,
+        Windows,
+        Tools,
+        DeveloperTools,
+        Info,
+        Language
+    };
+    enum class Id
+    {
+        Connect,
+        DownloadWx,
+        SetWxIcao,
+        ClearWx,
+        LoadWx,
+        SaveWx,
+        Settings,
+        BasicSettings,
+        Exit,
+        Flightplanner,
+        WeatherSearch,
+        WeatherEvents,
+        Flights,
+        WeatherRadar,
+        AirportList,
+        AircraftEditor,
+        DownloadHistoryWx,
+        OpenConfigfile,
+        ShowMetarStationsFailed,
+        ShowSynopStationsFailed,
+        TestFunc,
+        Test,
+        CheckNewVersion,
+        About
+    };
+
     /// Puts the menus into the window's menu bar.
     explicit MainActions(QMainWindow& window);
 
-    /// By object name; every name of the table has one.
-    QAction& action(const char* objectName) const;
-    QMenu& menu(const char* objectName) const;
-    /// "Connect" or "Disconnect", in English or as the controller translates it; decides on the
-    /// icon as well.
-    void setConnectText(const QString& text);
+    QAction& action(Id id) const { return *m_actions[static_cast<std::size_t>(id)]; }
+    QMenu& menu(Menu id) const { return *m_menus[static_cast<std::size_t>(id)]; }
+    /// `text` is "Connect" or "Disconnect" in the user's language; the icon follows `connected`.
+    void setConnectText(const QString& text, bool connected);
     void retranslateUi();
 
 private:
     void createMenus(QMainWindow& window);
     void createActions(QMainWindow& window);
-    void showConnectState();
 
-    QHash<QString, QAction*> m_actions;
-    QHash<QString, QMenu*> m_menus;
+    static constexpr std::size_t kActionCount = static_cast<std::size_t>(Id::About) + 1;
+    static constexpr std::size_t kMenuCount = static_cast<std::size_t>(Menu::Language) + 1;
+
+    std::array<QAction*, kActionCount> m_actions{};
+    std::array<QMenu*, kMenuCount> m_menus{};
     bool m_connected = false;
 };

@@ -61,7 +61,7 @@ public:
         int level = 0;
     };
 
-    void setConnectText(QString text) override { connectText = text; }
+    void setConnectText(QString text, bool /*connected*/) override { connectText = text; }
     void OnOutputDebugstring(QString item, int level) override { log.push_back({item, level}); }
     void OnStatusbarStatus(QString text) override { status << text; }
     void OnProgressBar(qlonglong, qlonglong, QString) override {}

@@ -117,7 +117,7 @@ TEST_F(Window, ShowsTheConnectionInEveryLanguage)
         FewTexts german;
         QCoreApplication::installTranslator(&german);
         QCoreApplication::sendPostedEvents();
-        view->setConnectText(Controller::tr("Disconnect"));
+        view->setConnectText(Controller::tr("Disconnect"), true);
         view->setSetWxAction(true, Controller::tr("Set WX") + " EDDF"_q, "EDDF"_q);
         EXPECT_EQ(action("actionConnect").text(), "Deutsch"_q);
     }
@@ -125,7 +125,7 @@ TEST_F(Window, ShowsTheConnectionInEveryLanguage)
     QCoreApplication::sendEvent(view.get(), &change);
     EXPECT_EQ(action("actionConnect").text(), "Disconnect"_q);
     EXPECT_EQ(action("action_setWxIcao").text(), "Set WX EDDF"_q);
-    view->setConnectText("Connect"_q);
+    view->setConnectText("Connect"_q, false);
     EXPECT_EQ(action("actionConnect").text(), "Connect"_q);
 }
 
