@@ -9,7 +9,6 @@
 #include "app/gui/MainToolBar.h"
 #include "app/gui/MainWidgetWeather.h"
 #include "app/gui/TrayIcon.h"
-#include "app/gui/WidgetRadar.h"
 #include "gui/Icons.h"
 #include "planner/gui/MainWidgetFlightplanner.h"
 #include "sim/FsInterfaceFactory.h"
@@ -29,7 +28,7 @@ using Id = MainActions::Id;
 
 constexpr double kSplashOpacity = 0.9;
 constexpr int kSplashFontSize = 10;
-constexpr int kFirstStartDelayMs = 600; ///< behind the controller's own start
+constexpr int kFirstStartDelayMs = 600; ///< later than the controller's own start
 
 } // namespace
 
@@ -50,6 +49,7 @@ CirrilonView::CirrilonView(const WindowParts& parts)
     createController(parts);
     connectControllerActions();
     connectWindowActions();
+    addSubWindows();
     createTray();
     restoreWindow();
     setBuilt();
@@ -115,14 +115,9 @@ void CirrilonView::connectWindowActions()
     const auto on = [this](Id id, auto slot) {
         connect(&actions().action(id), &QAction::triggered, this, slot);
     };
-    on(Id::Settings, &CirrilonView::OnOpenOptionDlg);
     on(Id::Exit, &CirrilonView::on_actionExit_triggered);
-    on(Id::AirportList, &CirrilonView::OnDialogAirportList);
     on(Id::OpenConfigfile, &CirrilonView::OnOpenCirrilonFolder);
-    on(Id::About, &CirrilonView::OnDlgAbout);
-    on(Id::BasicSettings, &CirrilonView::OnOpenBasicSettings);
     on(Id::TestFunc, &CirrilonView::OnTestFunction);
-    on(Id::WeatherRadar, &CirrilonView::OnTestFunction);
     on(Id::Flightplanner, &CirrilonView::OnOpenFlightplanner);
     connect(&debugDock(), &DockWidgetDebug::sigOpenFolder, this, &CirrilonView::openFolder);
     connect(&toolBar(), &MainToolBar::sigProfileChosen, this, &CirrilonView::OnProfileIndexChanged);
@@ -298,9 +293,7 @@ void CirrilonView::changeEvent(QEvent* event)
 void CirrilonView::closeEvent(QCloseEvent* event)
 {
     flightplanner().close();
-    if (m_radar != nullptr) {
-        m_radar->close();
-    }
+    m_windows.closeBeside();
     saveSettings();
     m_closed = true;
     // What waits in an event loop of its own would go on with its next step.

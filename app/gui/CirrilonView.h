@@ -5,6 +5,7 @@
 #include "app/base/StopFlag.h"
 #include "app/gui/BackendBase.h"
 #include "app/gui/LogFile.h"
+#include "app/gui/SubWindows.h"
 #include "app/gui/WindowDialogs.h"
 
 #include <QString>
@@ -19,7 +20,6 @@ class LanguageMenu;
 class ProcessRunner;
 class QSplashScreen;
 class TrayIcon;
-class WidgetRadar;
 
 /// Makes the simulator interfaces for the window's settings; a waiting one looks at the flag.
 using MakeInterfaces = std::function<std::unique_ptr<FsInterfaceFactory>(const Settings& settings,
@@ -85,6 +85,7 @@ private:
     void createController(const WindowParts& parts);
     void connectControllerActions();
     void connectWindowActions();
+    void addSubWindows();
     void createTray();
     void restoreWindow();
     void writeBanner();
@@ -108,6 +109,6 @@ private:
     std::unique_ptr<Controller> m_controller;
     TrayIcon* m_tray = nullptr;
     LanguageMenu* m_language = nullptr;
-    WidgetRadar* m_radar = nullptr; ///< made when it is asked for
+    SubWindows m_windows; ///< those that are open refer to settings and controller
     bool m_closed = false;
 };

@@ -7,55 +7,62 @@
 #include "app/gui/dialogs/DlgAirportList.h"
 #include "app/gui/dialogs/DlgSettings.h"
 
-// The dialogs and windows that the window opens. None is waited for, so the program can end below
-// them.
+#include <type_traits>
 
-namespace {
+using Id = MainActions::Id;
 
-void Open(QDialog* dialog)
+void CirrilonView::addSubWindows()
 {
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->open();
+    using Kind = SubWindows::Kind;
+    const auto add = [this](Id id, Kind kind, const SubWindows::Make& make) {
+        m_windows.add(id, actions().action(id), kind, make);
+    };
+    const auto savesSettings = [this](auto* dialog) {
+        using Dialog = std::remove_pointer_t<decltype(dialog)>;
+        connect(dialog, &Dialog::sigSettingsChanged, this, &CirrilonView::settingsChanged);
+        return dialog;
+    };
+    add(Id::About, Kind::Dialog, [this] { return new DlgAbout(this); });
+    add(Id::Settings, Kind::Dialog,
+        [=, this] { return savesSettings(new DlgSettings(m_settings, m_network, this)); });
+    add(Id::BasicSettings, Kind::Dialog,
+        [=, this] { return savesSettings(new BasicSettings(m_settings, m_network, this)); });
+    add(Id::AirportList, Kind::Dialog, [this] {
+        auto* dialog = new DlgAirportList(m_settings.workFolder(), this);
+        connect(dialog, &DlgAirportList::sigAirportsChanged, m_controller.get(),
+                &Controller::OnAirportListChanged);
+        return dialog;
+    });
+    add(Id::WeatherRadar, Kind::Beside, [this] {
+        auto* radar = new WidgetRadar(this);
+        connectRadar(*radar, *m_controller);
+        return radar;
+    });
 }
-
-} // namespace
 
 void CirrilonView::OnDlgAbout()
 {
-    Open(new DlgAbout(this));
+    m_windows.open(Id::About);
 }
 
 void CirrilonView::OnOpenOptionDlg()
 {
-    auto* dialog = new DlgSettings(m_settings, m_network, this);
-    connect(dialog, &DlgSettings::sigSettingsChanged, this, &CirrilonView::settingsChanged);
-    Open(dialog);
+    m_windows.open(Id::Settings);
 }
 
 void CirrilonView::OnOpenBasicSettings()
 {
-    auto* dialog = new BasicSettings(m_settings, m_network, this);
-    connect(dialog, &BasicSettings::sigSettingsChanged, this, &CirrilonView::settingsChanged);
-    Open(dialog);
+    m_windows.open(Id::BasicSettings);
 }
 
 void CirrilonView::OnDialogAirportList()
 {
-    auto* dialog = new DlgAirportList(m_settings.workFolder(), this);
-    connect(dialog, &DlgAirportList::sigAirportsChanged, m_controller.get(),
-            &Controller::OnAirportListChanged);
-    Open(dialog);
+    m_windows.open(Id::AirportList);
 }
 
 void CirrilonView::OnTestFunction()
 {
-    if (m_radar == nullptr) {
-        m_radar = new WidgetRadar(this);
-        connectRadar(*m_radar, *m_controller);
-    }
-    m_radar->show();
-    m_radar->raise();
-    m_radar->activateWindow();
+    m_windows.open(Id::WeatherRadar);
 }
 
 void CirrilonView::settingsChanged()

@@ -14,10 +14,12 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QNetworkAccessManager>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QSystemTrayIcon>
@@ -193,16 +195,40 @@ TEST_F(Window, AircraftButtonOpensTheChecklist)
     EXPECT_TRUE(read(path("work/cirrilonv3.log")).contains("Open Checklist "));
 }
 
-TEST_F(Window, BringsUpOneWeatherRadar)
+TEST_F(Window, BringsUpOneWeatherRadarAndDropsItWhenItIsClosed)
 {
     view->show();
     action("action_weatherRadar").trigger();
     action("action_test_func").trigger();
     const QList<WidgetRadar*> radars = view->findChildren<WidgetRadar*>();
     ASSERT_EQ(radars.size(), 1);
-    EXPECT_TRUE(radars.first()->isVisible());
+    const QPointer<WidgetRadar> first = radars.first();
+    EXPECT_TRUE(first->isVisible());
+    first->close();
+    action("action_weatherRadar").trigger();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(first.isNull());
+    WidgetRadar* second = view->findChild<WidgetRadar*>();
+    ASSERT_NE(second, nullptr);
+    EXPECT_TRUE(second->isVisible());
     view->close();
-    EXPECT_FALSE(radars.first()->isVisible());
+    EXPECT_TRUE(second->isHidden());
+}
+
+TEST_F(Window, DialogsHoldTheWindowButOpenOnce)
+{
+    view->show();
+    for (const char* name : {"actionAbout", "actionSettings", "actionAirport_List"}) {
+        action(name).trigger();
+        action(name).trigger();
+        const QList<QDialog*> dialogs =
+            view->findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly);
+        ASSERT_EQ(dialogs.size(), 1) << name;
+        EXPECT_TRUE(dialogs.first()->isVisible());
+        EXPECT_EQ(dialogs.first()->windowModality(), Qt::WindowModal);
+        dialogs.first()->reject();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
 }
 
 TEST_F(Window, GivesWayToTheTrayOnlyWhereThereIsOne)
