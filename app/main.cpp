@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Names the PNG file of a run without anybody in front of it.
+/// Names the PNG file of a run without a person at the screen.
 constexpr const char* kUnattended = "CIRRILON_UNATTENDED";
 
 bool OpenOnDesktop(const QString& path)
@@ -44,15 +44,17 @@ std::uint32_t SeedOfNow()
     };
     WindowParts parts{random, processes, interfaces, HostNetwork(), {}};
     const QString picture = qEnvironmentVariable(kUnattended);
+    UnattendedRun unattended(picture);
     if (!picture.isEmpty()) {
-        parts.logMirror = UnattendedRun::print;
+        parts.logMirror = [&unattended](const QString& line) {
+            unattended.printLog(line);
+        };
     }
     int result = 0;
     {
         CirrilonView view(parts);
-        std::unique_ptr<UnattendedRun> unattended;
         if (!picture.isEmpty()) {
-            unattended = std::make_unique<UnattendedRun>(view, picture);
+            unattended.watch(view, view.controller());
         }
         QObject::connect(&view, &CirrilonView::sigClosed, &application, &QCoreApplication::quit,
                          Qt::QueuedConnection);

@@ -35,6 +35,7 @@
 namespace {
 
 constexpr int kSynops = 20000;
+constexpr int kSource = 3; // NOAA
 constexpr int kChildLimitMs = 60000;
 constexpr int kSettleMs = 2000;
 constexpr double kStartGoalMs = 1500;
@@ -116,7 +117,7 @@ int runProgram(int argc, char** argv)
             tell("usable", 0);
             tell("resident_at_start", statusMb("VmRSS"));
             beat.start();
-            controller.DownloadWeather(view.settings().weatherSource());
+            controller.DownloadWeather(kSource);
         });
     });
     QObject::connect(

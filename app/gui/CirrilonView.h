@@ -12,7 +12,6 @@
 
 #include <functional>
 #include <memory>
-#include <utility>
 
 class Controller;
 class FsInterfaceFactory;
@@ -47,9 +46,7 @@ public:
     /// Ends the controller with its workers, within three seconds.
     ~CirrilonView() override;
 
-    Settings& settings() { return m_settings; }
     Controller& controller() { return *m_controller; }
-    void setLogMirror(LogFile::Mirror mirror) { m_log.setMirror(std::move(mirror)); }
 
     void OnOutputDebugstring(QString item, int level) override;
     void setupLanguage() override;

@@ -1,16 +1,14 @@
 #include "app/gui/UnattendedRun.h"
 
 #include "app/Controller.h"
-#include "app/gui/CirrilonView.h"
 #include "app/jobs/WeatherWorker.h"
-#include "aviation/FsId.h"
 #include "sim/ConnectJobs.h"
-#include "sim/ConnectWorker.h"
-#include "weather/output/WeatherWrapper.h"
 
 #include <QCoreApplication>
 #include <QPixmap>
+#include <QWidget>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -20,89 +18,78 @@ constexpr int kSettleMs = 1500;
 constexpr int kPictureWidth = 1280;
 constexpr int kPictureHeight = 800;
 
-bool IsSetJob(int jobId)
+bool isSetJob(int jobId)
 {
     return jobId >= connectjob::kSetWeather && jobId <= connectjob::kSetXPlaneFiles;
 }
 
-} // namespace
-
-UnattendedRun::UnattendedRun(CirrilonView& view, const QString& pictureFile)
-    : m_view(view)
-    , m_pictureFile(pictureFile)
-{
-    view.resize(kPictureWidth, kPictureHeight);
-    connect(&view.controller().connectWorker(), &ConnectWorker::sigJobFinish, this,
-            [this](int jobId, const QString&, int error) { jobFinished(jobId, error); });
-    connect(&view.controller().weatherWorker(), &WeatherWorker::sigProgress, this,
-            [this](qlonglong, qlonglong total, const QString&) {
-                m_lastTotal = total > 0 ? total : m_lastTotal;
-            });
-    m_limit.setSingleShot(true);
-    connect(&m_limit, &QTimer::timeout, this, &UnattendedRun::giveUp);
-    m_limit.start(kLimitMs);
-}
-
-void UnattendedRun::print(const QString& line)
+void print(const QString& line)
 {
     const QByteArray bytes = line.toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
     std::fflush(stdout);
 }
 
-void UnattendedRun::jobFinished(int jobId, int error)
+} // namespace
+
+UnattendedRun::UnattendedRun(const QString& pictureFile) : m_pictureFile(pictureFile)
 {
-    if (!IsSetJob(jobId) || error != 0 || m_stations >= 0) {
-        return;
-    }
-    m_stations = stationsOfLastSet(jobId);
-    QTimer::singleShot(kSettleMs, this, &UnattendedRun::takePicture);
+    m_limit.setSingleShot(true);
+    connect(&m_limit, &QTimer::timeout, this, &UnattendedRun::giveUp);
 }
 
-int UnattendedRun::stationsOfLastSet(int jobId) const
+void UnattendedRun::printLog(const QString& line)
 {
-    const WeatherWorker& worker = m_view.controller().weatherWorker();
-    switch (jobId) {
-    case connectjob::kSetXPlaneFiles:
-        return static_cast<int>(worker.xplaneMetarLines().size());
-    case connectjob::kSetXPlaneWeather:
-    case connectjob::kSetXPlane12Weather:
-        return 1;
-    case connectjob::kSetTheme:
-        return static_cast<int>(m_lastTotal);
-    default:
-        break;
+    if (!m_isOver) {
+        print(line);
     }
-    const bool fsuipc =
-        m_view.controller().connectWorker().interfaceType() == aviation::interfaceid::kFsuipc;
-    return static_cast<int>(fsuipc ? worker.fsuipcRecords().size()
-                                   : worker.simConnectStrings().size());
+}
+
+void UnattendedRun::watch(QWidget& window, Controller& controller)
+{
+    m_window = &window;
+    m_controller = &controller;
+    window.resize(kPictureWidth, kPictureHeight);
+    connect(&controller, &Controller::sigFinishJobForAircraftEditor, this,
+            [this](int jobId, const QString&, int error) { jobFinished(jobId, error); });
+    connect(&controller.weatherWorker(), &WeatherWorker::sigProgress, this,
+            [this](qlonglong, qlonglong total, const QString&) {
+                m_prepared = total > 0 ? total : m_prepared;
+            });
+    m_limit.start(kLimitMs);
+}
+
+void UnattendedRun::jobFinished(int jobId, int error)
+{
+    if (!isSetJob(jobId) || error != 0 || m_isSet) {
+        return;
+    }
+    m_isSet = true;
+    QTimer::singleShot(kSettleMs, this, &UnattendedRun::takePicture);
 }
 
 void UnattendedRun::takePicture()
 {
-    m_view.setLogMirror({}); // the two lines below are to be the last
-    const QPixmap picture = m_view.grab();
+    m_isOver = true; // the two lines below are to be the last
+    const QPixmap picture = m_window->grab();
     if (!picture.save(m_pictureFile, "PNG")) {
         print(QStringLiteral("screenshot: can not write ") + m_pictureFile);
         finish(1);
         return;
     }
-    print(QStringLiteral("weather set: %1 stations").arg(m_stations));
+    // The one record of X-Plane is prepared without progress.
+    print(QStringLiteral("weather set: %1 stations").arg(std::max<qlonglong>(1, m_prepared)));
     print(QStringLiteral("screenshot: ") + m_pictureFile);
     finish(0);
 }
 
 void UnattendedRun::giveUp()
 {
-    Controller& controller = m_view.controller();
-    const bool connected = controller.IsConnected();
-    const bool weather = !controller.weatherWorker().xplaneMetarLines().empty();
     print(QStringLiteral("no weather was set within %1 s: %2")
               .arg(kLimitMs / 1000)
-              .arg(!connected ? QStringLiteral("the simulator isn't connected")
-                   : weather  ? QStringLiteral("the simulator didn't take the weather")
-                              : QStringLiteral("no weather was downloaded or prepared")));
+              .arg(!m_controller->IsConnected() ? QStringLiteral("the simulator isn't connected")
+                   : m_prepared > 0 ? QStringLiteral("the simulator didn't take the weather")
+                                    : QStringLiteral("no weather was downloaded or prepared")));
     finish(1);
 }
 
