@@ -1,18 +1,25 @@
 // Measures the whole program: time from process start to a usable window, memory with the weather
 // of the world loaded, and the longest time for which the event loop stood still while that weather
-// was downloaded and decoded. Starts itself as the program, with a folder and a weather server of
-// its own; QT_QPA_PLATFORM says where the window goes. Usage: ProgramProbe [runs]
-// With PROBE_LOG set it shows the program's log and each time above 10 ms for which it stood still.
+// was downloaded, decoded and set in a simulator. Starts itself as the program, with a folder, a
+// weather server and a simulator of its own; QT_QPA_PLATFORM says where the window goes.
+// Usage: ProgramProbe [runs]
+// PROBE_LEVEL is the lowest level that the log window shows, 1 unless set. The simulator takes one
+// record a station; with PROBE_XPLANE set it is an X-Plane, for which the program waits a second on
+// its main thread. With PROBE_LOG set it shows the program's log and each time above 10 ms for
+// which it stood still.
 #include "app/Controller.h"
 #include "app/base/DownloadManager.h"
 #include "app/base/HostProcessRunner.h"
 #include "app/gui/CirrilonView.h"
-#include "app/jobs/WeatherWorker.h"
+#include "aviation/FsId.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
 #include "bench/HeartBeat.h"
+#include "sim/ConnectJobs.h"
 #include "sim/SimulatorInterfaces.h"
 #include "sim/clients/SimulatorClients.h"
+#include "standins/simulator/SimulatorClientsInMemory.h"
+#include "standins/simulator/SimulatorThread.h"
 #include "standins/wxserver/Compress.h"
 #include "standins/wxserver/WeatherServerThread.h"
 #include "weather/output/WeatherWrapper.h"
@@ -36,7 +43,7 @@ namespace {
 
 constexpr int kSynops = 20000;
 constexpr int kSource = 3; // NOAA
-constexpr int kChildLimitMs = 60000;
+constexpr int kChildLimitMs = 120000;
 constexpr int kSettleMs = 2000;
 constexpr double kStartGoalMs = 1500;
 constexpr double kMemoryGoalMb = 150;
@@ -91,6 +98,11 @@ void tellResults(CirrilonView& view, HeartBeat& beat)
     QApplication::quit();
 }
 
+bool isSetJob(int jobId)
+{
+    return jobId >= connectjob::kSetWeather && jobId <= connectjob::kSetXPlaneFiles;
+}
+
 /// The program itself, in the current folder.
 int runProgram(int argc, char** argv)
 {
@@ -116,13 +128,19 @@ int runProgram(int argc, char** argv)
         whenIdle(view, [&] {
             tell("usable", 0);
             tell("resident_at_start", statusMb("VmRSS"));
+            controller.OnConnectClicked(); // waits for the simulator
             beat.start();
             controller.DownloadWeather(kSource);
         });
     });
-    QObject::connect(
-        &controller.weatherWorker(), &WeatherWorker::sigFinishedDecodeWeatherData, &view,
-        [&] { QTimer::singleShot(kSettleMs, &view, [&] { tellResults(view, beat); }); });
+    bool set = false;
+    QObject::connect(&controller, &Controller::sigFinishJobForAircraftEditor, &view,
+                     [&](int jobId, const QString&, int error) {
+                         if (isSetJob(jobId) && error == 0 && !set) {
+                             set = true;
+                             QTimer::singleShot(kSettleMs, &view, [&] { tellResults(view, beat); });
+                         }
+                     });
     QTimer::singleShot(kChildLimitMs, &view, [] { QApplication::exit(1); });
     view.show();
     return QApplication::exec();
@@ -160,23 +178,46 @@ bool serveTheWorld(wxserver::WeatherServerThread& server)
     return true;
 }
 
-bool writeSettings(const QString& folder, const QString& server)
+/// Where a run of the program finds what it needs.
+struct Servers
+{
+    QString weather;
+    quint16 simulator = 0;
+};
+
+bool isXPlane()
+{
+    return qEnvironmentVariableIsSet("PROBE_XPLANE");
+}
+
+int levelOfWindow()
+{
+    return qEnvironmentVariable("PROBE_LEVEL", QStringLiteral("1")).toInt();
+}
+
+bool writeSettings(const QString& folder, const Servers& servers)
 {
     const QString text =
-        QStringLiteral("[paths]\nworkfolder=\"%1/\"\n[weather]\nsource=3\nwxservertype=1\n"
+        QStringLiteral("[main]\nloggerlevel=%4\n[paths]\nworkfolder=\"%1/\"\n"
+                       "[weather]\nsource=%6\nwxservertype=1\nmode=%5\n"
+                       "[interface]\ninterfacetype=4\nip=127.0.0.1\nport=%3\nmyip=127.0.0.1\n"
                        "[startup]\ndownloadwx=false\nautoconnect=false\n"
                        "[url]\nwxdata1=%2\nwxdata2=%2\nfileinfo=%2/\n")
-            .arg(folder, server);
+            .arg(folder, servers.weather)
+            .arg(servers.simulator)
+            .arg(levelOfWindow())
+            .arg(isXPlane() ? 1 : 0)
+            .arg(kSource);
     QFile file(folder + QStringLiteral("/cirrilon.ini"));
     return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) > 0;
 }
 
 /// What one run of the program told, by key; "usable" in milliseconds since the process's start.
-QMap<QByteArray, double> runOnce(const QString& server)
+QMap<QByteArray, double> runOnce(const Servers& servers)
 {
     QMap<QByteArray, double> results;
     const QTemporaryDir folder;
-    if (!writeSettings(folder.path(), server)) {
+    if (!writeSettings(folder.path(), servers)) {
         return results;
     }
     QProcess program;
@@ -230,7 +271,16 @@ int measure(int argc, char** argv)
     }
     std::vector<QMap<QByteArray, double>> runs;
     for (int i = 0; i < count; ++i) {
-        runs.push_back(runOnce(server.url()));
+        simulator::SimulatorOptions options;
+        if (!isXPlane()) {
+            options.fsId = aviation::fsid::kFsx;
+            options.interfaceId = aviation::interfaceid::kFsuipc;
+        }
+        simulator::SimulatorClientsInMemory clients;
+        clients.model().withFlight(
+            [](simulator::SimulatedFlight& flight) { flight.jumpTo(simulator::Phase::Cruise); });
+        simulator::SimulatorThread bridge(options, clients.model());
+        runs.push_back(runOnce({server.url(), bridge.startServer()}));
     }
     std::printf("%-44s %7s %7s %7s\n", "", "best", "median", "worst");
     bool met = report("process start to usable window", "usable", "ms", kStartGoalMs, runs);
