@@ -1,11 +1,11 @@
 #include "app/Controller.h"
 #include "app/gui/CirrilonView.h"
 #include "app/gui/RadarLink.h"
-#include "app/gui/WidgetRadar.h"
 #include "app/gui/dialogs/BasicSettings.h"
 #include "app/gui/dialogs/DlgAbout.h"
 #include "app/gui/dialogs/DlgAirportList.h"
 #include "app/gui/dialogs/DlgSettings.h"
+#include "maps/gui/WidgetRadar.h"
 
 #include <type_traits>
 

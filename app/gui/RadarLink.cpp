@@ -1,7 +1,7 @@
 #include "app/gui/RadarLink.h"
 
 #include "app/Controller.h"
-#include "app/gui/WidgetRadar.h"
+#include "maps/gui/WidgetRadar.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
 #include "sim/SimResult.h"

@@ -5,7 +5,7 @@
 #include "app/gui/DockWidgetDebug.h"
 #include "app/gui/LanguageMenu.h"
 #include "app/gui/TrayIcon.h"
-#include "app/gui/WidgetRadar.h"
+#include "maps/gui/WidgetRadar.h"
 #include "tests/app/base/SettingsFixture.h"
 #include "tests/app/gui/DlgTesting.h"
 #include "tests/support/FakeFsInterface.h"

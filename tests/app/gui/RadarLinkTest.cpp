@@ -1,7 +1,7 @@
 #include "app/gui/RadarLink.h"
 
-#include "app/gui/WidgetRadar.h"
 #include "gui/NoteLabel.h"
+#include "maps/gui/WidgetRadar.h"
 #include "tests/app/ControllerFixture.h"
 #include "tests/app/gui/DlgTesting.h"
 

@@ -1,4 +1,4 @@
-#include "app/gui/WidgetRadar.h"
+#include "maps/gui/WidgetRadar.h"
 
 #include "gui/NoteLabel.h"
 #include "tests/support/Text.h"

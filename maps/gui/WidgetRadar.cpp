@@ -1,4 +1,4 @@
-#include "app/gui/WidgetRadar.h"
+#include "maps/gui/WidgetRadar.h"
 
 #include "app/base/LogLevel.h"
 #include "gui/Icons.h"
