@@ -1,14 +1,12 @@
-#include "cli/Cli.h"
+#include "tests/cli/RunCliHere.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QStringList>
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -21,15 +19,11 @@ struct WindResult
     std::string err;
 };
 
-WindResult runWind(const std::string& cases, QStringList options = {})
+WindResult runWind(const std::string& cases, const QStringList& options = {})
 {
-    std::istringstream in(cases);
-    std::ostringstream out;
-    std::ostringstream err;
-    options << QStringLiteral("wind") << QStringLiteral("steps");
-    const int status = RunCli(options, in, out, err);
-    WindResult result{status, {}, err.str()};
-    std::istringstream answers(out.str());
+    const CliResult run = runCli(options + words("wind steps"), cases);
+    WindResult result{run.status, {}, run.err};
+    std::istringstream answers(run.out);
     for (std::string line; std::getline(answers, line);) {
         result.lines.push_back(line);
     }
