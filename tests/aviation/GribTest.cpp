@@ -1,6 +1,6 @@
 #include "aviation/Grib.h"
 
-#include "tests/aviation/Forms.h"
+#include <gtest/gtest.h>
 
 #include <tuple>
 
@@ -21,25 +21,6 @@ Grib Decoded(const std::wstring& report)
     Grib grib(report);
     EXPECT_EQ(grib.Decode(), gribstatus::kDecoded);
     return grib;
-}
-
-TEST(Grib, FormsAreDecoded)
-{
-    ExpectForms<Grib>("/upperair/forms.txt", [](const Grib& grib) {
-        std::ostringstream text;
-        text << "at " << grib.latitude() << "/" << grib.longitude() << ", " << SurfaceSummary(grib);
-        std::vector<GribLevel> levels = grib.levels();
-        levels.insert(levels.end(), {grib.maximumWind(), grib.tropopause()});
-        for (const GribLevel& level : levels) {
-            text << ", level " << level.pressure << " at " << level.altitude << " "
-                 << level.temperature << "/" << level.dewPoint << " " << level.humidity << "% "
-                 << level.wind.Dir << "/" << level.wind.Speed;
-        }
-        for (const Cloud& cloud : {grib.lowCloud(), grib.middleCloud(), grib.highCloud()}) {
-            text << ", cloud " << int{cloud.coverage} << " at " << cloud.base;
-        }
-        return text.str();
-    });
 }
 
 TEST(Grib, HeaderIsReadAloneAndTheRestOnce)
@@ -92,9 +73,9 @@ TEST(Grib, MissingPartsAreToldAndPassedOver)
     EXPECT_EQ(tooShort.GetMessage(), L"(GribDecoder) - no Grib header found");
 }
 
-TEST(Grib, HostileRecords)
+TEST(Grib, LongLinesDecodeInTime)
 {
-    constexpr std::size_t kLength = 10'000'000;
+    constexpr std::size_t kLength = 2'000'000;
     std::wstring levels = kHeader + kSurface;
     while (levels.size() < kLength) {
         levels += L"7003012 00110 28540  ";

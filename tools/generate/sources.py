@@ -116,29 +116,37 @@ The simulator puts a gate at each end.
 TESTS_TEXT = """# Where the test data come from
 
 Real reports of the public exchange, chosen by rule from the inputs named below, and a few rows of our own tables. Report texts
-are facts. All files are made by
+are facts. The files of this table are made by
 `python3 tools/generate/test_data.py --data DATA --resources resources --out tests/data`, where `DATA` stands for a folder
 with the inputs; this file by `python3 tools/generate/sources.py --data DATA --root .`.
 
 | File | What it is |
 |---|---|
 | `metar/reports.txt` | METARs from 2011 to 2026, chosen so that every form of group appears, one a line |
-| `metar/odd.txt` | odd, partly invalid reports and texts that are none |
-| `metar/noaa_cycle.txt` | front of a cycle file as it came, and behind it its records with bytes above 127 |
-| `metar/wmo_collective.txt` | front of a collective as it came: headings, control characters, broken lines |
 | `synop/reports.txt` | FM-12 and FM-13 with heads, one a line, without "="; the history rows lack a head and got one from their time |
-| `synop/odd.txt` | oddities of FM-12 and FM-13, NIL reports, texts of other codes |
-| `taf/tafs.txt` | whole TAFs, odd ones, first lines |
 | `upperair/grib.txt` | every 42nd record of `resources/demo/grib.txt.gz`, with its head line |
-| `upperair/grib_without_head.txt`, `upperair/error.txt` | the other forms of the text |
-| `metar/forms.txt`, `synop/forms.txt`, `upperair/forms.txt` | reports, real ones of the files above and our own, each with what it decodes to |
+| `upperair/error.txt` | the other form of the text |
 | `weather/small.wx` | a weather file around Frankfurt for 2019-07-01, 12 UTC; days of its SYNOPs and TAFs are moved |
 | `tables/airports.txt`, `tables/wxstations.txt` | the rows of `resources/` for it, and some far ones |
 
-Everything else below this folder is our own: written by hand, made by `tools/generate/wind_flight.py` (`dwc/`), or below `expected/` what the program gives for the small
-weather file; after a wanted change `CIRRILON_UPDATE_EXPECTED=1 cli_tests` writes it anew. `bridge/session.txt` is what the
-program (`> `) and the stand-in simulator (`< `) said to each other, a message a line; `CIRRILON_UPDATE_EXPECTED=1 e2e_tests`
-writes it anew.
+The reports of the decoder tests are in `.in` files, one a line; each has beside it the `.out` with what they decode to.
+
+| File | Chosen from |
+|---|---|
+| `metar/reports.in` | `metar/reports.txt` and `DATA/metar/world-hour-20190701-12Z.txt` |
+| `metar/odd.in` | `DATA/metar/odd-reports.txt`, `odd-strings.txt`, `malformed.txt` |
+| `synop/reports.in` | `synop/reports.txt` |
+| `synop/odd.in` | all of `DATA/synop/decoder_test_strings_open.txt` and of the bulletins what is NIL, unfinished or of another code |
+| `upperair/reports.in` | `upperair/grib.txt`, with and without the head line |
+| `forms.in` | every form of each group and what only looks like one: real reports and our own |
+
+Of each source those were taken that together go every way through the decoder which any of its reports goes: the reports,
+a file each, merged by their fuzz target (`MetarFuzz -merge=1 chosen reports`).
+
+Everything else below this folder is our own: written by hand, made by `tools/generate/wind_flight.py` (`dwc/`), or what the
+program gives: the `.out` files, `expected/` for the small weather file, and `bridge/session.txt`, what the program (`> `) and the
+stand-in simulator (`< `) said to each other, a message a line. A test that finds something else leaves it in the
+build folder; after a wanted change the test program with `CIRRILON_UPDATE_EXPECTED=1` writes these files anew.
 
 ## Files
 
@@ -155,7 +163,7 @@ def file_table(folder):
     """Name, size and sum of each generated file below the folder."""
     rows = ["| File | Bytes | SHA-256 |", "|---|---|---|"]
     for path in sorted(folder.rglob("*")):
-        if path.is_file() and path.relative_to(folder).parts[0] in GENERATED:
+        if path.is_file() and path.suffix != ".out" and path.relative_to(folder).parts[0] in GENERATED:
             rows.append(f"| `{path.relative_to(folder)}` | {path.stat().st_size} | `{digest(path)}` |")
     return "\n".join(rows) + "\n"
 

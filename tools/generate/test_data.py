@@ -4,13 +4,8 @@ Inputs: the folder given with --data (metar/, synop/, taf/ and upperair/ below i
 upper-air records in the folder given with --resources.
 Outputs, under the folder given with --out:
     metar/reports.txt          a few thousand METARs, chosen for their variety
-    metar/odd.txt              odd and broken reports
-    metar/noaa_cycle.txt       the front of a NOAA cycle file as it came: date lines, repeats, latin-1 bytes
-    metar/wmo_collective.txt   the front of a collective as it came: headings, control characters, line breaks
     synop/reports.txt          SYNOPs with their heads, one a line, without the "=" behind
-    synop/odd.txt              odd reports, texts that are none, and unfinished ones
-    taf/tafs.txt               TAFs, one a line
-    upperair/*.txt             upper-air records with a head line, without one, and an error line alone
+    upperair/*.txt             upper-air records with a head line, and an error line alone
     weather/small.wx           a whole small weather file around Frankfurt for 2019-07-01, 12 UTC
     tables/airports.txt, tables/wxstations.txt   the rows for small.wx and a few more
 
@@ -32,8 +27,6 @@ import demo_weather
 METAR_ROWS, METAR_FILL = 1700, 2400
 SYNOP_ROWS, SYNOP_FILL = 1300, 900
 HISTORY_STEP = 12
-TAF_STEP = 330
-CYCLE_BYTES, COLLECTIVE_BYTES = 60_000, 40_000
 GRID_STEP = 42
 FRANKFURT = 50.03, 8.57
 NEAR = {"metar": 40, "synop": 20, "taf": 10, "airport": 40}
@@ -75,27 +68,9 @@ def raw_lines(path):
     return path.read_text(encoding="latin-1").split("\n")[:-1]
 
 
-def front(path, size, end):
-    """The first bytes of a file up to the last whole record."""
-    data = path.read_bytes()[:size]
-    return data[:data.rindex(end) + len(end)]
-
-
 def metar_files(data, out):
     reports = [line for line in raw_lines(data / "metar/reports.txt") if len(line) <= 300]
     write_lines(out / "metar/reports.txt", pick(reports, METAR_ROWS, METAR_FILL))
-    odd = []
-    for name in ("odd-reports", "odd-strings", "malformed"):
-        odd += raw_lines(data / f"metar/{name}.txt")
-    write_lines(out / "metar/odd.txt", dict.fromkeys(odd))
-    # The latin-1 bytes stand far behind, so two pieces are taken.
-    cycle = data / "metar/noaa_cycle_20111123_02Z.txt"
-    records = cycle.read_bytes().split(b"\n\n")
-    strange = [record for record in records if any(byte > 127 for byte in record)]
-    first = front(cycle, CYCLE_BYTES, b"\n\n")
-    write(out / "metar/noaa_cycle.txt", first + b"".join(record + b"\n\n" for record in strange))
-    collective = data / "metar/wmo_collective_20190701_1200.txt"
-    write(out / "metar/wmo_collective.txt", front(collective, COLLECTIVE_BYTES, b"\x03"))
 
 
 def synop_files(data, out):
@@ -106,25 +81,11 @@ def synop_files(data, out):
     for path in sorted(folder.glob("ogimet_*.txt")):
         reports += pick(demo_weather.read_lines(path), SYNOP_ROWS // 2, SYNOP_FILL // 2)
     write_lines(out / "synop/reports.txt", dict.fromkeys(reports))
-    odd = raw_lines(folder / "decoder_test_strings_open.txt")
-    odd += [line for line in raw_lines(folder / "bulletins_open.txt")
-            if not demo_weather.move_synop(line.split("=")[0].strip()) or not line.endswith("=")]
-    for name in ("SSVX06_LFVW_011600___51411", "all_groups"):
-        odd += [line for line in raw_lines(folder / f"bulletins/{name}.txt") if line]
-    write_lines(out / "synop/odd.txt", dict.fromkeys(odd))
-
-
-def taf_file(data, out):
-    folder = data / "taf"
-    lines = raw_lines(folder / "taf_open.txt") + raw_lines(folder / "decoder_test_strings_open.txt")
-    lines += raw_lines(folder / "taf_first_lines_open.txt")[::TAF_STEP]
-    write_lines(out / "taf/tafs.txt", dict.fromkeys(lines))
 
 
 def upper_air_files(resources, out):
     head, *records = gzip.decompress((resources / "demo/grib.txt.gz").read_bytes()).decode("ascii").split("\n")[:-1]
     write_lines(out / "upperair/grib.txt", [head] + records[::GRID_STEP])
-    write_lines(out / "upperair/grib_without_head.txt", records[5::1000])
     write_lines(out / "upperair/error.txt", ["#Error: no data"])
 
 
@@ -187,7 +148,6 @@ def main():
 
     metar_files(arguments.data, arguments.out)
     synop_files(arguments.data, arguments.out)
-    taf_file(arguments.data, arguments.out)
     upper_air_files(arguments.resources, arguments.out)
     small_weather(arguments.data, arguments.resources, arguments.out)
     total = 0
