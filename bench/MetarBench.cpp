@@ -1,6 +1,6 @@
 #include "aviation/Metar.h"
 #include "bench/CpuTime.h"
-#include "tests/support/RegexMetar.h"
+#include "bench/RegexMetar.h"
 #include "tests/support/ReportLines.h"
 
 #include <algorithm>

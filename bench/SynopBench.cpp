@@ -1,7 +1,7 @@
 #include "aviation/Grib.h"
 #include "aviation/Synop.h"
 #include "bench/CpuTime.h"
-#include "tests/support/RegexSynop.h"
+#include "bench/RegexSynop.h"
 #include "tests/support/ReportLines.h"
 
 #include <benchmark/benchmark.h>

@@ -15,8 +15,8 @@ struct RegexMetarReading
 };
 
 /// The METAR chain stated with std::wregex, erasing from the front of a copy of the text: slow and
-/// plain, to hold the decoder against and to measure it by. The patterns are built once for an
-/// object. Not for lines of many thousand characters, where std::wregex overflows the stack.
+/// plain, to measure the decoder by. The patterns are built once for an object. Not for lines of
+/// many thousand characters, where std::wregex overflows the stack.
 class RegexMetar
 {
 public:
@@ -30,7 +30,3 @@ private:
     struct Patterns;
     std::unique_ptr<const Patterns> m_patterns;
 };
-
-/// Empty when both agree, else what of them differs first.
-std::string FirstDifference(const RegexMetarReading& expected,
-                            const aviation::weather::Metar& actual);

@@ -1,4 +1,4 @@
-#include "tests/support/RegexSynop.h"
+#include "bench/RegexSynop.h"
 
 #include "aviation/SynopPatterns.h"
 #include "tests/support/Regex.h"

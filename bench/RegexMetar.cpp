@@ -1,11 +1,10 @@
-#include "tests/support/RegexMetar.h"
+#include "bench/RegexMetar.h"
 
 #include "aviation/MetarPatterns.h"
 #include "tests/support/Regex.h"
 
 #include <algorithm>
 #include <cwchar>
-#include <tuple>
 #include <vector>
 
 using namespace aviation::weather;
@@ -304,49 +303,4 @@ RegexMetarReading RegexMetar::Decode(const std::wstring& report, int elevation) 
     reading.metar.runwayText = TakeRunways(work, m_patterns->runway);
     reading.status = work.text.size() < 5 ? 10 : ReadTail(*m_patterns, work, elevation, reading);
     return reading;
-}
-
-namespace {
-
-auto Fields(const Wind& wind)
-{
-    return std::tuple(wind.Dir, wind.Speed, wind.Gust, wind.Fourth);
-}
-
-bool SameCloud(const Cloud& a, const Cloud& b)
-{
-    return std::tie(a.type, a.coverage, a.base, a.top, a.altitude)
-           == std::tie(b.type, b.coverage, b.base, b.top, b.altitude);
-}
-
-} // namespace
-
-std::string FirstDifference(const RegexMetarReading& expected, const Metar& actual)
-{
-    const SurfaceValues& s = expected.surface;
-    const MetarValues& m = expected.metar;
-    const std::pair<const char*, bool> fields[] = {
-        {"head", expected.status == actual.status() && expected.icao == actual.icao()
-                     && m.timeGroup.data() == actual.timeGroup()},
-        {"wind", Fields(s.wind) == Fields(actual.wind()) && s.windSeen == actual.windSeen()
-                     && s.variableFrom == actual.variableFrom()
-                     && s.variableTo == actual.variableTo()},
-        {"visibility", s.visibility == actual.visibility()
-                           && s.visibilitySeen == actual.visibilitySeen()
-                           && m.cavok == actual.isCavok()},
-        {"runways",
-         m.runwayText == actual.runwayText() && m.tailRunwayText == actual.tailRunwayText()},
-        {"weather", m.phenomenaText == actual.phenomenaText() && m.intensity == actual.intensity()
-                        && m.noSignificantCloud == actual.noSignificantCloud()},
-        {"clouds", s.cloudsSeen == actual.cloudsSeen()
-                       && std::equal(s.clouds.begin(), s.clouds.end(), actual.clouds().begin(),
-                                     actual.clouds().end(), SameCloud)},
-        {"temperatures", s.temperature == actual.temperature() && s.dewPoint == actual.dewPoint()
-                             && m.seaLevelTemperature == actual.SeaLevelTemperature()
-                             && m.seaLevelDewPoint == actual.SeaLevelDewPoint()},
-        {"QNH", s.qnh == actual.qnh()},
-    };
-    const auto* const different =
-        std::find_if(std::begin(fields), std::end(fields), [](const auto& f) { return !f.second; });
-    return different == std::end(fields) ? "" : different->first;
 }

@@ -5,8 +5,8 @@
 #include <string>
 
 /// The SYNOP chain in its plainest form: std::wregex objects that are built once, a working text
-/// that is erased from the front and trimmed. A second opinion on the decoder, and the baseline of
-/// its benchmark. Only for short lines: std::wregex needs stack for each character.
+/// that is erased from the front and trimmed. The baseline of the decoder's benchmark. Only for
+/// short lines: std::wregex needs stack for each character.
 struct RegexSynop
 {
     int status = 0;
