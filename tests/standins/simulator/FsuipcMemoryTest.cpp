@@ -1,6 +1,5 @@
 #include "standins/simulator/FsuipcMemory.h"
 
-#include "standins/simulator/RecordObservation.h"
 #include "tests/support/FakeClock.h"
 
 #include <gtest/gtest.h>
@@ -79,50 +78,6 @@ TEST(FsuipcImageTest, TheFlightStandsInPublishedUnits)
     EXPECT_EQ(image.get<float>(0x1270), 5200.0F);
     EXPECT_EQ(image.text(0x3D00, 256), QByteArray(255, 'n'));
     EXPECT_EQ(image.text(0x313C, 12), "C-IRRI");
-}
-
-TEST(FsuipcImageTest, FeetComeBackWholeAndTheEndsOfTheWorldFit)
-{
-    aviation::structs::AircraftData aircraft;
-    FsuipcImage image;
-    for (int feet = -1300; feet < 60000; feet += 97) {
-        aircraft.altitude = feet;
-        aircraft.heightAgl = feet;
-        simulator::showAircraft(aircraft, image);
-        const auto altitude = static_cast<double>(image.get<std::int64_t>(0x0570));
-        EXPECT_EQ(static_cast<int>(altitude * 3.28084 / 65536 / 65536), feet);
-        EXPECT_EQ(static_cast<int>(image.get<std::int32_t>(0x31E4) * 3.28084 / 65536), feet);
-    }
-    aircraft.position = aviation::Position(90.0, 180.0);
-    aircraft.visibility = 99999.0F;
-    simulator::showAircraft(aircraft, image);
-    EXPECT_EQ(image.get<std::uint64_t>(0x0568), 0x8000000000000000U);
-    EXPECT_EQ(image.get<std::int32_t>(0x0564), 10001750);
-    EXPECT_EQ(image.get<std::uint16_t>(0x0E8A), 65535);
-}
-
-TEST(RecordObservationTest, ARecordReadsAsAReport)
-{
-    NewWeather record;
-    record.setIcao(L"KMSP");
-    record.Elev = 256 << 16;
-    record.Press = 16211;
-    record.Vis.Range = 300;
-    record.nTempCtr = 1;
-    record.Temp[0] = {0, 3, 0, -1};
-    record.nWindCtr = 1;
-    record.Wind[0] = {500, 12, 8, 43691, 1, 0, 0, 0, 0};
-    record.nCloudCtr = 2;
-    record.Cloud[0] = {2000, 1171, 10, 4, 10, 1, 0, 0, 1, 5, 0, 0};
-    record.Cloud[1] = {4000, 3304, 10, 8, 8, 0, 0, 0, 0, 0, 0, 0};
-    EXPECT_EQ(simulator::observationOf(&record, 1561939139),
-              "KMSP 302358Z 24012G20KT 4827 +RA SCT030CB OVC100 03/M01 Q1013");
-    record.nCloudCtr = 1000;
-    record.nTempCtr = -1;
-    record.Icao = {'<', '\n', 0, 0};
-    EXPECT_EQ(simulator::observationOf(&record, 0),
-              "?? 010000Z 24012G20KT 4827 +RA SCT030CB OVC100 ///// Q1013");
-    EXPECT_EQ(simulator::observationOf(nullptr, 0), "GLOB 010000Z 00000KT 9999 SKC 15/05 Q1013");
 }
 
 class FsuipcMemoryTest : public ::testing::Test
@@ -209,31 +164,6 @@ TEST_F(FsuipcMemoryTest, LinkAndBordersAnswerWithTheirCodes)
     EXPECT_EQ(open(), fsuipc::kOk);
 }
 
-TEST_F(FsuipcMemoryTest, TheTouchdownSpeedStandsStillOnTheGround)
-{
-    const auto feetPerMinute = [this] {
-        return static_cast<int>(read<std::int32_t>(0x030C) * 60 * 3.28084 / 256);
-    };
-    const auto fly = [](SimulatorModel& simulator, double seconds) {
-        simulator.withFlight([&](simulator::SimulatedFlight& flight) { flight.advance(seconds); });
-    };
-    SimulatorModel twin;
-    for (SimulatorModel* each : {&model, &twin}) {
-        each->withFlight(
-            [](simulator::SimulatedFlight& flight) { flight.jumpTo(simulator::Phase::Approach); });
-    }
-    EXPECT_EQ(feetPerMinute(), model.peekAircraft().verticalSpeed);
-    while (!model.peekAircraft().onGround) {
-        fly(model, 1.0);
-    }
-    fly(twin, 3600.0);
-    const int touchdown = twin.takeAircraft().landingRate;
-    EXPECT_LT(touchdown, 0);
-    EXPECT_EQ(feetPerMinute(), touchdown);
-    fly(model, 5.0);
-    EXPECT_EQ(feetPerMinute(), touchdown);
-}
-
 TEST_F(FsuipcMemoryTest, RecordsAndCommandWordsChangeTheWeather)
 {
     using Row = std::tuple<std::uint16_t, int, bool>;
@@ -269,38 +199,6 @@ TEST_F(FsuipcMemoryTest, WindNeedsBothHalvesAndReadsSeeEarlierWrites)
     ASSERT_TRUE(model.state().wind);
     EXPECT_EQ(model.state().wind->Dir, 240.0F);
     EXPECT_EQ(model.state().wind->Speed, 33.0F);
-}
-
-TEST_F(FsuipcMemoryTest, ScreenTextEndsAtItsZeroOrAt127)
-{
-    EXPECT_EQ(sendText("Hello"), fsuipc::kOk);
-    EXPECT_EQ(sendText(std::string(200, 'x')), fsuipc::kOk);
-    EXPECT_EQ(model.state().screenTexts,
-              (QStringList{QStringLiteral("Hello"), QString(127, QLatin1Char('x'))}));
-}
-
-TEST_F(FsuipcMemoryTest, LoadAndRadiosKeepTheirLimits)
-{
-    EXPECT_EQ(read<std::int32_t>(2932), 2516582); // the centre tank's 30 %
-    EXPECT_EQ(read<std::int32_t>(4704), 0);       // no second external tank
-    EXPECT_EQ(read<std::uint16_t>(0x0AF4), 1715); // 6.7 pounds
-    EXPECT_EQ(read<double>(5120 + 48 * 2), 12400.0);
-    EXPECT_EQ(read<std::uint16_t>(0x034C), 0x0384);
-    write(2940, std::int32_t{99999999});
-    write(4700, std::int32_t{4194304});
-    write(5120 + 48 * 5, 1000.0);
-    write(5120 + 48, -1.0);
-    write(0x3118, std::uint16_t{0x2155});
-    write(0x0350, std::uint16_t{0x0A00}); // no decimal number
-    EXPECT_EQ(process(), fsuipc::kOk);
-    ASSERT_EQ(model.presentFuel().tanks.size(), 3U);
-    EXPECT_DOUBLE_EQ(model.presentFuel().tanks[0].level, 100.0);
-    const simulator::SimulatorState state = model.state();
-    EXPECT_EQ(state.payload.stations[5].weight, 1000.0F);
-    EXPECT_EQ(state.payload.stations[1].weight, 180.0F);
-    EXPECT_DOUBLE_EQ(state.payload.totalWeight, 28160.0);
-    EXPECT_EQ(state.radios.comm2active, 12155);
-    EXPECT_EQ(state.radios.nav1active, 10800);
 }
 
 TEST_F(FsuipcMemoryTest, FaultsMeetTheProcessThatContainsTheirMessage)

@@ -46,23 +46,6 @@ TEST_F(SimConnectFaultTest, AnswersAreSpoiltAsTheFaultTells)
     }
 }
 
-TEST_F(SimConnectFaultTest, SlowAnswersAreOvertaken)
-{
-    setFault("slow:500@6/3*1");
-    request(1, 1);
-    setFault("cut:20,200@6/3*1");
-    request(1, 2);
-    request(1, 3);
-    EXPECT_EQ(next().size(), 20U);
-    EXPECT_EQ(at<std::uint32_t>(next(), 12), 3U);
-    EXPECT_TRUE(next().empty());
-    clock.Advance(std::chrono::milliseconds(499));
-    EXPECT_EQ(at<std::uint32_t>(next(), 12), 2U);
-    EXPECT_TRUE(next().empty());
-    clock.Advance(std::chrono::milliseconds(1));
-    EXPECT_EQ(at<std::uint32_t>(next(), 12), 1U);
-}
-
 TEST_F(SimConnectFaultTest, WhatIsRefusedOrSwallowedIsNotKept)
 {
     client.SimConnect_WeatherSetModeCustom(handle);

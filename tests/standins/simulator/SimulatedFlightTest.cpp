@@ -88,46 +88,6 @@ TEST(SimulatedFlight, GreatCirclesGoFromGateToGate)
     EXPECT_TRUE(simulator::greatCircleTrack({50.0, 8.0}, {50.1, 8.0}).empty());
 }
 
-TEST(SimulatedFlight, FollowsTheClockAtItsSpeed)
-{
-    FakeClock clock(2019, 7, 1, 12);
-    SimulatedFlight flight;
-    flight.setSpeed(10.0);
-    clock.Advance(std::chrono::seconds(5));
-    flight.followClock();
-    EXPECT_DOUBLE_EQ(flight.elapsed(), 50.0);
-    clock.Advance(std::chrono::seconds(1));
-    flight.setSpeed(0.0);
-    clock.Advance(std::chrono::hours(1));
-    flight.followClock();
-    EXPECT_DOUBLE_EQ(flight.elapsed(), 60.0);
-}
-
-TEST(SimulatedFlight, JumpsByFractionAndPhaseWithoutALanding)
-{
-    SimulatedFlight flight;
-    EXPECT_TRUE(flight.jumpTo(QStringLiteral("Take Off")));
-    EXPECT_EQ(flight.phase(), Phase::TakeOff);
-    EXPECT_TRUE(flight.jumpTo(QStringLiteral("0.5")));
-    EXPECT_EQ(flight.phase(), Phase::Cruise);
-    EXPECT_TRUE(flight.jumpTo(QStringLiteral("taxi in")));
-    EXPECT_EQ(flight.takeLandingRate(), 0);
-    for (const char* wrong : {"1.5", "-1", "lunch", ""}) {
-        EXPECT_FALSE(flight.jumpTo(QString::fromLatin1(wrong))) << wrong;
-    }
-}
-
-TEST(SimulatedFlight, AirspeedIsTheGroundSpeedLessTheWind)
-{
-    SimulatedFlight flight;
-    flight.jumpTo(Phase::Cruise);
-    const AircraftData still = flight.aircraft();
-    simulator::Air air;
-    air.wind = {static_cast<float>(still.heading + static_cast<double>(still.magneticVariation)),
-                50.0F, -1.0F, 0.0F};
-    EXPECT_NEAR(flight.aircraft(air).tas, still.groundSpeed + 50, 1);
-}
-
 TEST(Track, TakesOddTextWithoutFalling)
 {
     const QByteArray head = "time_utc,latitude,longitude,altitude_ft,onground\n";

@@ -89,61 +89,6 @@ TEST_F(SimulatorServerTest, ABrokenClientIsLetGoAndOthersAreServed)
     EXPECT_EQ(ask(good, kWind, 1), kWindAnswer);
 }
 
-TEST_F(SimulatorServerTest, PushesTheAircraftByDatagrams)
-{
-    QTcpSocket client;
-    connectClient(client);
-    const simulator::Frame address{command::kRequest, message::kClientAddress, "127.0.0.1"};
-    const QByteArray answer = ask(client, address, 21);
-    EXPECT_EQ(ask(client, address, 21), answer) << "the port stays";
-    QUdpSocket udp;
-    ASSERT_TRUE(udp.bind(QHostAddress::LocalHost, answer.mid(20).toUShort()));
-    const auto receive = [&udp](const QString& sender, const QByteArray& front) {
-        while (udp.hasPendingDatagrams() || udp.waitForReadyRead(kLimitMs)) {
-            QByteArray bytes(static_cast<int>(udp.pendingDatagramSize()), '\0');
-            QHostAddress from;
-            udp.readDatagram(bytes.data(), bytes.size(), &from);
-            if (from.toString() == sender && bytes.startsWith(front)) {
-                return true;
-            }
-        }
-        return false;
-    };
-    EXPECT_TRUE(receive(QStringLiteral("127.0.0.1"), "@0007;0002;"));
-    simulator.setFault(QStringLiteral("udpgarbage:3"));
-    EXPECT_TRUE(receive(QStringLiteral("127.0.0.1"), "###"));
-    simulator.setFault(QStringLiteral("udpforeign"));
-    EXPECT_TRUE(receive(QStringLiteral("127.0.0.2"), "@0007;0002;"));
-    simulator.setFault(QStringLiteral("none"));
-    EXPECT_TRUE(receive(QStringLiteral("127.0.0.1"), "@0007;0002;"));
-    client.disconnectFromHost();
-    EXPECT_TRUE(SimulatorThread::waitUntil([this] {
-        bool isRunning = true;
-        simulator.invoke([&isRunning](simulator::SimulatorServer& server) {
-            isRunning = server.stream().isRunning();
-        });
-        return !isRunning;
-    }));
-}
-
-TEST(Console, SwitchesTheServer)
-{
-    simulator::SimulatorServer server;
-    using Row = std::tuple<const char*, const char*>;
-    for (const auto& [line, answer] :
-         {Row{"fault cut:3,4", "fault cut:3,4"}, Row{"fault x", "no fault of that name: x"},
-          Row{"speed 20", "speed 20"}, Row{"speed fast", "no speed: fast"},
-          Row{"jump moon", "no such place: moon"}, Row{"quit", ""},
-          Row{"dance", "unknown command: dance"}})
-    {
-        EXPECT_EQ(simulator::runConsoleLine(server, QString::fromLatin1(line)),
-                  QString::fromLatin1(answer));
-    }
-    EXPECT_TRUE(simulator::runConsoleLine(server, QStringLiteral("jump cruise"))
-                    .startsWith(QStringLiteral("cruise, 339")));
-    EXPECT_EQ(server.fault().kind, simulator::FaultKind::Cut);
-}
-
 TEST(SimulatorOptions, AreCheckedBeforeAnythingRuns)
 {
     const auto parse = [](const char* line, QString& error) {

@@ -2,15 +2,12 @@
 
 #include "app/base/Gzip.h"
 #include "aviation/Grib.h"
-#include "aviation/Metar.h"
 #include "tests/support/FakeClock.h"
 
-#include <QSet>
 #include <QXmlStreamReader>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -48,58 +45,6 @@ protected:
     FakeClock m_clock{2024, 3, 1, 0, 5};
 };
 
-QSet<QByteArray> stations(const QByteArrayList& metars)
-{
-    QSet<QByteArray> names;
-    for (const QByteArray& metar : metars) {
-        if (metar.size() > 5 && metar[4] == ' ') {
-            names.insert(metar.left(4));
-        }
-    }
-    return names;
-}
-
-TEST_F(WeatherContentsTest, SourcesDifferInAFewStationsAndAreOfTheLastHour)
-{
-    const QSet<QByteArray> all = stations(readReports(text("/metar_fs2020.txt")).metars);
-    QSet<QByteArray> common = all;
-    for (const char* const source : {"/weather_vatsim.gz", "/weather_ivao.gz", "/weather_noaa.gz"})
-    {
-        const WeatherReports reports = readReports(text(source));
-        const QSet<QByteArray> some = stations(reports.metars);
-        EXPECT_GT(some.size(), all.size() * 9 / 10) << source;
-        EXPECT_LT(some.size(), all.size()) << source;
-        common &= some;
-        EXPECT_GT(std::min(reports.synops.size(), reports.tafs.size()), 50) << source;
-    }
-    // Each leaves out others, so what all have is still less.
-    EXPECT_LT(common.size(), all.size() * 9 / 10);
-
-    int lastHour = 0;
-    const QByteArrayList metars = readReports(text("/weather_vatsim.gz")).metars;
-    for (const QByteArray& metar : metars) {
-        std::chrono::sys_time<std::chrono::minutes> time;
-        if (metarTime(metar, m_clock.NowUtc(), time)) {
-            ASSERT_LE(time, m_clock.NowUtc()) << metar.toStdString();
-            lastHour += m_clock.NowUtc() - time <= std::chrono::minutes(125) ? 1 : 0;
-        }
-    }
-    EXPECT_GT(lastHour, metars.size() * 9 / 10);
-}
-
-TEST_F(WeatherContentsTest, FollowsTheClockFromHourToHour)
-{
-    const QByteArray before = text("/external/%Y/metar.txt");
-    m_clock.Advance(std::chrono::minutes(4));
-    EXPECT_EQ(text("/external/%Y/metar.txt"), before);
-    m_clock.Advance(std::chrono::minutes(2));
-    const QByteArray after = text("/external/%Y/metar.txt");
-    EXPECT_NE(after, before);
-    EXPECT_TRUE(before.startsWith("2024/02/29 23:")) << before.left(20).toStdString();
-    EXPECT_TRUE(after.startsWith("2024/03/01 00:")) << after.left(20).toStdString();
-    EXPECT_TRUE(text("/external/synop.txt").startsWith("AAXX 01001 15015 "));
-}
-
 TEST_F(WeatherContentsTest, UpperAirIsThatOfThePointsAroundAndAnErrorOutside)
 {
     const QByteArrayList single =
@@ -135,8 +80,8 @@ TEST_F(WeatherContentsTest, HistoryListNamesFilesThatAreThere)
             name = xml.readElementText();
         } else if (xml.isStartElement() && xml.name() == QLatin1String("folder")) {
             const QString file = QStringLiteral("/history/%1/%2").arg(xml.readElementText(), name);
-            // The first hour's, the last one's and some between.
-            EXPECT_TRUE(files++ % 24 >= 3 || get(file).found) << file.toStdString();
+            EXPECT_TRUE(files++ % 72 > 2 || get(file).found)
+                << "first and last hour: " << file.toStdString();
         }
     }
     EXPECT_FALSE(xml.hasError());
