@@ -1,6 +1,4 @@
-#include "aviation/GribPatterns.h"
-#include "aviation/MetarPatterns.h"
-#include "aviation/SynopPatterns.h"
+#include "tests/aviation/PatternContestants.h"
 #include "tests/support/PatternSamples.h"
 #include "tests/support/Regex.h"
 
@@ -11,67 +9,18 @@
 #include <array>
 #include <memory>
 
-using namespace aviation::weather;
 using aviation::SeededRandom;
-using aviation::pattern::Pattern;
 
 namespace {
 
-/// What a pattern may hold and those of the decoders don't.
-using OtherPatterns =
-    aviation::pattern::PatternList<Pattern<L"^((A)|(AB)|(ABC))">, Pattern<L"^((A)|(AB))C">,
-                                   Pattern<L"^([A-Z]*)([A-Z]{2})([A-Z]{0,3})Z">,
-                                   Pattern<L"^(A[0-9]){1,3}B?">, Pattern<L"^[A-Za_Z]+">,
-                                   Pattern<L"^[!A-z]+">, Pattern<L"^[A-Z]*">,
-                                   Pattern<L"^(A|^(B))(C|^D)?">>;
-
-/// One pattern in both forms, without its type.
-struct Contestant
+const Contestants& contestants()
 {
-    std::wstring text;
-    std::wregex regex;
-    /// The groups that the matcher found, none without a match.
-    std::vector<std::wstring_view> (*match)(std::wstring_view);
-};
-
-template <class P>
-std::vector<std::wstring_view> Groups(const typename P::Result& match)
-{
-    std::vector<std::wstring_view> groups;
-    for (std::size_t at = 0; match && at < P::kGroups; ++at) {
-        groups.push_back(match[at]);
-    }
-    return groups;
-}
-
-template <class P>
-Contestant MakeContestant(std::vector<std::wstring_view> (*match)(std::wstring_view))
-{
-    return {std::wstring(P::text()), std::wregex(P::text().begin(), P::text().end()), match};
-}
-
-const std::vector<Contestant>& Contestants()
-{
-    static const std::vector<Contestant> contestants = [] {
-        std::vector<Contestant> all;
-        const auto front = [&]<class P>() {
-            all.push_back(MakeContestant<P>([](std::wstring_view text) {
-                const auto match = P::MatchFront(text);
-                EXPECT_EQ(P::FrontLength(text),
-                          match ? std::optional(match.length()) : std::nullopt)
-                    << testing::PrintToString(text);
-                return Groups<P>(match);
-            }));
-        };
-        const auto searched = [&]<class P>() {
-            all.push_back(MakeContestant<P>(
-                [](std::wstring_view text) { return Groups<P>(P::Search(text)); }));
-        };
-        metarpatterns::FrontPatterns::forEach(front);
-        metarpatterns::SearchedPatterns::forEach(searched);
-        synoppatterns::AllSynopPatterns::forEach(front);
-        gribpatterns::AllGribPatterns::forEach(front);
-        OtherPatterns::forEach(front);
+    static const Contestants contestants = [] {
+        Contestants all;
+        addMetarPatterns(all);
+        addSynopPatterns(all);
+        addGribPatterns(all);
+        addOtherPatterns(all);
         return all;
     }();
     return contestants;
@@ -94,14 +43,15 @@ TEST(PatternDifferential, SamplesAndNearMissesGiveTheGroupsOfRegularExpressions)
 {
     constexpr int kSamples = 600;
     SeededRandom random(7);
-    for (const Contestant& contestant : Contestants()) {
+    for (const Contestant& contestant : contestants()) {
         const PatternSamples samples(contestant.text);
+        const std::wregex regex(contestant.text);
         int matched = 0;
         for (int count = 0; count < kSamples; ++count) {
             std::wstring text = samples.Sample(random) + (count % 2 == 0 ? L"" : L" 9999");
             matched += contestant.match(text).empty() ? 0 : 1;
             for (int spoils = 0; spoils < 4; ++spoils) {
-                ASSERT_EQ(contestant.match(text), RegexGroups(contestant.regex, text))
+                ASSERT_EQ(contestant.match(text), RegexGroups(regex, text))
                     << testing::PrintToString(contestant.text) << " on "
                     << testing::PrintToString(text);
                 text = Spoiled(std::move(text), random);
@@ -137,7 +87,7 @@ TEST(PatternDifferential, LongLinesNeedLittleStackAndTime)
     const std::unique_ptr<QThread> thread(QThread::create([&groupsFound] {
         for (const auto& longLine : kLongLines) {
             const std::wstring line = Filled(longLine);
-            for (const Contestant& contestant : Contestants()) {
+            for (const Contestant& contestant : contestants()) {
                 groupsFound += contestant.match(line).size();
             }
         }
