@@ -80,27 +80,6 @@ TEST_F(Faults, ShortListsMoveOnThroughTheSourcesAndStopAfterFour)
     EXPECT_GT(controller->weather().metarCount(), 1000U);
 }
 
-TEST_F(Faults, NetworkErrorsSwitchServersAndStopAfterSix)
-{
-    make();
-    ASSERT_TRUE(server.addFault(QStringLiteral("*weather_*=status:500")));
-    controller->OnDownloadWeather();
-    const QString stopped = QStringLiteral("Automatic weather download stopped.\n"
-                                           "Please contact the developers of Cirrilon.");
-    ASSERT_TRUE(wait([this, &stopped] {
-        return dialogs.warnings().contains(QStringLiteral("Cirrilon - Download error|") + stopped);
-    }));
-    settle();
-    EXPECT_EQ(server.requestCount(QStringLiteral("/weather_noaa.gz")), 4);
-    EXPECT_EQ(server.requestCount(QStringLiteral("/second/weather_noaa.gz")), 3);
-    EXPECT_FALSE(watching());
-
-    server.clearFaults();
-    settings->setWeatherServer(settings->serverOne());
-    download();
-    EXPECT_GT(controller->weather().metarCount(), 1000U);
-}
-
 TEST_F(Faults, StartWithoutNetworkGoesOnWithoutWeather)
 {
     server.stop();
@@ -216,26 +195,6 @@ TEST_F(LostConnection, InAnyJobLeadsBackToASimulatorThatWorks)
     }
     connectSimulator();
     EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather), 0);
-}
-
-TEST_F(LostConnection, IsTakenUpAgainByItselfWhenConnectingAtTheStartIsOn)
-{
-    settings->setMyIp(QString());
-    settings->setAutoConnect(true);
-    make();
-    ASSERT_TRUE(wait([this] { return controller->IsConnected(); }));
-    settle();
-    simulator->stopServer();
-    controller->OnTimerOneSecond();
-    ASSERT_TRUE(wait([this] { return !controller->IsConnected(); }));
-    settle();
-    simulator->startServer();
-    for (QTimer* waiting : controller->findChildren<QTimer*>()) {
-        if (waiting->isSingleShot() && waiting->isActive()) {
-            waiting->start(1);
-        }
-    }
-    EXPECT_TRUE(wait([this] { return controller->IsConnected(); }));
 }
 
 // --- the end
