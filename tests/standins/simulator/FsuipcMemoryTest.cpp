@@ -11,74 +11,8 @@
 
 namespace {
 
-using simulator::FsuipcImage;
 using simulator::FsuipcMemory;
-using simulator::FsuipcOptions;
 using simulator::SimulatorModel;
-
-/// In the air over the southern and western hemispheres, so that every sign shows.
-aviation::structs::AircraftData southWest()
-{
-    aviation::structs::AircraftData aircraft;
-    aircraft.position = aviation::Position(-45.0, -90.0);
-    aircraft.altitude = 31000;
-    aircraft.heightAgl = 1000;
-    aircraft.groundSpeed = 450;
-    aircraft.tas = 430;
-    aircraft.heading = 100.0;
-    aircraft.magneticVariation = -10.0F;
-    aircraft.verticalSpeed = -1500;
-    aircraft.wind = {270.0F, 55.0F, -1.0F, 0.0F};
-    aircraft.temperature = -47.5F;
-    aircraft.visibility = 16.0F;
-    aircraft.parkingBrake = true;
-    aircraft.landingLight = true;
-    aircraft.doorOpen = true;
-    aircraft.name = std::wstring(300, L'n');
-    aircraft.registration = L"C-IRRI";
-    aircraft.emptyWeight = 91300.0F;
-    aircraft.maxGrossWeight = 174200.0F;
-    aircraft.totalWeight = 150000.0F;
-    aircraft.fuelFlow = 5200.0F;
-    aircraft.simTime = 1561939139; // 2019-06-30 23:58:59
-    return aircraft;
-}
-
-TEST(FsuipcImageTest, TheFlightStandsInPublishedUnits)
-{
-    FsuipcImage image;
-    simulator::showAircraft(southWest(), image);
-    // 5000875 m of the meridian times 2^32; a quarter of the circle is 2^62.
-    EXPECT_EQ(image.get<std::int64_t>(0x0560), -21478594576384000);
-    EXPECT_EQ(image.get<std::int64_t>(0x0568), -0x4000000000000000);
-    // 9448.7997 m, whole metres in the high word; 231.5 m/s; -7.62 m/s; 9.94 statute miles.
-    EXPECT_EQ(image.get<std::int32_t>(0x0574), 9448);
-    EXPECT_NEAR(image.get<std::uint32_t>(0x0570) / 4294967296.0, 0.7997, 0.0001);
-    using Row = std::tuple<std::uint32_t, int, std::int64_t>; // offset, bytes and value
-    for (const auto& [offset, size, expected] :
-         {Row{0x02B4, 4, 15171584}, Row{0x02B8, 4, 55040},      Row{0x02C8, 4, -1951},
-          Row{0x31E4, 4, 19975373}, Row{0x0580, 4, 0x40000000}, Row{0x02A0, 2, -1820},
-          Row{0x0366, 2, 0},        Row{0x0BC8, 2, 32767},      Row{0x0894, 2, 1},
-          Row{0x028C, 2, 1},        Row{0x3367, 1, 1},          Row{0x0E8A, 2, 994},
-          Row{0x1330, 4, 23372800}, Row{0x1334, 4, 44595200},   Row{0x023A, 1, 59},
-          Row{0x023B, 1, 23},       Row{0x023C, 1, 58},         Row{0x023D, 1, 30},
-          Row{0x0242, 1, 6},        Row{0x0240, 2, 2019}})
-    {
-        const std::int64_t value = size == 4   ? image.get<std::int32_t>(offset)
-                                   : size == 2 ? image.get<std::int16_t>(offset)
-                                               : image.get<std::int8_t>(offset);
-        EXPECT_EQ(value, expected) << std::hex << offset;
-    }
-    for (const auto& [at, value] :
-         {std::pair{0x6040U, 1.7453293}, std::pair{0x2DE0U, 270.0}, std::pair{0x2DE8U, 55.0},
-          std::pair{0x34A8U, -47.5}, std::pair{0x2DF0U, 16000.0}, std::pair{0x30C0U, 150000.0}})
-    {
-        EXPECT_NEAR(image.get<double>(at), value, 1e-6) << std::hex << at;
-    }
-    EXPECT_EQ(image.get<float>(0x1270), 5200.0F);
-    EXPECT_EQ(image.text(0x3D00, 256), QByteArray(255, 'n'));
-    EXPECT_EQ(image.text(0x313C, 12), "C-IRRI");
-}
 
 class FsuipcMemoryTest : public ::testing::Test
 {
@@ -186,19 +120,6 @@ TEST_F(FsuipcMemoryTest, RecordsAndCommandWordsChangeTheWeather)
     EXPECT_EQ(model.state().refreshes, 1);
     EXPECT_EQ(model.state().clears, 1);
     EXPECT_EQ(records(), 0U);
-}
-
-TEST_F(FsuipcMemoryTest, WindNeedsBothHalvesAndReadsSeeEarlierWrites)
-{
-    write(0x2DE0, 240.0);
-    process();
-    EXPECT_FALSE(model.state().wind);
-    write(0x2DE0, 240.0);
-    write(0x2DE8, 33.0);
-    EXPECT_EQ(read<double>(0x2DE8), 33.0);
-    ASSERT_TRUE(model.state().wind);
-    EXPECT_EQ(model.state().wind->Dir, 240.0F);
-    EXPECT_EQ(model.state().wind->Speed, 33.0F);
 }
 
 TEST_F(FsuipcMemoryTest, FaultsMeetTheProcessThatContainsTheirMessage)

@@ -1,4 +1,3 @@
-#include "standins/simulator/Console.h"
 #include "standins/simulator/Messages.h"
 #include "standins/simulator/SimulatorThread.h"
 
@@ -87,35 +86,6 @@ TEST_F(SimulatorServerTest, ABrokenClientIsLetGoAndOthersAreServed)
     bad.write("@0005;0008;99999999;");
     EXPECT_TRUE(bad.waitForDisconnected(kLimitMs));
     EXPECT_EQ(ask(good, kWind, 1), kWindAnswer);
-}
-
-TEST(SimulatorOptions, AreCheckedBeforeAnythingRuns)
-{
-    const auto parse = [](const char* line, QString& error) {
-        return simulator::parseOptions(
-            QString::fromLatin1(line).split(QLatin1Char(' '), Qt::SkipEmptyParts), &error);
-    };
-    QString none;
-    const auto options = parse("--from 50,8 --to 48.1,11.5 --start cruise --speed 2.5 --fs-id 13 "
-                               "--fault slow:5 --udp-interval 100 --quiet",
-                               none);
-    ASSERT_TRUE(options) << none.toStdString();
-    EXPECT_EQ(options->fsId, 13);
-    EXPECT_DOUBLE_EQ(options->speed, 2.5);
-    EXPECT_EQ(simulator::makeFlight(*options, &none)->phase(), simulator::Phase::Cruise);
-    for (const char* line :
-         {"--port 70000", "--port", "--bogus 1", "--speed -1", "--from 50,8",
-          "--to 91,0 --from 1,1", "--fault x", "--track a --from 1,1 --to 2,2", "--udp-interval 1"})
-    {
-        QString error;
-        EXPECT_FALSE(parse(line, error)) << line;
-        EXPECT_FALSE(error.isEmpty()) << line;
-    }
-    for (const char* line : {"--track /no/such/file", "--start moon", "--from 1,1 --to 1,1.1"}) {
-        QString error;
-        EXPECT_FALSE(simulator::makeFlight(*parse(line, error), &error)) << line;
-        EXPECT_FALSE(error.isEmpty()) << line;
-    }
 }
 
 } // namespace
