@@ -105,6 +105,7 @@ TEST_F(SameWeather, AsThemeOverBridgeSimConnectAndBoth)
         const SimulatorState taken = carry({way, 1, connectjob::kSetTheme});
         ASSERT_FALSE(taken.themes.isEmpty()) << way.name;
         EXPECT_TRUE(taken.themes.back().endsWith(QLatin1String("cirrilon.WTB"))) << way.name;
+        EXPECT_EQ(clients.lastFolder(), path("simulator").toStdString()) << "its library is there";
         EXPECT_TRUE(
             sameTheme(read(themeFolder() + QStringLiteral("/cirrilon.WTB")), bridged.lastFile))
             << way.name;

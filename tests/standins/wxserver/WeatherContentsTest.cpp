@@ -45,6 +45,19 @@ protected:
     FakeClock m_clock{2024, 3, 1, 0, 5};
 };
 
+TEST_F(WeatherContentsTest, FollowsTheClockFromHourToHour)
+{
+    const QByteArray before = text("/external/%Y/metar.txt");
+    m_clock.Advance(std::chrono::minutes(4));
+    EXPECT_EQ(text("/external/%Y/metar.txt"), before);
+    m_clock.Advance(std::chrono::minutes(2));
+    const QByteArray after = text("/external/%Y/metar.txt");
+    EXPECT_NE(after, before);
+    EXPECT_TRUE(before.startsWith("2024/02/29 23:")) << before.left(20).toStdString();
+    EXPECT_TRUE(after.startsWith("2024/03/01 00:")) << after.left(20).toStdString();
+    EXPECT_TRUE(text("/external/synop.txt").startsWith("AAXX 01001 15015 "));
+}
+
 TEST_F(WeatherContentsTest, UpperAirIsThatOfThePointsAroundAndAnErrorOutside)
 {
     const QByteArrayList single =
