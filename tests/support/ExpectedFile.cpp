@@ -16,11 +16,14 @@ void writeFile(const std::string& path, const std::string& contents)
     std::ofstream(path, std::ios::binary) << contents;
 }
 
-std::string lineAt(const std::string& text, std::size_t at)
+/// Of the line around a place: lines of JSON are long.
+std::string around(const std::string& text, std::size_t at)
 {
-    const std::size_t end = text.find('\n', at);
-    const std::size_t before = at == 0 ? std::string::npos : text.rfind('\n', at - 1);
-    return text.substr(before + 1, end == std::string::npos ? end : end - before - 1);
+    constexpr std::size_t kBefore = 80;
+    constexpr std::size_t kMost = 160;
+    const std::size_t lineEnd = at == 0 ? std::string::npos : text.rfind('\n', at - 1);
+    const std::size_t begin = std::max(lineEnd + 1, at - std::min(at, kBefore));
+    return text.substr(begin, std::min(kMost, text.find('\n', at) - begin));
 }
 
 std::string firstDifference(const std::string& actual, const std::string& expected)
@@ -29,8 +32,8 @@ std::string firstDifference(const std::string& actual, const std::string& expect
         std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end());
     const auto line = std::count(actual.begin(), place.first, '\n') + 1;
     const auto at = static_cast<std::size_t>(std::distance(actual.begin(), place.first));
-    return "line " + std::to_string(line) + "\nis       " + lineAt(actual, at) + "\nexpected "
-           + lineAt(expected, at);
+    return "line " + std::to_string(line) + "\nis       " + around(actual, at) + "\nexpected "
+           + around(expected, at);
 }
 
 } // namespace
