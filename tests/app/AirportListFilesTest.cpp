@@ -13,7 +13,7 @@ namespace {
 using airportlist::Fault;
 using airportlist::Kind;
 
-TEST(AirportListFiles, RowsCommentsAndUnknownLinesSurvive)
+TEST(AirportListFilesTest, RowsCommentsAndUnknownLinesSurvive)
 {
     const QByteArray file = "# icao;name;country;elev;lat;lon;\n"
                             "# my own\n"
@@ -32,7 +32,7 @@ TEST(AirportListFiles, RowsCommentsAndUnknownLinesSurvive)
     EXPECT_EQ(airportlist::bytesOf(Kind::Airports, list).toStdString(), file.toStdString());
 }
 
-TEST(AirportListFiles, OtherSystemsFilesComeOutAsTheReaderWantsThem)
+TEST(AirportListFilesTest, OtherSystemsFilesComeOutAsTheReaderWantsThem)
 {
     // No first line, CRLF, Latin-1, decimal comma, small letters, no line end.
     const airportlist::List list =
@@ -52,7 +52,7 @@ TEST(AirportListFiles, OtherSystemsFilesComeOutAsTheReaderWantsThem)
     EXPECT_TRUE(airportlist::parse(Kind::Airports, "").rows.isEmpty());
 }
 
-TEST(AirportListFiles, FieldsAreChecked)
+TEST(AirportListFilesTest, FieldsAreChecked)
 {
     using namespace airportlist;
     const std::tuple<const char*, int, Fault> rows[] = {
@@ -80,7 +80,7 @@ TEST(AirportListFiles, FieldsAreChecked)
               Fault::SamePair);
 }
 
-TEST(AirportListFiles, FilesAreWrittenWhole)
+TEST(AirportListFilesTest, FilesAreWrittenWhole)
 {
     QTemporaryDir folder;
     const QString path = folder.filePath("new/airportsadd.dat"_q);

@@ -8,7 +8,7 @@ using namespace aviation::weather;
 
 namespace {
 
-TEST(Cloud, RefusesMoreThanEightOctas)
+TEST(CloudTest, RefusesMoreThanEightOctas)
 {
     Cloud cloud;
     EXPECT_TRUE(cloud.setCoverage(8));
@@ -18,7 +18,7 @@ TEST(Cloud, RefusesMoreThanEightOctas)
     }
 }
 
-TEST(Cloud, PrintsAsMetarGroup)
+TEST(CloudTest, PrintsAsMetarGroup)
 {
     const std::pair<Cloud, const char*> rows[] = {
         {{0, 2, 99, -1, 0}, "FEW000"},      {{0, 4, 100000, -1, 0}, "SCT1000"},
@@ -30,7 +30,7 @@ TEST(Cloud, PrintsAsMetarGroup)
     }
 }
 
-TEST(WeatherBase, MessagesAreReplacedOrAppended)
+TEST(WeatherBaseTest, MessagesAreReplacedOrAppended)
 {
     Metar metar;
     metar.SetMessage(L"first", 2);

@@ -23,7 +23,7 @@ Grib Decoded(const std::wstring& report)
     return grib;
 }
 
-TEST(Grib, HeaderIsReadAloneAndTheRestOnce)
+TEST(GribTest, HeaderIsReadAloneAndTheRestOnce)
 {
     Grib grib(kHeader + kSurface + kElevenLevels);
     EXPECT_EQ(grib.DecodeHeader(), gribstatus::kDecoded);
@@ -37,7 +37,7 @@ TEST(Grib, HeaderIsReadAloneAndTheRestOnce)
     EXPECT_EQ(grib.GetMessage(), L"");
 }
 
-TEST(Grib, HumidityIsComputedUnlessEverythingIsUnknown)
+TEST(GribTest, HumidityIsComputedUnlessEverythingIsUnknown)
 {
     const std::tuple<int, int, double> rows[] = {{20, 20, 100.0000}, {20, 10, 52.5168},
                                                  {0, -1, 92.9595},   {-20, -30, 40.4213},
@@ -49,7 +49,7 @@ TEST(Grib, HumidityIsComputedUnlessEverythingIsUnknown)
     EXPECT_EQ(MakeGribLevel(0, {}, -99, -99, 700.0F).humidity, 100.0F);
 }
 
-TEST(Grib, MissingPartsAreToldAndPassedOver)
+TEST(GribTest, MissingPartsAreToldAndPassedOver)
 {
     const std::wstring ten = kElevenLevels.substr(kElevenLevels.find(L' ', 14) + 1);
     const std::wstring few = L"(GribDecoder) - too few layers of Level\n ";
@@ -73,7 +73,7 @@ TEST(Grib, MissingPartsAreToldAndPassedOver)
     EXPECT_EQ(tooShort.GetMessage(), L"(GribDecoder) - no Grib header found");
 }
 
-TEST(Grib, LongLinesDecodeInTime)
+TEST(GribTest, LongLinesDecodeInTime)
 {
     constexpr std::size_t kLength = 2'000'000;
     std::wstring levels = kHeader + kSurface;

@@ -17,7 +17,7 @@ Metar Decoded(const std::wstring& groups, std::int32_t elevation = 300)
     return metar;
 }
 
-TEST(Metar, HeaderIsReadAloneAndMayBeMissing)
+TEST(MetarTest, HeaderIsReadAloneAndMayBeMissing)
 {
     const FakeClock clock(2026, 3, 1, 0, 5, 41);
     Metar metar(L"EDDF 282330Z 00000KT CAVOK 12/10 Q1018");
@@ -41,7 +41,7 @@ TEST(Metar, HeaderIsReadAloneAndMayBeMissing)
     EXPECT_FALSE(tooShort.isDecoded());
 }
 
-TEST(Metar, TextHasEveryLine)
+TEST(MetarTest, TextHasEveryLine)
 {
     Metar metar = Decoded(L"24015G28KT 210V270 3000 R09L/1200N -RA FEW010 BKN025CB M02/M03 Q1018");
     metar.setInfoText(L"from SYNOP");
@@ -59,7 +59,7 @@ TEST(Metar, TextHasEveryLine)
               L"QNH: 1018 hpa/30.06 Inch\n");
 }
 
-TEST(Metar, TextLeavesOutWhatTheReportDoesNotHave)
+TEST(MetarTest, TextLeavesOutWhatTheReportDoesNotHave)
 {
     const std::wstring place =
         L"\nName: \nCountry: \nPosition: 0.00\u00B0, 0.00\u00B0\nElevation: 0ft\n";
@@ -81,7 +81,7 @@ TEST(Metar, TextLeavesOutWhatTheReportDoesNotHave)
     EXPECT_EQ(metar.GetDecodedText(8000), front + clouds + back);
 }
 
-TEST(Metar, ResetKeepsIdentityAndForgetsTheRest)
+TEST(MetarTest, ResetKeepsIdentityAndForgetsTheRest)
 {
     Metar metar = Decoded(L"24015G30KT 210V270 CAVOK 12/10 Q0990");
     metar.setInfoText(L"note");
@@ -97,7 +97,7 @@ TEST(Metar, ResetKeepsIdentityAndForgetsTheRest)
     }
 }
 
-TEST(Metar, LongLinesDecodeInTime)
+TEST(MetarTest, LongLinesDecodeInTime)
 {
     constexpr std::size_t kLength = 2'000'000;
     for (const std::wstring_view filling :

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kHuge = std::numeric_limits<double>::max();
 
-TEST(NumberText, NumbersArePaddedAndRoundedAsByPrintf)
+TEST(NumberTextTest, NumbersArePaddedAndRoundedAsByPrintf)
 {
     EXPECT_EQ(IntegerText(7, 3), "007");
     EXPECT_EQ(IntegerText(-7, 3), "-07");
@@ -35,7 +35,7 @@ TEST(NumberText, NumbersArePaddedAndRoundedAsByPrintf)
     EXPECT_EQ(NarrowAscii(L"5\u00B0 \u4E2D"), "5? ?");
 }
 
-TEST(NumberText, IntegersAreReadUpToTheFirstOtherCharacter)
+TEST(NumberTextTest, IntegersAreReadUpToTheFirstOtherCharacter)
 {
     const std::pair<const wchar_t*, std::int32_t> rows[] = {{L"///", 0},
                                                             {L"", 0},
@@ -53,7 +53,7 @@ TEST(NumberText, IntegersAreReadUpToTheFirstOtherCharacter)
     EXPECT_EQ(IntegerFromText(std::wstring_view(L"1\0002", 3)), 1);
 }
 
-TEST(NumberText, DecimalsAreReadWithAPointInEveryLocale)
+TEST(NumberTextTest, DecimalsAreReadWithAPointInEveryLocale)
 {
     const std::pair<const wchar_t*, double> rows[] = {
         {L"12.5", 12.5}, {L"12,5", 12.0}, {L"-.5x", -0.5},  {L"5.", 5.0},      {L"1e3", 1000.0},

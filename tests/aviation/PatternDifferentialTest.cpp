@@ -39,7 +39,7 @@ std::vector<std::wstring_view> RegexGroups(const std::wregex& regex, std::wstrin
     return groups;
 }
 
-TEST(PatternDifferential, SamplesAndNearMissesGiveTheGroupsOfRegularExpressions)
+TEST(PatternDifferentialTest, SamplesAndNearMissesGiveTheGroupsOfRegularExpressions)
 {
     constexpr int kSamples = 600;
     SeededRandom random(7);
@@ -81,7 +81,7 @@ std::wstring Filled(const std::array<std::wstring_view, 3>& line)
 }
 
 /// On a small stack: a failure would be a crash, or the time limit of the tests.
-TEST(PatternDifferential, LongLinesNeedLittleStackAndTime)
+TEST(PatternDifferentialTest, LongLinesNeedLittleStackAndTime)
 {
     std::size_t groupsFound = 0;
     const std::unique_ptr<QThread> thread(QThread::create([&groupsFound] {

@@ -14,7 +14,7 @@ namespace {
 const Position kFrankfurt(50.026421, 8.543125);
 const Position kNewYork(40.639751, -73.778925);
 
-TEST(Position, DistanceUsesTheEarthsEquatorialRadius)
+TEST(PositionTest, DistanceUsesTheEarthsEquatorialRadius)
 {
     EXPECT_NEAR(GreatCircleNm({0.0, 10.0}, {0.0, 11.0}), 60.1077, 0.0001);
     EXPECT_NEAR(kFrankfurt.DistanceTo(kNewYork), 3344.982, 0.001);
@@ -22,7 +22,7 @@ TEST(Position, DistanceUsesTheEarthsEquatorialRadius)
                      kFrankfurt.DistanceTo(kNewYork) * 1.852);
 }
 
-TEST(Position, UnknownIsFarFromEverythingInBothUnits)
+TEST(PositionTest, UnknownIsFarFromEverythingInBothUnits)
 {
     const Position unknown;
     EXPECT_EQ(unknown.DistanceTo(unknown), 99999.0);
@@ -30,7 +30,7 @@ TEST(Position, UnknownIsFarFromEverythingInBothUnits)
     EXPECT_LT(kFrankfurt.DistanceTo(unknown), 4000.0) << "only the object itself is asked";
 }
 
-TEST(Position, EqualAndNearlyEqualPointsAreAtNoDistance)
+TEST(PositionTest, EqualAndNearlyEqualPointsAreAtNoDistance)
 {
     EXPECT_EQ(kFrankfurt.DistanceTo(kFrankfurt), 0.0);
     int zeros = 0;
@@ -43,7 +43,7 @@ TEST(Position, EqualAndNearlyEqualPointsAreAtNoDistance)
     EXPECT_GT(zeros, 0);
 }
 
-TEST(Position, BearingIsTheInitialTrueCourse)
+TEST(PositionTest, BearingIsTheInitialTrueCourse)
 {
     EXPECT_NEAR(BearingDeg(1.0, 10.0, 0.0, 10.0), 180.0, 1e-9);
     EXPECT_NEAR(BearingDeg(0.0, 10.0, 0.0, 9.0), 270.0, 1e-9);
@@ -52,7 +52,7 @@ TEST(Position, BearingIsTheInitialTrueCourse)
     EXPECT_EQ(BearingTo(kFrankfurt, kFrankfurt), 0.0);
 }
 
-TEST(Position, MoveByAndDistanceAgree)
+TEST(PositionTest, MoveByAndDistanceAgree)
 {
     for (const double bearing : {0.0, 45.0, 133.0, 271.0}) {
         Position moved = kFrankfurt;
@@ -62,7 +62,7 @@ TEST(Position, MoveByAndDistanceAgree)
     }
 }
 
-TEST(Angles, FoldIntoTheCircleAndTakeTheShorterWay)
+TEST(AnglesTest, FoldIntoTheCircleAndTakeTheShorterWay)
 {
     EXPECT_EQ(Normalize360(-720.5), 359.5);
     EXPECT_EQ(Normalize360(360.0), 0.0);
@@ -75,7 +75,7 @@ TEST(Angles, FoldIntoTheCircleAndTakeTheShorterWay)
     EXPECT_EQ(AngleDifference(195, 10), -175);
 }
 
-TEST(Units, MilesAreHundredthsRoundedUpAndNeverWrap)
+TEST(UnitsTest, MilesAreHundredthsRoundedUpAndNeverWrap)
 {
     EXPECT_EQ(MetresToHundredthsOfMile(9999), 622);
     EXPECT_EQ(MetresToHundredthsOfMile(1e300), 65535);

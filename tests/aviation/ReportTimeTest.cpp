@@ -8,7 +8,7 @@ using namespace aviation;
 
 namespace {
 
-TEST(ReportTime, DaysAboveTodayBelongToTheMonthBefore)
+TEST(ReportTimeTest, DaysAboveTodayBelongToTheMonthBefore)
 {
     using namespace std::chrono;
     const struct
@@ -31,7 +31,7 @@ TEST(ReportTime, DaysAboveTodayBelongToTheMonthBefore)
     }
 }
 
-TEST(ReportTime, GroupsAreOldAfterThreeHoursOrOnAnotherDay)
+TEST(ReportTimeTest, GroupsAreOldAfterThreeHoursOrOnAnotherDay)
 {
     const struct
     {
@@ -50,7 +50,7 @@ TEST(ReportTime, GroupsAreOldAfterThreeHoursOrOnAnotherDay)
     }
 }
 
-TEST(ReportTime, TextsArePadded)
+TEST(ReportTimeTest, TextsArePadded)
 {
     const FakeClock clock(2026, 3, 2, 4, 5, 6);
     EXPECT_EQ(SlashedDateTime(clock.NowUtc()), "2026/03/02 04:05");

@@ -11,7 +11,7 @@ using namespace aviation::weather;
 
 namespace {
 
-TEST(Synop, HeadersOfAllKinds)
+TEST(SynopTest, HeadersOfAllKinds)
 {
     const FakeClock clock(2023, 1, 1, 0, 5);
     const struct
@@ -56,7 +56,7 @@ TEST(Synop, HeadersOfAllKinds)
     EXPECT_EQ(slashes.Decode(), synopstatus::kNoHeader);
 }
 
-TEST(Synop, Failures)
+TEST(SynopTest, Failures)
 {
     const std::wstring noType = L"(SynopDecoder) - Error: Header - No Synop Type founded: ";
     const std::wstring outOfRange = L"(SynopDecoder) - Error: Header - out of range";
@@ -81,7 +81,7 @@ TEST(Synop, Failures)
     }
 }
 
-TEST(Synop, DecodingAgainStartsAfresh)
+TEST(SynopTest, DecodingAgainStartsAfresh)
 {
     Synop synop(L"AAXX 21121 15001 05515 32931 10103 82110 333 83145 91111");
     synop.setName(L"Ocna Sugatag");
@@ -99,7 +99,7 @@ TEST(Synop, DecodingAgainStartsAfresh)
     EXPECT_EQ(synop.latitude(), 47.8);
 }
 
-TEST(Synop, LongLinesDecodeInTime)
+TEST(SynopTest, LongLinesDecodeInTime)
 {
     constexpr std::size_t kLength = 2'000'000;
     const std::wstring blanks(kLength, L' ');

@@ -11,7 +11,7 @@ using namespace aviation::weather;
 
 namespace {
 
-TEST(SynopToMetar, TheMetarIsDecodedFromItsNewLine)
+TEST(SynopToMetarTest, TheMetarIsDecodedFromItsNewLine)
 {
     Synop synop(L"AAXX 21123 10384 02599 52710 10103 21090 40250 333 85060 91125");
     synop.setPosition({52.4, 13.5});
@@ -30,7 +30,7 @@ TEST(SynopToMetar, TheMetarIsDecodedFromItsNewLine)
     EXPECT_EQ(metar.latitude(), 52.4);
 }
 
-TEST(SynopToMetar, NothingOfAnEarlierReportStays)
+TEST(SynopToMetarTest, NothingOfAnEarlierReportStays)
 {
     Metar metar(L"EDDB 201220Z 24005KT 200V280 CAVOK 21/05 Q1030");
     metar.setInfoText(L"note");

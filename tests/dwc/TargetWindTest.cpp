@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(
         TargetCase{"DirectionBeyondATurn", {levelAt(1000, 725.0F, 9.0F)}, 1000, 5.0F, 9.0F}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(LevelBetween, TakesTemperatureAndDewPointAlong)
+TEST(LevelBetweenTest, TakesTemperatureAndDewPointAlong)
 {
     GribLevel lower = levelAt(1000, 0.0F, 0.0F);
     GribLevel upper = levelAt(3000, 180.0F, 0.0F);

@@ -8,7 +8,7 @@ namespace command = simulator::command;
 namespace message = simulator::message;
 using std::chrono::seconds;
 
-class Faults : public ProgramFixture
+class FaultsTest : public ProgramFixture
 {
 protected:
     int errors() const
@@ -28,10 +28,10 @@ struct ServerFault
     bool givesWeather; ///< the next list comes in whole all the same
 };
 
-class WeatherServerFaults : public Faults, public ::testing::WithParamInterface<ServerFault>
+class WeatherServerFaultsTest : public FaultsTest, public ::testing::WithParamInterface<ServerFault>
 {};
 
-TEST_P(WeatherServerFaults, IsSaidAndTheNextListComesIn)
+TEST_P(WeatherServerFaultsTest, IsSaidAndTheNextListComesIn)
 {
     make();
     const int before = errors();
@@ -48,7 +48,7 @@ TEST_P(WeatherServerFaults, IsSaidAndTheNextListComesIn)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Kinds, WeatherServerFaults,
+    Kinds, WeatherServerFaultsTest,
     ::testing::Values(
         ServerFault{"not_found", "status:404", false}, ServerFault{"busy", "status:503", false},
         ServerFault{"stall", "stall", false}, ServerFault{"stall_in_body", "stall-body", false},
@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(
         ServerFault{"names", "name", true}),
     [](const auto& param) { return std::string(param.param.name); });
 
-TEST_F(Faults, ShortListsMoveOnThroughTheSourcesAndStopAfterFour)
+TEST_F(FaultsTest, ShortListsMoveOnThroughTheSourcesAndStopAfterFour)
 {
     make();
     ASSERT_TRUE(server.addFault(QStringLiteral("/weather_*=short")));
@@ -80,7 +80,7 @@ TEST_F(Faults, ShortListsMoveOnThroughTheSourcesAndStopAfterFour)
     EXPECT_GT(controller->weather().metarCount(), 1000U);
 }
 
-TEST_F(Faults, StartWithoutNetworkGoesOnWithoutWeather)
+TEST_F(FaultsTest, StartWithoutNetworkGoesOnWithoutWeather)
 {
     server.stop();
     settings->setDownloadWxAtStart(true);
@@ -101,7 +101,7 @@ struct BridgeFault
     bool keepsConnection;
 };
 
-class SimulatorFaults : public Faults, public ::testing::WithParamInterface<BridgeFault>
+class SimulatorFaultsTest : public FaultsTest, public ::testing::WithParamInterface<BridgeFault>
 {
 protected:
     simulator::SimulatorOptions simulatorOptions() const override
@@ -112,7 +112,7 @@ protected:
     }
 };
 
-TEST_P(SimulatorFaults, OnARequestIsSurvivedAndEnds)
+TEST_P(SimulatorFaultsTest, OnARequestIsSurvivedAndEnds)
 {
     settings->setMyIp(QString());
     make();
@@ -137,7 +137,7 @@ TEST_P(SimulatorFaults, OnARequestIsSurvivedAndEnds)
     EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, SimulatorFaults,
+INSTANTIATE_TEST_SUITE_P(Kinds, SimulatorFaultsTest,
                          ::testing::Values(BridgeFault{"slow", "slow:200", true},
                                            BridgeFault{"silent", "silent", false},
                                            BridgeFault{"wrong_id", "wrongid", true},
@@ -150,7 +150,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, SimulatorFaults,
                                            BridgeFault{"huge", "huge", false}),
                          [](const auto& param) { return std::string(param.param.name); });
 
-TEST_F(Faults, AWrongApiVersionIsTold)
+TEST_F(FaultsTest, AWrongApiVersionIsTold)
 {
     simulator->setFault(QStringLiteral("wrongapi:9.9"));
     make();
@@ -165,10 +165,10 @@ TEST_F(Faults, AWrongApiVersionIsTold)
 }
 
 /// A write that must be acknowledged, or a request, that meets a dead simulator.
-class LostConnection : public SimulatorFaults
+class LostConnectionTest : public SimulatorFaultsTest
 {};
 
-TEST_F(LostConnection, InAnyJobLeadsBackToASimulatorThatWorks)
+TEST_F(LostConnectionTest, InAnyJobLeadsBackToASimulatorThatWorks)
 {
     settings->setMyIp(QString());
     make();
@@ -207,10 +207,10 @@ struct Ending
     void (*begin)(Controller&);
 };
 
-class TheEnd : public Faults, public ::testing::WithParamInterface<Ending>
+class TheEndTest : public FaultsTest, public ::testing::WithParamInterface<Ending>
 {};
 
-TEST_P(TheEnd, ComesWithinThreeSeconds)
+TEST_P(TheEndTest, ComesWithinThreeSeconds)
 {
     constexpr qint64 kLimit = 3000;
     limits.stallMs = 60000;
@@ -236,7 +236,7 @@ TEST_P(TheEnd, ComesWithinThreeSeconds)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    States, TheEnd,
+    States, TheEndTest,
     ::testing::Values(Ending{"waiting_for_upper_air", "/get_gribv3.php=status:500", nullptr,
                              [](Controller& controller) {
                                  controller.OnTimerWeather();

@@ -210,7 +210,7 @@ Session recordSession()
     return session;
 }
 
-TEST(Session, ProgramAndStandInSpeakAsRecorded)
+TEST(SessionTest, ProgramAndStandInSpeakAsRecorded)
 {
     const FakeClock clock(2019, 7, 1, 12);
     const Session session = recordSession();

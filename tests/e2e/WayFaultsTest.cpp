@@ -19,12 +19,12 @@ struct FaultOnAWay
     const char* fault;
 };
 
-class WayFaults : public Ways, public testing::WithParamInterface<FaultOnAWay>
+class WayFaultsTest : public WaysTest, public testing::WithParamInterface<FaultOnAWay>
 {};
 
 /// In a poll and in a run of stations: the program lives, and works when the fault has gone, after
 /// connecting anew at the latest.
-TEST_P(WayFaults, AreSurvived)
+TEST_P(WayFaultsTest, AreSurvived)
 {
     const FaultOnAWay& row = GetParam();
     begin(row.way);
@@ -81,14 +81,14 @@ std::vector<FaultOnAWay> everyFaultOnEveryWay()
     return rows;
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, WayFaults, testing::ValuesIn(everyFaultOnEveryWay()),
+INSTANTIATE_TEST_SUITE_P(Kinds, WayFaultsTest, testing::ValuesIn(everyFaultOnEveryWay()),
                          [](const auto& row) {
                              QString name = QString::fromLatin1(row.param.fault);
                              name.replace(QLatin1Char(':'), QLatin1Char('_'));
                              return std::string(row.param.way.name) + '_' + name.toStdString();
                          });
 
-TEST_F(Ways, AFailingCallInARunOfStationsDoesNotEndIt)
+TEST_F(WaysTest, AFailingCallInARunOfStationsDoesNotEndIt)
 {
     begin(kSimConnect);
     connectSimulator();
@@ -103,7 +103,7 @@ TEST_F(Ways, AFailingCallInARunOfStationsDoesNotEndIt)
     EXPECT_EQ(view.linesWith(QStringLiteral("(ConnectWorker) - Set Weather failed. ")), 2);
 }
 
-TEST_F(Ways, APauseIsNoFault)
+TEST_F(WaysTest, APauseIsNoFault)
 {
     for (const Way& way : {kSimConnect, kFsuipc, kBoth}) {
         begin(way);
@@ -134,10 +134,10 @@ struct Detection
     int interfaceType; ///< afterwards, -1 not connected
 };
 
-class Detected : public Ways, public testing::WithParamInterface<Detection>
+class DetectedTest : public WaysTest, public testing::WithParamInterface<Detection>
 {};
 
-TEST_P(Detected, ByItself)
+TEST_P(DetectedTest, ByItself)
 {
     const Detection& row = GetParam();
     clients.setSimConnectInstalled(row.hasSimConnect);
@@ -161,7 +161,7 @@ TEST_P(Detected, ByItself)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Simulators, Detected,
+    Simulators, DetectedTest,
     testing::Values(Detection{"fsx", true, true, true, kFsxInFsuipc, 3},
                     Detection{"fsx_without_simconnect", false, true, true, kFsxInFsuipc, 1},
                     Detection{"fs2004", true, true, true, kFs2004InFsuipc, 1},
@@ -171,7 +171,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 // --- direct wind control
 
-class DirectWind : public Ways
+class DirectWindTest : public WaysTest
 {
 protected:
     void beginFlight(const Way& way)
@@ -192,7 +192,7 @@ protected:
     }
 };
 
-TEST_F(DirectWind, FollowsTheRealWindByItsLimitsAndKeepsIt)
+TEST_F(DirectWindTest, FollowsTheRealWindByItsLimitsAndKeepsIt)
 {
     constexpr double kMostAStep = 1.02; // the bridge's text has two decimals
     for (const Way& way : {kFsuipc, kBoth, Way{"bridged", interfaceid::kBridge, 1, 3}}) {
@@ -220,7 +220,7 @@ TEST_F(DirectWind, FollowsTheRealWindByItsLimitsAndKeepsIt)
     }
 }
 
-TEST_F(DirectWind, GoesAsLayersToXPlaneAndNotAtAllThroughSimConnectAlone)
+TEST_F(DirectWindTest, GoesAsLayersToXPlaneAndNotAtAllThroughSimConnectAlone)
 {
     beginFlight(kBridge);
     step();

@@ -37,7 +37,7 @@ inline std::string nameOf(const testing::TestParamInfo<Way>& info)
 }
 
 /// The program on one of the ways. Faults are the same on all of them.
-class Ways : public ProgramFixture
+class WaysTest : public ProgramFixture
 {
 protected:
     simulator::SimulatorOptions simulatorOptions() const override

@@ -9,10 +9,10 @@ namespace interfaceid = aviation::interfaceid;
 
 // --- load and radios
 
-class Load : public Ways, public testing::WithParamInterface<Way>
+class LoadTest : public WaysTest, public testing::WithParamInterface<Way>
 {};
 
-TEST_P(Load, GoesInAndComesBack)
+TEST_P(LoadTest, GoesInAndComesBack)
 {
     begin(GetParam());
     connectSimulator();
@@ -61,7 +61,7 @@ TEST_P(Load, GoesInAndComesBack)
     }
 }
 
-TEST_P(Load, RadiosGoInWhereTheWayHasThemAndComeBack)
+TEST_P(LoadTest, RadiosGoInWhereTheWayHasThemAndComeBack)
 {
     begin(GetParam());
     connectSimulator();
@@ -94,7 +94,8 @@ TEST_P(Load, RadiosGoInWhereTheWayHasThemAndComeBack)
     EXPECT_EQ(state().radios.comm1active, radios.comm1active);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, Load, testing::Values(kBridge, kSimConnect, kFsuipc, kBoth), nameOf);
+INSTANTIATE_TEST_SUITE_P(Ways, LoadTest, testing::Values(kBridge, kSimConnect, kFsuipc, kBoth),
+                         nameOf);
 
 // --- every job
 
@@ -108,7 +109,7 @@ struct JobResults
     int overBoth;
 };
 
-TEST_F(Ways, EachJobGivesWhatTheWayCanDo)
+TEST_F(WaysTest, EachJobGivesWhatTheWayCanDo)
 {
     const JobResults rows[] = {
         {connectjob::kClearWeather, "Clear WX", 0, 0, 0, 0},

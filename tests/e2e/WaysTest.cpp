@@ -23,7 +23,7 @@ struct Form
     int job;
 };
 
-class SameWeather : public Ways
+class SameWeatherTest : public WaysTest
 {
 protected:
     /// What the simulator has after one update of the weather.
@@ -75,7 +75,7 @@ bool sameTheme(const QByteArray& left, const QByteArray& right)
     return same;
 }
 
-TEST_F(SameWeather, AsRecordsOverBridgeAndFsuipc)
+TEST_F(SameWeatherTest, AsRecordsOverBridgeAndFsuipc)
 {
     const auto bridged = carry({kBridgedRecords, 0, connectjob::kSetWeather}).weatherRecords;
     ASSERT_GT(bridged.size(), 2U);
@@ -84,7 +84,7 @@ TEST_F(SameWeather, AsRecordsOverBridgeAndFsuipc)
     EXPECT_TRUE(std::equal(written.begin(), written.end(), bridged.begin(), sameBytes));
 }
 
-TEST_F(SameWeather, AsObservationsOverBridgeSimConnectAndBoth)
+TEST_F(SameWeatherTest, AsObservationsOverBridgeSimConnectAndBoth)
 {
     const SimulatorState bridged = carry({kBridgedTexts, 0, connectjob::kSetWeather});
     ASSERT_GT(bridged.weatherTexts.size(), 2);
@@ -96,7 +96,7 @@ TEST_F(SameWeather, AsObservationsOverBridgeSimConnectAndBoth)
     }
 }
 
-TEST_F(SameWeather, AsThemeOverBridgeSimConnectAndBoth)
+TEST_F(SameWeatherTest, AsThemeOverBridgeSimConnectAndBoth)
 {
     const SimulatorState bridged =
         carry({{"bridged", interfaceid::kBridge, 2, 3}, 1, connectjob::kSetTheme});
@@ -114,7 +114,7 @@ TEST_F(SameWeather, AsThemeOverBridgeSimConnectAndBoth)
 
 // --- the aircraft
 
-class SameAircraft : public Ways
+class SameAircraftTest : public WaysTest
 {
 protected:
     AircraftData at(const Way& way, Phase phase)
@@ -152,7 +152,7 @@ void expectAgree(const AircraftData& one, const AircraftData& other)
     EXPECT_EQ(one.registration, other.registration);
 }
 
-TEST_F(SameAircraft, OnEveryWayInEveryPhase)
+TEST_F(SameAircraftTest, OnEveryWayInEveryPhase)
 {
     for (const Phase phase : {Phase::Boarding, Phase::Approach}) {
         SCOPED_TRACE(simulator::phaseName(phase).toStdString());

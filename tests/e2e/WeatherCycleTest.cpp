@@ -9,10 +9,10 @@ namespace command = simulator::command;
 namespace message = simulator::message;
 using std::chrono::seconds;
 
-class WeatherCycle : public ProgramFixture
+class WeatherCycleTest : public ProgramFixture
 {};
 
-TEST_F(WeatherCycle, FirstWeatherFlowsByItselfWithTheStartUpSettings)
+TEST_F(WeatherCycleTest, FirstWeatherFlowsByItselfWithTheStartUpSettings)
 {
     settings->setDownloadWxAtStart(true);
     settings->setAutoConnect(true);
@@ -47,10 +47,10 @@ struct Route
     bool (*arrived)(const SimulatorState&);
 };
 
-class WeatherRoute : public WeatherCycle, public ::testing::WithParamInterface<Route>
+class WeatherRouteTest : public WeatherCycleTest, public ::testing::WithParamInterface<Route>
 {};
 
-TEST_P(WeatherRoute, ReachesTheSimulatorInItsForm)
+TEST_P(WeatherRouteTest, ReachesTheSimulatorInItsForm)
 {
     const Route& route = GetParam();
     simulator->invoke([&route](simulator::SimulatorServer& running) {
@@ -67,7 +67,7 @@ TEST_P(WeatherRoute, ReachesTheSimulatorInItsForm)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Routes, WeatherRoute,
+    Routes, WeatherRouteTest,
     ::testing::Values(
         Route{"xplane11", 9, 4, 0, 15,
               [](const SimulatorState& state) {
@@ -102,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(
               }}),
     [](const auto& param) { return std::string(param.param.name); });
 
-TEST_F(WeatherCycle, FilesGoToALocalXPlaneAndTheWindsBesideThem)
+TEST_F(WeatherCycleTest, FilesGoToALocalXPlaneAndTheWindsBesideThem)
 {
     write(path("xplane/Resources/placeholder"), "x");
     settings->setSimPath(path("xplane"));
@@ -118,7 +118,7 @@ TEST_F(WeatherCycle, FilesGoToALocalXPlaneAndTheWindsBesideThem)
     EXPECT_TRUE(read(path("xplane/global_winds.grib")).startsWith("GRIB"));
 }
 
-TEST_F(WeatherCycle, UpdatesByTimeByDistanceAndOnRequest)
+TEST_F(WeatherCycleTest, UpdatesByTimeByDistanceAndOnRequest)
 {
     make();
     connectSimulator();
@@ -144,7 +144,7 @@ TEST_F(WeatherCycle, UpdatesByTimeByDistanceAndOnRequest)
     EXPECT_EQ(asked(command::kWrite, message::kWeatherData), first + 3);
 }
 
-TEST_F(WeatherCycle, DownloadsAgainByTime)
+TEST_F(WeatherCycleTest, DownloadsAgainByTime)
 {
     settings->setDownloadUpdateTime(120);
     make();
@@ -160,7 +160,7 @@ TEST_F(WeatherCycle, DownloadsAgainByTime)
     }));
 }
 
-TEST_F(WeatherCycle, AircraftComesByDatagramsAndPollingStops)
+TEST_F(WeatherCycleTest, AircraftComesByDatagramsAndPollingStops)
 {
     make();
     connectSimulator();
@@ -184,7 +184,7 @@ TEST_F(WeatherCycle, AircraftComesByDatagramsAndPollingStops)
     EXPECT_EQ(view.linesWith(QStringLiteral("127.0.0.2")), dropped) << "said once";
 }
 
-TEST_F(WeatherCycle, ADownloadWhilePreparingHarmsNeither)
+TEST_F(WeatherCycleTest, ADownloadWhilePreparingHarmsNeither)
 {
     make();
     connectSimulator();
@@ -201,7 +201,7 @@ TEST_F(WeatherCycle, ADownloadWhilePreparingHarmsNeither)
     EXPECT_GT(controller->weather().metarCount(), 1000U);
 }
 
-TEST_F(WeatherCycle, ExternalAddressesFillTheStore)
+TEST_F(WeatherCycleTest, ExternalAddressesFillTheStore)
 {
     settings->setWxServerType(3);
     settings->setUrlExternMetar(server.url() + QStringLiteral("/external/metar.txt"));
@@ -222,7 +222,7 @@ struct Source
     const char* file;
 };
 
-TEST_F(WeatherCycle, EachSourceIsFetchedFromItsList)
+TEST_F(WeatherCycleTest, EachSourceIsFetchedFromItsList)
 {
     make();
     for (const Source& row : {Source{1, 0, "/weather_vatsim.gz"}, Source{2, 0, "/weather_ivao.gz"},

@@ -45,7 +45,7 @@ QImage imageOf(Icons::Name name, QIcon::Mode mode = QIcon::Normal)
     return Icons::appIcon(name).pixmap(QSize(48, 48), mode).toImage();
 }
 
-TEST(Icons, EveryNameHasADrawingOfItsOwn)
+TEST(IconsTest, EveryNameHasADrawingOfItsOwn)
 {
     std::set<QByteArray> seen;
     for (const Icons::Name name : Icons::all()) {
@@ -65,7 +65,7 @@ TEST(Icons, EveryNameHasADrawingOfItsOwn)
     }
 }
 
-TEST(Icons, LinesFollowThePaletteAndTheMode)
+TEST(IconsTest, LinesFollowThePaletteAndTheMode)
 {
     const auto drawn = [](QIcon::Mode mode) {
         return imageOf(Icons::Name::Connect, mode);
@@ -84,7 +84,7 @@ TEST(Icons, LinesFollowThePaletteAndTheMode)
     QGuiApplication::setPalette(before);
 }
 
-TEST(Icons, AreSharpAtHigherPixelRatios)
+TEST(IconsTest, AreSharpAtHigherPixelRatios)
 {
     QImage image(QSize(48, 48), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(2.0);

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(ProgressBarRules, ShowsHidesAndIsBusy)
+TEST(ProgressBarRulesTest, ShowsHidesAndIsBusy)
 {
     ProgressBar widget;
     const auto& bar = *widget.findChild<QProgressBar*>("progressBar"_q);

@@ -9,7 +9,7 @@
 
 namespace {
 
-TEST(NavdataIntern, ReadsItsTableOrTellsWhyNot)
+TEST(NavdataInternTest, ReadsItsTableOrTellsWhyNot)
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath("airports"_q));

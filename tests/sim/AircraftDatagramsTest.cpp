@@ -149,7 +149,7 @@ TEST_F(AircraftDatagramsTest, OnlyAPortAndAnOwnAddressAreBound)
     }
 }
 
-TEST(BridgeDatagram, APortIsDecimalDigits)
+TEST(BridgeDatagramTest, APortIsDecimalDigits)
 {
     const std::pair<const char*, int> ports[] = {
         {"1", 1},     {"65535", 65535}, {"65536", 0}, {"0", 0},      {"", 0},         {"-1", 0},

@@ -7,7 +7,7 @@
 #include <tuple>
 #include <utility>
 
-TEST(BridgeFrame, WritesAndReadsFrames)
+TEST(BridgeFrameTest, WritesAndReadsFrames)
 {
     const QByteArray frame = FrameBytes(bridgecommand::kWrite, bridgemessage::kText, "Hello");
     EXPECT_EQ(frame, "@0005;0020;00000005;Hello");
@@ -19,7 +19,7 @@ TEST(BridgeFrame, WritesAndReadsFrames)
     EXPECT_EQ(message.data, "Hello!") << "all behind the header, whatever it announces";
 }
 
-TEST(BridgeFrame, ReadsBrokenBlocks)
+TEST(BridgeFrameTest, ReadsBrokenBlocks)
 {
     /// A block, whether it is readable, its command and id, and how far the frame is.
     const std::tuple<const char*, bool, int, int, FrameProgress> rows[] = {
@@ -47,7 +47,7 @@ TEST(BridgeFrame, ReadsBrokenBlocks)
     }
 }
 
-TEST(BridgeFrame, NamesCommands)
+TEST(BridgeFrameTest, NamesCommands)
 {
     for (const auto& [number, name] :
          {std::pair{1, "HELO"}, {7, "ANSW"}, {0, "NCMD"}, {10, "NCMD"}, {-1, "NCMD"}})
@@ -56,7 +56,7 @@ TEST(BridgeFrame, NamesCommands)
     }
 }
 
-TEST(BridgeDatagram, ReadsUpToTheFirstZero)
+TEST(BridgeDatagramTest, ReadsUpToTheFirstZero)
 {
     const QByteArray text = "AGL-ft=100:Alt=500:TAS=1:GS=2:Hdg=270.5:VS=3:Wind-Dir==1:"
                             "Wind-Speed==2:MagVar=3:Vis=4:Lat=50:Lon=8:ON-GROUND-=1:ENGINE-OFF-=0:"

@@ -30,7 +30,7 @@ BridgeHandshake after(const std::vector<FsMessage>& replies)
     return handshake;
 }
 
-TEST(BridgeHandshake, AGreetingIsAnsweredByItsVersion)
+TEST(BridgeHandshakeTest, AGreetingIsAnsweredByItsVersion)
 {
     const Row rows[] = {
         {1, 1, "SERVERAPI=3.3", Step::AskSimulator, true, false},
@@ -53,7 +53,7 @@ TEST(BridgeHandshake, AGreetingIsAnsweredByItsVersion)
     }
 }
 
-TEST(BridgeHandshake, AsksInTwoSteps)
+TEST(BridgeHandshakeTest, AsksInTwoSteps)
 {
     BridgeHandshake handshake("m\u00EA"_q);
     EXPECT_EQ(handshake.request().command, bridgecommand::kHello);
@@ -66,7 +66,7 @@ TEST(BridgeHandshake, AsksInTwoSteps)
     EXPECT_FALSE(handshake.simulator().fsId);
 }
 
-TEST(BridgeHandshake, ReadsWhatTheServerSaysOfItsSimulator)
+TEST(BridgeHandshakeTest, ReadsWhatTheServerSaysOfItsSimulator)
 {
     const std::pair<QByteArray, QString> rows[] = {
         {"FS;ID=13;NAME=X <1>;IFID=8;IF=Plug-in", "13 X <1> 8 Plug-in"_q},

@@ -39,7 +39,7 @@ AircraftData aircraftWith(int field, const char* text, QString* fault = nullptr)
 
 } // namespace
 
-TEST(BridgeText, ReadsAllAircraftFields)
+TEST(BridgeTextTest, ReadsAllAircraftFields)
 {
     QString fault;
     const AircraftData data = bridgetext::AircraftFromText(kAircraft, &fault);
@@ -62,7 +62,7 @@ TEST(BridgeText, ReadsAllAircraftFields)
     EXPECT_EQ(data.simTime, 4102444800);
 }
 
-TEST(BridgeText, ShortAircraftTextsLeaveDefaults)
+TEST(BridgeTextTest, ShortAircraftTextsLeaveDefaults)
 {
     EXPECT_EQ(aircraftOf(16).heightAgl, 0);
     const AircraftData data = aircraftOf(17);
@@ -71,7 +71,7 @@ TEST(BridgeText, ShortAircraftTextsLeaveDefaults)
     EXPECT_EQ(data.name, L"unknown");
 }
 
-TEST(BridgeText, AircraftFaultKeepsWhatStands)
+TEST(BridgeTextTest, AircraftFaultKeepsWhatStands)
 {
     for (const char* broken : {"VS", "VS=", "VS=x", "VS=99999999999", "VS=--1"}) {
         QString fault;
@@ -87,7 +87,7 @@ TEST(BridgeText, AircraftFaultKeepsWhatStands)
     }
 }
 
-TEST(BridgeText, GrossWeightStandsForMissingMaximums)
+TEST(BridgeTextTest, GrossWeightStandsForMissingMaximums)
 {
     AircraftData data;
     data.maxRampWeight = 5.0F;
@@ -99,7 +99,7 @@ TEST(BridgeText, GrossWeightStandsForMissingMaximums)
     EXPECT_EQ(data.maxRampWeight, 5.0F);
 }
 
-TEST(BridgeText, FuelTravelsBothWays)
+TEST(BridgeTextTest, FuelTravelsBothWays)
 {
     AircraftFuel fuel;
     fuel.fuelWeight = 6.7;
@@ -129,7 +129,7 @@ TEST(BridgeText, FuelTravelsBothWays)
     }
 }
 
-TEST(BridgeText, PayloadTravelsBothWays)
+TEST(BridgeTextTest, PayloadTravelsBothWays)
 {
     const QByteArray text = "NumOfStation=2"
                             ":StationName=Row 1|Type=3|MaxWeight=400.000000|Weight=180.500000"
@@ -147,7 +147,7 @@ TEST(BridgeText, PayloadTravelsBothWays)
     }
 }
 
-TEST(BridgeText, RadiosTravelBothWays)
+TEST(BridgeTextTest, RadiosTravelBothWays)
 {
     const RadioFrequencys radios{1, 2, 3, 4, 5, 6, 7, 8, 1200, 350};
     const QByteArray text = bridgetext::RadioText(radios);
@@ -162,7 +162,7 @@ TEST(BridgeText, RadiosTravelBothWays)
         << "nothing is read behind a fault";
 }
 
-TEST(BridgeText, ReadsWindAndLongNumbers)
+TEST(BridgeTextTest, ReadsWindAndLongNumbers)
 {
     QString fault;
     const aviation::weather::Wind wind =
@@ -180,7 +180,7 @@ TEST(BridgeText, ReadsWindAndLongNumbers)
     EXPECT_EQ(number, 4102444800);
 }
 
-TEST(FsInterfaceBase, NamesResultCodes)
+TEST(FsInterfaceBaseTest, NamesResultCodes)
 {
     const char* const kNone = "Error number not found";
     for (const auto& [code, text] : {std::pair{0, "No Error"},

@@ -10,7 +10,7 @@
 
 namespace {
 
-class CombinedInterfaceTest : public ::testing::Test
+class FsInterfaceFSUIPC_SimConnectTest : public ::testing::Test
 {
 protected:
     FakeClock clock{2024, 6, 1, 12};
@@ -21,7 +21,7 @@ protected:
 
 } // namespace
 
-TEST_F(CombinedInterfaceTest, ConnectsBothOrNone)
+TEST_F(FsInterfaceFSUIPC_SimConnectTest, ConnectsBothOrNone)
 {
     const std::tuple<std::uint32_t, simconnect::Result, int> rows[] = {
         {0, simconnect::kOk, 0},     {1, simconnect::kOk, 0},     {2, simconnect::kOk, 1},
@@ -57,7 +57,7 @@ TEST_F(CombinedInterfaceTest, ConnectsBothOrNone)
     }
 }
 
-TEST_F(CombinedInterfaceTest, EachOperationGoesToItsMember)
+TEST_F(FsInterfaceFSUIPC_SimConnectTest, EachOperationGoesToItsMember)
 {
     ASSERT_EQ(object.Connect(), 0);
     aviation::structs::AircraftData aircraft;
@@ -105,7 +105,7 @@ TEST_F(CombinedInterfaceTest, EachOperationGoesToItsMember)
     EXPECT_EQ(text, QStringLiteral("FSUIPC + SimConnect"));
 }
 
-TEST_F(CombinedInterfaceTest, WeatherTextsFetchTwoMessages)
+TEST_F(FsInterfaceFSUIPC_SimConnectTest, WeatherTextsFetchTwoMessages)
 {
     ASSERT_EQ(object.Connect(), 0);
     const simconnect::EventMessage event;

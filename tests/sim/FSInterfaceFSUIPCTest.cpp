@@ -19,10 +19,10 @@ using aviation::structs::AircraftData;
 
 namespace {
 
-class FsuipcInterfaceTest : public ::testing::Test
+class FSInterfaceFSUIPCTest : public ::testing::Test
 {
 protected:
-    FsuipcInterfaceTest()
+    FSInterfaceFSUIPCTest()
     {
         QObject::connect(&object, &FsInterfaceBase::sigDebugString, &object,
                          [this](const QString& text, int level) {
@@ -76,7 +76,7 @@ private:
 
 } // namespace
 
-TEST_F(FsuipcInterfaceTest, LearnsTheSimulatorAtConnect)
+TEST_F(FSInterfaceFSUIPCTest, LearnsTheSimulatorAtConnect)
 {
     const std::tuple<std::uint32_t, int, aviation::FsId, const char*> rows[] = {
         {1, 0, 1, "FS98"},     {5, 0, 1, "Fly!"},       {6, 4, 1, "FS2002"},
@@ -107,7 +107,7 @@ TEST_F(FsuipcInterfaceTest, LearnsTheSimulatorAtConnect)
     EXPECT_EQ(logged(), "1 FS2004, FSUIPC-Ver: 3.99b");
 }
 
-TEST_F(FsuipcInterfaceTest, FailedConnectsSayWhy)
+TEST_F(FSInterfaceFSUIPCTest, FailedConnectsSayWhy)
 {
     for (const auto& [code, problem] :
          {std::pair{2U, "not connected"},
@@ -134,7 +134,7 @@ TEST_F(FsuipcInterfaceTest, FailedConnectsSayWhy)
     EXPECT_EQ(without.Disconnect(), 0);
 }
 
-TEST_F(FsuipcInterfaceTest, ConvertsEachAircraftOffset)
+TEST_F(FSInterfaceFSUIPCTest, ConvertsEachAircraftOffset)
 {
     connectObject();
     show("0560=00000000ab4e4c00 0568=00000000000000e0 02c8=00f6ffff 030c=80feffff "
@@ -164,7 +164,7 @@ TEST_F(FsuipcInterfaceTest, ConvertsEachAircraftOffset)
     }
 }
 
-TEST_F(FsuipcInterfaceTest, OddNumbersStayWithinTheirFields)
+TEST_F(FSInterfaceFSUIPCTest, OddNumbersStayWithinTheirFields)
 {
     connectObject();
     show("0560=00000080aad8d9ff 0570=ffffffffffffff7f 0580=ffffffff 2de8=000000000000f07f "
@@ -181,7 +181,7 @@ TEST_F(FsuipcInterfaceTest, OddNumbersStayWithinTheirFields)
     EXPECT_FALSE(read().position.isKnown());
 }
 
-TEST_F(FsuipcInterfaceTest, ReadsTextsAndTime)
+TEST_F(FSInterfaceFSUIPCTest, ReadsTextsAndTime)
 {
     connectObject();
     script.put(0x3D00, QByteArray(256, 'x'));
@@ -197,7 +197,7 @@ TEST_F(FsuipcInterfaceTest, ReadsTextsAndTime)
     EXPECT_EQ(data.simTime, 1709247779) << "the 30th of February is no day";
 }
 
-TEST_F(FsuipcInterfaceTest, PauseAndFailuresLeaveTheAircraftAlone)
+TEST_F(FSInterfaceFSUIPCTest, PauseAndFailuresLeaveTheAircraftAlone)
 {
     connectObject();
     script.put(0x0366, std::uint16_t{1});
@@ -217,7 +217,7 @@ TEST_F(FsuipcInterfaceTest, PauseAndFailuresLeaveTheAircraftAlone)
                         ": IPC timed out all retries");
 }
 
-TEST_F(FsuipcInterfaceTest, WritesOnlyAWindThatIsOne)
+TEST_F(FSInterfaceFSUIPCTest, WritesOnlyAWindThatIsOne)
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const std::tuple<float, float, bool> rows[] = {
@@ -233,7 +233,7 @@ TEST_F(FsuipcInterfaceTest, WritesOnlyAWindThatIsOne)
     EXPECT_EQ(written(), "2de0=0000000000e07040 2de8=0000000000003440");
 }
 
-TEST_F(FsuipcInterfaceTest, WaitsUntilTheWeatherWasCounted)
+TEST_F(FSInterfaceFSUIPCTest, WaitsUntilTheWeatherWasCounted)
 {
     // Processes: the first read, the write, then reads. The count changes before the given one of
     // them, 0 never; then the result, how many there were and how long they waited.
@@ -271,7 +271,7 @@ TEST_F(FsuipcInterfaceTest, WaitsUntilTheWeatherWasCounted)
     EXPECT_EQ(clock.sleptMs(), before);
 }
 
-TEST_F(FsuipcInterfaceTest, ReadsAndWritesFuel)
+TEST_F(FSInterfaceFSUIPCTest, ReadsAndWritesFuel)
 {
     connectObject();
     script.put(0x0AF4, std::uint16_t{0x06B3}); // 6.699 pounds
@@ -306,7 +306,7 @@ TEST_F(FsuipcInterfaceTest, ReadsAndWritesFuel)
     EXPECT_EQ(script.writes.size(), 1U) << "the first failure ends it";
 }
 
-TEST_F(FsuipcInterfaceTest, ReadsAndWritesPayload)
+TEST_F(FSInterfaceFSUIPCTest, ReadsAndWritesPayload)
 {
     connectObject();
     script.put(5120, 170.5);
@@ -335,7 +335,7 @@ TEST_F(FsuipcInterfaceTest, ReadsAndWritesPayload)
     EXPECT_EQ(written(), "1430=0000000000003440 1f40=000000000000f03f");
 }
 
-TEST_F(FsuipcInterfaceTest, RadiosTravelAsBcd)
+TEST_F(FSInterfaceFSUIPCTest, RadiosTravelAsBcd)
 {
     connectObject();
     aviation::structs::RadioFrequencys radios{11800, 11905, 12000, 13697, 10800, 10990,
@@ -357,7 +357,7 @@ TEST_F(FsuipcInterfaceTest, RadiosTravelAsBcd)
     EXPECT_EQ(script.writes.front().bytes, QByteArray(2, '\0'));
 }
 
-TEST_F(FsuipcInterfaceTest, TextsAndCommands)
+TEST_F(FSInterfaceFSUIPCTest, TextsAndCommands)
 {
     connectObject();
     const std::string x126(126, 'x');

@@ -23,10 +23,10 @@ namespace {
 
 constexpr auto kWrongArgument = static_cast<simconnect::Result>(0x80070057U);
 
-class SimConnectTest : public ::testing::Test
+class FsInterfaceSimConnectTest : public ::testing::Test
 {
 protected:
-    SimConnectTest()
+    FsInterfaceSimConnectTest()
     {
         QObject::connect(&sim, &FsInterfaceBase::sigDebugString, &sim,
                          [this](const QString& text, int level) {
@@ -60,7 +60,7 @@ protected:
 
 } // namespace
 
-TEST_F(SimConnectTest, FailuresOfConnect)
+TEST_F(FsInterfaceSimConnectTest, FailuresOfConnect)
 {
     const std::tuple<const char*, simconnect::Result, const char*, int> rows[] = {
         {"no library", kFailed, "no &lt;SimConnect&gt; here", 0},
@@ -86,7 +86,7 @@ TEST_F(SimConnectTest, FailuresOfConnect)
     EXPECT_EQ(sim.Connect(), simresult::kNotConnected);
 }
 
-TEST_F(SimConnectTest, ConnectDefinesAndTakesTheOpenMessage)
+TEST_F(FsInterfaceSimConnectTest, ConnectDefinesAndTakesTheOpenMessage)
 {
     script.messages = {exceptionMessage(24), exceptionMessage(99), openMessage("A <b>\xE4")};
     EXPECT_EQ(sim.Connect(), 0);
@@ -106,7 +106,7 @@ TEST_F(SimConnectTest, ConnectDefinesAndTakesTheOpenMessage)
     EXPECT_EQ(script.calls.back(), "Close");
 }
 
-TEST_F(SimConnectTest, KnowsTheSimulatorsByTheirVersion)
+TEST_F(FsInterfaceSimConnectTest, KnowsTheSimulatorsByTheirVersion)
 {
     for (const auto& [version, expected] : std::map<std::uint32_t, int>{
              {1, 77}, {2, 4}, {3, 5}, {4, 6}, {5, 10}, {6, 10}, {10, 3}, {11, 12}, {12, 77}})
@@ -122,7 +122,7 @@ TEST_F(SimConnectTest, KnowsTheSimulatorsByTheirVersion)
     }
 }
 
-TEST_F(SimConnectTest, ReadsAnAircraft)
+TEST_F(FsInterfaceSimConnectTest, ReadsAnAircraft)
 {
     connectSimulator();
     Numbers numbers{{"AMBIENT VISIBILITY", 9999}, {"GENERAL ENG COMBUSTION:1", 0},
@@ -160,7 +160,7 @@ TEST_F(SimConnectTest, ReadsAnAircraft)
     EXPECT_EQ(data.simTime, midnight - summer + 3600);
 }
 
-TEST_F(SimConnectTest, OddNumbersStayWithinTheirFields)
+TEST_F(FsInterfaceSimConnectTest, OddNumbersStayWithinTheirFields)
 {
     connectSimulator();
     answerTo("Request", {aircraftAnswer({{"PLANE ALTITUDE", 1e308},
@@ -176,7 +176,7 @@ TEST_F(SimConnectTest, OddNumbersStayWithinTheirFields)
     EXPECT_TRUE(std::isfinite(data.heading));
 }
 
-TEST_F(SimConnectTest, LandingRateAppearsOnce)
+TEST_F(FsInterfaceSimConnectTest, LandingRateAppearsOnce)
 {
     connectSimulator();
     const std::tuple<double, double, int> rows[] = {{-1.5, 1, 0},    {-4.0, 0, 0}, {-2.5, 0, 0},
@@ -191,7 +191,7 @@ TEST_F(SimConnectTest, LandingRateAppearsOnce)
     }
 }
 
-TEST_F(SimConnectTest, PauseIsCheckedAtEveryEleventhRequest)
+TEST_F(FsInterfaceSimConnectTest, PauseIsCheckedAtEveryEleventhRequest)
 {
     connectSimulator();
     std::uint32_t state = 1;
@@ -217,7 +217,7 @@ TEST_F(SimConnectTest, PauseIsCheckedAtEveryEleventhRequest)
     EXPECT_EQ(sim.GetAircraftData(data), 0);
 }
 
-TEST_F(SimConnectTest, AnswersToAnAircraftRequest)
+TEST_F(FsInterfaceSimConnectTest, AnswersToAnAircraftRequest)
 {
     connectSimulator();
     const SimConnectRequest otherDefinition{0, 1};
@@ -262,7 +262,7 @@ TEST_F(SimConnectTest, AnswersToAnAircraftRequest)
     EXPECT_FALSE(said(kFailedLine)) << "once until the aircraft is read again";
 }
 
-TEST_F(SimConnectTest, ListsTanksWithACapacity)
+TEST_F(FsInterfaceSimConnectTest, ListsTanksWithACapacity)
 {
     connectSimulator();
     answerTo("Request 1 1", {exceptionMessage(3), aircraftAnswer(),
@@ -294,7 +294,7 @@ TEST_F(SimConnectTest, ListsTanksWithACapacity)
     EXPECT_EQ(clock.sleptMs() - before, 5 * 10 * 50);
 }
 
-TEST_F(SimConnectTest, PayloadStations)
+TEST_F(FsInterfaceSimConnectTest, PayloadStations)
 {
     connectSimulator();
     aviation::structs::AircraftPayload payload;
@@ -319,7 +319,7 @@ TEST_F(SimConnectTest, PayloadStations)
     }
 }
 
-TEST_F(SimConnectTest, Radios)
+TEST_F(FsInterfaceSimConnectTest, Radios)
 {
     connectSimulator();
     answerTo("Request 9 7", {answer(simconnectid::kRadios, SimConnectRadioDefinition(),
@@ -337,7 +337,7 @@ TEST_F(SimConnectTest, Radios)
     EXPECT_EQ(sim.GetRadioFrequencys(radios), simresult::kCallFailed);
 }
 
-TEST_F(SimConnectTest, TextsUpToTheirLimit)
+TEST_F(FsInterfaceSimConnectTest, TextsUpToTheirLimit)
 {
     connectSimulator();
     EXPECT_EQ(sim.SetWeatherText(QString(1023, QLatin1Char('a'))), 0);
@@ -356,7 +356,7 @@ TEST_F(SimConnectTest, TextsUpToTheirLimit)
     }
 }
 
-TEST_F(SimConnectTest, CodesOfTheCalls)
+TEST_F(FsInterfaceSimConnectTest, CodesOfTheCalls)
 {
     connectSimulator();
     using Sim = FsInterfaceSimConnect;
@@ -399,7 +399,7 @@ TEST_F(SimConnectTest, CodesOfTheCalls)
                      "METAR EXCEPTION=14  SendID=9  Index=-1  cbData=24"));
 }
 
-TEST_F(SimConnectTest, ObservationsAndCloudsComeBack)
+TEST_F(FsInterfaceSimConnectTest, ObservationsAndCloudsComeBack)
 {
     connectSimulator();
     for (const auto& [message, expected] :

@@ -48,7 +48,7 @@ QByteArray handshake(const QByteArray& frame, const QByteArray& version = "3.3")
     return {};
 }
 
-class TcpClientTest : public ::testing::Test
+class FsInterfaceTcpClientTest : public ::testing::Test
 {
 protected:
     void serve(LoopbackBridge::Script script, const BridgeTimeouts& timeouts = kShort)
@@ -91,7 +91,7 @@ protected:
 
 } // namespace
 
-TEST_F(TcpClientTest, ShakesHands)
+TEST_F(FsInterfaceTcpClientTest, ShakesHands)
 {
     serveConnected(
         [](const QByteArray& frame) { return Answer{answer(frame.mid(6, 4).toInt(), {})}; });
@@ -108,7 +108,7 @@ TEST_F(TcpClientTest, ShakesHands)
     EXPECT_EQ(client->ClearWeather(), simresult::kTimeout);
 }
 
-TEST_F(TcpClientTest, GreetingsOfOtherServers)
+TEST_F(FsInterfaceTcpClientTest, GreetingsOfOtherServers)
 {
     const QByteArray hello = FrameBytes(1, 1, "SERVERAPI=3.3");
     const std::tuple<QByteArray, QByteArray, int, const char*> rows[] = {
@@ -142,7 +142,7 @@ TEST_F(TcpClientTest, GreetingsOfOtherServers)
     }
 }
 
-TEST_F(TcpClientTest, UnreachableServers)
+TEST_F(FsInterfaceTcpClientTest, UnreachableServers)
 {
     serve([](const QByteArray&) { return Answer(); });
     const int freed = server->port();
@@ -157,7 +157,7 @@ TEST_F(TcpClientTest, UnreachableServers)
     }
 }
 
-TEST_F(TcpClientTest, RepliesToARequest)
+TEST_F(FsInterfaceTcpClientTest, RepliesToARequest)
 {
     const std::tuple<QByteArray, int> rows[] = {
         {answer(2, kAircraft), 0},
@@ -179,7 +179,7 @@ TEST_F(TcpClientTest, RepliesToARequest)
     }
 }
 
-TEST_F(TcpClientTest, RepliesInTwoPiecesCutAnywhere)
+TEST_F(FsInterfaceTcpClientTest, RepliesInTwoPiecesCutAnywhere)
 {
     const QByteArray reply = answer(2, kAircraft);
     int cut = 0;
@@ -191,7 +191,7 @@ TEST_F(TcpClientTest, RepliesInTwoPiecesCutAnywhere)
     }
 }
 
-TEST_F(TcpClientTest, SilenceFailsOnlyCheckedWrites)
+TEST_F(FsInterfaceTcpClientTest, SilenceFailsOnlyCheckedWrites)
 {
     serveConnected([](const QByteArray&) { return Answer(); });
     EXPECT_EQ(client->SendText("quiet", 5), 0);
@@ -207,7 +207,7 @@ TEST_F(TcpClientTest, SilenceFailsOnlyCheckedWrites)
     EXPECT_EQ(client->ClearWeather(), 0);
 }
 
-TEST_F(TcpClientTest, LateReplyIsNotTakenForTheNext)
+TEST_F(FsInterfaceTcpClientTest, LateReplyIsNotTakenForTheNext)
 {
     // The first message stays unanswered, and its reply comes in front of that of the second.
     QByteArray late;
@@ -225,7 +225,7 @@ TEST_F(TcpClientTest, LateReplyIsNotTakenForTheNext)
     EXPECT_EQ(client->GetAircraftData(data), 0);
 }
 
-TEST_F(TcpClientTest, ClosedConnectionEndsEachOperation)
+TEST_F(FsInterfaceTcpClientTest, ClosedConnectionEndsEachOperation)
 {
     const QByteArray reply = answer(2, kAircraft);
     for (const int bytes : {0, 10, 18, 60}) {
@@ -244,7 +244,7 @@ TEST_F(TcpClientTest, ClosedConnectionEndsEachOperation)
     }
 }
 
-TEST_F(TcpClientTest, StopFlagEndsAWait)
+TEST_F(FsInterfaceTcpClientTest, StopFlagEndsAWait)
 {
     for (const bool connecting : {true, false}) {
         StopFlag ended;
@@ -268,7 +268,7 @@ TEST_F(TcpClientTest, StopFlagEndsAWait)
     }
 }
 
-TEST_F(TcpClientTest, SendsFiles)
+TEST_F(FsInterfaceTcpClientTest, SendsFiles)
 {
     QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("wind.WTB")));
@@ -295,7 +295,7 @@ TEST_F(TcpClientTest, SendsFiles)
     EXPECT_EQ(client->SendWeatherFile(path), simresult::kNotDelivered);
 }
 
-TEST_F(TcpClientTest, ReceivesLongReplies)
+TEST_F(FsInterfaceTcpClientTest, ReceivesLongReplies)
 {
     const QByteArray config(3'000'000, 'c');
     const std::tuple<Answer, int, const char*> rows[] = {

@@ -284,7 +284,7 @@ TEST_F(DownloadManagerTest, InflatesEitherHeaderAndSaysWhatIsWrong)
     }
 }
 
-TEST(SaveName, NeverLeavesTheFolder)
+TEST(SaveNameTest, NeverLeavesTheFolder)
 {
     const std::pair<const char*, const char*> rows[] = {
         {"/weather_noaa.gz", "weather_noaa.gz"},

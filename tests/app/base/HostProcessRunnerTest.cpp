@@ -63,7 +63,7 @@ TEST_F(HostProcessRunnerTest, EndsAProgramThatRunsOn)
     EXPECT_LT(m_timer.elapsed(), 5000);
 }
 
-TEST(HostProcessRunner, SaysWhyAProgramDoesNotStart)
+TEST_F(HostProcessRunnerTest, SaysWhyAProgramDoesNotStart)
 {
     HostProcessRunner runner([](const QString& path) { return path == "known"_q; });
     const QString missing = "/nowhere/installer.exe"_q;

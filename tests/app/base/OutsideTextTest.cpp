@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(OutsideText, ForLogIsOneLineOfPlainText)
+TEST(OutsideTextTest, ForLogIsOneLineOfPlainText)
 {
     EXPECT_EQ(outsidetext::forLog(QByteArray("@0005;\r\nA<b>\t\x1B[2J\xE2\x80\xA8")).toStdString(),
               "@0005;\\r\\nA&lt;b&gt;\t\\u001b[2J\\u2028");
@@ -10,7 +10,7 @@ TEST(OutsideText, ForLogIsOneLineOfPlainText)
               "\\n ... (5000 bytes)");
 }
 
-TEST(OutsideText, AQuoteIsShortAndATerminalIsNotSteered)
+TEST(OutsideTextTest, AQuoteIsShortAndATerminalIsNotSteered)
 {
     EXPECT_EQ(outsidetext::quoted(" <b>\r\n\x1B[2J  end ").toStdString(), "<b> [2J end");
     EXPECT_EQ(outsidetext::quoted(QByteArray("\xC3\xA4").repeated(1000)), QString(80, QChar(0xE4)));

@@ -19,7 +19,7 @@ QByteArray Packed(const QByteArray& plain)
     return file.readAll();
 }
 
-TEST(Gzip, InflatesMembersAndIgnoresPadding)
+TEST(GzipTest, InflatesMembersAndIgnoresPadding)
 {
     QByteArray plain;
     for (int i = 0; i < 100000; ++i) {
@@ -31,7 +31,7 @@ TEST(Gzip, InflatesMembersAndIgnoresPadding)
     EXPECT_TRUE(inflateGzip(Packed("")).ok());
 }
 
-TEST(Gzip, SaysWhatIsWrong)
+TEST(GzipTest, SaysWhatIsWrong)
 {
     const QByteArray packed = Packed("EDDF 011200Z 27010KT CAVOK 20/10 Q1013");
     for (int size = 0; size < packed.size(); ++size) {
@@ -49,7 +49,7 @@ TEST(Gzip, SaysWhatIsWrong)
     }
 }
 
-TEST(Gzip, StopsABombAtTheLimit)
+TEST(GzipTest, StopsABombAtTheLimit)
 {
     const QByteArray bomb = Packed(QByteArray(8 << 20, '0'));
     ASSERT_LT(bomb.size(), 64 << 10);

@@ -40,7 +40,7 @@ TEST_F(SettingsAddressesTest, AddressesComeFromTheMainFileUnderAnyProfile)
     EXPECT_EQ(settings.loginHost() + settings.checkLogin(), "http://h.test/c?a=1&b=2"_q);
 }
 
-TEST(UrlTemplate, FillsTheTokensButNotAtTheStart)
+TEST(UrlTemplateTest, FillsTheTokensButNotAtTheStart)
 {
     const FakeClock clock(2026, 3, 7, 4, 5, 9);
     const std::pair<const char*, const char*> rows[] = {

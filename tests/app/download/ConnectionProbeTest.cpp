@@ -37,7 +37,7 @@ QByteArray Zipped()
                                   "WSMAAAA=");
 }
 
-TEST(ConnectionProbe, AnswersAreRecognised)
+TEST(ConnectionProbeTest, AnswersAreRecognised)
 {
     const std::tuple<QByteArray, QString, bool> rows[] = {
         {"", "empty"_q, false},
@@ -57,7 +57,7 @@ TEST(ConnectionProbe, AnswersAreRecognised)
     }
 }
 
-TEST(ConnectionProbe, TellsWhatAnAddressGives)
+TEST(ConnectionProbeTest, TellsWhatAnAddressGives)
 {
     LoopbackHttp server;
     server.serve("/good.gz", Zipped());
@@ -79,7 +79,7 @@ TEST(ConnectionProbe, TellsWhatAnAddressGives)
     }
 }
 
-TEST(ConnectionProbe, ACancelledTestTellsNothing)
+TEST(ConnectionProbeTest, ACancelledTestTellsNothing)
 {
     LoopbackHttp server;
     server.stall("/half", "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf");
@@ -106,7 +106,7 @@ TEST(ConnectionProbe, ACancelledTestTellsNothing)
     EXPECT_TRUE(result.startsWith("no: HTTP status 404"_q)) << "the next one isn't disturbed";
 }
 
-TEST(ConnectionProbe, TellsWhatABridgeServerIs)
+TEST(ConnectionProbeTest, TellsWhatABridgeServerIs)
 {
     const QByteArray hello = FrameBytes(1, 1, "SERVERAPI=3.30");
     const QString old = "no: A server answers at 127.0.0.1:PORT, but its API version is "_q;

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(GlobalWindFile, TakesTheLatestRunThatIsOut)
+TEST(GlobalWindFileTest, TakesTheLatestRunThatIsOut)
 {
     const std::tuple<int, int, const char*, const char*> rows[] = {
         {3, 0, "20240229", "gfs.t18z.wafs_grb45f06.grib2"},

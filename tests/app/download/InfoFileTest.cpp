@@ -15,7 +15,7 @@ const char kText[] = "[Version]\r\ncirrilonv3=3.2.0\r\ncirrilonv3min = 2.9.9\r\n
                      "UrlBetaVersionAutomatic=@Variant(\\0\\0\\0\\x7f)\r\n"
                      "[Serverload]\r\nwxdata=2.01\r\nwxdata2=nan\r\n";
 
-TEST(InfoFile, ReadsItsKeys)
+TEST(InfoFileTest, ReadsItsKeys)
 {
     const InfoFile info = InfoFile::Parse(kText);
     EXPECT_EQ(info.version, "3.2.0"_q);
@@ -35,7 +35,7 @@ TEST(InfoFile, ReadsItsKeys)
     }
 }
 
-TEST(InfoFile, ComparesVersionsAsWholeNumbers)
+TEST(InfoFileTest, ComparesVersionsAsWholeNumbers)
 {
     const std::tuple<QString, QString, QString, QString, bool, VersionState> rows[] = {
         {"3.0.0"_q, "3.0.0"_q, "3.0.0"_q, "3.0.0"_q, true, VersionState::Current},

@@ -34,7 +34,7 @@
 namespace {
 
 /// The window over a work folder of its own and a network that nobody answers.
-class Window : public SettingsFixture
+class CirrilonViewTest : public SettingsFixture
 {
 protected:
     void SetUp() override
@@ -78,7 +78,7 @@ protected:
     std::unique_ptr<CirrilonView> view;
 };
 
-TEST_F(Window, ActionsHaveTextIconAndAWordWhenTheyComeLater)
+TEST_F(CirrilonViewTest, ActionsHaveTextIconAndAWordWhenTheyComeLater)
 {
     std::set<QString> keys;
     int count = 0;
@@ -113,7 +113,7 @@ public:
     }
 };
 
-TEST_F(Window, ShowsTheConnectionInEveryLanguage)
+TEST_F(CirrilonViewTest, ShowsTheConnectionInEveryLanguage)
 {
     {
         FewTexts german;
@@ -131,7 +131,7 @@ TEST_F(Window, ShowsTheConnectionInEveryLanguage)
     EXPECT_EQ(action("actionConnect").text(), "Connect"_q);
 }
 
-TEST_F(Window, EveryControlHasANameAndAMnemonicOfItsOwn)
+TEST_F(CirrilonViewTest, EveryControlHasANameAndAMnemonicOfItsOwn)
 {
     EXPECT_EQ(NamelessControls(*view).join(", "_q).toStdString(), "");
     QSet<QChar> menus;
@@ -143,7 +143,7 @@ TEST_F(Window, EveryControlHasANameAndAMnemonicOfItsOwn)
     EXPECT_EQ(ClashingMnemonics(*view, menus).join(", "_q).toStdString(), "");
 }
 
-TEST_F(Window, LevelZeroGoesToTheFileOnly)
+TEST_F(CirrilonViewTest, LevelZeroGoesToTheFileOnly)
 {
     view->OnOutputDebugstring("quiet"_q, loglevel::kDebug);
     view->OnOutputDebugstring("heard"_q, loglevel::kNotification);
@@ -156,7 +156,7 @@ TEST_F(Window, LevelZeroGoesToTheFileOnly)
     EXPECT_TRUE(log.contains("Expecting settings at")) << "what the settings said first";
 }
 
-TEST_F(Window, ClosingSavesTheProfileAndTheSettings)
+TEST_F(CirrilonViewTest, ClosingSavesTheProfileAndTheSettings)
 {
     auto& profiles = child<QComboBox>("comboBox_profile");
     ASSERT_EQ(profiles.count(), 2);
@@ -181,7 +181,7 @@ TEST_F(Window, ClosingSavesTheProfileAndTheSettings)
     EXPECT_TRUE(child<QCheckBox>("checkBox_record").isChecked());
 }
 
-TEST_F(Window, AircraftButtonOpensTheChecklist)
+TEST_F(CirrilonViewTest, AircraftButtonOpensTheChecklist)
 {
     auto& button = child<QToolButton>("toolButton_checklist");
     QTest::mouseClick(&button, Qt::LeftButton);
@@ -193,7 +193,7 @@ TEST_F(Window, AircraftButtonOpensTheChecklist)
     EXPECT_TRUE(read(path("work/cirrilonv3.log")).contains("Open Checklist "));
 }
 
-TEST_F(Window, BringsUpOneWeatherRadarAndDropsItWhenItIsClosed)
+TEST_F(CirrilonViewTest, BringsUpOneWeatherRadarAndDropsItWhenItIsClosed)
 {
     view->show();
     action("action_weatherRadar").trigger();
@@ -213,7 +213,7 @@ TEST_F(Window, BringsUpOneWeatherRadarAndDropsItWhenItIsClosed)
     EXPECT_TRUE(second->isHidden());
 }
 
-TEST_F(Window, DialogsHoldTheWindowButOpenOnce)
+TEST_F(CirrilonViewTest, DialogsHoldTheWindowButOpenOnce)
 {
     view->show();
     for (const char* name : {"actionAbout", "actionSettings", "actionAirport_List"}) {
@@ -229,7 +229,7 @@ TEST_F(Window, DialogsHoldTheWindowButOpenOnce)
     }
 }
 
-TEST_F(Window, GivesWayToTheTrayOnlyWhereThereIsOne)
+TEST_F(CirrilonViewTest, GivesWayToTheTrayOnlyWhereThereIsOne)
 {
     EXPECT_TRUE(TrayIcon::hidesWindow(true, true));
     EXPECT_FALSE(TrayIcon::hidesWindow(true, false));
@@ -243,7 +243,7 @@ TEST_F(Window, GivesWayToTheTrayOnlyWhereThereIsOne)
     EXPECT_FALSE(view->isHidden());
 }
 
-TEST_F(Window, StartsWithoutNetwork)
+TEST_F(CirrilonViewTest, StartsWithoutNetwork)
 {
     QSignalSpy started(&view->controller(), &Controller::sigStarted);
     ASSERT_TRUE(started.wait(10000));
@@ -252,7 +252,7 @@ TEST_F(Window, StartsWithoutNetwork)
     EXPECT_FALSE(child<QLineEdit>("lineEdit_GetMetar").isEnabled());
 }
 
-TEST(LanguageMenu, ListsTheFilesAndLoadsEachChoiceOnce)
+TEST(LanguageMenuTest, ListsTheFilesAndLoadsEachChoiceOnce)
 {
     const QTemporaryDir folder;
     for (const char* name : {"cirrilonv3_de.qm", "cirrilonv3_en.qm", "other_fr.qm"}) {

@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(AircraftTexts, Visibility)
+TEST(AircraftTextsTest, Visibility)
 {
     const std::pair<float, const char*> rows[] = {{0.0F, "0 m"},
                                                   {9.9F, "9900 m"},
@@ -23,7 +23,7 @@ TEST(AircraftTexts, Visibility)
     }
 }
 
-TEST(AircraftTexts, CoursesAreFoldedIntoTheCircle)
+TEST(AircraftTextsTest, CoursesAreFoldedIntoTheCircle)
 {
     const std::tuple<double, double, const char*> rows[] = {
         {90.0, 2.0, "090 T 088 Mag"},   {1.0, 3.0, "001 T 358 Mag"},
@@ -41,7 +41,7 @@ TEST(AircraftTexts, CoursesAreFoldedIntoTheCircle)
     EXPECT_EQ(aircrafttexts::Heading(data).toStdString(), "100 T 096 Mag");
 }
 
-TEST(DataPage, ShowsTheAircraftAndEmptiesItself)
+TEST(DataPageTest, ShowsTheAircraftAndEmptiesItself)
 {
     std::setlocale(LC_ALL, "");
     DockWidgetData page;

@@ -30,7 +30,7 @@ QByteArray Contents(const QString& path)
     return file.open(QIODevice::ReadOnly | QIODevice::Text) ? file.readAll() : QByteArray();
 }
 
-TEST(LogFile, BeginsAnewAndHasEachLineOnDiskAtOnce)
+TEST(LogFileTest, BeginsAnewAndHasEachLineOnDiskAtOnce)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath("cirrilonv3.log"_q);
@@ -50,7 +50,7 @@ TEST(LogFile, BeginsAnewAndHasEachLineOnDiskAtOnce)
     }
 }
 
-TEST(LogFile, LinesFromBeforeTheFolderFollow)
+TEST(LogFileTest, LinesFromBeforeTheFolderFollow)
 {
     const QTemporaryDir folder;
     const QString work = folder.filePath("work"_q);
@@ -66,7 +66,7 @@ TEST(LogFile, LinesFromBeforeTheFolderFollow)
 }
 
 /// The dock with its view.
-class DebugDock : public testing::Test
+class DebugDockTest : public testing::Test
 {
 protected:
     void append(int count, const QString& begin = QString())
@@ -82,7 +82,7 @@ protected:
     const QTextDocument& document = *view.document();
 };
 
-TEST_F(DebugDock, MarksLevelsAndReadsEveryLineAsRichText)
+TEST_F(DebugDockTest, MarksLevelsAndReadsEveryLineAsRichText)
 {
     dock.append("a &amp; b"_q, loglevel::kNotification);
     dock.append("slow"_q, loglevel::kWarning);
@@ -101,7 +101,7 @@ TEST_F(DebugDock, MarksLevelsAndReadsEveryLineAsRichText)
     EXPECT_FALSE(format(3, 7).isAnchor());
 }
 
-TEST_F(DebugDock, ShowsABurstLittleByLittleInOrderAndScrollsToItsEnd)
+TEST_F(DebugDockTest, ShowsABurstLittleByLittleInOrderAndScrollsToItsEnd)
 {
     dock.show();
     append(100, QString(3600, QLatin1Char('x')) + QLatin1Char(' '));
@@ -116,7 +116,7 @@ TEST_F(DebugDock, ShowsABurstLittleByLittleInOrderAndScrollsToItsEnd)
     EXPECT_EQ(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
 }
 
-TEST_F(DebugDock, ClearEmptiesWhatWaitsAsWell)
+TEST_F(DebugDockTest, ClearEmptiesWhatWaitsAsWell)
 {
     append(1);
     dock.flush();
@@ -129,7 +129,7 @@ TEST_F(DebugDock, ClearEmptiesWhatWaitsAsWell)
     EXPECT_EQ(shown(), QStringList({"0"_q, "1"_q}));
 }
 
-TEST_F(DebugDock, HasThousandsOfLinesButNotWithoutEnd)
+TEST_F(DebugDockTest, HasThousandsOfLinesButNotWithoutEnd)
 {
     append(6000);
     dock.flush();
@@ -145,7 +145,7 @@ TEST_F(DebugDock, HasThousandsOfLinesButNotWithoutEnd)
     EXPECT_EQ(document.lastBlock().text(), "6999"_q) << "of too many at once the newest stay";
 }
 
-TEST_F(DebugDock, OpensLocalFoldersThatExistOnly)
+TEST_F(DebugDockTest, OpensLocalFoldersThatExistOnly)
 {
     const QTemporaryDir folder;
     QSignalSpy opened(&dock, &DockWidgetDebug::sigOpenFolder);
@@ -158,7 +158,7 @@ TEST_F(DebugDock, OpensLocalFoldersThatExistOnly)
     EXPECT_EQ(opened.first().first().toString(), folder.path());
 }
 
-TEST(WindowDialogs, WarningsDontWaitAndStandOnce)
+TEST(WindowDialogsTest, WarningsDontWaitAndStandOnce)
 {
     QWidget window;
     WindowDialogs dialogs(&window, {});
@@ -172,7 +172,7 @@ TEST(WindowDialogs, WarningsDontWaitAndStandOnce)
     EXPECT_EQ(dialogs.openBoxes(), 8);
 }
 
-TEST(WindowDialogs, AreQueuedFromOtherThreads)
+TEST(WindowDialogsTest, AreQueuedFromOtherThreads)
 {
     QWidget window;
     WindowDialogs dialogs(&window, {});

@@ -29,10 +29,10 @@ Metar Report(const std::wstring& text, const std::wstring& name = L"Somewhere")
 
 const std::wstring kFrankfurt = L"EDDF 251150Z 24012KT 9999 FEW020 09/04 Q1006";
 
-class MetarPage : public ::testing::Test
+class MetarPageTest : public ::testing::Test
 {
 protected:
-    MetarPage() { page.OnEnableGetMetarButton(true); }
+    MetarPageTest() { page.OnEnableGetMetarButton(true); }
 
     QString text(int row) const { return list.item(row)->text(); }
 
@@ -42,7 +42,7 @@ protected:
     QPushButton& button = *page.findChild<QPushButton*>("pushButton_searchMetar"_q);
 };
 
-TEST_F(MetarPage, NewestReportIsOnTopAndTheSameTextStandsOnce)
+TEST_F(MetarPageTest, NewestReportIsOnTopAndTheSameTextStandsOnce)
 {
     page.displayMetar(Report(kFrankfurt));
     page.displayMetar(Report(kFrankfurt));
@@ -57,7 +57,7 @@ TEST_F(MetarPage, NewestReportIsOnTopAndTheSameTextStandsOnce)
     EXPECT_EQ(list.item(0)->foreground().color(), QColor(Qt::black));
 }
 
-TEST_F(MetarPage, RowsAndTheirTipsArePlainText)
+TEST_F(MetarPageTest, RowsAndTheirTipsArePlainText)
 {
     page.displayMetar(Metar(L"NO WEATHER"));
     EXPECT_EQ(text(0), "No metar found"_q);
@@ -73,7 +73,7 @@ TEST_F(MetarPage, RowsAndTheirTipsArePlainText)
     EXPECT_TRUE(tip.contains("&lt;b&gt;Main"_q));
 }
 
-TEST_F(MetarPage, KeepsFiveHundredRows)
+TEST_F(MetarPageTest, KeepsFiveHundredRows)
 {
     for (int number = 0; number < 510; ++number) {
         page.displayMetar(Report(kFrankfurt + L" " + std::to_wstring(number)));
@@ -82,7 +82,7 @@ TEST_F(MetarPage, KeepsFiveHundredRows)
     EXPECT_TRUE(text(0).endsWith(" 509"_q));
 }
 
-TEST_F(MetarPage, ClickAndReturnAskForTheUppercasedCode)
+TEST_F(MetarPageTest, ClickAndReturnAskForTheUppercasedCode)
 {
     QSignalSpy requests(&page, &MainWidgetWeather::OnMetarRequest);
     QTest::mouseClick(&button, Qt::LeftButton);
@@ -95,7 +95,7 @@ TEST_F(MetarPage, ClickAndReturnAskForTheUppercasedCode)
     EXPECT_EQ(line.text(), "EDDF"_q);
 }
 
-TEST_F(MetarPage, UnknownCodeIsRedWithReadableText)
+TEST_F(MetarPageTest, UnknownCodeIsRedWithReadableText)
 {
     const QColor usual = line.palette().color(QPalette::Base);
     page.OnBackgroundIcao("XXXX"_q, false);
@@ -107,7 +107,7 @@ TEST_F(MetarPage, UnknownCodeIsRedWithReadableText)
     EXPECT_EQ(line.palette().color(QPalette::Base), usual);
 }
 
-TEST_F(MetarPage, RowsOpenTheNewestReportOfTheirStation)
+TEST_F(MetarPageTest, RowsOpenTheNewestReportOfTheirStation)
 {
     page.displayMetar(Report(kFrankfurt));
     page.displayMetar(Report(L"LAND 251150Z 24012KT 9999 09/04 Q1006", L"10637"));
@@ -125,7 +125,7 @@ TEST_F(MetarPage, RowsOpenTheNewestReportOfTheirStation)
     EXPECT_EQ(windowOf(1)->icao(), "10637"_q);
 }
 
-TEST_F(MetarPage, UpperAirTableHasTheHighestLevelOnTop)
+TEST_F(MetarPageTest, UpperAirTableHasTheHighestLevelOnTop)
 {
     QFile file(QStringLiteral(CIRRILON_TEST_DATA "/upperair/frankfurt.txt"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));

@@ -13,7 +13,7 @@
 namespace {
 
 /// The radar over the whole simulator side.
-class LinkedRadar : public ControllerFixture
+class LinkedRadarTest : public ControllerFixture
 {
 protected:
     void SetUp() override
@@ -38,7 +38,7 @@ protected:
     std::unique_ptr<WidgetRadar> radar;
 };
 
-TEST_F(LinkedRadar, GetsTheCloudsAndTheHeading)
+TEST_F(LinkedRadarTest, GetsTheCloudsAndTheHeading)
 {
     connectTo(2, 3);
     EXPECT_TRUE(note().startsWith("No picture yet"_q));
@@ -56,7 +56,7 @@ TEST_F(LinkedRadar, GetsTheCloudsAndTheHeading)
         << "turned by 270 degrees";
 }
 
-TEST_F(LinkedRadar, SaysWhyThereAreNone)
+TEST_F(LinkedRadarTest, SaysWhyThereAreNone)
 {
     EXPECT_TRUE(note().startsWith("Not connected"_q));
     request();

@@ -23,7 +23,7 @@
 
 namespace {
 
-TEST(RadarColour, GoesFromBlackOverGreenAndYellowToRed)
+TEST(RadarColourTest, GoesFromBlackOverGreenAndYellowToRed)
 {
     const std::pair<int, QColor> rows[] = {
         {0, {0, 0, 0}},      {1, {0, 20, 0}},    {12, {0, 240, 0}},   {13, {130, 255, 0}},
@@ -33,7 +33,7 @@ TEST(RadarColour, GoesFromBlackOverGreenAndYellowToRed)
     }
 }
 
-class Radar : public testing::Test
+class WidgetRadarTest : public testing::Test
 {
 protected:
     template <typename Widget>
@@ -64,7 +64,7 @@ protected:
     QSignalSpy log{&radar, &WidgetRadar::sigDebugString};
 };
 
-TEST_F(Radar, PaintsGridsOfAnyLengthRowByRow)
+TEST_F(WidgetRadarTest, PaintsGridsOfAnyLengthRowByRow)
 {
     EXPECT_EQ(radar.windowTitle(), "WeatherRadar"_q);
     std::vector<unsigned char> grid(65, 1);
@@ -88,7 +88,7 @@ TEST_F(Radar, PaintsGridsOfAnyLengthRowByRow)
     EXPECT_EQ(cell(63, 63).rect().bottomRight(), QPointF(400.0, 400.0));
 }
 
-TEST_F(Radar, TurnsWithTheAircraftHoweverOftenAndAtAnySize)
+TEST_F(WidgetRadarTest, TurnsWithTheAircraftHoweverOftenAndAtAnySize)
 {
     std::vector<unsigned char> grid(4096, 3);
     EXPECT_NEAR(turn(), 180.0, 1e-6);
@@ -103,7 +103,7 @@ TEST_F(Radar, TurnsWithTheAircraftHoweverOftenAndAtAnySize)
     }
 }
 
-TEST_F(Radar, AsksOnceOrAgainAndAgainWhileItIsShown)
+TEST_F(WidgetRadarTest, AsksOnceOrAgainAndAgainWhileItIsShown)
 {
     auto& refresh = child<QCheckBox>("checkBox_refreshClouds");
     auto& timer = child<QTimer>("timerRefresh");
@@ -129,7 +129,7 @@ TEST_F(Radar, AsksOnceOrAgainAndAgainWhileItIsShown)
     EXPECT_FALSE(timer.isActive());
 }
 
-TEST_F(Radar, SaysWhyThereIsNoPicture)
+TEST_F(WidgetRadarTest, SaysWhyThereIsNoPicture)
 {
     std::vector<unsigned char> grid(1, 26);
     radar.show();

@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(AirportTable, ReadsRowsOfTheBuiltInTable)
+TEST(AirportTableTest, ReadsRowsOfTheBuiltInTable)
 {
     const QVector<QAirport> airports = ReadAirportTable(
         "# "
@@ -22,7 +22,7 @@ TEST(AirportTable, ReadsRowsOfTheBuiltInTable)
     EXPECT_EQ(airports[2].Name, QStringLiteral("Z\u00FCrich"));
 }
 
-TEST(AirportTable, BrokenRowCostsItsLineOnly)
+TEST(AirportTableTest, BrokenRowCostsItsLineOnly)
 {
     const char* const broken[] = {
         "",
@@ -42,7 +42,7 @@ TEST(AirportTable, BrokenRowCostsItsLineOnly)
     }
 }
 
-TEST(AirportTable, ElevationOutOfRangeSaturates)
+TEST(AirportTableTest, ElevationOutOfRangeSaturates)
 {
     const std::pair<const char*, int> rows[] = {
         {"99999999999999999999", 2147483647}, {"-1e300", -2147483647 - 1}, {"high", 0}, {"nan", 0}};
@@ -52,7 +52,7 @@ TEST(AirportTable, ElevationOutOfRangeSaturates)
     }
 }
 
-TEST(AirportTable, OnlyTheUsersTableHasDecimalCommas)
+TEST(AirportTableTest, OnlyTheUsersTableHasDecimalCommas)
 {
     const QByteArray row = "# icao;name;country;elev;lat;lon;\nEDXX;Own;Germany;120;50,25;-8,75;\n";
     const QVector<QAirport> own = ReadAdditionalAirports(row);
@@ -62,7 +62,7 @@ TEST(AirportTable, OnlyTheUsersTableHasDecimalCommas)
     EXPECT_DOUBLE_EQ(ReadAirportTable(row)[0].Lat, 50.0);
 }
 
-TEST(AirportTable, HostileTextIsReadInOnePass)
+TEST(AirportTableTest, HostileTextIsReadInOnePass)
 {
     QByteArray text(2'000'000, ';');
     EXPECT_TRUE(ReadAirportTable(text).isEmpty());

@@ -29,7 +29,7 @@ public:
     using NavdataBase::pathOf;
 };
 
-TEST(NavdataBase, FindsTheFirstOrAllInTheirOrder)
+TEST(NavdataBaseTest, FindsTheFirstOrAllInTheirOrder)
 {
     Source source;
     source.readAirports({});
@@ -52,7 +52,7 @@ TEST(NavdataBase, FindsTheFirstOrAllInTheirOrder)
     EXPECT_EQ(latitudes, (QList<double>{4.0, 5.0, 1.0, 3.0})) << "appended";
 }
 
-TEST(NavdataBase, ASearchInVainLeavesTheResult)
+TEST(NavdataBaseTest, ASearchInVainLeavesTheResult)
 {
     Source source;
     source.readAirports({});
@@ -70,7 +70,7 @@ TEST(NavdataBase, ASearchInVainLeavesTheResult)
     EXPECT_FALSE(source.readWaypoints({}) || source.readNavaids({}));
 }
 
-TEST(NavdataBase, AFolderCountsFromThreeCharactersOn)
+TEST(NavdataBaseTest, AFolderCountsFromThreeCharactersOn)
 {
     Source source;
     const std::pair<QString, QString> rows[] = {
@@ -82,7 +82,7 @@ TEST(NavdataBase, AFolderCountsFromThreeCharactersOn)
     }
 }
 
-TEST(NavdataBase, TheUsersAirportsAreAppended)
+TEST(NavdataBaseTest, TheUsersAirportsAreAppended)
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath("airportsadd.dat"_q));

@@ -5,7 +5,7 @@
 
 namespace {
 
-TEST(NavigationRecords, AFreshWaypointHasNoLegAndFixedTemperatures)
+TEST(NavigationRecordsTest, AFreshWaypointHasNoLegAndFixedTemperatures)
 {
     const QWaypoint fresh;
     EXPECT_EQ(fresh.Type, 0);
@@ -20,7 +20,7 @@ TEST(NavigationRecords, AFreshWaypointHasNoLegAndFixedTemperatures)
     EXPECT_EQ(airport.Elevation, 302);
 }
 
-TEST(NavigationRecords, TypesHaveTheirTexts)
+TEST(NavigationRecordsTest, TypesHaveTheirTexts)
 {
     const char* const texts[] = {"unknown", "Airport", "VOR",          "VOR",     "Unknown", "NDB",
                                  "ILS",     "ILSD",    "Intersection", "Unknown", "Unknown"};
@@ -32,7 +32,7 @@ TEST(NavigationRecords, TypesHaveTheirTexts)
     }
 }
 
-TEST(NavigationRecords, AnAirportTakesWhatAStationHas)
+TEST(NavigationRecordsTest, AnAirportTakesWhatAStationHas)
 {
     std::wstring icao = L"EDDK";
     std::wstring name = L"K\u00F6ln";
@@ -44,7 +44,7 @@ TEST(NavigationRecords, AnAirportTakesWhatAStationHas)
     EXPECT_EQ(airport.Elevation, 302);
 }
 
-TEST(NavigationRecords, CourseAndDistanceLeadToTheOther)
+TEST(NavigationRecordsTest, CourseAndDistanceLeadToTheOther)
 {
     const QLatLon from{0.0, 0.0};
     const QLatLon east{0.0, 1.0};
@@ -53,7 +53,7 @@ TEST(NavigationRecords, CourseAndDistanceLeadToTheOther)
     EXPECT_NEAR(from.distanceTo(east), 60.1, 0.05);
 }
 
-TEST(NavigationRecords, TheRouteTextNamesAllWaypoints)
+TEST(NavigationRecordsTest, TheRouteTextNamesAllWaypoints)
 {
     QFlightplan plan;
     EXPECT_EQ(plan.routeText(), QString());

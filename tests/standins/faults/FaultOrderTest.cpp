@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(FaultOrder, OfAMessageIsReadAndWrittenBack)
+TEST(FaultOrderTest, OfAMessageIsReadAndWrittenBack)
 {
     for (const char* text :
          {"none", "silent", "slow:1500", "wrongid*2", "refuse:no room@5/11", "cut:10",
@@ -29,7 +29,7 @@ TEST(FaultOrder, OfAMessageIsReadAndWrittenBack)
     EXPECT_EQ(slow->count, 3);
 }
 
-TEST(FaultOrder, OfAPathIsReadOrRefusedWithAReason)
+TEST(FaultOrderTest, OfAPathIsReadOrRefusedWithAReason)
 {
     wxserver::Fault fault;
     QString reason;
@@ -54,7 +54,7 @@ TEST(FaultOrder, OfAPathIsReadOrRefusedWithAReason)
     }
 }
 
-TEST(FaultOrder, PatternsStandForPaths)
+TEST(FaultOrderTest, PatternsStandForPaths)
 {
     using faults::matchesPattern;
     EXPECT_TRUE(matchesPattern(QStringLiteral("/w*_*.gz"), QStringLiteral("/weather_noaa.gz")));

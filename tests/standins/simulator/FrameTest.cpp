@@ -6,7 +6,7 @@ namespace {
 
 using simulator::FrameReader;
 
-TEST(FrameReader, BreaksAtAHeaderThatIsNone)
+TEST(FrameReaderTest, BreaksAtAHeaderThatIsNone)
 {
     for (const char* header :
          {"@0005;0008;99999999;", "@0005;0008;-0000001;", "@ 005;0008;00000001;",

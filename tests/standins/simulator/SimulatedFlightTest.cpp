@@ -66,7 +66,7 @@ void expectGateToGate(SimulatedFlight& flight)
     EXPECT_GT(flight.fuelBurned(), 500.0);
 }
 
-TEST(SimulatedFlight, TheRecordedTrackGoesFromGateToGate)
+TEST(SimulatedFlightTest, TheRecordedTrackGoesFromGateToGate)
 {
     SimulatedFlight flight;
     expectGateToGate(flight);
@@ -75,7 +75,7 @@ TEST(SimulatedFlight, TheRecordedTrackGoesFromGateToGate)
     EXPECT_LT(seen.touchdown.DistanceTo(kDenverRunway), 0.3);
 }
 
-TEST(SimulatedFlight, GreatCirclesGoFromGateToGate)
+TEST(SimulatedFlightTest, GreatCirclesGoFromGateToGate)
 {
     using Row = std::tuple<aviation::Position, aviation::Position>;
     for (const auto& [from, to] :
@@ -88,7 +88,7 @@ TEST(SimulatedFlight, GreatCirclesGoFromGateToGate)
     EXPECT_TRUE(simulator::greatCircleTrack({50.0, 8.0}, {50.1, 8.0}).empty());
 }
 
-TEST(Track, TakesOddTextWithoutFalling)
+TEST(TrackTest, TakesOddTextWithoutFalling)
 {
     const QByteArray head = "time_utc,latitude,longitude,altitude_ft,onground\n";
     using Row = std::tuple<QByteArray, std::size_t>;

@@ -25,10 +25,10 @@ struct Row
     const char* moved;
 };
 
-class ReportTimes : public ::testing::TestWithParam<Row>
+class ReportTimesTest : public ::testing::TestWithParam<Row>
 {};
 
-TEST_P(ReportTimes, MovesWhatIsATimeAndNothingElse)
+TEST_P(ReportTimesTest, MovesWhatIsATimeAndNothingElse)
 {
     const Row& row = GetParam();
     EXPECT_EQ(row.move(row.report, {bundled(), hours(row.hours)}).toStdString(), row.moved)
@@ -72,6 +72,6 @@ const Row kRows[] = {
     {"cut", movedSynop, 1, "BBXX 41119", "BBXX 41119"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Reports, ReportTimes, ::testing::ValuesIn(kRows));
+INSTANTIATE_TEST_SUITE_P(Reports, ReportTimesTest, ::testing::ValuesIn(kRows));
 
 } // namespace

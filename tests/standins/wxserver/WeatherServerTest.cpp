@@ -144,7 +144,7 @@ TEST_F(WeatherServerTest, MisbehavesOnDemandAndRecovers)
     EXPECT_EQ(get(list).disposition, QByteArray());
 }
 
-TEST(ServerProgram, ReadsArgumentsAndOrders)
+TEST(ServerProgramTest, ReadsArgumentsAndOrders)
 {
     ServerOptions options;
     QString reason;

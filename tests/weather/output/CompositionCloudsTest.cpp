@@ -62,7 +62,7 @@ protected:
     }
 };
 
-TEST_F(CompositionCloudsTest, shapesALayerByTheWeather)
+TEST_F(CompositionCloudsTest, ShapesALayerByTheWeather)
 {
     struct Row
     {
@@ -102,7 +102,7 @@ TEST_F(CompositionCloudsTest, shapesALayerByTheWeather)
     EXPECT_EQ(LayerOf(CloudsOf(SkyOf({9, 3, 3000, -1, 0})).Cloud[0]), (Layer{915, 1914, 9, 1, 2}));
 }
 
-TEST_F(CompositionCloudsTest, followsTheOptions)
+TEST_F(CompositionCloudsTest, FollowsTheOptions)
 {
     options.turbulenceInCloud = false;
     options.icingInClouds = false;
@@ -117,7 +117,7 @@ TEST_F(CompositionCloudsTest, followsTheOptions)
     }
 }
 
-TEST_F(CompositionCloudsTest, pushesOverlappingLayersApart)
+TEST_F(CompositionCloudsTest, PushesOverlappingLayersApart)
 {
     const std::pair<const char*, std::vector<std::pair<int, int>>> rows[] = {
         {"FEW030 BKN035", {{915, 1064}, {1067, 1567}}},
@@ -139,7 +139,7 @@ TEST_F(CompositionCloudsTest, pushesOverlappingLayersApart)
     }
 }
 
-TEST_F(CompositionCloudsTest, measuresLayersFromTheSea)
+TEST_F(CompositionCloudsTest, MeasuresLayersFromTheSea)
 {
     const NewWeather high = CloudsOf(Sky("RA FEW030", "15/08", 5000));
     EXPECT_EQ(LayerOf(high.Cloud[0]), (Layer{2439, 6439, 9, 0, 2, 0, 1, 2}));
@@ -153,7 +153,7 @@ TEST_F(CompositionCloudsTest, measuresLayersFromTheSea)
 
 using CompositionCloudCodesTest = CompositionCloudsTest;
 
-TEST_F(CompositionCloudCodesTest, shapeLayersByTheWeatherAndAddSomeWithMixedClouds)
+TEST_F(CompositionCloudCodesTest, ShapeLayersByTheWeatherAndAddSomeWithMixedClouds)
 {
     struct Row
     {
@@ -234,7 +234,7 @@ TEST_F(CompositionCloudCodesTest, shapeLayersByTheWeatherAndAddSomeWithMixedClou
     }
 }
 
-TEST_F(CompositionCloudCodesTest, changesTheMainLayerOfSpreadOutCumulusOnlyWhenMixed)
+TEST_F(CompositionCloudCodesTest, ChangesTheMainLayerOfSpreadOutCumulusOnlyWhenMixed)
 {
     options.mixedClouds = true;
     const NewWeather record = CloudsOf(Sky("RA FEW030"), CloudCodes(4, 0, 0));
@@ -244,7 +244,7 @@ TEST_F(CompositionCloudCodesTest, changesTheMainLayerOfSpreadOutCumulusOnlyWhenM
     EXPECT_EQ(record.Cloud[0].PrecipBase, 1);
 }
 
-TEST_F(CompositionCloudCodesTest, choosesTheBandByTheBaseAndSparesThunderclouds)
+TEST_F(CompositionCloudCodesTest, ChoosesTheBandByTheBaseAndSparesThunderclouds)
 {
     const Synop synop = CloudCodes(3, 1, 7);
     const std::tuple<Cloud, int, int> rows[] = {
@@ -260,7 +260,7 @@ TEST_F(CompositionCloudCodesTest, choosesTheBandByTheBaseAndSparesThunderclouds)
     EXPECT_EQ(CloudsOf(SkyOf({0, 2, 25001, -1, 0}), synop).Cloud[0].UpperAlt, 7721);
 }
 
-TEST_F(CompositionCloudCodesTest, believesASynopUpToTwoHundredMiles)
+TEST_F(CompositionCloudCodesTest, BelievesASynopUpToTwoHundredMiles)
 {
     const auto typeAt = [this](double nm) {
         return CloudsOf(Sky("FEW030"), CloudCodes(6, 0, 0, North(nm))).Cloud[0].Type;
@@ -270,7 +270,7 @@ TEST_F(CompositionCloudCodesTest, believesASynopUpToTwoHundredMiles)
     EXPECT_EQ(CloudsOf(Sky("FEW030"), CloudCodes(6, 0, 0, {})).Cloud[0].Type, 9);
 }
 
-TEST_F(CompositionCloudCodesTest, endsLowCloudsWhereTheAirDries)
+TEST_F(CompositionCloudCodesTest, EndsLowCloudsWhereTheAirDries)
 {
     const Grib grib = GribOf({{92, 800, "10004"}, {85, 1500, "08005"}, {70, 3100, "00160"}});
     EXPECT_EQ(CloudsOf(Sky("FEW030"), CloudCodes(2, 0, 0), grib).Cloud[0].UpperAlt, 1499);
@@ -280,7 +280,7 @@ TEST_F(CompositionCloudCodesTest, endsLowCloudsWhereTheAirDries)
     EXPECT_EQ(CloudsOf(Sky("FEW030"), CloudCodes(2, 0, 0), moist).Cloud[0].UpperAlt, 5599);
 }
 
-TEST_F(CompositionCloudsTest, countsEightLayersAtMost)
+TEST_F(CompositionCloudsTest, CountsEightLayersAtMost)
 {
     const Synop mixing = CloudCodes(5, 0, 0);
     const auto count = [&](int clouds, bool mixed) {
@@ -303,7 +303,7 @@ TEST_F(CompositionCloudsTest, countsEightLayersAtMost)
     EXPECT_EQ(count(9, false), 9);
 }
 
-TEST_F(CompositionCloudsTest, makesUpACirrusUnlessTheSkyHasOne)
+TEST_F(CompositionCloudsTest, MakesUpACirrusUnlessTheSkyHasOne)
 {
     random.setNumbers({21000, 11});
     const NewWeather made = CloudsOf(Sky("FEW030"));
@@ -319,7 +319,7 @@ TEST_F(CompositionCloudsTest, makesUpACirrusUnlessTheSkyHasOne)
     EXPECT_EQ(CloudsOf(Sky("FEW030")).nCloudCtr, 1);
 }
 
-TEST_F(CompositionCloudsTest, fillsFs2004FogWithStratus)
+TEST_F(CompositionCloudsTest, FillsFs2004FogWithStratus)
 {
     const auto foggy = [this](const std::string& groups) {
         return CloudsOf(MetarOf("EDDF 011220Z 00000KT " + groups + " 05/05 Q1013", 364));
@@ -342,7 +342,7 @@ TEST_F(CompositionCloudsTest, fillsFs2004FogWithStratus)
     EXPECT_EQ(foggy("0800 FG FEW020").nCloudCtr, 1);
 }
 
-TEST_F(CompositionCloudsTest, keepsCavokClearInRealAir)
+TEST_F(CompositionCloudsTest, KeepsCavokClearInRealAir)
 {
     Metar metar = MetarOf("EDDF 011220Z 27010KT CAVOK 40/M20 Q1013");
     EXPECT_EQ(CloudsOf(metar).nCloudCtr, 0);

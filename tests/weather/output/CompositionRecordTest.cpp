@@ -9,7 +9,7 @@ using CompositionRecordTest = CompositionTest;
 
 const char* const kQuiet = "EDDF 011220Z 27010KT 9999 FEW030 15/08 Q1013";
 
-TEST_F(CompositionRecordTest, clearsTheGlobalStation)
+TEST_F(CompositionRecordTest, ClearsTheGlobalStation)
 {
     Metar metar = MetarOf(kQuiet, 364);
     metar.setIcao(L"GLOB");
@@ -24,7 +24,7 @@ TEST_F(CompositionRecordTest, clearsTheGlobalStation)
     EXPECT_EQ(Compose(MetarOf(kQuiet, -1266)).Elev, -25288821);
 }
 
-TEST_F(CompositionRecordTest, storesSixteenthsOfPressure)
+TEST_F(CompositionRecordTest, StoresSixteenthsOfPressure)
 {
     const std::pair<float, int> rows[] = {
         {1013.2F, 16211}, {850.0F, 16208}, {899.9F, 16208}, {900.0F, 14400}, {1050.0F, 16800}};
@@ -35,7 +35,7 @@ TEST_F(CompositionRecordTest, storesSixteenthsOfPressure)
     }
 }
 
-TEST_F(CompositionRecordTest, replacesAnOldMetarByTheSynop)
+TEST_F(CompositionRecordTest, ReplacesAnOldMetarByTheSynop)
 {
     const Synop synop = SynopOf("AAXX 01123 10637 46/57 /2030 10124 20082 40150");
     for (const bool old : {false, true}) {
@@ -49,7 +49,7 @@ TEST_F(CompositionRecordTest, replacesAnOldMetarByTheSynop)
     }
 }
 
-TEST_F(CompositionRecordTest, survivesAbsurdValues)
+TEST_F(CompositionRecordTest, SurvivesAbsurdValues)
 {
     constexpr float kHuge = 3.0e38F;
     Metar metar = MetarOf(kQuiet);

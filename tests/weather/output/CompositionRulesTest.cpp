@@ -19,7 +19,7 @@ std::vector<GribLevel> LevelsOf(const std::vector<std::pair<int, float>>& air)
     return levels;
 }
 
-TEST(CompositionRulesTest, findsTheTopWhereTheAirDries)
+TEST(CompositionRulesTest, FindsTheTopWhereTheAirDries)
 {
     struct Row
     {

@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(CompositionVisibilityTest, snapsTheSurfaceRangeToShownSteps)
+TEST_F(CompositionVisibilityTest, SnapsTheSurfaceRangeToShownSteps)
 {
     const std::pair<int, int> rows[] = {{0, 0},       {199, 199},   {200, 372},   {372, 372},
                                         {373, 497},   {497, 497},   {498, 994},   {994, 994},
@@ -36,7 +36,7 @@ TEST_F(CompositionVisibilityTest, snapsTheSurfaceRangeToShownSteps)
     }
 }
 
-TEST_F(CompositionVisibilityTest, opensTenKilometresByOptionOrNearSynop)
+TEST_F(CompositionVisibilityTest, OpensTenKilometresByOptionOrNearSynop)
 {
     struct Row
     {
@@ -62,7 +62,7 @@ TEST_F(CompositionVisibilityTest, opensTenKilometresByOptionOrNearSynop)
     }
 }
 
-TEST_F(CompositionVisibilityTest, opensUpInLayersForTheirSimulators)
+TEST_F(CompositionVisibilityTest, OpensUpInLayersForTheirSimulators)
 {
     for (const aviation::FsId simulator : {0, 1, 2, 9, 10, 12, 13}) {
         options.simulator = simulator;
@@ -82,7 +82,7 @@ TEST_F(CompositionVisibilityTest, opensUpInLayersForTheirSimulators)
     VisibilityOf(MetarWith(5000, 30001), {}, composition::visibilityresult::kElevationTooHigh);
 }
 
-TEST_F(CompositionVisibilityTest, closesTheSkyAtTheHighestVisibility)
+TEST_F(CompositionVisibilityTest, ClosesTheSkyAtTheHighestVisibility)
 {
     options.visMax = 50500;
     const NewWeather fsuipc = VisibilityOf(MetarWith(9999));

@@ -31,7 +31,7 @@ protected:
     }
 };
 
-TEST_F(CompositionWindTest, takesTheSurfaceWindFromTheFirstReportThatHasOne)
+TEST_F(CompositionWindTest, TakesTheSurfaceWindFromTheFirstReportThatHasOne)
 {
     struct Row
     {
@@ -66,7 +66,7 @@ TEST_F(CompositionWindTest, takesTheSurfaceWindFromTheFirstReportThatHasOne)
     EXPECT_EQ(record.Wind[0].Speed, 0);
 }
 
-TEST_F(CompositionWindTest, addsTheVariationToTheSurfaceOnlyAndWraps)
+TEST_F(CompositionWindTest, AddsTheVariationToTheSurfaceOnlyAndWraps)
 {
     const Grib grib = GribOf({{85, 1500, "15050", "27010"}});
     const NewWeather east = WindsOf(MetarOf(Report("27010KT")), {}, grib, 3.0);
@@ -78,7 +78,7 @@ TEST_F(CompositionWindTest, addsTheVariationToTheSurfaceOnlyAndWraps)
     EXPECT_EQ(WindsOf(MetarOf(Report("36005KT"))).Wind[0].Dir, 0);
 }
 
-TEST_F(CompositionWindTest, turnsTheSecondLayerFromTheDirectionOfTheMetarItself)
+TEST_F(CompositionWindTest, TurnsTheSecondLayerFromTheDirectionOfTheMetarItself)
 {
     EXPECT_EQ(WindsOf(MetarOf(Report("35010KT"))).Wind[1].Dir, Steps(5));
     // the surface wind comes from the model, the turn starts from the calm METAR
@@ -87,7 +87,7 @@ TEST_F(CompositionWindTest, turnsTheSecondLayerFromTheDirectionOfTheMetarItself)
     EXPECT_EQ(record.Wind[1].Dir, Steps(15));
 }
 
-TEST_F(CompositionWindTest, derivesTurbulenceFromTheSpeed)
+TEST_F(CompositionWindTest, DerivesTurbulenceFromTheSpeed)
 {
     const std::pair<const char*, int> rows[] = {{"27009KT", 0}, {"27010KT", 1}, {"27014KT", 1},
                                                 {"27015KT", 2}, {"27019KT", 2}, {"27020KT", 3},
@@ -103,7 +103,7 @@ TEST_F(CompositionWindTest, derivesTurbulenceFromTheSpeed)
     }
 }
 
-TEST_F(CompositionWindTest, makesGustAndVarianceByReportAndOption)
+TEST_F(CompositionWindTest, MakesGustAndVarianceByReportAndOption)
 {
     const std::tuple<const char*, bool, int, int> rows[] = {
         {"27010KT", true, 5, 3640},
@@ -130,7 +130,7 @@ TEST_F(CompositionWindTest, makesGustAndVarianceByReportAndOption)
     }
 }
 
-TEST_F(CompositionWindTest, opensTheWholeCircleForADirectionOfMinusOne)
+TEST_F(CompositionWindTest, OpensTheWholeCircleForADirectionOfMinusOne)
 {
     Metar metar = MetarOf(Report("27010KT"));
     metar.setWind({-1.0F, 5.0F, 0.0F, 0.0F});
@@ -140,7 +140,7 @@ TEST_F(CompositionWindTest, opensTheWholeCircleForADirectionOfMinusOne)
     EXPECT_EQ(record.Wind[1].Dir, Steps(14));
 }
 
-TEST_F(CompositionWindTest, putsTheSurfaceLayersOnTopOfTheStation)
+TEST_F(CompositionWindTest, PutsTheSurfaceLayersOnTopOfTheStation)
 {
     const std::pair<int, int> rows[] = {{0, 0},    {364, 110},   {-1, 0},      {-3, 0},
                                         {-4, 200}, {-1266, 200}, {14472, 4411}};
@@ -154,7 +154,7 @@ TEST_F(CompositionWindTest, putsTheSurfaceLayersOnTopOfTheStation)
     }
 }
 
-TEST_F(CompositionWindTest, truncatesTemperaturesTowardsZero)
+TEST_F(CompositionWindTest, TruncatesTemperaturesTowardsZero)
 {
     Metar metar = MetarOf(Report("27010KT"));
     metar.setTemperature(-0.6F);
@@ -166,7 +166,7 @@ TEST_F(CompositionWindTest, truncatesTemperaturesTowardsZero)
     EXPECT_EQ(record.Temp[1].Dew, -3);
 }
 
-TEST_F(CompositionWindTest, makesALayerOfEachLevelAThousandFeetAboveTheStation)
+TEST_F(CompositionWindTest, MakesALayerOfEachLevelAThousandFeetAboveTheStation)
 {
     // 305 metres are 1000.6 feet
     const Grib grib = GribOf(
@@ -187,7 +187,7 @@ TEST_F(CompositionWindTest, makesALayerOfEachLevelAThousandFeetAboveTheStation)
     }
 }
 
-TEST_F(CompositionWindTest, thinsOutTheLowerLevelsForThemeFiles)
+TEST_F(CompositionWindTest, ThinsOutTheLowerLevelsForThemeFiles)
 {
     std::vector<Level> levels;
     for (int i = 0; i < 14; ++i) {
@@ -202,7 +202,7 @@ TEST_F(CompositionWindTest, thinsOutTheLowerLevelsForThemeFiles)
     EXPECT_EQ(heights, (std::vector<int>{1000, 2000, 3000, 4000, 5000, 6000, 6500, 7000, 7500}));
 }
 
-TEST_F(CompositionWindTest, staysInsideTheRecordWithThousandsOfLevels)
+TEST_F(CompositionWindTest, StaysInsideTheRecordWithThousandsOfLevels)
 {
     const std::vector<Level> levels(5000, Level{50, 5500, "15050", "27010"});
     const Grib grib = GribOf(levels);

@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(ObservationStringTest, spreadsTheVariableSectorAroundTheDirection)
+TEST_F(ObservationStringTest, SpreadsTheVariableSectorAroundTheDirection)
 {
     const std::tuple<std::uint16_t, std::uint16_t, const char*> rows[] = {
         {49152, 3640, " 260V279 "}, // 270 and 9.5 degrees to each side
@@ -40,7 +40,7 @@ TEST_F(ObservationStringTest, spreadsTheVariableSectorAroundTheDirection)
     }
 }
 
-TEST_F(ObservationStringTest, listsTheWindsAloft)
+TEST_F(ObservationStringTest, ListsTheWindsAloft)
 {
     NewWeather record = Plain();
     const auto aloft = [&record](int winds, int temperatures) {
@@ -62,7 +62,7 @@ TEST_F(ObservationStringTest, listsTheWindsAloft)
     EXPECT_EQ(std::count(all.begin(), all.end(), '|'), 22);
 }
 
-TEST(RelabelObservationTest, replacesFourCharactersByAnotherName)
+TEST(RelabelObservationTest, ReplacesFourCharactersByAnotherName)
 {
     const std::pair<const char*, const char*> rows[] = {
         {"EDDF 011220Z", "GLOB 011220Z"}, {"ABC", "GLOB"}, {"", "GLOB"}};

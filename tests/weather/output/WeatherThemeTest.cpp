@@ -11,7 +11,7 @@ namespace {
 
 using aviation::Position;
 
-TEST(WeatherTheme, BlocksHoldWhatTheRecordHoldsAndAreNeverNegative)
+TEST(WeatherThemeTest, BlocksHoldWhatTheRecordHoldsAndAreNeverNegative)
 {
     NewWeather record;
     record.nWindCtr = 24;
@@ -27,7 +27,7 @@ TEST(WeatherTheme, BlocksHoldWhatTheRecordHoldsAndAreNeverNegative)
     EXPECT_EQ(bytes.mid(6, 16).toHex(), "18000000010000001000000018000000");
 }
 
-TEST(ThemeGridPositions, CountsCellsByTheRange)
+TEST(ThemeGridPositionsTest, CountsCellsByTheRange)
 {
     const std::pair<int, int> rows[] = {{100, 5}, {35, 2},   {34, 1},          {18, 1},
                                         {17, 0},  {-100, 0}, {2147483647, 625}};
@@ -44,7 +44,7 @@ ThemeStation StationAt(double latitude, float qnh)
     return MakeThemeStation(NewWeather(), qnh, Position(latitude, 8.0));
 }
 
-TEST(KeepNearestStation, CarriesTheCloseStationOver)
+TEST(KeepNearestStationTest, CarriesTheCloseStationOver)
 {
     const Position aircraft(50.0, 8.0);
     /// Latitudes of the former stations, QNHs of the new ones afterwards; 900 and up are former.
@@ -68,7 +68,7 @@ TEST(KeepNearestStation, CarriesTheCloseStationOver)
     }
 }
 
-TEST(WriteTheme, FailureLeavesNoHalfFile)
+TEST(WriteThemeTest, FailureLeavesNoHalfFile)
 {
     const QTemporaryDir folder;
     const ThemeGrid grid = MakeThemeGrid({StationAt(50.0, 1013.0F)}, 0);

@@ -36,7 +36,7 @@ protected:
     QSignalSpy progressSpy{&wrapper, &WeatherWrapper::sigProgress};
 };
 
-TEST_F(WeatherWrapperTest, keepsTextsWholeOnTheirWayToTheStoreAndBack)
+TEST_F(WeatherWrapperTest, KeepsTextsWholeOnTheirWayToTheStoreAndBack)
 {
     wrapper.addAirport({QString::fromUtf8("Zürich \xF0\x9D\x94\xB8"), QStringLiteral("LSZH"),
                         QStringLiteral("Switzerland"), 47.46, 8.55, 1416});
@@ -58,7 +58,7 @@ TEST_F(WeatherWrapperTest, keepsTextsWholeOnTheirWayToTheStoreAndBack)
     EXPECT_EQ(wrapper.failedSynopStations(), QStringList(QStringLiteral("99999")));
 }
 
-TEST_F(WeatherWrapperTest, passesProgressAndLogOn)
+TEST_F(WeatherWrapperTest, PassesProgressAndLogOn)
 {
     wrapper.addAirports({{QString(), QStringLiteral("EDDF"), QString(), 50.03, 8.57, 364}});
     wrapper.initializeWeather(QStringLiteral("EDDF 011220Z 27010KT 9999 15/08 Q1013\n"), 1);
@@ -69,7 +69,7 @@ TEST_F(WeatherWrapperTest, passesProgressAndLogOn)
     EXPECT_EQ(progressSpy.last().mid(0, 2), QList<QVariant>({0, 0}));
 }
 
-TEST_F(WeatherWrapperTest, keepsTheFirstReportOfAStationFromTheNoaaSourceOnly)
+TEST_F(WeatherWrapperTest, KeepsTheFirstReportOfAStationFromTheNoaaSourceOnly)
 {
     wrapper.addAirports({{QString(), QStringLiteral("EDDF"), QString(), 50.03, 8.57, 364}});
     const QString text = QStringLiteral("EDDF 011220Z 27010KT 9999 15/08 Q1013\n"
@@ -82,7 +82,7 @@ TEST_F(WeatherWrapperTest, keepsTheFirstReportOfAStationFromTheNoaaSourceOnly)
     EXPECT_EQ(wrapper.getMetars().front().reportText(), L"EDDF 011220Z 27010KT 9999 15/08 Q1013");
 }
 
-TEST_F(WeatherWrapperTest, composesWithTheOptionsAsTheyStandAndLogsTheRecord)
+TEST_F(WeatherWrapperTest, ComposesWithTheOptionsAsTheyStandAndLogsTheRecord)
 {
     Metar metar(L"EDDF 011220Z 27010KT 9999 FEW030 15/08 Q1013");
     metar.Decode();
@@ -103,7 +103,7 @@ TEST_F(WeatherWrapperTest, composesWithTheOptionsAsTheyStandAndLogsTheRecord)
     EXPECT_TRUE(Told(debugSpy, 0, QStringLiteral("(WeatherWrapper) - set max vis: 50km")));
 }
 
-TEST_F(WeatherWrapperTest, logsTheRecordOnlyWhereDebugLinesAreTaken)
+TEST_F(WeatherWrapperTest, LogsTheRecordOnlyWhereDebugLinesAreTaken)
 {
     for (const auto& [level, lines] :
          {std::pair(loglevel::kNotification, 0), std::pair(loglevel::kNothing, 0),
@@ -117,7 +117,7 @@ TEST_F(WeatherWrapperTest, logsTheRecordOnlyWhereDebugLinesAreTaken)
     }
 }
 
-TEST_F(WeatherWrapperTest, readsEveryCompositionOption)
+TEST_F(WeatherWrapperTest, ReadsEveryCompositionOption)
 {
     const std::tuple<void (Settings::*)(int), int CompositionOptions::*, int> numbers[] = {
         {&Settings::setInterfaceType, &CompositionOptions::interfaceType, 4},
@@ -149,7 +149,7 @@ TEST_F(WeatherWrapperTest, readsEveryCompositionOption)
     }
 }
 
-TEST(CompositionOptionsTest, drawsTheCavokCloudOnlyWhereTheSettingMeansRandom)
+TEST(CompositionOptionsTest, DrawsTheCavokCloudOnlyWhereTheSettingMeansRandom)
 {
     const std::array<int, 4> rows[] = {
         {7, 9999, 7, 9999}, {8, 5000, 4, 5000}, {1, 10000, 1, 5010}, {8, 10000, 4, 5022}};

@@ -24,10 +24,10 @@ const Grib kGrib = [] {
 }();
 
 /// The random numbers make a cirrus of 3 octas at 40000 feet.
-class XPlaneRecord : public CompositionTest
+class XPlaneRecordTest : public CompositionTest
 {
 protected:
-    XPlaneRecord() { random.setNumbers({7000, 3}); }
+    XPlaneRecordTest() { random.setNumbers({7000, 3}); }
 
     static Metar DecodedMetar(const std::string& text) { return MetarOf(text, 364); }
     static Metar WithGroups(const std::string& groups)
@@ -57,7 +57,7 @@ void ExpectCloud(const XPlaneCloud& cloud, const XPlaneCloud& wanted)
     EXPECT_NEAR(cloud.Top, wanted.Top, 0.5F);
 }
 
-TEST_F(XPlaneRecord, CoverageOfBothGenerations)
+TEST_F(XPlaneRecordTest, CoverageOfBothGenerations)
 {
     options.generateCirrus = false;
     const std::tuple<const char*, XPlaneCloud, XPlaneCloud> rows[] = {
@@ -77,7 +77,7 @@ TEST_F(XPlaneRecord, CoverageOfBothGenerations)
     }
 }
 
-TEST_F(XPlaneRecord, TopsFollowHumidityAndRain)
+TEST_F(XPlaneRecordTest, TopsFollowHumidityAndRain)
 {
     const std::pair<const char*, double> rows[] = {
         {"9999 BKN014", 4780.0},
@@ -95,7 +95,7 @@ TEST_F(XPlaneRecord, TopsFollowHumidityAndRain)
     EXPECT_NEAR(generate(DecodedMetar(kFair), {}, Grib()).Clouds[0].Top, 2264 / 3.2808, 0.5);
 }
 
-TEST_F(XPlaneRecord, VisibilityByReportsAndOptions)
+TEST_F(XPlaneRecordTest, VisibilityByReportsAndOptions)
 {
     EXPECT_EQ(generate(DecodedMetar(kFair)).Vis, 30000000.0F);
     EXPECT_EQ(generate(DecodedMetar(kFair), DecodedSynop(49.0)).Vis, 25000.0F);
@@ -109,7 +109,7 @@ TEST_F(XPlaneRecord, VisibilityByReportsAndOptions)
     EXPECT_EQ(generate(DecodedMetar(kFair)).Vis, 40000.0F);
 }
 
-TEST_F(XPlaneRecord, SynopCirrusTakesThePlaceOfTheRandomOne)
+TEST_F(XPlaneRecordTest, SynopCirrusTakesThePlaceOfTheRandomOne)
 {
     const XPlaneWeather near = generate(DecodedMetar(kFair), DecodedSynop(49.0));
     ExpectCloud(near.Clouds[1], {1, 1.0F, 8645.5F, 8797.9F});
@@ -118,7 +118,7 @@ TEST_F(XPlaneRecord, SynopCirrusTakesThePlaceOfTheRandomOne)
     ExpectCloud(far.Clouds[1], {1, 1.0F, 12191.0F, 12241.0F});
 }
 
-TEST_F(XPlaneRecord, CavokGetsACloudFromOptionsOrSynop)
+TEST_F(XPlaneRecordTest, CavokGetsACloudFromOptionsOrSynop)
 {
     const Metar cavok = WithGroups("CAVOK");
     m_generation = XPlaneGeneration::Twelve;
@@ -132,7 +132,7 @@ TEST_F(XPlaneRecord, CavokGetsACloudFromOptionsOrSynop)
     ExpectCloud(generate(cavok).Clouds[0], {0, 0.375F, 12191.0F, 12241.0F});
 }
 
-TEST_F(XPlaneRecord, FourthLayerIsDroppedAndLogged)
+TEST_F(XPlaneRecordTest, FourthLayerIsDroppedAndLogged)
 {
     generate(WithGroups("9999 FEW010 SCT050 BKN060"));
     EXPECT_TRUE(logged.empty());
@@ -141,7 +141,7 @@ TEST_F(XPlaneRecord, FourthLayerIsDroppedAndLogged)
     EXPECT_EQ(logged[0].first, "(Weather Converter) - XPlane clouds > 3");
 }
 
-TEST_F(XPlaneRecord, MistUnderAnEmptySky)
+TEST_F(XPlaneRecordTest, MistUnderAnEmptySky)
 {
     options.generateStratus = true;
     const Metar mist = WithGroups("5000 RA BR");
@@ -153,7 +153,7 @@ TEST_F(XPlaneRecord, MistUnderAnEmptySky)
     EXPECT_NE(generate(mist).Clouds[0].Type, 5);
 }
 
-TEST_F(XPlaneRecord, RainAndThunderByIntensity)
+TEST_F(XPlaneRecordTest, RainAndThunderByIntensity)
 {
     const std::tuple<const char*, float, float> rows[] = {
         {"9999 -RA BKN014", 0.2F, 0.0F},  {"9999 SHSN BKN014", 0.25F, 0.0F},
@@ -167,7 +167,7 @@ TEST_F(XPlaneRecord, RainAndThunderByIntensity)
     }
 }
 
-TEST_F(XPlaneRecord, SurfaceWindAndItsShear)
+TEST_F(XPlaneRecordTest, SurfaceWindAndItsShear)
 {
     /// Wind of the METAR, miles to the SYNOP; direction, speed and shear.
     const std::tuple<Wind, double, float, float, float> rows[] = {
@@ -191,7 +191,7 @@ TEST_F(XPlaneRecord, SurfaceWindAndItsShear)
     EXPECT_EQ(generate(DecodedMetar(kThunder)).Winds[0].Turbulence, 0.0F);
 }
 
-TEST_F(XPlaneRecord, ThinUpperAirIsAskedAtTwoHeights)
+TEST_F(XPlaneRecordTest, ThinUpperAirIsAskedAtTwoHeights)
 {
     const XPlaneWeather record = generate(DecodedMetar(kFair), {}, Grib());
     ASSERT_EQ(record.Winds.size(), 3U);
@@ -200,7 +200,7 @@ TEST_F(XPlaneRecord, ThinUpperAirIsAskedAtTwoHeights)
     EXPECT_EQ(record.Winds[2].Marker, -100.0F);
 }
 
-TEST_F(XPlaneRecord, FileTextTakesFromANearSynopWhatTheMetarLacks)
+TEST_F(XPlaneRecordTest, FileTextTakesFromANearSynopWhatTheMetarLacks)
 {
     const Metar calm = DecodedMetar("EDDF 011150Z /////KT 9999 05/M02 Q1021");
     const std::pair<double, const char*> rows[] = {

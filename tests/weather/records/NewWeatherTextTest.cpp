@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(NewWeatherText, PrintsEveryFieldInTheOrderOfTheBridge)
+TEST(NewWeatherTextTest, PrintsEveryFieldInTheOrderOfTheBridge)
 {
     NewWeather record;
     record.Command = 2;
@@ -37,7 +37,7 @@ TEST(NewWeatherText, PrintsEveryFieldInTheOrderOfTheBridge)
               "PrecipBase=-112:PrecipType=1:PrecipRate=2:TopShape=0|}");
 }
 
-TEST(NewWeatherText, CountsBeyondTheSlotsReadNoForeignMemory)
+TEST(NewWeatherTextTest, CountsBeyondTheSlotsReadNoForeignMemory)
 {
     NewWeather record;
     record.nTempCtr = -7;

@@ -21,7 +21,7 @@ std::wstring Repeated(std::wstring_view piece, std::size_t count)
 }
 
 /// Nothing here may hang, grow beyond its input or leave something that a search finds.
-TEST(HostileText, IsTakenByEveryKind)
+TEST(HostileTextTest, IsTakenByEveryKind)
 {
     const std::pair<std::wstring_view, std::size_t> rows[] = {
         {L"A", 3'000'000},       {std::wstring_view(L"\0", 1), kMany},
@@ -48,7 +48,7 @@ TEST(HostileText, IsTakenByEveryKind)
     }
 }
 
-TEST(HostileReports, LongReportCostsItsOwnLineOnly)
+TEST(HostileReportsTest, LongReportCostsItsOwnLineOnly)
 {
     WeatherManager store;
     store.AddAirport(MakeStation(L"EDDF", 50, 8));
@@ -62,7 +62,7 @@ TEST(HostileReports, LongReportCostsItsOwnLineOnly)
     EXPECT_TRUE(store.SearchMetar(aviation::Position(50, 8), metar));
 }
 
-TEST(HostileReports, ManyReportsOfOneStationStayFast)
+TEST(HostileReportsTest, ManyReportsOfOneStationStayFast)
 {
     WeatherManager store;
     store.AddAirport(MakeStation(L"EDDF", 50, 8));

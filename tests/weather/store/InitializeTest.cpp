@@ -10,10 +10,10 @@ namespace {
 using Names = std::vector<std::wstring>;
 
 /// Noon of the day that the reports here are of.
-class Initialize : public ::testing::Test
+class InitializeTest : public ::testing::Test
 {
 protected:
-    Initialize()
+    InitializeTest()
     {
         m_store.AddAirports(
             {MakeStation(L"EDDF", 50.03, 8.57, 364), MakeStation(L"KDEN", 39.86, -104.67, 5431)});
@@ -30,7 +30,7 @@ protected:
     ListeningStore m_store;
 };
 
-TEST_F(Initialize, PlacesMetarsByTheAirportTable)
+TEST_F(InitializeTest, PlacesMetarsByTheAirportTable)
 {
     metars(L"EDDF 0112\n"
            L"2019/07/01 11:50\n"
@@ -45,7 +45,7 @@ TEST_F(Initialize, PlacesMetarsByTheAirportTable)
     EXPECT_EQ(metar.time(), 1561981980) << "the report's own time, not the table's";
 }
 
-TEST_F(Initialize, ListsMetarsWithoutAnAirport)
+TEST_F(InitializeTest, ListsMetarsWithoutAnAirport)
 {
     metars(L"XXXX 011150Z 18005KT 9999 21/10 Q1013\n"
            L"EDDF 011150Z 18005KT 9999 21/10 Q1013\n"
@@ -55,7 +55,7 @@ TEST_F(Initialize, ListsMetarsWithoutAnAirport)
     EXPECT_EQ(m_store.FailedMetarStations(), (Names{L"XXXX", L"YYYY", L"XXXX", L""}));
 }
 
-TEST_F(Initialize, PlacesLandSynopsByTheirNumberWithAZero)
+TEST_F(InitializeTest, PlacesLandSynopsByTheirNumberWithAZero)
 {
     EXPECT_TRUE(synops(L"AAXX 01124 10637 42960 50000 10210\r\n20100 40150=\n"
                        L"AAXX 01124 10638 42960 50000 10210=\n"
@@ -69,7 +69,7 @@ TEST_F(Initialize, PlacesLandSynopsByTheirNumberWithAZero)
     EXPECT_EQ(synop.reportText(), L"AAXX 01124 10637 42960 50000 1021020100 40150");
 }
 
-TEST_F(Initialize, KeepsSynopsThatCarryTheirPosition)
+TEST_F(InitializeTest, KeepsSynopsThatCarryTheirPosition)
 {
     synops(
         L"BBXX DBBH 01124 99500 10100 41498 51010=OOXX AB12 01124 99400 71050 12345 46/// 41498=");
@@ -84,7 +84,7 @@ std::wstring GribLine(const std::wstring& place, const std::wstring& qnh = L"013
     return L"GRIB 01121 00000 " + place + L" 99" + qnh + L" 15055 27010 0000100 15055 27010\n";
 }
 
-TEST_F(Initialize, GribsAccumulateAndReplaceTheirGridPoint)
+TEST_F(InitializeTest, GribsAccumulateAndReplaceTheirGridPoint)
 {
     EXPECT_TRUE(gribs(GribLine(L"99450 70930") + L"\n" + GribLine(L"99450 70940")));
     EXPECT_EQ(m_store.GribCount(), 2U);
@@ -99,7 +99,7 @@ TEST_F(Initialize, GribsAccumulateAndReplaceTheirGridPoint)
     EXPECT_EQ(grib.time(), 0);
 }
 
-TEST_F(Initialize, UpperAirHeaderThatTellsAnErrorChangesNothing)
+TEST_F(InitializeTest, UpperAirHeaderThatTellsAnErrorChangesNothing)
 {
     gribs(GribLine(L"99450 70930"));
     EXPECT_FALSE(gribs(L"#Error: no data\n" + GribLine(L"99450 70940")));
@@ -107,7 +107,7 @@ TEST_F(Initialize, UpperAirHeaderThatTellsAnErrorChangesNothing)
     EXPECT_EQ(m_store.lines.back(), ListeningStore::Line(L"#Error: no data", 0));
 }
 
-TEST_F(Initialize, StoresTafsByTheirFirstFourCharacters)
+TEST_F(InitializeTest, StoresTafsByTheirFirstFourCharacters)
 {
     EXPECT_TRUE(tafs(L"xx\nTAF EDDF one two\n\n"
                      L"TAF EDDF 011100Z 0112/0218\n BECMG 0114/0116\r\n\n"
@@ -121,7 +121,7 @@ TEST_F(Initialize, StoresTafsByTheirFirstFourCharacters)
     EXPECT_EQ(m_store.GetTaf(L"EDDF"), L"");
 }
 
-TEST_F(Initialize, DeletesSynopsByAgeAndValidity)
+TEST_F(InitializeTest, DeletesSynopsByAgeAndValidity)
 {
     // Now is the 1st, 12:30. A day above today's is one of the month before.
     std::wstring text;
@@ -135,7 +135,7 @@ TEST_F(Initialize, DeletesSynopsByAgeAndValidity)
     EXPECT_EQ(m_store.DeleteOldSynops(1799), 2);
 }
 
-TEST_F(Initialize, TellsHowManySynopsItDeletesAndLeavesTheOthersInPlace)
+TEST_F(InitializeTest, TellsHowManySynopsItDeletesAndLeavesTheOthersInPlace)
 {
     std::wstring text;
     for (int i = 0; i < 250; ++i) { // every fifth is of the day before
@@ -153,7 +153,7 @@ TEST_F(Initialize, TellsHowManySynopsItDeletesAndLeavesTheOthersInPlace)
     EXPECT_EQ(synop.timeGroup(), L"011200Z");
 }
 
-TEST(SynopManager, TakesOutWhatTheFullDecoderRefuses)
+TEST(SynopManagerTest, TakesOutWhatTheFullDecoderRefuses)
 {
     const FakeClock clock(2019, 7, 1, 12, 30);
     SynopManager synops;

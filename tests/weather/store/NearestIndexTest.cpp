@@ -147,7 +147,7 @@ std::vector<Position> QueriesFor(const std::vector<IndexedPlace>& places, Random
     return queries;
 }
 
-TEST(NearestIndex, AnswersAsTheWalkDoes)
+TEST(NearestIndexTest, AnswersAsTheWalkDoes)
 {
     for (const auto make : {WholeWorld, CoarseGridWithTwins, Crowd, PolesAndDateLine, OddPlaces}) {
         Random random(20190701);
@@ -168,7 +168,7 @@ TEST(NearestIndex, AnswersAsTheWalkDoes)
     }
 }
 
-TEST(NearestIndex, LimitItselfIsTooFar)
+TEST(NearestIndexTest, LimitItselfIsTooFar)
 {
     const NearestIndex index({{50, 8}});
     const Position away(40, 8);

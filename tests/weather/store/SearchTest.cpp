@@ -9,7 +9,7 @@ using aviation::Position;
 
 namespace {
 
-class Search : public ::testing::Test
+class SearchTest : public ::testing::Test
 {
 protected:
     void metars(const std::wstring& text) { m_store.Initialize(text, storekind::kMetar, false); }
@@ -18,7 +18,7 @@ protected:
     WeatherManager m_store;
 };
 
-TEST_F(Search, MetarComesDecodedAndTheEarlierOfEqualsWins)
+TEST_F(SearchTest, MetarComesDecodedAndTheEarlierOfEqualsWins)
 {
     m_store.AddAirports({MakeStation(L"EDDF", 50, 8), MakeStation(L"ETOU", 50, 8)});
     metars(L"ETOU 011150Z 18005KT 9999 21/10 Q1013\n"
@@ -30,7 +30,7 @@ TEST_F(Search, MetarComesDecodedAndTheEarlierOfEqualsWins)
     EXPECT_FALSE(m_store.GetMetars().front().isDecoded()) << "the entry stays as it came";
 }
 
-TEST_F(Search, LimitsDifferByKind)
+TEST_F(SearchTest, LimitsDifferByKind)
 {
     m_store.AddAirport(MakeStation(L"EDDF", 50, 8));
     m_store.SetWeatherStations(L"106370 EDDF   FRANKFURT/MAIN      DL 5000N 00800E 0112   \n");
@@ -55,7 +55,7 @@ TEST_F(Search, LimitsDifferByKind)
     EXPECT_EQ(found(3000.1), (std::vector<bool>{false, false, false}));
 }
 
-TEST_F(Search, FlagsAnOldEntryInTheStoreOnly)
+TEST_F(SearchTest, FlagsAnOldEntryInTheStoreOnly)
 {
     m_store.AddAirport(MakeStation(L"EDDF", 50, 8));
     for (const bool isOld : {false, true}) { // 12:30 now
@@ -70,7 +70,7 @@ TEST_F(Search, FlagsAnOldEntryInTheStoreOnly)
     }
 }
 
-TEST_F(Search, StationsInRangeAreSortedAndTheLimitIsExcluded)
+TEST_F(SearchTest, StationsInRangeAreSortedAndTheLimitIsExcluded)
 {
     m_store.AddAirports({MakeStation(L"FAR ", 51, 8), MakeStation(L"NEAR", 50.1, 8),
                          MakeStation(L"NONE", 0, 0), MakeStation(L"MID ", 49.5, 8)});
@@ -88,7 +88,7 @@ TEST_F(Search, StationsInRangeAreSortedAndTheLimitIsExcluded)
     EXPECT_EQ(namesWithin(2147483647), L"NEARMID FAR NONE");
 }
 
-TEST_F(Search, NearestAirportLiesWithin20Nm)
+TEST_F(SearchTest, NearestAirportLiesWithin20Nm)
 {
     m_store.AddAirports({MakeStation(L"AAAA", 50, 8), MakeStation(L"BBBB", 50.2, 8),
                          MakeStation(L"CCCC", 50.2, 8)});

@@ -57,7 +57,7 @@ void readOnce(WeatherManager& store)
 }
 
 /// The worker renews the store while the main thread reads it: a reader sees whole tables only.
-TEST(StoreThread, ReadersSeeWholeTables)
+TEST(StoreThreadTest, ReadersSeeWholeTables)
 {
     ListeningStore store;
     const std::wstring metars = fill(store);
@@ -76,7 +76,7 @@ TEST(StoreThread, ReadersSeeWholeTables)
 }
 
 /// A listener may ask the store from within a callback.
-TEST(StoreThread, CallbacksMayAskTheStore)
+TEST(StoreThreadTest, CallbacksMayAskTheStore)
 {
     const WeatherManager* asked = nullptr;
     std::size_t count = 0;

@@ -11,7 +11,7 @@ using aviation::weather::WeatherBlocks;
 
 namespace {
 
-TEST(WeatherFile, CutsBlocks)
+TEST(WeatherFileTest, CutsBlocks)
 {
     /// The text, its METARs, SYNOPs and TAFs.
     const std::array<const char*, 4> rows[] = {
@@ -34,7 +34,7 @@ TEST(WeatherFile, CutsBlocks)
     }
 }
 
-TEST(WeatherFile, ManyHalfMarkersAreReadInOnePass)
+TEST(WeatherFileTest, ManyHalfMarkersAreReadInOnePass)
 {
     const QString text = QStringLiteral("[METAR]ok[/METAR]")
                          + QStringLiteral("[META[/META[SYNO[/SYNO[TA[/TA").repeated(400000);

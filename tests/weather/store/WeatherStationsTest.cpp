@@ -18,7 +18,7 @@ std::wstring RowWith(std::size_t column, const std::wstring& text)
     return row.replace(column, text.size(), text);
 }
 
-TEST(StationRow, ReadsColumns)
+TEST(StationRowTest, ReadsColumns)
 {
     const std::optional<StationRow> row = ParseStationRow(kJanMayen + L"\r");
     ASSERT_TRUE(row);
@@ -30,7 +30,7 @@ TEST(StationRow, ReadsColumns)
     EXPECT_EQ(row->station.elevation(), 29) << "9 m are 29.53 feet, cut off";
 }
 
-TEST(StationRow, LeavesOutBrokenRows)
+TEST(StationRowTest, LeavesOutBrokenRows)
 {
     const std::wstring rows[] = {
         kJanMayen.substr(0, 48), kJanMayen.substr(0, 48) + L"\r", RowWith(0, L"01001A"),
@@ -42,7 +42,7 @@ TEST(StationRow, LeavesOutBrokenRows)
     }
 }
 
-TEST(WeatherStations, BrokenRowsCostTheirLineOnly)
+TEST(WeatherStationsTest, BrokenRowsCostTheirLineOnly)
 {
     ListeningStore store;
     store.SetWeatherStations(kJanMayen + L"\r\nbroken\r\n" + RowWith(0, L"01002X") + L"\r\n"
@@ -50,7 +50,7 @@ TEST(WeatherStations, BrokenRowsCostTheirLineOnly)
     EXPECT_EQ(store.StationCount(), 2U);
 }
 
-TEST(Airports, KeyKeepsItsPaddingAndTheLaterOfEqualKeysIsFound)
+TEST(AirportsTest, KeyKeepsItsPaddingAndTheLaterOfEqualKeysIsFound)
 {
     ListeningStore store;
     store.AddAirport(MakeStation(L"00C ", 37, -107));
