@@ -37,7 +37,7 @@ void registerSignalTypes()
 /// weather worker's thread.
 std::unique_ptr<aviation::RandomSource> ownSource(aviation::RandomSource& common)
 {
-    return std::make_unique<aviation::SeededRandom>(static_cast<std::uint32_t>(common.Next()));
+    return std::make_unique<aviation::SeededRandom>(static_cast<std::uint32_t>(common.next()));
 }
 
 } // namespace
@@ -193,7 +193,7 @@ void Controller::makeTimers()
     m_timerOneSecond.setObjectName(QStringLiteral("timerOneSecond"));
     m_timerWeather.setObjectName(QStringLiteral("timerWeather"));
     connect(&m_timerOneSecond, &QTimer::timeout, this, &Controller::OnTimerOneSecond);
-    m_timerOneSecond.start(cycle::PollTime(m_settings.serverUpdateTimeMax()));
+    m_timerOneSecond.start(cycle::pollTime(m_settings.serverUpdateTimeMax()));
     connect(&m_timerWeather, &QTimer::timeout, this, &Controller::OnTimerWeather);
     m_timerWeather.setInterval(kWeatherClockMs);
     QTimer::singleShot(kStartDelayMs, this, &Controller::OnStart);
@@ -221,7 +221,7 @@ void Controller::setNavdata(std::unique_ptr<NavdataBase> navdata)
 
 void Controller::OnDebugString(QString item, int level)
 {
-    const qint64 now = aviation::Clock::Current().NowUtc().time_since_epoch().count();
+    const qint64 now = aviation::Clock::current().NowUtc().time_since_epoch().count();
     const QString time =
         QDateTime::fromMSecsSinceEpoch(now, Qt::UTC).toString(QStringLiteral("hh:mm:ss:zzz"));
     m_view.OnOutputDebugstring(time + QStringLiteral(" - ") + item, level);

@@ -111,7 +111,7 @@ public Q_SLOTS:
     void OnShowSynopStationsFailed();
     void OnTableGribUpdate(aviation::weather::Grib grib);
     /// Reads the user's airports again after they were edited.
-    void OnAirportListChanged();
+    void onAirportListChanged();
 
 Q_SIGNALS:
     void sigProgress(qlonglong value, qlonglong total, QString text);

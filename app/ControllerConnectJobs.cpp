@@ -130,7 +130,7 @@ void Controller::connected()
         m_posts.toSimulator(Job(connectjob::kSendText,
                                 QStringLiteral("Cirrilon %1 connected").arg(Settings::version())));
     }
-    const char* const obstacle = cycle::DwcObstacle(fsId);
+    const char* const obstacle = cycle::dwcObstacle(fsId);
     m_view.pageData().setDwcState(obstacle != nullptr ? tr(obstacle) : QString(),
                                   obstacle == nullptr);
     if (m_settings.interfaceType() == aviation::interfaceid::kBridge) {

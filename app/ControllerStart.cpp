@@ -55,7 +55,7 @@ void Controller::LoadResources()
     m_placeTables->load();
 }
 
-void Controller::OnAirportListChanged()
+void Controller::onAirportListChanged()
 {
     m_placeTables->readUserAirportsAgain();
 }

@@ -18,10 +18,10 @@ void Controller::OnTimerOneSecond()
     if (m_stop.raised() || !IsConnected()) {
         return;
     }
-    const int interval = cycle::PollInterval(m_aircraftData.heightAgl, m_aircraftData.groundSpeed,
+    const int interval = cycle::pollInterval(m_aircraftData.heightAgl, m_aircraftData.groundSpeed,
                                              m_timerOneSecond.interval(),
-                                             cycle::PollTime(m_settings.serverUpdateTimeMin()),
-                                             cycle::PollTime(m_settings.serverUpdateTimeMax()));
+                                             cycle::pollTime(m_settings.serverUpdateTimeMin()),
+                                             cycle::pollTime(m_settings.serverUpdateTimeMax()));
     if (interval != m_timerOneSecond.interval()) {
         m_timerOneSecond.setInterval(interval);
     }
@@ -61,7 +61,7 @@ void Controller::OnTimerWeather()
     // first tick with an aircraft sets weather at once.
     m_counters.addElapsed(m_weatherClock.lapMs());
     const double distanceNm =
-        cycle::DistanceFromLastUpdate(m_aircraftData.position, m_lastUpdatePosition);
+        cycle::distanceFromLastUpdate(m_aircraftData.position, m_lastUpdatePosition);
     showTimes(distanceNm);
     downloadIfDue();
     stepDirectWind();
@@ -73,7 +73,7 @@ void Controller::OnTimerWeather()
         m_view.OnStatusbarStatus(text);
         return;
     }
-    const bool due = cycle::UpdateDue(m_counters.msSinceUpdate, m_settings.updateTime(), distanceNm,
+    const bool due = cycle::updateDue(m_counters.msSinceUpdate, m_settings.updateTime(), distanceNm,
                                       m_settings.range());
     if ((due && !blocked) || m_forceWeatherUpdate) {
         startUpdate();
@@ -90,11 +90,11 @@ void Controller::showTimes(double distanceNm)
     constexpr int kMsPerSecond = 1000;
     constexpr int kShownInMinutes = 100; // seconds; above it
     constexpr int kSecondsPerMinute = 60;
-    const cycle::Remaining left = cycle::UntilUpdate(
+    const cycle::Remaining left = cycle::untilUpdate(
         m_counters.msSinceUpdate, m_settings.updateTime(), distanceNm, m_settings.range());
     m_view.pageData().setWeatherUpdateInterval(
         tr("Weather update in %1s / %2NM").arg(left.seconds).arg(left.distanceNm));
-    const int download = cycle::UntilDownload(m_counters.msSinceDownload);
+    const int download = cycle::untilDownload(m_counters.msSinceDownload);
     if (download > 0) {
         const QString text = download > kShownInMinutes
                                  ? tr("Weather download in %1min").arg(download / kSecondsPerMinute)
@@ -159,9 +159,9 @@ void Controller::startUpdate()
     m_timerWeather.stop(); // until the weather is set: two cycles never overlap
     const cycle::PrepareNames names{
         m_destination ? m_destination() : QString(),
-        cycle::ThemeFile(m_settings.interfaceType(), m_settings.tmpFolder(), m_settings.simPath())};
+        cycle::themeFile(m_settings.interfaceType(), m_settings.tmpFolder(), m_settings.simPath())};
     const cycle::PrepareJob job =
-        cycle::PrepareJobFor(simulator(), m_settings.weatherMode(), names);
+        cycle::prepareJobFor(simulator(), m_settings.weatherMode(), names);
     if (job.wrongMode) {
         m_reporting.log(
             QStringLiteral("(Controller) - Wrong Weather mode. With FSUIPC no WeatherModefile can "
@@ -191,11 +191,11 @@ void Controller::UpdateDirectWindControl()
 void Controller::UpdateXPlaneVisibility()
 {
     if (m_preparedWeather->baseVisibility() == cycle::kNoVisibility
-        || !cycle::HasVisibilitySteps(simulator()))
+        || !cycle::hasVisibilitySteps(simulator()))
     {
         return;
     }
-    const QString metres = QString::number(cycle::VisibilityAt(
+    const QString metres = QString::number(cycle::visibilityAt(
         m_preparedWeather->baseVisibility(), m_aircraftData.heightAgl, m_settings.visMax()));
     m_reporting.log(QStringLiteral("(WeatherManager)  set visibility xplane: %1 m").arg(metres),
                     loglevel::kDebug);

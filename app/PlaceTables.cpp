@@ -60,7 +60,7 @@ void PlaceTables::load()
 
 QVector<QAirport> PlaceTables::readAirports()
 {
-    InitCirrilonResources();
+    initCirrilonResources();
     if (!m_navdata) {
         m_navdata = std::make_unique<NavdataIntern>();
     }
@@ -82,7 +82,7 @@ QVector<QAirport> PlaceTables::readAdditionalAirports() const
 {
     constexpr qint64 kLargestFile = 16 * 1024 * 1024;
     QFile file(m_settings.workFolder() + QStringLiteral("airportsadd.dat"));
-    return file.open(QIODevice::ReadOnly) ? ReadAdditionalAirports(file.read(kLargestFile))
+    return file.open(QIODevice::ReadOnly) ? parseAdditionalAirports(file.read(kLargestFile))
                                           : QVector<QAirport>();
 }
 
@@ -109,7 +109,7 @@ void PlaceTables::loadAirports()
 void PlaceTables::loadWeatherStations()
 {
     constexpr int kFewestBytes = 10;
-    const QByteArray table = BuiltInFile("wxstations");
+    const QByteArray table = builtInFile("wxstations");
     if (table.size() < kFewestBytes) {
         m_log(QStringLiteral("(Controller Weather) - WXstation Resource not loaded"),
               loglevel::kError);

@@ -2,14 +2,14 @@
 
 #include <QFile>
 
-void InitCirrilonResources()
+void initCirrilonResources()
 {
     Q_INIT_RESOURCE(cirrilon);
 }
 
-QByteArray BuiltInFile(const char* name)
+QByteArray builtInFile(const char* name)
 {
-    InitCirrilonResources();
+    initCirrilonResources();
     QFile file(QStringLiteral(":/files/") + QLatin1String(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

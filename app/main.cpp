@@ -18,31 +18,31 @@ namespace {
 /// Names the PNG file of a run without a person at the screen.
 constexpr const char* kUnattended = "CIRRILON_UNATTENDED";
 
-bool OpenOnDesktop(const QString& path)
+bool openOnDesktop(const QString& path)
 {
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
-std::uint32_t SeedOfNow()
+std::uint32_t seedOfNow()
 {
     return static_cast<std::uint32_t>(
-        aviation::Clock::Current().NowUtc().time_since_epoch().count());
+        aviation::Clock::current().NowUtc().time_since_epoch().count());
 }
 
-[[noreturn]] void RunProgram(int argc, char** argv)
+[[noreturn]] void runProgram(int argc, char** argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Cirrilon"));
     // The window may be in the tray while a box is closed; its own close ends the program.
     QApplication::setQuitOnLastWindowClosed(false);
 
-    aviation::SeededRandom random(SeedOfNow());
-    HostProcessRunner processes(OpenOnDesktop);
+    aviation::SeededRandom random(seedOfNow());
+    HostProcessRunner processes(openOnDesktop);
     HostSimulatorClients clients;
     const auto interfaces = [&clients](const Settings& settings, const StopFlag& stop) {
         return std::make_unique<SimulatorInterfaces>(settings, stop, clients);
     };
-    WindowParts parts{random, processes, interfaces, HostNetwork(), {}};
+    WindowParts parts{random, processes, interfaces, hostNetwork(), {}};
     const QString picture = qEnvironmentVariable(kUnattended);
     UnattendedRun unattended(picture);
     if (!picture.isEmpty()) {
@@ -72,5 +72,5 @@ int main(int argc, char** argv)
     platform::keepLargeBuffersApart();
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    RunProgram(argc, argv);
+    runProgram(argc, argv);
 }

@@ -5,7 +5,7 @@
 
 namespace aviation::structs {
 
-std::wstring FuelTankName(std::int32_t id)
+std::wstring fuelTankName(std::int32_t id)
 {
     static constexpr std::array<const wchar_t*, 11> kNames{
         L"Left Tip",   L"Left Aux",  L"Left Main", L"Center",    L"Center2",  L"Center3",

@@ -23,7 +23,7 @@ struct AircraftFuel
 };
 
 /// The name of a tank: 1 "Left Tip" to 11 "External2"; empty for another id.
-std::wstring FuelTankName(std::int32_t id);
+std::wstring fuelTankName(std::int32_t id);
 
 /// A place for load: a seat row, a cargo hold.
 class AircraftPayloadStation

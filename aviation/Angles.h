@@ -6,7 +6,7 @@
 
 namespace aviation {
 
-constexpr double RadiansFromDegrees(double degrees)
+constexpr double radiansFromDegrees(double degrees)
 {
     return degrees * kPi / 180.0;
 }

@@ -9,7 +9,7 @@ namespace aviation::weather {
 
 namespace {
 
-const char* TypeSuffix(std::uint8_t type)
+const char* typeSuffix(std::uint8_t type)
 {
     switch (type) {
     case cloudtype::kCirrus:
@@ -34,24 +34,24 @@ bool Cloud::setCoverage(int octas)
     return true;
 }
 
-std::int32_t AltitudeAboveSea(std::int32_t aboveStation, std::int32_t elevation)
+std::int32_t altitudeAboveSea(std::int32_t aboveStation, std::int32_t elevation)
 {
     using Limits = std::numeric_limits<std::int32_t>;
     const std::int64_t sum = std::int64_t{aboveStation} + elevation;
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(sum, Limits::min(), Limits::max()));
 }
 
-const char* CoverageAbbreviation(int octas)
+const char* coverageAbbreviation(int octas)
 {
     static constexpr const char* kNames[] = {"",    "FEW", "FEW", "SCT", "SCT",
                                              "BKN", "BKN", "BKN", "OVC"};
     return octas >= 1 && octas <= 8 ? kNames[octas] : "";
 }
 
-std::string MetarGroup(const Cloud& cloud)
+std::string metarGroup(const Cloud& cloud)
 {
-    return CoverageAbbreviation(cloud.coverage) + IntegerText(cloud.base / 100, 3)
-           + TypeSuffix(cloud.type);
+    return coverageAbbreviation(cloud.coverage) + integerText(cloud.base / 100, 3)
+           + typeSuffix(cloud.type);
 }
 
 } // namespace aviation::weather

@@ -29,13 +29,13 @@ struct Cloud
 
 /// A height above a station in feet as one above the sea. Saturates: a damaged table may hold any
 /// elevation.
-std::int32_t AltitudeAboveSea(std::int32_t aboveStation, std::int32_t elevation);
+std::int32_t altitudeAboveSea(std::int32_t aboveStation, std::int32_t elevation);
 
 /// "FEW", "SCT", "BKN" or "OVC" for 1 to 8 octas, empty otherwise.
-const char* CoverageAbbreviation(int octas);
+const char* coverageAbbreviation(int octas);
 
 /// The layer as a METAR group (ICAO Annex 3): abbreviation, base / 100 in three digits, "CI", "CB"
 /// or "TCU" by type. Coverage 0 leaves the abbreviation empty.
-std::string MetarGroup(const Cloud& cloud);
+std::string metarGroup(const Cloud& cloud);
 
 } // namespace aviation::weather

@@ -25,22 +25,22 @@ struct Temperatures
 
 /// The group TTTDD of a TEMP: tenths of a degree, odd ones negative, and the dew point depression
 /// in tenths up to 50, in whole degrees plus 50 above. Slashes read as 0.
-Temperatures TemperaturesFrom(std::wstring_view group)
+Temperatures temperaturesFrom(std::wstring_view group)
 {
     constexpr int kMostTenths = 50;
-    const int digits = IntegerFromDigits(group.substr(0, 3));
-    const int depression = IntegerFromDigits(group.substr(3));
+    const int digits = integerFromDigits(group.substr(0, 3));
+    const int depression = integerFromDigits(group.substr(3));
     const int temperature = digits % 2 != 0 ? -digits : digits;
     const int tenths = depression > kMostTenths ? (depression - kMostTenths) * 10 : depression;
     return {temperature, temperature - tenths};
 }
 
 /// The group dddff of a TEMP: a direction above 360 carries a hundred knots.
-Wind WindFrom(std::wstring_view group)
+Wind windFrom(std::wstring_view group)
 {
     constexpr int kFullCircle = 360;
-    int direction = IntegerFromDigits(group.substr(0, 3));
-    int speed = IntegerFromDigits(group.substr(3));
+    int direction = integerFromDigits(group.substr(0, 3));
+    int speed = integerFromDigits(group.substr(3));
     if (direction > kFullCircle) {
         direction -= kFullCircle;
         speed += 100;
@@ -48,13 +48,13 @@ Wind WindFrom(std::wstring_view group)
     return {static_cast<float>(direction), static_cast<float>(speed), -1.0F, 0.0F};
 }
 
-std::int32_t FeetFromMetres(int metres)
+std::int32_t feetFromMetres(int metres)
 {
     return static_cast<std::int32_t>(metres * kLevelFeetPerMetre);
 }
 
 /// Pressure of a level code in hPa.
-float PressureOfCode(int code)
+float pressureOfCode(int code)
 {
     constexpr int kThousand = 0;
     constexpr int k925 = 92;
@@ -64,45 +64,45 @@ float PressureOfCode(int code)
     return code == k925 ? 925.0F : static_cast<float>(code * 10);
 }
 
-void StoreLevel(GribValues& grib, const Level::Result& groups)
+void storeLevel(GribValues& grib, const Level::Result& groups)
 {
     constexpr int kMaximumWind = 77;
     constexpr int kTropopause = 88;
     constexpr std::int16_t kNoDewPoint = 99;
-    const int code = IntegerFromDigits(groups[1].substr(0, 2));
-    const std::int32_t altitude = FeetFromMetres(IntegerFromDigits(groups[1].substr(2)));
-    const Temperatures tenths = TemperaturesFrom(groups[2]);
-    const Wind wind = WindFrom(groups[3]);
+    const int code = integerFromDigits(groups[1].substr(0, 2));
+    const std::int32_t altitude = feetFromMetres(integerFromDigits(groups[1].substr(2)));
+    const Temperatures tenths = temperaturesFrom(groups[2]);
+    const Wind wind = windFrom(groups[3]);
     const auto temperature = static_cast<std::int16_t>(tenths.temperature / 10);
     if (code == kMaximumWind || code == kTropopause) {
         (code == kMaximumWind ? grib.maximumWind : grib.tropopause) =
-            MakeGribLevel(altitude, wind, temperature, kNoDewPoint, -1.0F);
+            makeGribLevel(altitude, wind, temperature, kNoDewPoint, -1.0F);
         return;
     }
-    grib.levels.push_back(MakeGribLevel(altitude, wind, temperature,
+    grib.levels.push_back(makeGribLevel(altitude, wind, temperature,
                                         static_cast<std::int16_t>(tenths.dewPoint / 10),
-                                        PressureOfCode(code)));
+                                        pressureOfCode(code)));
 }
 
 /// Only the first digit of a cloud group counts.
 template <class CloudPattern>
-void ReadCloud(GroupReader& report, Cloud& cloud, std::int32_t base)
+void readCloud(GroupReader& report, Cloud& cloud, std::int32_t base)
 {
     if (const auto groups = report.take<CloudPattern>()) {
         cloud = Cloud();
-        cloud.setCoverage(IntegerFromDigits(groups[1].substr(0, 1)));
+        cloud.setCoverage(integerFromDigits(groups[1].substr(0, 1)));
         cloud.base = base;
         cloud.altitude = kUnknownHeight;
     }
 }
 
-void ReadClouds(GroupReader& report, GribValues& grib)
+void readClouds(GroupReader& report, GribValues& grib)
 {
     constexpr std::int32_t kLowBase = 5000;
     constexpr std::int32_t kUpperBase = 18000; // middle and high clouds alike
-    ReadCloud<LowCloud>(report, grib.lowCloud, kLowBase);
-    ReadCloud<MiddleCloud>(report, grib.middleCloud, kUpperBase);
-    ReadCloud<HighCloud>(report, grib.highCloud, kUpperBase);
+    readCloud<LowCloud>(report, grib.lowCloud, kLowBase);
+    readCloud<MiddleCloud>(report, grib.middleCloud, kUpperBase);
+    readCloud<HighCloud>(report, grib.highCloud, kUpperBase);
 }
 
 } // namespace
@@ -115,8 +115,8 @@ bool Grib::readHeader(GroupReader& report)
         SetMessage(L"(GribDecoder) - no Grib header found", kMessageError);
         return false;
     }
-    const double latitude = IntegerFromDigits(groups[3].substr(2)) / 10.0;
-    const double longitude = IntegerFromDigits(groups[4].substr(1)) / 10.0;
+    const double latitude = integerFromDigits(groups[3].substr(2)) / 10.0;
+    const double longitude = integerFromDigits(groups[4].substr(1)) / 10.0;
     const wchar_t quadrant = groups[4].front();
     const bool south = quadrant == L'3' || quadrant == L'5';
     const bool west = quadrant == L'5' || quadrant == L'7';
@@ -133,12 +133,12 @@ void Grib::readSurface(GroupReader& report)
         SetMessage(L"(GribDecoder) - no Grib surface data found", kMessageError);
         return;
     }
-    const int qnh = IntegerFromDigits(groups[1].substr(2));
-    const Temperatures tenths = TemperaturesFrom(groups[2]);
+    const int qnh = integerFromDigits(groups[1].substr(2));
+    const Temperatures tenths = temperaturesFrom(groups[2]);
     m_values.qnh = static_cast<float>(qnh < kLeastWithThousands ? qnh + 1000 : qnh);
     m_values.temperature = static_cast<float>(tenths.temperature / 10.0);
     m_values.dewPoint = static_cast<float>(tenths.dewPoint / 10.0);
-    m_values.wind = WindFrom(groups[3]);
+    m_values.wind = windFrom(groups[3]);
 }
 
 int Grib::DecodeHeader()
@@ -157,12 +157,12 @@ int Grib::Decode()
     readHeader(report);
     readSurface(report);
     while (const auto groups = report.take<Level>()) {
-        StoreLevel(m_grib, groups);
+        storeLevel(m_grib, groups);
     }
     if (m_grib.levels.size() < kFewestLevels) {
         SetMessage(L"(GribDecoder) - too few layers of Level\n " + m_reportText, kMessageError);
     }
-    ReadClouds(report, m_grib);
+    readClouds(report, m_grib);
     m_decoded = true;
     return m_status = gribstatus::kDecoded;
 }

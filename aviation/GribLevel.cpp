@@ -9,7 +9,7 @@ namespace {
 constexpr std::int16_t kUnknownTemperature = -99;
 
 /// Saturation vapour pressure in hPa by the Magnus formula.
-double VapourPressure(int celsius)
+double vapourPressure(int celsius)
 {
     const bool overWater = celsius >= 0;
     const double a = overWater ? 7.5 : 7.6;
@@ -19,19 +19,19 @@ double VapourPressure(int celsius)
 
 } // namespace
 
-double RelativeHumidity(int temperature, int dewPoint)
+double relativeHumidity(int temperature, int dewPoint)
 {
-    return VapourPressure(dewPoint) * 100.0 / VapourPressure(temperature);
+    return vapourPressure(dewPoint) * 100.0 / vapourPressure(temperature);
 }
 
-GribLevel MakeGribLevel(std::int32_t altitude, const Wind& wind, std::int16_t temperature,
+GribLevel makeGribLevel(std::int32_t altitude, const Wind& wind, std::int16_t temperature,
                         std::int16_t dewPoint, float pressure, float humidity)
 {
     GribLevel level{altitude, wind, temperature, dewPoint, humidity, pressure};
     const bool unknown = temperature == kUnknownTemperature && dewPoint == kUnknownTemperature
                          && humidity == kUnknownHumidity;
     if (!unknown) {
-        level.humidity = static_cast<float>(RelativeHumidity(temperature, dewPoint));
+        level.humidity = static_cast<float>(relativeHumidity(temperature, dewPoint));
     }
     return level;
 }

@@ -19,14 +19,14 @@ struct GribLevel
 static_assert(sizeof(GribLevel) == 32);
 
 /// Relative humidity in percent by the Magnus formula over water (t >= 0) or ice (t < 0).
-double RelativeHumidity(int temperature, int dewPoint);
+double relativeHumidity(int temperature, int dewPoint);
 
-/// A value of GribLevel::humidity that says "not known" when it is handed to MakeGribLevel.
+/// A value of GribLevel::humidity that says "not known" when it is handed to makeGribLevel.
 inline constexpr float kUnknownHumidity = -1.0F;
 
 /// Builds a level with its humidity computed from temperature and dew point. The given humidity
 /// stays only where it is kUnknownHumidity and both temperatures are unknown too (-99).
-GribLevel MakeGribLevel(std::int32_t altitude, const Wind& wind, std::int16_t temperature,
+GribLevel makeGribLevel(std::int32_t altitude, const Wind& wind, std::int16_t temperature,
                         std::int16_t dewPoint, float pressure, float humidity = 0.0F);
 
 } // namespace aviation::weather

@@ -17,7 +17,7 @@ public:
     template <class Pattern>
     typename Pattern::Result take()
     {
-        const auto match = Pattern::MatchFront(m_rest);
+        const auto match = Pattern::matchFront(m_rest);
         if (match) {
             cut(match.length());
         }
@@ -28,7 +28,7 @@ public:
     template <class Pattern>
     std::optional<std::wstring_view> takeWhole()
     {
-        const auto length = Pattern::FrontLength(m_rest);
+        const auto length = Pattern::frontLength(m_rest);
         if (!length) {
             return std::nullopt;
         }

@@ -20,20 +20,20 @@ constexpr std::uint8_t kLight = 1;
 constexpr std::uint8_t kModerate = 2;
 constexpr std::uint8_t kHeavy = 3;
 
-float Number(std::wstring_view text)
+float numberOf(std::wstring_view text)
 {
-    return static_cast<float>(IntegerFromDigits(text));
+    return static_cast<float>(integerFromDigits(text));
 }
 
 /// Two characters that are digits for sure; headers are read by the thousand.
-int TwoDigits(std::wstring_view text, std::size_t at)
+int twoDigits(std::wstring_view text, std::size_t at)
 {
     return static_cast<int>((text[at] - L'0') * 10 + (text[at + 1] - L'0'));
 }
 
 /// Written out, as is the next one, since the library's calls for wide characters take longer than
 /// the few that a group has.
-bool StartsWith(std::wstring_view text, std::wstring_view part)
+bool startsWith(std::wstring_view text, std::wstring_view part)
 {
     if (text.size() < part.size()) {
         return false;
@@ -46,10 +46,10 @@ bool StartsWith(std::wstring_view text, std::wstring_view part)
     return true;
 }
 
-bool Holds(std::wstring_view group, std::wstring_view part)
+bool holds(std::wstring_view group, std::wstring_view part)
 {
     while (group.size() >= part.size()) {
-        if (StartsWith(group, part)) {
+        if (startsWith(group, part)) {
             return true;
         }
         group.remove_prefix(1);
@@ -63,25 +63,25 @@ enum class SpeedUnit
     MetresPerSecond
 };
 
-float SpeedInKnots(std::wstring_view text, SpeedUnit unit)
+float speedInKnots(std::wstring_view text, SpeedUnit unit)
 {
-    const int speed = IntegerFromDigits(text);
+    const int speed = integerFromDigits(text);
     return unit == SpeedUnit::Knots ? static_cast<float>(speed)
                                     : static_cast<float>(speed / kMetresPerSecondPerKnot);
 }
 
 /// The plain form is the only one that may hold slashes, for a wind that wasn't measured, and the
 /// only one that says that there is no gust.
-bool TakePlainWind(GroupReader& report, SurfaceValues& values)
+bool takePlainWind(GroupReader& report, SurfaceValues& values)
 {
     const auto match = report.take<WindKnots>();
     if (!match) {
         return false;
     }
-    values.windSeen = !StartsWith(match[1], L"///"sv) && !StartsWith(match[2], L"//"sv);
+    values.windSeen = !startsWith(match[1], L"///"sv) && !startsWith(match[2], L"//"sv);
     if (values.windSeen) {
-        values.wind.Dir = Number(match[1]);
-        values.wind.Speed = Number(match[2]);
+        values.wind.Dir = numberOf(match[1]);
+        values.wind.Speed = numberOf(match[2]);
         values.wind.Gust = 0.0F;
     }
     return true;
@@ -89,17 +89,17 @@ bool TakePlainWind(GroupReader& report, SurfaceValues& values)
 
 /// Direction, speed and, when the pattern has one more group, gust.
 template <class P>
-bool TakeWind(GroupReader& report, SurfaceValues& values, SpeedUnit unit)
+bool takeWind(GroupReader& report, SurfaceValues& values, SpeedUnit unit)
 {
     constexpr std::size_t kGust = 3;
     const auto match = report.take<P>();
     if (!match) {
         return false;
     }
-    values.wind.Dir = Number(match[1]);
-    values.wind.Speed = SpeedInKnots(match[2], unit);
+    values.wind.Dir = numberOf(match[1]);
+    values.wind.Speed = speedInKnots(match[2], unit);
     if constexpr (P::kGroups > kGust) {
-        values.wind.Gust = SpeedInKnots(match[kGust], unit);
+        values.wind.Gust = speedInKnots(match[kGust], unit);
     }
     values.windSeen = true;
     return true;
@@ -107,7 +107,7 @@ bool TakeWind(GroupReader& report, SurfaceValues& values, SpeedUnit unit)
 
 /// The same for VRB, which is stored as direction 0.
 template <class P>
-bool TakeVariableWind(GroupReader& report, SurfaceValues& values, SpeedUnit unit)
+bool takeVariableWind(GroupReader& report, SurfaceValues& values, SpeedUnit unit)
 {
     constexpr std::size_t kGust = 2;
     const auto match = report.take<P>();
@@ -115,37 +115,37 @@ bool TakeVariableWind(GroupReader& report, SurfaceValues& values, SpeedUnit unit
         return false;
     }
     values.wind.Dir = 0.0F;
-    values.wind.Speed = SpeedInKnots(match[1], unit);
+    values.wind.Speed = speedInKnots(match[1], unit);
     if constexpr (P::kGroups > kGust) {
-        values.wind.Gust = SpeedInKnots(match[kGust], unit);
+        values.wind.Gust = speedInKnots(match[kGust], unit);
     }
     values.windSeen = true;
     return true;
 }
 
 /// False when no wind group stands there, which ends the decoding.
-bool ReadWind(GroupReader& report, SurfaceValues& values)
+bool readWind(GroupReader& report, SurfaceValues& values)
 {
     constexpr SpeedUnit kKnots = SpeedUnit::Knots;
     constexpr SpeedUnit kMetres = SpeedUnit::MetresPerSecond;
-    return TakePlainWind(report, values) || TakeWind<WindGustKnots>(report, values, kKnots)
-           || TakeWind<WindMetres>(report, values, kMetres)
-           || TakeWind<WindGustMetres>(report, values, kMetres)
-           || TakeVariableWind<VariableKnots>(report, values, kKnots)
-           || TakeVariableWind<VariableMetres>(report, values, kMetres)
-           || TakeVariableWind<VariableGustKnots>(report, values, kKnots)
-           || TakeVariableWind<VariableGustMetres>(report, values, kMetres);
+    return takePlainWind(report, values) || takeWind<WindGustKnots>(report, values, kKnots)
+           || takeWind<WindMetres>(report, values, kMetres)
+           || takeWind<WindGustMetres>(report, values, kMetres)
+           || takeVariableWind<VariableKnots>(report, values, kKnots)
+           || takeVariableWind<VariableMetres>(report, values, kMetres)
+           || takeVariableWind<VariableGustKnots>(report, values, kKnots)
+           || takeVariableWind<VariableGustMetres>(report, values, kMetres);
 }
 
-void ReadVariableSector(GroupReader& report, SurfaceValues& values)
+void readVariableSector(GroupReader& report, SurfaceValues& values)
 {
     if (const auto match = report.take<VariableSector>()) {
-        values.variableFrom = IntegerFromDigits(match[1]);
-        values.variableTo = IntegerFromDigits(match[2]);
+        values.variableFrom = integerFromDigits(match[1]);
+        values.variableTo = integerFromDigits(match[2]);
     }
 }
 
-bool ReadCavok(GroupReader& report, SurfaceValues& values)
+bool readCavok(GroupReader& report, SurfaceValues& values)
 {
     if (!report.takeWhole<Cavok>()) {
         return false;
@@ -158,7 +158,7 @@ bool ReadCavok(GroupReader& report, SurfaceValues& values)
 
 /// Texts of all the groups that match one behind the other, each with a blank behind it.
 template <class P>
-std::wstring TakeRunwayTexts(GroupReader& report)
+std::wstring takeRunwayTexts(GroupReader& report)
 {
     std::wstring texts;
     while (const auto match = report.takeWhole<P>()) {
@@ -169,7 +169,7 @@ std::wstring TakeRunwayTexts(GroupReader& report)
 
 /// The layer that stands for "no significant cloud". Its altitude deliberately doesn't
 /// follow its base.
-Cloud NoSignificantCloudLayer(std::int32_t elevation)
+Cloud noSignificantCloudLayer(std::int32_t elevation)
 {
     constexpr std::int32_t kBase = 5000;
     constexpr std::int32_t kAboveStation = 2000;
@@ -177,12 +177,12 @@ Cloud NoSignificantCloudLayer(std::int32_t elevation)
     Cloud cloud;
     cloud.base = kBase;
     cloud.coverage = kOctas;
-    cloud.altitude = AltitudeAboveSea(kAboveStation, elevation);
+    cloud.altitude = altitudeAboveSea(kAboveStation, elevation);
     return cloud;
 }
 
 /// Takes the sign off a weather group and stores the intensity that it means.
-std::wstring_view WithoutSign(std::wstring_view group, std::uint8_t& intensity)
+std::wstring_view withoutSign(std::wstring_view group, std::uint8_t& intensity)
 {
     constexpr std::size_t kSlashes = 2;
     switch (group.front()) {
@@ -199,17 +199,17 @@ std::wstring_view WithoutSign(std::wstring_view group, std::uint8_t& intensity)
     }
 }
 
-void ReadWeather(GroupReader& report, SurfaceValues& values, MetarValues& metar,
+void readWeather(GroupReader& report, SurfaceValues& values, MetarValues& metar,
                  std::int32_t elevation)
 {
     metar.intensity = kModerate;
     metar.phenomenaText.clear();
     while (const auto group = report.takeWhole<WeatherGroup>()) {
-        if (Holds(*group, L"NSC"sv)) {
+        if (holds(*group, L"NSC"sv)) {
             metar.noSignificantCloud = true;
-            values.clouds.push_back(NoSignificantCloudLayer(elevation));
+            values.clouds.push_back(noSignificantCloudLayer(elevation));
         }
-        metar.phenomenaText.append(WithoutSign(*group, metar.intensity));
+        metar.phenomenaText.append(withoutSign(*group, metar.intensity));
     }
 }
 
@@ -223,10 +223,10 @@ constexpr CoverageRow kCoverageRows[] = {
 constexpr std::size_t kHeightDigits = 3;
 
 /// Octas of a cloud group; an earlier row wins. Other groups are no layer and have 0.
-std::uint8_t CoverageOf(std::wstring_view group)
+std::uint8_t coverageOf(std::wstring_view group)
 {
     for (const CoverageRow& row : kCoverageRows) {
-        if (Holds(group, row.code)) {
+        if (holds(group, row.code)) {
             return row.octas;
         }
     }
@@ -235,27 +235,27 @@ std::uint8_t CoverageOf(std::wstring_view group)
 
 /// The row of a group of a code and a height and nothing else, as most are; null for others. Such a
 /// group has no room for a second code or a cloud type.
-const CoverageRow* PlainRowOf(std::wstring_view group)
+const CoverageRow* plainRowOf(std::wstring_view group)
 {
     for (const CoverageRow& row : kCoverageRows) {
-        if (group.size() == row.code.size() + kHeightDigits && StartsWith(group, row.code)) {
+        if (group.size() == row.code.size() + kHeightDigits && startsWith(group, row.code)) {
             return &row;
         }
     }
     return nullptr;
 }
 
-std::uint8_t CloudTypeOf(std::wstring_view group)
+std::uint8_t cloudTypeOf(std::wstring_view group)
 {
-    if (Holds(group, L"CB"sv)) {
+    if (holds(group, L"CB"sv)) {
         return cloudtype::kCumulonimbus;
     }
-    return Holds(group, L"TCU"sv) ? cloudtype::kToweringCumulus : cloudtype::kOrdinary;
+    return holds(group, L"TCU"sv) ? cloudtype::kToweringCumulus : cloudtype::kOrdinary;
 }
 
-std::wstring_view HeightTextOf(std::wstring_view group)
+std::wstring_view heightTextOf(std::wstring_view group)
 {
-    if (Holds(group, L"VV"sv)) {
+    if (holds(group, L"VV"sv)) {
         return group.substr(2, kHeightDigits);
     }
     return group.size() >= 2 * kHeightDigits ? group.substr(kHeightDigits, kHeightDigits)
@@ -263,34 +263,34 @@ std::wstring_view HeightTextOf(std::wstring_view group)
 }
 
 /// Feet. An unknown base is kept low instead of at the ground.
-std::int32_t BaseOf(std::wstring_view height)
+std::int32_t baseOf(std::wstring_view height)
 {
     constexpr std::int32_t kFeetPerUnit = 100;
     constexpr std::int32_t kUnknownBase = 100;
-    const std::int32_t base = IntegerFromDigits(height) * kFeetPerUnit;
+    const std::int32_t base = integerFromDigits(height) * kFeetPerUnit;
     return base == 0 && height == L"///"sv ? kUnknownBase : base;
 }
 
-Cloud LayerOf(std::wstring_view group)
+Cloud layerOf(std::wstring_view group)
 {
     Cloud cloud;
-    if (const CoverageRow* const plain = PlainRowOf(group)) {
+    if (const CoverageRow* const plain = plainRowOf(group)) {
         cloud.coverage = plain->octas;
-        cloud.base = BaseOf(group.substr(plain->code.size()));
+        cloud.base = baseOf(group.substr(plain->code.size()));
         return cloud;
     }
-    cloud.coverage = CoverageOf(group);
-    cloud.base = BaseOf(HeightTextOf(group));
-    cloud.type = CloudTypeOf(group);
+    cloud.coverage = coverageOf(group);
+    cloud.base = baseOf(heightTextOf(group));
+    cloud.type = cloudTypeOf(group);
     return cloud;
 }
 
-void ReadClouds(GroupReader& report, SurfaceValues& values, std::int32_t elevation)
+void readClouds(GroupReader& report, SurfaceValues& values, std::int32_t elevation)
 {
     constexpr std::size_t kUsualLayers = 4;
     while (const auto group = report.takeWhole<CloudGroup>()) {
-        Cloud cloud = LayerOf(*group);
-        cloud.altitude = AltitudeAboveSea(cloud.base, elevation);
+        Cloud cloud = layerOf(*group);
+        cloud.altitude = altitudeAboveSea(cloud.base, elevation);
         if (cloud.coverage != 0) {
             values.clouds.reserve(kUsualLayers);
             values.clouds.push_back(cloud);
@@ -300,25 +300,25 @@ void ReadClouds(GroupReader& report, SurfaceValues& values, std::int32_t elevati
 }
 
 /// Negates in whole numbers, so that M00 is 0 and not -0.
-float BelowZero(std::wstring_view text)
+float belowZero(std::wstring_view text)
 {
-    return static_cast<float>(-IntegerFromDigits(text));
+    return static_cast<float>(-integerFromDigits(text));
 }
 
-bool ReadTemperature(GroupReader& report, SurfaceValues& values)
+bool readTemperature(GroupReader& report, SurfaceValues& values)
 {
     constexpr float kAssumedSpread = 3.0F;
     if (const auto match = report.take<BothBelowZero>()) {
-        values.temperature = BelowZero(match[1]);
-        values.dewPoint = BelowZero(match[2]);
+        values.temperature = belowZero(match[1]);
+        values.dewPoint = belowZero(match[2]);
     } else if (const auto mixed = report.take<DewPointBelowZero>()) {
-        values.temperature = Number(mixed[1]);
-        values.dewPoint = BelowZero(mixed[2]);
+        values.temperature = numberOf(mixed[1]);
+        values.dewPoint = belowZero(mixed[2]);
     } else if (const auto plain = report.take<BothAboveZero>()) {
-        values.temperature = Number(plain[1]);
-        values.dewPoint = Number(plain[2]);
+        values.temperature = numberOf(plain[1]);
+        values.dewPoint = numberOf(plain[2]);
     } else if (const auto single = report.take<NoDewPoint>()) {
-        values.temperature = Number(single[1]); // deliberately without the minus
+        values.temperature = numberOf(single[1]); // deliberately without the minus
         values.dewPoint = values.temperature - kAssumedSpread;
     } else {
         return false;
@@ -327,7 +327,7 @@ bool ReadTemperature(GroupReader& report, SurfaceValues& values)
 }
 
 /// A value in degrees Celsius taken down to sea level at 0.2 degrees per 100 feet.
-float AtSeaLevel(float celsius, std::int32_t elevation)
+float atSeaLevel(float celsius, std::int32_t elevation)
 {
     constexpr double kDegreesPerHundredFeet = 0.2;
     const double feet = static_cast<double>(static_cast<float>(elevation));
@@ -341,12 +341,12 @@ enum class Pressure
     OutOfRange
 };
 
-Pressure StoreHectopascals(std::wstring_view digits, float& qnh)
+Pressure storeHectopascals(std::wstring_view digits, float& qnh)
 {
     constexpr int kLowest = 800;
     constexpr int kHighest = 1300;
     constexpr float kRejectedQnh = 1013.0F;
-    int hectopascals = IntegerFromDigits(digits);
+    int hectopascals = integerFromDigits(digits);
     if (hectopascals < 100) { // the leading 10 was left out
         hectopascals += 1000;
     }
@@ -358,13 +358,13 @@ Pressure StoreHectopascals(std::wstring_view digits, float& qnh)
     return Pressure::Read;
 }
 
-Pressure ReadPressure(GroupReader& report, float& qnh)
+Pressure readPressure(GroupReader& report, float& qnh)
 {
     if (const auto match = report.take<QnhHectopascals>()) {
-        return StoreHectopascals(match[1], qnh);
+        return storeHectopascals(match[1], qnh);
     }
     if (const auto match = report.take<QnhInches>()) {
-        qnh = Number(match[1]) * kHpaPerHundredthInch;
+        qnh = numberOf(match[1]) * kHpaPerHundredthInch;
         return Pressure::Read;
     }
     return Pressure::Missing;
@@ -397,7 +397,7 @@ void Metar::readHeader(GroupReader& report)
     }
     const std::wstring_view time = match[2].substr(0, kTimeDigits);
     time.copy(m_metar.timeGroup.data(), kTimeDigits);
-    setTime(ReportSeconds(TwoDigits(time, 0), TwoDigits(time, 2), TwoDigits(time, 4)));
+    setTime(reportSeconds(twoDigits(time, 0), twoDigits(time, 2), twoDigits(time, 4)));
 }
 
 int Metar::DecodeHeader()
@@ -424,27 +424,27 @@ int Metar::Decode()
     readHeader(report);
     m_decoded = true;
     report.takeWhole<Modifier>();
-    if (!ReadWind(report, m_values)) {
+    if (!readWind(report, m_values)) {
         return m_status = metarstatus::kNoWind;
     }
-    ReadVariableSector(report, m_values);
+    readVariableSector(report, m_values);
     readVisibility(report);
-    m_metar.runwayText = TakeRunwayTexts<RunwayVisualRange>(report);
+    m_metar.runwayText = takeRunwayTexts<RunwayVisualRange>(report);
     if (report.rest().size() < kShortestRest) {
         return m_status = metarstatus::kNothingLeft;
     }
-    ReadWeather(report, m_values, m_metar, elevation());
-    ReadClouds(report, m_values, elevation());
+    readWeather(report, m_values, m_metar, elevation());
+    readClouds(report, m_values, elevation());
     return readTail(report);
 }
 
 /// Visibility, and the further values of it by direction, which are passed over.
 void Metar::readVisibility(GroupReader& report)
 {
-    if (ReadCavok(report, m_values)) {
+    if (readCavok(report, m_values)) {
         m_metar.cavok = true;
     } else {
-        const auto metres = ReadVisibility(report);
+        const auto metres = visibilityFrom(report);
         m_values.visibilitySeen = metres.has_value();
         m_values.visibility = metres.value_or(kGoodVisibility);
         m_status = metres ? m_status : metarstatus::kNoVisibility;
@@ -456,19 +456,19 @@ void Metar::readVisibility(GroupReader& report)
 /// Temperatures, pressure and what stands behind them; returns the status of the whole decode.
 int Metar::readTail(GroupReader& report)
 {
-    if (!ReadTemperature(report, m_values)) {
+    if (!readTemperature(report, m_values)) {
         m_status = metarstatus::kNoTemperature;
     }
-    m_metar.seaLevelTemperature = AtSeaLevel(m_values.temperature, elevation());
-    m_metar.seaLevelDewPoint = AtSeaLevel(m_values.dewPoint, elevation());
-    const Pressure pressure = ReadPressure(report, m_values.qnh);
+    m_metar.seaLevelTemperature = atSeaLevel(m_values.temperature, elevation());
+    m_metar.seaLevelDewPoint = atSeaLevel(m_values.dewPoint, elevation());
+    const Pressure pressure = readPressure(report, m_values.qnh);
     if (pressure != Pressure::Read) {
         m_status = metarstatus::kPressure;
     }
     if (pressure == Pressure::OutOfRange) {
         return m_status;
     }
-    m_metar.tailRunwayText = TakeRunwayTexts<TailRunwayVisualRange>(report);
+    m_metar.tailRunwayText = takeRunwayTexts<TailRunwayVisualRange>(report);
     return m_status = metarstatus::kDecoded;
 }
 

@@ -10,57 +10,57 @@ namespace {
 
 constexpr wchar_t kDegree = L'\u00B0';
 
-std::wstring Line(std::wstring_view label, std::wstring_view value)
+std::wstring textLine(std::wstring_view label, std::wstring_view value)
 {
     return std::wstring(label).append(value) + L"\n";
 }
 
-std::wstring Number(std::int64_t value)
+std::wstring numberText(std::int64_t value)
 {
-    return Widen(IntegerText(value));
+    return widen(integerText(value));
 }
 
-std::wstring Fixed(float value, int precision, int width = 0)
+std::wstring fixed(float value, int precision, int width = 0)
 {
-    return Widen(FixedText(static_cast<double>(value), precision, width));
+    return widen(fixedText(static_cast<double>(value), precision, width));
 }
 
 /// Truncated. Adding 0 turns the -0 of a small negative number into 0.
-std::wstring Whole(float value)
+std::wstring wholeNumber(float value)
 {
-    return Fixed(std::trunc(value) + 0.0F, 0);
+    return fixed(std::trunc(value) + 0.0F, 0);
 }
 
-std::wstring Direction(float degrees)
+std::wstring directionText(float degrees)
 {
-    return Fixed(degrees, 0, 3) + kDegree;
+    return fixed(degrees, 0, 3) + kDegree;
 }
 
-std::wstring StationText(const Station& station)
+std::wstring stationText(const Station& station)
 {
-    return Line(L"ICAO: ", station.icao()) + Line(L"Name: ", station.name())
-           + Line(L"Country: ", station.country()) + L"Position: "
-           + Widen(FixedText(station.latitude(), 2)) + kDegree + L", "
-           + Widen(FixedText(station.longitude(), 2)) + kDegree + L"\nElevation: "
-           + Number(station.elevation()) + L"ft\n";
+    return textLine(L"ICAO: ", station.icao()) + textLine(L"Name: ", station.name())
+           + textLine(L"Country: ", station.country()) + L"Position: "
+           + widen(fixedText(station.latitude(), 2)) + kDegree + L", "
+           + widen(fixedText(station.longitude(), 2)) + kDegree + L"\nElevation: "
+           + numberText(station.elevation()) + L"ft\n";
 }
 
-std::wstring WindLines(const Metar& metar)
+std::wstring windLines(const Metar& metar)
 {
     const Wind& wind = metar.wind();
-    std::wstring text = L"Wind: " + Direction(wind.Dir) + L"/" + Fixed(wind.Speed, 0) + L"kt";
+    std::wstring text = L"Wind: " + directionText(wind.Dir) + L"/" + fixed(wind.Speed, 0) + L"kt";
     if (wind.Gust > 0.0F) {
-        text += L" Gust " + Fixed(wind.Gust, 0) + L"kt";
+        text += L" Gust " + fixed(wind.Gust, 0) + L"kt";
     }
     text += L"\n";
     if (metar.hasVariableLimits()) {
-        text += L"Wind Variable: " + Direction(static_cast<float>(metar.variableFrom())) + L"-"
-                + Direction(static_cast<float>(metar.variableTo())) + L"\n";
+        text += L"Wind Variable: " + directionText(static_cast<float>(metar.variableFrom())) + L"-"
+                + directionText(static_cast<float>(metar.variableTo())) + L"\n";
     }
     return text;
 }
 
-const wchar_t* CoverageWord(int octas)
+const wchar_t* coverageWord(int octas)
 {
     if (octas <= 0) {
         return L"Sky Clear";
@@ -74,24 +74,24 @@ const wchar_t* CoverageWord(int octas)
     return octas <= 7 ? L"Broken" : L"Overcast";
 }
 
-std::wstring CloudLines(const std::vector<Cloud>& clouds)
+std::wstring cloudLines(const std::vector<Cloud>& clouds)
 {
     std::wstring text;
     for (const Cloud& cloud : clouds) {
-        text += std::wstring(L"Clouds: ") + CoverageWord(cloud.coverage) + L" at "
-                + Number(cloud.base) + L"ft\n";
+        text += std::wstring(L"Clouds: ") + coverageWord(cloud.coverage) + L" at "
+                + numberText(cloud.base) + L"ft\n";
     }
     return text;
 }
 
-std::wstring OptionalLine(std::wstring_view label, std::wstring_view value)
+std::wstring optionalLine(std::wstring_view label, std::wstring_view value)
 {
-    return value.empty() ? std::wstring() : Line(label, value);
+    return value.empty() ? std::wstring() : textLine(label, value);
 }
 
-std::wstring PressureLine(float qnh)
+std::wstring pressureLine(float qnh)
 {
-    return L"QNH: " + Whole(qnh) + L" hpa/" + Fixed(qnh / kHpaPerHundredthInch / 100.0F, 2)
+    return L"QNH: " + wholeNumber(qnh) + L" hpa/" + fixed(qnh / kHpaPerHundredthInch / 100.0F, 2)
            + L" Inch\n";
 }
 
@@ -99,19 +99,19 @@ std::wstring PressureLine(float qnh)
 
 std::wstring Metar::GetDecodedText(std::int32_t visibilityOverride) const
 {
-    std::wstring text = OptionalLine(L"Info: ", m_infoText) + StationText(*this);
+    std::wstring text = optionalLine(L"Info: ", m_infoText) + stationText(*this);
     if (reportText().empty()) {
         return text;
     }
-    text += WindLines(*this);
-    text += L"Visibility: " + Number(visibilityOverride != 0 ? visibilityOverride : visibility())
-            + L"m\n";
-    text += OptionalLine(L"RVR: ", runwayText());
-    text += OptionalLine(L"Weather phenomena: ", phenomenaText());
-    text += CloudLines(clouds());
-    text += L"Temperature/Dewpoint: " + Whole(temperature()) + kDegree + L"/" + Whole(dewPoint())
-            + kDegree + L"\n";
-    return text + PressureLine(qnh());
+    text += windLines(*this);
+    text += L"Visibility: "
+            + numberText(visibilityOverride != 0 ? visibilityOverride : visibility()) + L"m\n";
+    text += optionalLine(L"RVR: ", runwayText());
+    text += optionalLine(L"Weather phenomena: ", phenomenaText());
+    text += cloudLines(clouds());
+    text += L"Temperature/Dewpoint: " + wholeNumber(temperature()) + kDegree + L"/"
+            + wholeNumber(dewPoint()) + kDegree + L"\n";
+    return text + pressureLine(qnh());
 }
 
 } // namespace aviation::weather

@@ -12,6 +12,6 @@ inline constexpr std::int32_t kGoodVisibility = 9999;
 
 /// Cuts off the visibility group of a METAR and gives its metres. A group in miles or kilometres
 /// may stand anywhere in the rest: its length is then cut off the front, not the group itself.
-std::optional<std::int32_t> ReadVisibility(GroupReader& report);
+std::optional<std::int32_t> visibilityFrom(GroupReader& report);
 
 } // namespace aviation::weather

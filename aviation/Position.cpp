@@ -22,9 +22,9 @@ double DistanceNm(double lat1, double lon1, double lat2, double lon2)
     if (lat1 == lat2 && lon1 == lon2) {
         return 0.0;
     }
-    const double phi1 = RadiansFromDegrees(lat1);
-    const double phi2 = RadiansFromDegrees(lat2);
-    const double deltaLambda = RadiansFromDegrees(lon2) - RadiansFromDegrees(lon1);
+    const double phi1 = radiansFromDegrees(lat1);
+    const double phi2 = radiansFromDegrees(lat2);
+    const double deltaLambda = radiansFromDegrees(lon2) - radiansFromDegrees(lon1);
     const double cosine =
         std::cos(deltaLambda) * std::cos(phi2) * std::cos(phi1) + std::sin(phi2) * std::sin(phi1);
     if (cosine > 1.0) {
@@ -56,12 +56,12 @@ double Position::DistanceTo(const Position& other, DistanceUnit unit) const
 void Position::MoveBy(double bearing, double distanceNm)
 {
     const double delta = distanceNm * kKmPerNm / kMoveRadiusKm;
-    const double course = RadiansFromDegrees(bearing);
-    const double phi1 = RadiansFromDegrees(m_latitude);
+    const double course = radiansFromDegrees(bearing);
+    const double phi1 = radiansFromDegrees(m_latitude);
     const double sinPhi2 =
         std::cos(delta) * std::sin(phi1) + std::cos(course) * std::sin(delta) * std::cos(phi1);
     const double phi2 = std::asin(std::clamp(sinPhi2, -1.0, 1.0));
-    const double lambda2 = RadiansFromDegrees(m_longitude)
+    const double lambda2 = radiansFromDegrees(m_longitude)
                            + std::atan2(std::sin(course) * std::sin(delta) * std::cos(phi1),
                                         std::cos(delta) - std::sin(phi2) * std::sin(phi1));
     m_latitude = phi2 * 180.0 / kPi;
@@ -73,9 +73,9 @@ double BearingDeg(double lat1, double lon1, double lat2, double lon2)
     if (lat1 == lat2 && lon1 == lon2) {
         return 0.0;
     }
-    const double phi1 = RadiansFromDegrees(lat1);
-    const double phi2 = RadiansFromDegrees(lat2);
-    const double deltaLambda = RadiansFromDegrees(lon1 - lon2);
+    const double phi1 = radiansFromDegrees(lat1);
+    const double phi2 = radiansFromDegrees(lat2);
+    const double deltaLambda = radiansFromDegrees(lon1 - lon2);
     const double y = std::sin(deltaLambda) * std::cos(phi2);
     const double x =
         std::sin(phi2) * std::cos(phi1) - std::sin(phi1) * std::cos(phi2) * std::cos(deltaLambda);

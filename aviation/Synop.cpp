@@ -15,14 +15,14 @@ constexpr std::size_t kShortestReport = 10;
 
 /// Copied over used values, which keep their memory that way.
 template <class Values>
-const Values& Fresh()
+const Values& freshValues()
 {
     static const Values fresh;
     return fresh;
 }
 
 /// A slash says that the unit isn't known; digits beyond 3 say nothing and leave it as it was.
-std::uint8_t WindUnitFrom(wchar_t indicator, std::uint8_t before)
+std::uint8_t windUnitFrom(wchar_t indicator, std::uint8_t before)
 {
     if (indicator == L'/') {
         return kWindUnitUnknown;
@@ -41,7 +41,7 @@ void Synop::storeTime(std::wstring_view dayText, std::wstring_view hourText)
     end += dayText.copy(end, kMostDigits);
     end += hourText.copy(end, kMostDigits);
     kMinutes.copy(end, kMinutes.size());
-    setTime(ReportSeconds(IntegerFromDigits(dayText), IntegerFromDigits(hourText), 0));
+    setTime(reportSeconds(integerFromDigits(dayText), integerFromDigits(hourText), 0));
     m_timeValid = true;
 }
 
@@ -49,7 +49,7 @@ void Synop::storeHeader(const Header& header)
 {
     storeTime(header.day, header.hour);
     m_synop.type = header.type;
-    m_synop.windUnit = WindUnitFrom(header.windIndicator, m_synop.windUnit);
+    m_synop.windUnit = windUnitFrom(header.windIndicator, m_synop.windUnit);
     setIcao(std::wstring(header.number).append(header.numberTail));
     if (header.type != SynopType::Land) {
         setName(std::wstring(header.callSign));
@@ -68,7 +68,7 @@ int Synop::DecodeHeader()
         return m_status;
     }
     GroupReader report(m_reportText);
-    const Header header = synopdecoding::ReadHeader(report, true);
+    const Header header = synopdecoding::readHeader(report, true);
     if (header.outcome == Header::Outcome::OutOfRange) {
         return fail(synopstatus::kOutOfRange, L"(SynopDecoder) - Error: Header - out of range: ");
     }
@@ -83,8 +83,8 @@ int Synop::DecodeHeader()
 
 void Synop::resetDecoded()
 {
-    m_values = Fresh<SurfaceValues>();
-    m_synop = Fresh<SynopValues>();
+    m_values = freshValues<SurfaceValues>();
+    m_synop = freshValues<SynopValues>();
     m_timeValid = false;
     m_decoded = false;
 }
@@ -96,7 +96,7 @@ int Synop::Decode()
     }
     resetDecoded();
     synopdecoding::Reading reading{GroupReader(m_reportText), m_values, m_synop};
-    const Header header = synopdecoding::ReadHeader(reading.report, false);
+    const Header header = synopdecoding::readHeader(reading.report, false);
     if (header.outcome == Header::Outcome::OutOfRange) {
         return fail(synopstatus::kOutOfRange, L"(SynopDecoder) - Error: Header - out of range");
     }
@@ -105,11 +105,11 @@ int Synop::Decode()
     }
     storeHeader(header);
     m_decoded = true;
-    synopdecoding::ReadSurface(reading);
-    synopdecoding::ReadSea(reading);
-    synopdecoding::ReadRegional(reading);
-    synopdecoding::ReadMountain(reading);
-    synopdecoding::ReadNational(reading);
+    synopdecoding::readSurface(reading);
+    synopdecoding::readSea(reading);
+    synopdecoding::readRegional(reading);
+    synopdecoding::readMountain(reading);
+    synopdecoding::readNational(reading);
     return m_status = synopstatus::kDecoded;
 }
 

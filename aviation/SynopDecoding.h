@@ -30,7 +30,7 @@ struct Header
 };
 
 /// `quick` is the header step alone, which takes slashes in a land station's number.
-Header ReadHeader(GroupReader& report, bool quick);
+Header readHeader(GroupReader& report, bool quick);
 
 /// The report under way and where its values go.
 struct Reading
@@ -49,23 +49,23 @@ struct Reading
 inline constexpr float kNoGust = -1.0F;
 
 /// Sections 1 to 5 in this order; each is optional.
-void ReadSurface(Reading& reading);
-void ReadSea(Reading& reading);
-void ReadRegional(Reading& reading);
-void ReadMountain(Reading& reading);
-void ReadNational(Reading& reading);
+void readSurface(Reading& reading);
+void readSea(Reading& reading);
+void readRegional(Reading& reading);
+void readMountain(Reading& reading);
+void readNational(Reading& reading);
 
 /// Feet of a cloud base in the code hshs (WMO code table 1677), 0 for a code that is none.
-std::int32_t CloudBaseFromCode(int code);
+std::int32_t cloudBaseFromCode(int code);
 
 /// A number in tenths, 0 for slashes.
-inline double Tenths(std::wstring_view digits)
+inline double tenths(std::wstring_view digits)
 {
-    return IntegerFromDigits(digits) / 10.0;
+    return integerFromDigits(digits) / 10.0;
 }
 
 /// The number that one character of a report stands for, 0 for a slash.
-constexpr int Digit(wchar_t character)
+constexpr int digit(wchar_t character)
 {
     return character >= L'0' && character <= L'9' ? static_cast<int>(character - L'0') : 0;
 }

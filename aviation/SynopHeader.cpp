@@ -8,10 +8,10 @@ namespace {
 using namespace synoppatterns;
 
 /// From "99LaLaLa" and "QcLoLoLoLo", tenths of a degree. A quadrant that there isn't gives (0, 0).
-Position PlacedBy(std::wstring_view latitudeGroup, std::wstring_view longitudeGroup)
+Position placedBy(std::wstring_view latitudeGroup, std::wstring_view longitudeGroup)
 {
-    const double latitude = Tenths(latitudeGroup.substr(2));
-    const double longitude = Tenths(longitudeGroup.substr(1));
+    const double latitude = tenths(latitudeGroup.substr(2));
+    const double longitude = tenths(longitudeGroup.substr(1));
     switch (longitudeGroup.front()) {
     case L'1':
         return {latitude, longitude};
@@ -27,7 +27,7 @@ Position PlacedBy(std::wstring_view latitudeGroup, std::wstring_view longitudeGr
 }
 
 template <class Pattern>
-Header ReadLand(GroupReader& report)
+Header readLand(GroupReader& report)
 {
     Header header;
     if (const auto groups = report.take<Pattern>()) {
@@ -41,7 +41,7 @@ Header ReadLand(GroupReader& report)
 }
 
 template <class Pattern>
-Header ReadMoving(GroupReader& report, SynopType type)
+Header readMoving(GroupReader& report, SynopType type)
 {
     Header header;
     const auto groups = report.take<Pattern>();
@@ -60,7 +60,7 @@ Header ReadMoving(GroupReader& report, SynopType type)
     header.number = groups[3];
     header.numberTail = groups[4];
     header.callSign = callSign;
-    header.position = PlacedBy(groups[3], groups[4]);
+    header.position = placedBy(groups[3], groups[4]);
     header.type = type;
     header.outcome = Header::Outcome::Read;
     return header;
@@ -68,14 +68,14 @@ Header ReadMoving(GroupReader& report, SynopType type)
 
 } // namespace
 
-Header ReadHeader(GroupReader& report, bool quick)
+Header readHeader(GroupReader& report, bool quick)
 {
-    Header header = quick ? ReadLand<LandHeaderQuick>(report) : ReadLand<LandHeader>(report);
+    Header header = quick ? readLand<LandHeaderQuick>(report) : readLand<LandHeader>(report);
     if (header.outcome == Header::Outcome::None) {
-        header = ReadMoving<ShipHeader>(report, SynopType::Ship);
+        header = readMoving<ShipHeader>(report, SynopType::Ship);
     }
     if (header.outcome == Header::Outcome::None) {
-        header = ReadMoving<MobileHeader>(report, SynopType::Mobile);
+        header = readMoving<MobileHeader>(report, SynopType::Mobile);
     }
     return header;
 }

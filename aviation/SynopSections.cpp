@@ -13,7 +13,7 @@ using namespace synoppatterns;
 constexpr std::int32_t kUnknownHeight = -1;
 
 /// Octas above 8 say that the sky can't be seen; a layer doesn't take them.
-Cloud LayerCloud(int octas, int type, std::int32_t base)
+Cloud layerCloud(int octas, int type, std::int32_t base)
 {
     Cloud cloud;
     cloud.setCoverage(octas);
@@ -24,71 +24,71 @@ Cloud LayerCloud(int octas, int type, std::int32_t base)
     return cloud;
 }
 
-std::int32_t WholeKnots(const Reading& reading, int speed)
+std::int32_t wholeKnots(const Reading& reading, int speed)
 {
     return static_cast<std::int32_t>(reading.knots(speed));
 }
 
-void ReadCloudLayers(Reading& reading)
+void readCloudLayers(Reading& reading)
 {
     while (const auto groups = reading.report.take<CloudLayer>()) {
-        const std::int32_t base = CloudBaseFromCode(IntegerFromDigits(groups[3]));
+        const std::int32_t base = cloudBaseFromCode(integerFromDigits(groups[3]));
         reading.surface.clouds.push_back(
-            LayerCloud(Digit(groups[1].front()), Digit(groups[2].front()), base));
+            layerCloud(digit(groups[1].front()), digit(groups[2].front()), base));
         reading.surface.cloudsSeen = true;
         reading.synop.cloudCodesRead = true;
     }
 }
 
 /// Of the supplementary groups only the highest gust since the last report matters.
-void ReadSupplements(Reading& reading)
+void readSupplements(Reading& reading)
 {
     constexpr int kHighestGust = 11;
     while (const auto groups = reading.report.take<Supplement>()) {
-        if (IntegerFromDigits(groups[1]) == kHighestGust) {
+        if (integerFromDigits(groups[1]) == kHighestGust) {
             reading.surface.wind.Gust =
-                static_cast<float>(reading.knots(IntegerFromDigits(groups[2])));
+                static_cast<float>(reading.knots(integerFromDigits(groups[2])));
         }
     }
 }
 
 /// Sign character "0" is plus, any other one minus; tenths behind it.
-double TenthsBehindSign(std::wstring_view group)
+double tenthsBehindSign(std::wstring_view group)
 {
-    const double value = Tenths(group.substr(2));
+    const double value = tenths(group.substr(2));
     return group[1] == L'0' ? value : -value;
 }
 
-void ReadNationalClouds(Reading& reading)
+void readNationalClouds(Reading& reading)
 {
     while (const auto groups = reading.report.take<NationalCloud>()) {
         // Only the last digit of the height code is looked at.
-        const std::int32_t base = CloudBaseFromCode(Digit(groups[1][4]));
-        reading.surface.clouds.push_back(LayerCloud(Digit(groups[1][1]), 0, base));
+        const std::int32_t base = cloudBaseFromCode(digit(groups[1][4]));
+        reading.surface.clouds.push_back(layerCloud(digit(groups[1][1]), 0, base));
         reading.synop.cloudCodesRead = true;
     }
 }
 
 /// In metres per second the two peaks take over the gust of 10 minutes; whoever reads the fields
 /// must not expect their own values there.
-std::int32_t ReadPeak(Reading& reading, std::int32_t otherwise)
+std::int32_t readPeak(Reading& reading, std::int32_t otherwise)
 {
     const auto groups = reading.report.take<GustPeak>();
     if (!groups) {
         return otherwise;
     }
     return reading.inMetresPerSecond() ? reading.synop.gust10Minutes
-                                       : IntegerFromDigits(groups[1].substr(3));
+                                       : integerFromDigits(groups[1].substr(3));
 }
 
-void ReadGusts(Reading& reading)
+void readGusts(Reading& reading)
 {
     SynopValues& synop = reading.synop;
     if (const auto groups = reading.report.take<Gust10Minutes>()) {
-        synop.gust10Minutes = WholeKnots(reading, IntegerFromDigits(groups[1].substr(3)));
+        synop.gust10Minutes = wholeKnots(reading, integerFromDigits(groups[1].substr(3)));
     }
-    synop.gust1 = ReadPeak(reading, synop.gust1);
-    synop.gust2 = ReadPeak(reading, synop.gust2);
+    synop.gust1 = readPeak(reading, synop.gust1);
+    synop.gust2 = readPeak(reading, synop.gust2);
 }
 
 } // namespace
@@ -104,7 +104,7 @@ bool Reading::inMetresPerSecond() const
     return synop.windUnit < kFirstKnotsIndicator;
 }
 
-std::int32_t CloudBaseFromCode(int code)
+std::int32_t cloudBaseFromCode(int code)
 {
     if (code >= 0 && code <= 50) {
         return code * 100;
@@ -125,7 +125,7 @@ std::int32_t CloudBaseFromCode(int code)
     return 0;
 }
 
-void ReadSea(Reading& reading)
+void readSea(Reading& reading)
 {
     if (reading.report.takeWhole<Section2>()) {
         reading.report
@@ -133,7 +133,7 @@ void ReadSea(Reading& reading)
     }
 }
 
-void ReadRegional(Reading& reading)
+void readRegional(Reading& reading)
 {
     if (!reading.report.takeWhole<Section3>()) {
         return;
@@ -141,31 +141,31 @@ void ReadRegional(Reading& reading)
     reading.report.pass<Plain0, MaximumTemperature, MinimumTemperature, GroundTemperature,
                         SnowTemperature, DailySunshine, Plain2, Plain3, Plain4, HourlySunshine,
                         Plain2, Plain3, Plain4, RegionalPrecipitation, Plain7>();
-    ReadCloudLayers(reading);
-    ReadSupplements(reading);
+    readCloudLayers(reading);
+    readSupplements(reading);
 }
 
-void ReadMountain(Reading& reading)
+void readMountain(Reading& reading)
 {
     if (reading.report.takeWhole<Section4>()) {
         reading.report.pass<AnyGroup>();
     }
 }
 
-void ReadNational(Reading& reading)
+void readNational(Reading& reading)
 {
     const auto groups = reading.report.take<Section5>();
     if (!groups) {
         return;
     }
-    reading.surface.temperature = static_cast<float>(TenthsBehindSign(groups[1]));
-    reading.synop.seaValue = Tenths(groups[2].substr(1));
+    reading.surface.temperature = static_cast<float>(tenthsBehindSign(groups[1]));
+    reading.synop.seaValue = tenths(groups[2].substr(1));
     const auto second = reading.report.take<SeaSecond>();
-    reading.synop.seaSecondValue = second ? TenthsBehindSign(second[1]) : 0.0;
+    reading.synop.seaSecondValue = second ? tenthsBehindSign(second[1]) : 0.0;
     reading.report.pass<National22, National23, National24, National25, National26, National3,
                         National4, National5, National7>();
-    ReadNationalClouds(reading);
-    ReadGusts(reading);
+    readNationalClouds(reading);
+    readGusts(reading);
     reading.report.pass<PicGroup, BotGroup>();
 }
 

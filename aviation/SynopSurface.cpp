@@ -20,14 +20,14 @@ constexpr std::array<std::int32_t, 10> kCoarseVisibility = {40,   50,   200,   5
                                                             2000, 4000, 10000, 20000, 60000};
 
 /// Whether a group of two characters is "//", which says that it isn't known.
-bool AreSlashes(std::wstring_view pair)
+bool areSlashes(std::wstring_view pair)
 {
     return pair[0] == L'/' && pair[1] == L'/';
 }
 
 /// Metres of the code VV (WMO code table 4377). Tenths of a kilometre lose their fraction on
 /// purpose. The codes 51 to 55 aren't used and keep `unchanged`.
-std::int32_t VisibilityFromCode(int code, std::int32_t unchanged)
+std::int32_t visibilityFromCode(int code, std::int32_t unchanged)
 {
     if (code <= 50) {
         return code / 10 * 1000;
@@ -41,47 +41,47 @@ std::int32_t VisibilityFromCode(int code, std::int32_t unchanged)
     return code <= 89 ? (code - 74) * 5000 : kCoarseVisibility[static_cast<std::size_t>(code - 90)];
 }
 
-void ReadVisibility(Reading& reading)
+void readVisibility(Reading& reading)
 {
     const auto groups = reading.report.take<Visibility>();
     if (!groups) {
         return;
     }
     SurfaceValues& surface = reading.surface;
-    reading.synop.precipitationIndicator = static_cast<std::uint8_t>(Digit(groups[1].front()));
+    reading.synop.precipitationIndicator = static_cast<std::uint8_t>(digit(groups[1].front()));
     const wchar_t h = groups[3].front();
     surface.cloudsSeen = h != L'/';
     if (surface.cloudsSeen) {
-        reading.synop.baseCloud.base = kBaseOfH[static_cast<std::size_t>(Digit(h))];
+        reading.synop.baseCloud.base = kBaseOfH[static_cast<std::size_t>(digit(h))];
     }
-    surface.visibilitySeen = !AreSlashes(groups[4]);
+    surface.visibilitySeen = !areSlashes(groups[4]);
     if (surface.visibilitySeen) {
-        surface.visibility = VisibilityFromCode(IntegerFromDigits(groups[4]), surface.visibility);
+        surface.visibility = visibilityFromCode(integerFromDigits(groups[4]), surface.visibility);
     }
 }
 
-void ReadBaseCoverage(Cloud& cloud, wchar_t n)
+void readBaseCoverage(Cloud& cloud, wchar_t n)
 {
     constexpr int kSkyObscured = 9;
     constexpr int kOvercast = 8;
     if (n != L'/') {
-        const int octas = Digit(n);
+        const int octas = digit(n);
         cloud.setCoverage(octas == kSkyObscured ? kOvercast : octas);
     }
 }
 
 /// A speed of 99 says that the next group holds it in three digits. Its knots are whole.
-void ReadStrongWind(Reading& reading)
+void readStrongWind(Reading& reading)
 {
     if (const auto groups = reading.report.take<StrongWind>()) {
         Wind& wind = reading.surface.wind;
         wind.Speed =
-            static_cast<float>(static_cast<int>(reading.knots(IntegerFromDigits(groups[1]))));
+            static_cast<float>(static_cast<int>(reading.knots(integerFromDigits(groups[1]))));
         wind.Gust = kNoGust;
     }
 }
 
-void ReadWind(Reading& reading)
+void readWind(Reading& reading)
 {
     constexpr int kVariable = 99;
     constexpr int kSpeedFollows = 99;
@@ -89,34 +89,34 @@ void ReadWind(Reading& reading)
     if (!groups) {
         return;
     }
-    ReadBaseCoverage(reading.synop.baseCloud, groups[1].front());
+    readBaseCoverage(reading.synop.baseCloud, groups[1].front());
     SurfaceValues& surface = reading.surface;
-    const int direction = IntegerFromDigits(groups[2]);
-    const int speed = IntegerFromDigits(groups[3]);
-    surface.windSeen = !AreSlashes(groups[2]) && !AreSlashes(groups[3]);
+    const int direction = integerFromDigits(groups[2]);
+    const int speed = integerFromDigits(groups[3]);
+    surface.windSeen = !areSlashes(groups[2]) && !areSlashes(groups[3]);
     if (surface.windSeen) {
         surface.wind = {direction == kVariable ? 0.0F : static_cast<float>(direction * 10),
                         static_cast<float>(reading.knots(speed)), kNoGust, 0.0F};
     }
     if (speed == kSpeedFollows) {
-        ReadStrongWind(reading);
+        readStrongWind(reading);
     }
 }
 
-double SignedTenths(wchar_t sign, std::wstring_view digits)
+double signedTenths(wchar_t sign, std::wstring_view digits)
 {
-    return sign == L'1' ? -Tenths(digits) : Tenths(digits);
+    return sign == L'1' ? -tenths(digits) : tenths(digits);
 }
 
-void ReadTemperatures(Reading& reading)
+void readTemperatures(Reading& reading)
 {
     constexpr wchar_t kHumidityInstead = L'9';
     if (const auto groups = reading.report.take<Temperature>()) {
         reading.surface.temperature =
-            static_cast<float>(SignedTenths(groups[1].front(), groups[2]));
+            static_cast<float>(signedTenths(groups[1].front(), groups[2]));
     }
     if (const auto groups = reading.report.take<DewPoint>()) {
-        const double value = SignedTenths(groups[1].front(), groups[2]);
+        const double value = signedTenths(groups[1].front(), groups[2]);
         reading.surface.dewPoint = static_cast<float>(value);
         if (groups[1].front() == kHumidityInstead) {
             reading.synop.humidity = value;
@@ -126,43 +126,43 @@ void ReadTemperatures(Reading& reading)
 
 /// Four digits are tenths of hPa without the thousands. A slash in place of the tenths leaves whole
 /// hPa.
-double Pressure(std::wstring_view digits)
+double pressureOf(std::wstring_view digits)
 {
     constexpr double kLeastWithThousands = 300.0;
-    const double hpa = digits[3] == L'/' ? IntegerFromDigits(digits.substr(0, 3)) : Tenths(digits);
+    const double hpa = digits[3] == L'/' ? integerFromDigits(digits.substr(0, 3)) : tenths(digits);
     return hpa < kLeastWithThousands ? hpa + 1000.0 : hpa;
 }
 
-void ReadPressures(Reading& reading)
+void readPressures(Reading& reading)
 {
     if (const auto groups = reading.report.take<StationPressure>()) {
-        reading.synop.stationPressure = Pressure(groups[1]);
+        reading.synop.stationPressure = pressureOf(groups[1]);
     }
     if (const auto groups = reading.report.take<SeaLevelPressure>()) {
-        reading.surface.qnh = static_cast<float>(Pressure(groups[1]));
+        reading.surface.qnh = static_cast<float>(pressureOf(groups[1]));
     }
 }
 
-void ReadCloudForms(Reading& reading)
+void readCloudForms(Reading& reading)
 {
     if (const auto groups = reading.report.take<CloudForms>()) {
-        reading.synop.lowCode = static_cast<std::uint8_t>(Digit(groups[2].front()));
-        reading.synop.middleCode = static_cast<std::uint8_t>(Digit(groups[3].front()));
-        reading.synop.highCode = static_cast<std::uint8_t>(Digit(groups[4].front()));
+        reading.synop.lowCode = static_cast<std::uint8_t>(digit(groups[2].front()));
+        reading.synop.middleCode = static_cast<std::uint8_t>(digit(groups[3].front()));
+        reading.synop.highCode = static_cast<std::uint8_t>(digit(groups[4].front()));
         reading.synop.cloudCodesRead = true;
     }
 }
 
 } // namespace
 
-void ReadSurface(Reading& reading)
+void readSurface(Reading& reading)
 {
-    ReadVisibility(reading);
-    ReadWind(reading);
-    ReadTemperatures(reading);
-    ReadPressures(reading);
+    readVisibility(reading);
+    readWind(reading);
+    readTemperatures(reading);
+    readPressures(reading);
     reading.report.pass<Geopotential, Tendency, Precipitation, PresentWeather>();
-    ReadCloudForms(reading);
+    readCloudForms(reading);
 }
 
 } // namespace aviation::weather::synopdecoding

@@ -9,7 +9,7 @@ namespace aviation::weather {
 namespace {
 
 /// Stands for the station identifier of a METAR that has none.
-std::string IdentifierOfType(std::wstring_view reportText)
+std::string identifierOfType(std::wstring_view reportText)
 {
     std::string identifier;
     const auto holds = [reportText](std::wstring_view mark) {
@@ -28,52 +28,52 @@ std::string IdentifierOfType(std::wstring_view reportText)
 }
 
 /// Without decimals, in at least `width` characters.
-std::string Rounded(float value, int width)
+std::string rounded(float value, int width)
 {
-    return FixedText(static_cast<double>(value), 0, width);
+    return fixedText(static_cast<double>(value), 0, width);
 }
 
-std::string WindGroup(const Wind& wind)
+std::string windGroup(const Wind& wind)
 {
-    const std::string gust = wind.Gust > 0.0F ? "G" + Rounded(wind.Gust, 2) : std::string();
-    return Rounded(wind.Dir, 3) + Rounded(wind.Speed, 2) + gust + "KT ";
+    const std::string gust = wind.Gust > 0.0F ? "G" + rounded(wind.Gust, 2) : std::string();
+    return rounded(wind.Dir, 3) + rounded(wind.Speed, 2) + gust + "KT ";
 }
 
-std::string VisibilityGroup(std::int32_t metres)
+std::string visibilityGroup(std::int32_t metres)
 {
     constexpr std::int32_t kMostInMetres = 9999;
-    return metres > kMostInMetres ? IntegerText(metres / 1000) + "KM "
-                                  : IntegerText(metres, 4) + " ";
+    return metres > kMostInMetres ? integerText(metres / 1000) + "KM "
+                                  : integerText(metres, 4) + " ";
 }
 
-std::string CloudGroup(const Cloud& cloud)
+std::string cloudGroup(const Cloud& cloud)
 {
-    return CoverageAbbreviation(cloud.coverage) + IntegerText(cloud.base / 100, 3) + " ";
+    return coverageAbbreviation(cloud.coverage) + integerText(cloud.base / 100, 3) + " ";
 }
 
-std::string CloudGroups(const Synop& synop)
+std::string cloudGroups(const Synop& synop)
 {
     if (synop.clouds().empty()) {
-        return synop.baseCloud().coverage >= 1 ? CloudGroup(synop.baseCloud()) : std::string();
+        return synop.baseCloud().coverage >= 1 ? cloudGroup(synop.baseCloud()) : std::string();
     }
     std::string groups;
     for (const Cloud& cloud : synop.clouds()) {
-        groups += CloudGroup(cloud);
+        groups += cloudGroup(cloud);
     }
     return groups;
 }
 
-std::string TemperatureText(float celsius)
+std::string temperatureText(float celsius)
 {
-    return celsius < 0.0F ? "M" + Rounded(std::fabs(celsius), 2) : Rounded(celsius, 2);
+    return celsius < 0.0F ? "M" + rounded(std::fabs(celsius), 2) : rounded(celsius, 2);
 }
 
 /// Everything behind the time group.
-std::string SurfaceGroups(const Synop& synop)
+std::string surfaceGroups(const Synop& synop)
 {
-    return WindGroup(synop.wind()) + VisibilityGroup(synop.visibility()) + CloudGroups(synop)
-           + TemperatureText(synop.temperature()) + "/" + TemperatureText(synop.dewPoint()) + " Q"
-           + Rounded(synop.qnh(), 4) + " ";
+    return windGroup(synop.wind()) + visibilityGroup(synop.visibility()) + cloudGroups(synop)
+           + temperatureText(synop.temperature()) + "/" + temperatureText(synop.dewPoint()) + " Q"
+           + rounded(synop.qnh(), 4) + " ";
 }
 
 } // namespace
@@ -81,9 +81,9 @@ std::string SurfaceGroups(const Synop& synop)
 void Synop::ToMetar(Metar& metar) const
 {
     const std::wstring start =
-        metar.icao().empty() ? Widen(IdentifierOfType(reportText())) : metar.icao() + L" ";
+        metar.icao().empty() ? widen(identifierOfType(reportText())) : metar.icao() + L" ";
     metar.resetDecoded();
-    metar.setReportText(start + timeGroup().data() + L" " + Widen(SurfaceGroups(*this)));
+    metar.setReportText(start + timeGroup().data() + L" " + widen(surfaceGroups(*this)));
     static_cast<void>(metar.Decode());
     metar.setPosition(*this);
     metar.setCountry(country());

@@ -30,7 +30,7 @@ inline std::uint16_t MetresToHundredthsOfMile(double metres)
 }
 
 /// Feet to metres by the system's constant, not truncated.
-constexpr double MetresFromFeet(double feet)
+constexpr double metresFromFeet(double feet)
 {
     return feet / kFeetPerMetre;
 }

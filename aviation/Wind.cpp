@@ -4,10 +4,10 @@
 
 namespace aviation::weather {
 
-std::string WindText(const Wind& wind)
+std::string windText(const Wind& wind)
 {
     const auto field = [](float value) {
-        return FixedText(static_cast<double>(value), 2);
+        return fixedText(static_cast<double>(value), 2);
     };
     return "Dir=" + field(wind.Dir) + ":Speed=" + field(wind.Speed) + ":Gust=" + field(wind.Gust);
 }

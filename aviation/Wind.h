@@ -15,6 +15,6 @@ struct Wind
 static_assert(sizeof(Wind) == 16);
 
 /// "Dir=%.02f:Speed=%.02f:Gust=%.02f" with a decimal point in every locale.
-std::string WindText(const Wind& wind);
+std::string windText(const Wind& wind);
 
 } // namespace aviation::weather

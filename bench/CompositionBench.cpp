@@ -15,8 +15,8 @@ namespace {
 class BenchClock final : public aviation::Clock
 {
 public:
-    BenchClock() { Install(this); }
-    ~BenchClock() override { Install(nullptr); }
+    BenchClock() { install(this); }
+    ~BenchClock() override { install(nullptr); }
     UtcTime NowUtc() const override
     {
         using namespace std::chrono;
@@ -69,7 +69,7 @@ void GenerateWeather(benchmark::State& state)
 BENCHMARK(GenerateWeather)->Unit(benchmark::kMicrosecond);
 
 /// An old METAR: writing the SYNOP as one and decoding it is most of the work.
-void GenerateWeatherFromSynop(benchmark::State& state)
+void generateWeatherFromSynop(benchmark::State& state)
 {
     const Scene scene;
     aviation::SeededRandom random(1);
@@ -82,9 +82,9 @@ void GenerateWeatherFromSynop(benchmark::State& state)
         benchmark::DoNotOptimize(record);
     }
 }
-BENCHMARK(GenerateWeatherFromSynop)->Unit(benchmark::kMicrosecond);
+BENCHMARK(generateWeatherFromSynop)->Unit(benchmark::kMicrosecond);
 
-void ObservationText(benchmark::State& state)
+void observationText(benchmark::State& state)
 {
     BenchClock clock;
     const Scene scene;
@@ -96,6 +96,6 @@ void ObservationText(benchmark::State& state)
         benchmark::DoNotOptimize(MetarString(scene.metar, scene.synop, scene.grib, record));
     }
 }
-BENCHMARK(ObservationText)->Unit(benchmark::kMicrosecond);
+BENCHMARK(observationText)->Unit(benchmark::kMicrosecond);
 
 } // namespace

@@ -16,7 +16,7 @@ class HeartBeat : public QObject
 public:
     void start()
     {
-        m_last = aviation::Clock::Current().MonotonicMs();
+        m_last = aviation::Clock::current().MonotonicMs();
         m_timer.setTimerType(Qt::PreciseTimer);
         connect(&m_timer, &QTimer::timeout, this, [this] { beat(); });
         m_timer.start(1);
@@ -27,7 +27,7 @@ public:
 private:
     void beat()
     {
-        const std::int64_t now = aviation::Clock::Current().MonotonicMs();
+        const std::int64_t now = aviation::Clock::current().MonotonicMs();
         const std::int64_t late = now - m_last - 1;
         m_longest = std::max(m_longest, late);
         if (late > 10) {

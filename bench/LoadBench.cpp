@@ -1,12 +1,12 @@
 #include "app/Resources.h"
-#include "app/WeatherJobs.h"
-#include "app/WeatherWorker.h"
 #include "app/base/ReportFile.h"
 #include "app/base/Settings.h"
+#include "app/jobs/WeatherJobs.h"
+#include "app/jobs/WeatherWorker.h"
 #include "aviation/support/RandomSource.h"
 #include "bench/WorldHour.h"
 #include "nav/records/AirportTable.h"
-#include "tools/wxserver/Compress.h"
+#include "standins/wxserver/Compress.h"
 #include "weather/output/WeatherWrapper.h"
 
 #include <QFile>
@@ -26,10 +26,10 @@ struct World
     {
         QFile file(packed);
         if (file.open(QIODevice::WriteOnly)) {
-            file.write(wxserver::gzipped(WorldHourText(kSynops).toUtf8()));
+            file.write(wxserver::gzipped(worldHourText(kSynops).toUtf8()));
         }
-        store.addAirports(ReadAirportTable(BuiltInFile("airports")));
-        store.setWeatherStations(QString::fromUtf8(BuiltInFile("wxstations")));
+        store.addAirports(readAirportTable(builtInFile("airports")));
+        store.setWeatherStations(QString::fromUtf8(builtInFile("wxstations")));
     }
 
     void decode()
@@ -48,42 +48,42 @@ struct World
     const QString packed = folder.filePath(QStringLiteral("weather.wx.gz"));
 };
 
-void Count(benchmark::State& state, const World& world)
+void count(benchmark::State& state, const World& world)
 {
     state.counters["metars"] = static_cast<double>(world.store.metarCount());
     state.counters["synops"] = static_cast<double>(world.store.synopCount());
 }
 
 /// From the file as it was downloaded to the store: inflated, read and decoded.
-void GzToStore(benchmark::State& state)
+void gzToStore(benchmark::State& state)
 {
     World world;
     for (auto _ : state) {
         world.worker.setWeatherText(readReportFile(world.packed).text);
         world.decode();
     }
-    Count(state, world);
+    count(state, world);
 }
-BENCHMARK(GzToStore)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(gzToStore)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
-void ReadGz(benchmark::State& state)
+void readGz(benchmark::State& state)
 {
     const World world;
     for (auto _ : state) {
         benchmark::DoNotOptimize(readReportFile(world.packed).text);
     }
 }
-BENCHMARK(ReadGz)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(readGz)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
-void DecodeJob(benchmark::State& state)
+void decodeJob(benchmark::State& state)
 {
     World world;
     world.worker.setWeatherText(readReportFile(world.packed).text);
     for (auto _ : state) {
         world.decode();
     }
-    Count(state, world);
+    count(state, world);
 }
-BENCHMARK(DecodeJob)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(decodeJob)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 } // namespace

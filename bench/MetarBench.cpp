@@ -13,11 +13,11 @@ using aviation::weather::Metar;
 namespace {
 
 /// The reports of the test data, or of the file that the environment names.
-const std::vector<std::wstring>& Corpus()
+const std::vector<std::wstring>& corpus()
 {
     static const std::vector<std::wstring> lines = [] {
         const char* const file = std::getenv("CIRRILON_METAR_CORPUS");
-        return ReportLines(file != nullptr ? file
+        return reportLines(file != nullptr ? file
                                            : CIRRILON_SOURCE_DIR "/tests/data/metar/reports.txt");
     }();
     return lines;
@@ -32,10 +32,10 @@ enum class Objects
 /// Runs `decode` over the whole corpus a turn and states the time a report. The objects are made,
 /// some at a time, outside of the measured time.
 template <class Decode>
-void RunOverCorpus(benchmark::State& state, Decode decode, Objects objects = Objects::Fresh)
+void runOverCorpus(benchmark::State& state, Decode decode, Objects objects = Objects::Fresh)
 {
     constexpr std::size_t kObjects = 64;
-    const std::vector<std::wstring>& lines = Corpus();
+    const std::vector<std::wstring>& lines = corpus();
     for (auto _ : state) {
         std::chrono::duration<double> spent{};
         for (std::size_t at = 0; at < lines.size(); at += kObjects) {
@@ -45,9 +45,9 @@ void RunOverCorpus(benchmark::State& state, Decode decode, Objects objects = Obj
             if (objects == Objects::Used) {
                 std::for_each(metars.begin(), metars.end(), decode);
             }
-            const auto start = CpuTime();
+            const auto start = cpuTime();
             std::for_each(metars.begin(), metars.end(), decode);
-            spent += CpuTime() - start;
+            spent += cpuTime() - start;
         }
         state.SetIterationTime(spent.count());
     }
@@ -57,56 +57,56 @@ void RunOverCorpus(benchmark::State& state, Decode decode, Objects objects = Obj
     state.counters["per report"] = Counter(reports, Counter::kIsRate | Counter::kInvert);
 }
 
-void Full(Metar& metar)
+void decodeFull(Metar& metar)
 {
     benchmark::DoNotOptimize(metar.Decode());
 }
 
-void Header(Metar& metar)
+void decodeHeader(Metar& metar)
 {
     benchmark::DoNotOptimize(metar.DecodeHeader());
 }
 
-void FullDecode(benchmark::State& state)
+void fullDecode(benchmark::State& state)
 {
-    RunOverCorpus(state, Full);
+    runOverCorpus(state, decodeFull);
 }
 
-void HeaderDecode(benchmark::State& state)
+void headerDecode(benchmark::State& state)
 {
-    RunOverCorpus(state, Header);
+    runOverCorpus(state, decodeHeader);
 }
 
-void FullDecodeOfUsedObject(benchmark::State& state)
+void fullDecodeOfUsedObject(benchmark::State& state)
 {
-    RunOverCorpus(state, Full, Objects::Used);
+    runOverCorpus(state, decodeFull, Objects::Used);
 }
 
-void HeaderDecodeOfUsedObject(benchmark::State& state)
+void headerDecodeOfUsedObject(benchmark::State& state)
 {
-    RunOverCorpus(state, Header, Objects::Used);
+    runOverCorpus(state, decodeHeader, Objects::Used);
 }
 
 /// The same chain with std::wregex, built once: the baseline of the full decode.
-void RegexDecode(benchmark::State& state)
+void regexDecode(benchmark::State& state)
 {
     static const RegexMetar regexMetar;
-    RunOverCorpus(state, [](Metar& metar) {
+    runOverCorpus(state, [](Metar& metar) {
         benchmark::DoNotOptimize(regexMetar.Decode(metar.reportText(), metar.elevation()));
     });
 }
 
 } // namespace
 
-BENCHMARK(FullDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
-BENCHMARK(HeaderDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
-BENCHMARK(FullDecodeOfUsedObject)->Unit(benchmark::kMillisecond)->UseManualTime();
-BENCHMARK(HeaderDecodeOfUsedObject)->Unit(benchmark::kMillisecond)->UseManualTime();
-BENCHMARK(RegexDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(fullDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(headerDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(fullDecodeOfUsedObject)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(headerDecodeOfUsedObject)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(regexDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 int main(int argc, char** argv)
 {
-    if (Corpus().empty()) {
+    if (corpus().empty()) {
         std::fputs("no reports: set CIRRILON_METAR_CORPUS to a file with one report a line\n",
                    stderr);
         return 1;

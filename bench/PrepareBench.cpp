@@ -20,8 +20,8 @@ struct World
 {
     World()
     {
-        store.addAirports(ReadAirportTable(BuiltInFile("airports")));
-        store.setWeatherStations(QString::fromUtf8(BuiltInFile("wxstations")));
+        store.addAirports(readAirportTable(builtInFile("airports")));
+        store.setWeatherStations(QString::fromUtf8(builtInFile("wxstations")));
         const QString demo = QStringLiteral(CIRRILON_SOURCE_DIR "/resources/demo/");
         store.initializeWeather(readReportFile(demo + QStringLiteral("grib.txt.gz")).text,
                                 aviation::weather::storekind::kUpperAir);
@@ -47,7 +47,7 @@ struct World
     std::atomic<qint64> logged{0}; ///< characters
 };
 
-void PrepareJob(benchmark::State& state, int job, aviation::Position place)
+void prepareJob(benchmark::State& state, int job, aviation::Position place)
 {
     static World world;
     aviation::structs::AircraftData aircraft;
@@ -64,22 +64,22 @@ void PrepareJob(benchmark::State& state, int job, aviation::Position place)
 const aviation::Position kFrankfurt(50.03, 8.57);
 const aviation::Position kNewYork(40.64, -73.78);
 
-BENCHMARK_CAPTURE(PrepareJob, fsuipc_frankfurt, weatherjob::kFsuipcAll, kFrankfurt)
+BENCHMARK_CAPTURE(prepareJob, fsuipc_frankfurt, weatherjob::kFsuipcAll, kFrankfurt)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(PrepareJob, fsuipc_newyork, weatherjob::kFsuipcAll, kNewYork)
+BENCHMARK_CAPTURE(prepareJob, fsuipc_newyork, weatherjob::kFsuipcAll, kNewYork)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(PrepareJob, observations_frankfurt, weatherjob::kSimConnectAll, kFrankfurt)
+BENCHMARK_CAPTURE(prepareJob, observations_frankfurt, weatherjob::kSimConnectAll, kFrankfurt)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(PrepareJob, observations_newyork, weatherjob::kSimConnectAll, kNewYork)
+BENCHMARK_CAPTURE(prepareJob, observations_newyork, weatherjob::kSimConnectAll, kNewYork)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(PrepareJob, xplane_files_frankfurt, weatherjob::kXPlaneFiles, kFrankfurt)
+BENCHMARK_CAPTURE(prepareJob, xplane_files_frankfurt, weatherjob::kXPlaneFiles, kFrankfurt)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(PrepareJob, xplane_files_newyork, weatherjob::kXPlaneFiles, kNewYork)
+BENCHMARK_CAPTURE(prepareJob, xplane_files_newyork, weatherjob::kXPlaneFiles, kNewYork)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
 

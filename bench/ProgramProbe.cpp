@@ -51,7 +51,7 @@ constexpr double kBlockGoalMs = 50;
 
 std::int64_t nowMs()
 {
-    return aviation::Clock::Current().MonotonicMs();
+    return aviation::Clock::current().MonotonicMs();
 }
 
 void tell(const char* key, double value)
@@ -115,7 +115,7 @@ int runProgram(int argc, char** argv)
     const auto interfaces = [&clients](const Settings& settings, const StopFlag& stop) {
         return std::make_unique<SimulatorInterfaces>(settings, stop, clients);
     };
-    WindowParts parts{random, processes, interfaces, HostNetwork(), {}};
+    WindowParts parts{random, processes, interfaces, hostNetwork(), {}};
     if (qEnvironmentVariableIsSet("PROBE_LOG")) {
         parts.logMirror = [](const QString& line) {
             qInfo("%s", qUtf8Printable(line));
@@ -167,7 +167,7 @@ bool serveTheWorld(wxserver::WeatherServerThread& server)
     const QString all = QStringLiteral("/metar_fs2020.txt");
     QByteArray data;
     DownloadContext context;
-    context.network = HostNetwork();
+    context.network = hostNetwork();
     if (DownloadManager(context).getToBytes(server.url() + all, data) != 0) {
         return false;
     }

@@ -13,16 +13,16 @@ namespace mp = aviation::weather::metarpatterns;
 namespace {
 
 template <class P>
-std::wregex Regex()
+std::wregex makeRegex()
 {
     return std::wregex(P::text().begin(), P::text().end());
 }
 
 template <class List>
-std::vector<std::wregex> Regexes()
+std::vector<std::wregex> makeRegexes()
 {
     std::vector<std::wregex> regexes;
-    List::forEach([&]<class P>() { regexes.push_back(Regex<P>()); });
+    List::forEach([&]<class P>() { regexes.push_back(makeRegex<P>()); });
     return regexes;
 }
 
@@ -31,7 +31,7 @@ int Number(const std::wstring& text)
     return static_cast<int>(std::wcstol(text.c_str(), nullptr, 10));
 }
 
-bool Contains(const std::wstring& text, const wchar_t* part)
+bool contains(const std::wstring& text, const wchar_t* part)
 {
     return text.find(part) != std::wstring::npos;
 }
@@ -75,28 +75,28 @@ struct RegexMetar::Patterns
     using TemperatureList = aviation::pattern::PatternList<mp::BothBelowZero, mp::DewPointBelowZero,
                                                            mp::BothAboveZero, mp::NoDewPoint>;
 
-    std::wregex header = Regex<mp::Header>();
-    std::wregex modifier = Regex<mp::Modifier>();
-    std::vector<std::wregex> winds = Regexes<WindList>();
-    std::wregex sector = Regex<mp::VariableSector>();
-    std::wregex cavok = Regex<mp::Cavok>();
-    std::vector<std::wregex> searched = Regexes<mp::SearchedPatterns>();
-    std::wregex metres = Regex<mp::Metres>();
-    std::wregex moreThan = Regex<mp::MoreThanMetres>();
-    std::wregex directional = Regex<mp::DirectionalMetres>();
-    std::wregex runway = Regex<mp::RunwayVisualRange>();
-    std::wregex tailRunway = Regex<mp::TailRunwayVisualRange>();
-    std::wregex weather = Regex<mp::WeatherGroup>();
-    std::wregex cloud = Regex<mp::CloudGroup>();
-    std::vector<std::wregex> temperatures = Regexes<TemperatureList>();
-    std::wregex hectopascals = Regex<mp::QnhHectopascals>();
-    std::wregex inches = Regex<mp::QnhInches>();
+    std::wregex header = makeRegex<mp::Header>();
+    std::wregex modifier = makeRegex<mp::Modifier>();
+    std::vector<std::wregex> winds = makeRegexes<WindList>();
+    std::wregex sector = makeRegex<mp::VariableSector>();
+    std::wregex cavok = makeRegex<mp::Cavok>();
+    std::vector<std::wregex> searched = makeRegexes<mp::SearchedPatterns>();
+    std::wregex metres = makeRegex<mp::Metres>();
+    std::wregex moreThan = makeRegex<mp::MoreThanMetres>();
+    std::wregex directional = makeRegex<mp::DirectionalMetres>();
+    std::wregex runway = makeRegex<mp::RunwayVisualRange>();
+    std::wregex tailRunway = makeRegex<mp::TailRunwayVisualRange>();
+    std::wregex weather = makeRegex<mp::WeatherGroup>();
+    std::wregex cloud = makeRegex<mp::CloudGroup>();
+    std::vector<std::wregex> temperatures = makeRegexes<TemperatureList>();
+    std::wregex hectopascals = makeRegex<mp::QnhHectopascals>();
+    std::wregex inches = makeRegex<mp::QnhInches>();
 };
 
 namespace {
 
 /// Index of the first pattern that matches, or -1.
-int TakeFirst(Work& work, const std::vector<std::wregex>& regexes)
+int takeFirst(Work& work, const std::vector<std::wregex>& regexes)
 {
     for (std::size_t at = 0; at < regexes.size(); ++at) {
         if (work.take(regexes[at])) {
@@ -106,7 +106,7 @@ int TakeFirst(Work& work, const std::vector<std::wregex>& regexes)
     return -1;
 }
 
-void StoreWind(const std::vector<std::wstring>& groups, int pattern, SurfaceValues& values)
+void storeWind(const std::vector<std::wstring>& groups, int pattern, SurfaceValues& values)
 {
     const bool slashes = pattern == 0 && (groups[1] == L"///" || groups[2] == L"//");
     values.windSeen = !slashes;
@@ -123,20 +123,20 @@ void StoreWind(const std::vector<std::wstring>& groups, int pattern, SurfaceValu
     values.wind.Gust = groups.size() > speed + 1 ? knots(groups[speed + 1]) : 0.0F;
 }
 
-int Fraction(const std::wstring& a, const std::wstring& b)
+int fraction(const std::wstring& a, const std::wstring& b)
 {
     return Number(b) == 0 ? 0
                           : static_cast<int>(static_cast<double>(Number(a)) / Number(b) * 1609.0);
 }
 
-int SearchedVisibility(const std::vector<std::wstring>& groups, int pattern)
+int searchedVisibility(const std::vector<std::wstring>& groups, int pattern)
 {
     switch (pattern) {
     case 0:
     case 2:
-        return Fraction(groups[1], groups[2]);
+        return fraction(groups[1], groups[2]);
     case 1:
-        return Number(groups[1]) * 1609 + Fraction(groups[2], groups[3]);
+        return Number(groups[1]) * 1609 + fraction(groups[2], groups[3]);
     case 3:
         return groups[1].substr(0, 2) == L"10" ? 9999 : Number(groups[1]) * 1609;
     case 4:
@@ -146,7 +146,7 @@ int SearchedVisibility(const std::vector<std::wstring>& groups, int pattern)
     }
 }
 
-std::wstring TakeRunways(Work& work, const std::wregex& regex)
+std::wstring takeRunways(Work& work, const std::wregex& regex)
 {
     std::wstring texts;
     while (work.take(regex)) {
@@ -155,9 +155,9 @@ std::wstring TakeRunways(Work& work, const std::wregex& regex)
     return texts;
 }
 
-void StoreWeather(std::wstring group, RegexMetarReading& reading, int elevation)
+void storeWeather(std::wstring group, RegexMetarReading& reading, int elevation)
 {
-    if (Contains(group, L"NSC")) {
+    if (contains(group, L"NSC")) {
         reading.metar.noSignificantCloud = true;
         reading.surface.clouds.push_back({0, 3, 5000, -1, elevation + 2000});
     }
@@ -170,30 +170,30 @@ void StoreWeather(std::wstring group, RegexMetarReading& reading, int elevation)
     reading.metar.phenomenaText += group;
 }
 
-void StoreCloud(const std::wstring& group, SurfaceValues& values, int elevation)
+void storeCloud(const std::wstring& group, SurfaceValues& values, int elevation)
 {
     std::wstring height = group.size() >= 6 ? group.substr(3, 3) : L"";
-    height = Contains(group, L"VV") ? group.substr(2, 3) : height;
+    height = contains(group, L"VV") ? group.substr(2, 3) : height;
     Cloud cloud;
     const wchar_t* const codes[] = {L"VV", L"OVC", L"BKN", L"SCT", L"FEW"};
     const std::uint8_t octas[] = {8, 8, 7, 4, 2};
     for (std::size_t at = 0; at < 5; ++at) {
-        cloud.coverage = Contains(group, codes[at]) ? octas[at] : cloud.coverage;
+        cloud.coverage = contains(group, codes[at]) ? octas[at] : cloud.coverage;
     }
     cloud.base = Number(height) * 100;
-    if (Contains(height, L"///") && cloud.base == 0) {
+    if (contains(height, L"///") && cloud.base == 0) {
         cloud.base = 100;
     }
     cloud.altitude = cloud.base + elevation;
-    cloud.type = Contains(group, L"TCU") ? 11 : cloud.type;
-    cloud.type = Contains(group, L"CB") ? 10 : cloud.type;
+    cloud.type = contains(group, L"TCU") ? 11 : cloud.type;
+    cloud.type = contains(group, L"CB") ? 10 : cloud.type;
     if (cloud.coverage != 0) {
         values.clouds.push_back(cloud);
     }
     values.cloudsSeen = true;
 }
 
-void StoreTemperature(const std::vector<std::wstring>& groups, int pattern, SurfaceValues& values)
+void storeTemperature(const std::vector<std::wstring>& groups, int pattern, SurfaceValues& values)
 {
     const int a = Number(groups[1]);
     values.temperature = static_cast<float>(pattern == 0 ? -a : a);
@@ -205,14 +205,14 @@ void StoreTemperature(const std::vector<std::wstring>& groups, int pattern, Surf
     }
 }
 
-float SeaLevel(float celsius, int elevation)
+float seaLevel(float celsius, int elevation)
 {
     const float feet = static_cast<float>(elevation);
     return static_cast<float>(static_cast<double>(feet) / 100 * 0.2 + static_cast<double>(celsius));
 }
 
 /// False when the value is out of range.
-bool StoreHectopascals(int value, float& qnh)
+bool storeHectopascals(int value, float& qnh)
 {
     value += value < 100 ? 1000 : 0;
     const bool good = value >= 800 && value <= 1300;
@@ -221,7 +221,7 @@ bool StoreHectopascals(int value, float& qnh)
 }
 
 template <class Patterns>
-void ReadVisibility(const Patterns& patterns, Work& work, RegexMetarReading& reading)
+void readVisibility(const Patterns& patterns, Work& work, RegexMetarReading& reading)
 {
     SurfaceValues& surface = reading.surface;
     surface.visibility = 9999;
@@ -229,8 +229,8 @@ void ReadVisibility(const Patterns& patterns, Work& work, RegexMetarReading& rea
     if (work.take(patterns.cavok)) {
         reading.metar.cavok = true;
         surface.cloudsSeen = true;
-    } else if (const int searched = TakeFirst(work, patterns.searched); searched >= 0) {
-        surface.visibility = SearchedVisibility(work.groups, searched);
+    } else if (const int searched = takeFirst(work, patterns.searched); searched >= 0) {
+        surface.visibility = searchedVisibility(work.groups, searched);
     } else if (work.take(patterns.metres)) {
         surface.visibility = work.groups[1] == L"////" ? 9999 : Number(work.groups[1]);
     } else if (work.take(patterns.moreThan)) {
@@ -242,29 +242,29 @@ void ReadVisibility(const Patterns& patterns, Work& work, RegexMetarReading& rea
 
 /// From the weather groups on; returns the status.
 template <class Patterns>
-int ReadTail(const Patterns& patterns, Work& work, int elevation, RegexMetarReading& reading)
+int readTail(const Patterns& patterns, Work& work, int elevation, RegexMetarReading& reading)
 {
     SurfaceValues& surface = reading.surface;
     reading.metar.intensity = 2;
     while (work.take(patterns.weather)) {
-        StoreWeather(work.groups[0], reading, elevation);
+        storeWeather(work.groups[0], reading, elevation);
     }
     while (work.take(patterns.cloud)) {
-        StoreCloud(work.groups[0], surface, elevation);
+        storeCloud(work.groups[0], surface, elevation);
     }
-    if (const int pattern = TakeFirst(work, patterns.temperatures); pattern >= 0) {
-        StoreTemperature(work.groups, pattern, surface);
+    if (const int pattern = takeFirst(work, patterns.temperatures); pattern >= 0) {
+        storeTemperature(work.groups, pattern, surface);
     }
-    reading.metar.seaLevelTemperature = SeaLevel(surface.temperature, elevation);
-    reading.metar.seaLevelDewPoint = SeaLevel(surface.dewPoint, elevation);
+    reading.metar.seaLevelTemperature = seaLevel(surface.temperature, elevation);
+    reading.metar.seaLevelDewPoint = seaLevel(surface.dewPoint, elevation);
     if (work.take(patterns.hectopascals)) {
-        if (!StoreHectopascals(Number(work.groups[1]), surface.qnh)) {
+        if (!storeHectopascals(Number(work.groups[1]), surface.qnh)) {
             return 6;
         }
     } else if (work.take(patterns.inches)) {
         surface.qnh = static_cast<float>(Number(work.groups[1])) * 0.33864316F;
     }
-    reading.metar.tailRunwayText = TakeRunways(work, patterns.tailRunway);
+    reading.metar.tailRunwayText = takeRunways(work, patterns.tailRunway);
     return 0;
 }
 
@@ -287,20 +287,20 @@ RegexMetarReading RegexMetar::Decode(const std::wstring& report, int elevation) 
         work.groups[2].copy(reading.metar.timeGroup.data(), 6);
     }
     work.take(m_patterns->modifier);
-    const int wind = TakeFirst(work, m_patterns->winds);
+    const int wind = takeFirst(work, m_patterns->winds);
     if (wind < 0) {
         reading.status = 2;
         return reading;
     }
-    StoreWind(work.groups, wind, reading.surface);
+    storeWind(work.groups, wind, reading.surface);
     if (work.take(m_patterns->sector)) {
         reading.surface.variableFrom = Number(work.groups[1]);
         reading.surface.variableTo = Number(work.groups[2]);
     }
-    ReadVisibility(*m_patterns, work, reading);
+    readVisibility(*m_patterns, work, reading);
     while (work.take(m_patterns->directional)) {
     }
-    reading.metar.runwayText = TakeRunways(work, m_patterns->runway);
-    reading.status = work.text.size() < 5 ? 10 : ReadTail(*m_patterns, work, elevation, reading);
+    reading.metar.runwayText = takeRunways(work, m_patterns->runway);
+    reading.status = work.text.size() < 5 ? 10 : readTail(*m_patterns, work, elevation, reading);
     return reading;
 }

@@ -12,7 +12,7 @@ using namespace aviation::weather;
 using namespace aviation::weather::synoppatterns;
 
 template <class P>
-const std::wregex& RegexOf()
+const std::wregex& regexOf()
 {
     static const std::wregex regex{std::wstring(P::text())};
     return regex;
@@ -23,7 +23,7 @@ int Number(const std::wstring& text)
     return static_cast<int>(std::wcstol(text.c_str(), nullptr, 10));
 }
 
-std::int32_t BaseOf(int code)
+std::int32_t baseOf(int code)
 {
     if (code <= 50) {
         return 100 * code;
@@ -64,7 +64,7 @@ private:
     bool cut()
     {
         std::wsmatch found;
-        if (!std::regex_search(m_text, found, RegexOf<P>())) {
+        if (!std::regex_search(m_text, found, regexOf<P>())) {
             return false;
         }
         m_groups.assign(found.begin(), found.end());
@@ -233,7 +233,7 @@ private:
                  DailySunshine, Plain2, Plain3, Plain4, HourlySunshine, Plain2, Plain3, Plain4,
                  RegionalPrecipitation, Plain7>();
             while (cut<CloudLayer>()) {
-                addCloud(Number(group(1)), Number(group(2)), BaseOf(Number(group(3))));
+                addCloud(Number(group(1)), Number(group(2)), baseOf(Number(group(3))));
                 m_out.surface.cloudsSeen = true;
             }
             while (cut<Supplement>()) {
@@ -263,7 +263,7 @@ private:
         skip<National22, National23, National24, National25, National26, National3, National4,
              National5, National7>();
         while (cut<NationalCloud>()) {
-            addCloud(Number(group(1).substr(1, 1)), 0, BaseOf(Number(group(1).substr(4))));
+            addCloud(Number(group(1).substr(1, 1)), 0, baseOf(Number(group(1).substr(4))));
         }
         if (cut<Gust10Minutes>()) {
             m_out.synop.gust10Minutes = static_cast<int>(knots(Number(group(1).substr(3))));
@@ -284,7 +284,7 @@ private:
 
 } // namespace
 
-RegexSynop DecodeSynopByRegex(const std::wstring& reportText)
+RegexSynop decodeSynopByRegex(const std::wstring& reportText)
 {
     return Chain(reportText).run();
 }

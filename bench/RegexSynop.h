@@ -17,4 +17,4 @@ struct RegexSynop
     aviation::weather::SynopValues synop;
 };
 
-RegexSynop DecodeSynopByRegex(const std::wstring& reportText);
+RegexSynop decodeSynopByRegex(const std::wstring& reportText);

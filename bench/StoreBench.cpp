@@ -21,23 +21,23 @@ constexpr double kMetarLimit = 3000.0;
 constexpr double kSynopLimit = 1000.0;
 constexpr double kGribLimit = 250.0;
 
-double Between(std::mt19937& random, double low, double high)
+double between(std::mt19937& random, double low, double high)
 {
     return low + (high - low) * static_cast<double>(random()) / 4294967295.0;
 }
 
-std::vector<Position> Scattered(std::size_t count, unsigned seed)
+std::vector<Position> scattered(std::size_t count, unsigned seed)
 {
     std::mt19937 random(seed);
     std::vector<Position> places;
     for (std::size_t i = 0; i < count; ++i) {
-        places.emplace_back(Between(random, -60, 75), Between(random, -180, 180));
+        places.emplace_back(between(random, -60, 75), between(random, -180, 180));
     }
     return places;
 }
 
 /// Whole degrees, as upper-air records lie.
-std::vector<Position> Grid(std::size_t count)
+std::vector<Position> gridOf(std::size_t count)
 {
     std::vector<Position> places;
     for (std::size_t i = 0; i < count; ++i) {
@@ -47,11 +47,11 @@ std::vector<Position> Grid(std::size_t count)
     return places;
 }
 
-const std::vector<Position>& Queries()
+const std::vector<Position>& queryPlaces()
 {
     static const std::vector<Position> queries = [] {
-        std::vector<Position> places = Scattered(kQueries / 2, 2);
-        for (const Position& place : Scattered(kQueries / 2, 3)) { // as far from two grid points
+        std::vector<Position> places = scattered(kQueries / 2, 2);
+        for (const Position& place : scattered(kQueries / 2, 3)) { // as far from two grid points
             places.emplace_back(std::floor(place.latitude()) + 0.5, std::floor(place.longitude()));
         }
         return places;
@@ -59,12 +59,12 @@ const std::vector<Position>& Queries()
     return queries;
 }
 
-std::size_t Walk(const std::vector<Position>& places, const Position& query, double limit)
+std::size_t walk(const std::vector<Position>& places, const Position& query, double limit)
 {
     double best = limit;
     std::size_t found = NearestIndex::kNone;
     for (std::size_t i = 0; i < places.size(); ++i) {
-        const double distance = SearchDistanceNm(query, places[i]);
+        const double distance = searchDistanceNm(query, places[i]);
         if (distance < best) {
             best = distance;
             found = i;
@@ -73,7 +73,7 @@ std::size_t Walk(const std::vector<Position>& places, const Position& query, dou
     return found;
 }
 
-NearestIndex IndexOf(const std::vector<Position>& places)
+NearestIndex indexOf(const std::vector<Position>& places)
 {
     std::vector<IndexedPlace> indexed;
     for (const Position& place : places) {
@@ -83,54 +83,54 @@ NearestIndex IndexOf(const std::vector<Position>& places)
 }
 
 /// The baseline: a walk over the table with an arc cosine each.
-void NearestByWalk(benchmark::State& state, const std::vector<Position>& places, double limit)
+void nearestByWalk(benchmark::State& state, const std::vector<Position>& places, double limit)
 {
     std::size_t turn = 0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(Walk(places, Queries()[turn++ % kQueries], limit));
+        benchmark::DoNotOptimize(walk(places, queryPlaces()[turn++ % kQueries], limit));
     }
 }
 
-void NearestByIndex(benchmark::State& state, const std::vector<Position>& places, double limit)
+void nearestByIndex(benchmark::State& state, const std::vector<Position>& places, double limit)
 {
-    const NearestIndex index = IndexOf(places);
-    for (const Position& query : Queries()) {
-        if (index.nearest(query, limit) != Walk(places, query, limit)) {
+    const NearestIndex index = indexOf(places);
+    for (const Position& query : queryPlaces()) {
+        if (index.nearest(query, limit) != walk(places, query, limit)) {
             state.SkipWithError("the index finds another entry than the walk");
             return;
         }
     }
     std::size_t turn = 0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(index.nearest(Queries()[turn++ % kQueries], limit));
+        benchmark::DoNotOptimize(index.nearest(queryPlaces()[turn++ % kQueries], limit));
     }
 }
 
-BENCHMARK_CAPTURE(NearestByWalk, metar, Scattered(kReports, 1), kMetarLimit);
-BENCHMARK_CAPTURE(NearestByIndex, metar, Scattered(kReports, 1), kMetarLimit);
-BENCHMARK_CAPTURE(NearestByWalk, synop, Scattered(kReports, 4), kSynopLimit);
-BENCHMARK_CAPTURE(NearestByIndex, synop, Scattered(kReports, 4), kSynopLimit);
-BENCHMARK_CAPTURE(NearestByWalk, grib, Grid(kReports), kGribLimit);
-BENCHMARK_CAPTURE(NearestByIndex, grib, Grid(kReports), kGribLimit);
+BENCHMARK_CAPTURE(nearestByWalk, metar, scattered(kReports, 1), kMetarLimit);
+BENCHMARK_CAPTURE(nearestByIndex, metar, scattered(kReports, 1), kMetarLimit);
+BENCHMARK_CAPTURE(nearestByWalk, synop, scattered(kReports, 4), kSynopLimit);
+BENCHMARK_CAPTURE(nearestByIndex, synop, scattered(kReports, 4), kSynopLimit);
+BENCHMARK_CAPTURE(nearestByWalk, grib, gridOf(kReports), kGribLimit);
+BENCHMARK_CAPTURE(nearestByIndex, grib, gridOf(kReports), kGribLimit);
 
-void BuildIndexOf20000(benchmark::State& state)
+void buildIndexOf20000(benchmark::State& state)
 {
-    const std::vector<Position> places = Scattered(2 * kReports, 5);
+    const std::vector<Position> places = scattered(2 * kReports, 5);
     for (auto _ : state) {
-        benchmark::DoNotOptimize(IndexOf(places));
+        benchmark::DoNotOptimize(indexOf(places));
     }
 }
-BENCHMARK(BuildIndexOf20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(buildIndexOf20000)->Unit(benchmark::kMillisecond);
 
-QByteArray Resource(const char* name)
+QByteArray resource(const char* name)
 {
     QFile file(QStringLiteral(CIRRILON_SOURCE_DIR "/resources/") + QLatin1String(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-std::wstring WeatherBlock(const char* name)
+std::wstring weatherBlock(const char* name)
 {
-    const QString text = QString::fromUtf8(Resource("demo/weather.wx"));
+    const QString text = QString::fromUtf8(resource("demo/weather.wx"));
     const QString opening = QLatin1Char('[') + QLatin1String(name) + QLatin1Char(']');
     const int start = text.indexOf(opening) + opening.size();
     const int end = text.indexOf(QLatin1String("[/") + QLatin1String(name) + QLatin1Char(']'));
@@ -138,9 +138,9 @@ std::wstring WeatherBlock(const char* name)
 }
 
 /// The bundled SYNOPs over and over.
-std::wstring TwentyThousandSynops()
+std::wstring twentyThousandSynops()
 {
-    const std::wstring some = WeatherBlock("SYNOP");
+    const std::wstring some = weatherBlock("SYNOP");
     const auto reports = static_cast<std::size_t>(std::count(some.begin(), some.end(), L'='));
     std::wstring text;
     for (std::size_t count = 0; reports > 0 && count < 2 * kReports; count += reports) {
@@ -149,74 +149,74 @@ std::wstring TwentyThousandSynops()
     return text;
 }
 
-void FillTables(WeatherManager& store)
+void fillTables(WeatherManager& store)
 {
-    for (const QAirport& airport : ReadAirportTable(Resource("airports"))) {
+    for (const QAirport& airport : readAirportTable(resource("airports"))) {
         std::wstring icao = airport.Ident.toStdWString();
         std::wstring name = airport.Name.toStdWString();
         std::wstring country = airport.Region.toStdWString();
-        store.AddAirport(
+        store.addAirport(
             Station(icao, name, country, airport.Elevation, Position(airport.Lat, airport.Lon)));
     }
-    store.SetWeatherStations(QString::fromUtf8(Resource("wxstations")).toStdWString());
+    store.setWeatherStations(QString::fromUtf8(resource("wxstations")).toStdWString());
 }
 
-void InitializeWorldHour(benchmark::State& state)
+void initializeWorldHour(benchmark::State& state)
 {
     WeatherManager store;
-    FillTables(store);
-    const std::wstring metars = WeatherBlock("METAR");
-    const std::wstring synops = TwentyThousandSynops();
-    const std::wstring tafs = WeatherBlock("TAF");
+    fillTables(store);
+    const std::wstring metars = weatherBlock("METAR");
+    const std::wstring synops = twentyThousandSynops();
+    const std::wstring tafs = weatherBlock("TAF");
     for (auto _ : state) {
         store.Initialize(metars, storekind::kMetar, false);
         store.Initialize(synops, storekind::kSynop, false);
         store.Initialize(tafs, storekind::kTaf, false);
     }
-    state.counters["metars"] = static_cast<double>(store.MetarCount());
-    state.counters["synops"] = static_cast<double>(store.SynopCount());
-    state.counters["failed"] = static_cast<double>(store.FailedMetarStations().size());
+    state.counters["metars"] = static_cast<double>(store.metarCount());
+    state.counters["synops"] = static_cast<double>(store.synopCount());
+    state.counters["failed"] = static_cast<double>(store.failedMetarStations().size());
 }
-BENCHMARK(InitializeWorldHour)->Unit(benchmark::kMillisecond);
+BENCHMARK(initializeWorldHour)->Unit(benchmark::kMillisecond);
 
 /// From the bytes of both resource files to filled tables.
-void ReadBothTables(benchmark::State& state)
+void readBothTables(benchmark::State& state)
 {
-    const QByteArray airports = Resource("airports");
-    const QByteArray stations = Resource("wxstations");
+    const QByteArray airports = resource("airports");
+    const QByteArray stations = resource("wxstations");
     for (auto _ : state) {
         WeatherManager store;
-        benchmark::DoNotOptimize(ReadAirportTable(airports));
-        store.SetWeatherStations(QString::fromUtf8(stations).toStdWString());
-        if (store.StationCount() == 0) {
+        benchmark::DoNotOptimize(readAirportTable(airports));
+        store.setWeatherStations(QString::fromUtf8(stations).toStdWString());
+        if (store.stationCount() == 0) {
             state.SkipWithError("no tables");
         }
     }
 }
-BENCHMARK(ReadBothTables)->Unit(benchmark::kMillisecond);
+BENCHMARK(readBothTables)->Unit(benchmark::kMillisecond);
 
 /// Whole searches in a store of that size, the copy and the decode of the report included.
-void SearchMetarWhole(benchmark::State& state)
+void searchMetarWhole(benchmark::State& state)
 {
     MetarManager metars;
-    for (const Position& place : Scattered(kReports, 1)) {
+    for (const Position& place : scattered(kReports, 1)) {
         Metar metar(L"EDDF 011150Z 18005KT 150V210 9999 FEW030 BKN040CB 21/10 Q1013 NOSIG");
         metar.setPosition(place);
-        metars.Add(std::move(metar));
+        metars.add(std::move(metar));
     }
     std::size_t turn = 0;
     for (auto _ : state) {
         Metar found;
-        benchmark::DoNotOptimize(metars.Nearest(Queries()[turn++ % kQueries], found));
+        benchmark::DoNotOptimize(metars.Nearest(queryPlaces()[turn++ % kQueries], found));
     }
 }
-BENCHMARK(SearchMetarWhole);
+BENCHMARK(searchMetarWhole);
 
 /// A few records more in a store that has thousands, then a search: the loop that waits for data.
-void AddGribsAndSearch(benchmark::State& state)
+void addGribsAndSearch(benchmark::State& state)
 {
     WeatherManager store;
-    const std::vector<Position> grid = Grid(5000);
+    const std::vector<Position> grid = gridOf(5000);
     const auto record = [](const Position& place) {
         const auto digits = [](double value, int width) {
             std::wstring text = std::to_wstring(static_cast<int>(std::abs(value) * 10.0));
@@ -240,6 +240,6 @@ void AddGribsAndSearch(benchmark::State& state)
         benchmark::DoNotOptimize(store.SearchGrib(Position(60, 0), grib));
     }
 }
-BENCHMARK(AddGribsAndSearch)->Unit(benchmark::kMicrosecond)->Iterations(500);
+BENCHMARK(addGribsAndSearch)->Unit(benchmark::kMicrosecond)->Iterations(500);
 
 } // namespace

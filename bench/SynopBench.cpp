@@ -14,30 +14,30 @@ using aviation::weather::Synop;
 namespace {
 
 /// The reports of the test data, or of the file that the environment names.
-std::vector<std::wstring> CorpusOf(const char* environment, const char* standard)
+std::vector<std::wstring> corpusOf(const char* environment, const char* standard)
 {
     const char* const file = std::getenv(environment);
-    return ReportLines(file != nullptr ? file : standard);
+    return reportLines(file != nullptr ? file : standard);
 }
 
-const std::vector<std::wstring>& Synops()
+const std::vector<std::wstring>& synops()
 {
     static const std::vector<std::wstring> lines =
-        CorpusOf("CIRRILON_SYNOP_CORPUS", CIRRILON_SOURCE_DIR "/tests/data/synop/reports.txt");
+        corpusOf("CIRRILON_SYNOP_CORPUS", CIRRILON_SOURCE_DIR "/tests/data/synop/reports.txt");
     return lines;
 }
 
-const std::vector<std::wstring>& Gribs()
+const std::vector<std::wstring>& gribs()
 {
     static const std::vector<std::wstring> lines =
-        CorpusOf("CIRRILON_GRIB_CORPUS", CIRRILON_SOURCE_DIR "/tests/data/upperair/grib.txt");
+        corpusOf("CIRRILON_GRIB_CORPUS", CIRRILON_SOURCE_DIR "/tests/data/upperair/grib.txt");
     return lines;
 }
 
 /// Runs `decode` over a corpus a turn and states the time a report. Fresh objects are made, some at
 /// a time, outside of the measured time.
 template <class Report, class Decode>
-void RunOverCorpus(benchmark::State& state, const std::vector<std::wstring>& lines, Decode decode)
+void runOverCorpus(benchmark::State& state, const std::vector<std::wstring>& lines, Decode decode)
 {
     constexpr std::size_t kObjects = 64;
     for (auto _ : state) {
@@ -46,11 +46,11 @@ void RunOverCorpus(benchmark::State& state, const std::vector<std::wstring>& lin
             const auto first = lines.begin() + static_cast<std::ptrdiff_t>(at);
             const auto count = std::min(kObjects, lines.size() - at);
             std::vector<Report> reports(first, first + static_cast<std::ptrdiff_t>(count));
-            const auto start = CpuTime();
+            const auto start = cpuTime();
             for (Report& report : reports) {
                 decode(report);
             }
-            spent += CpuTime() - start;
+            spent += cpuTime() - start;
         }
         state.SetIterationTime(spent.count());
     }
@@ -60,35 +60,35 @@ void RunOverCorpus(benchmark::State& state, const std::vector<std::wstring>& lin
     state.counters["per report"] = Counter(reports, Counter::kIsRate | Counter::kInvert);
 }
 
-void SynopDecode(benchmark::State& state)
+void synopDecode(benchmark::State& state)
 {
-    RunOverCorpus<Synop>(state, Synops(),
+    runOverCorpus<Synop>(state, synops(),
                          [](Synop& synop) { benchmark::DoNotOptimize(synop.Decode()); });
 }
 
-void SynopHeaderDecode(benchmark::State& state)
+void synopHeaderDecode(benchmark::State& state)
 {
-    RunOverCorpus<Synop>(state, Synops(),
+    runOverCorpus<Synop>(state, synops(),
                          [](Synop& synop) { benchmark::DoNotOptimize(synop.DecodeHeader()); });
 }
 
 /// The same chain with std::wregex, built once: the baseline of the full decode.
-void SynopRegexDecode(benchmark::State& state)
+void synopRegexDecode(benchmark::State& state)
 {
-    RunOverCorpus<Synop>(state, Synops(), [](Synop& synop) {
-        benchmark::DoNotOptimize(DecodeSynopByRegex(synop.reportText()));
+    runOverCorpus<Synop>(state, synops(), [](Synop& synop) {
+        benchmark::DoNotOptimize(decodeSynopByRegex(synop.reportText()));
     });
 }
 
-void GribDecode(benchmark::State& state)
+void gribDecode(benchmark::State& state)
 {
-    RunOverCorpus<Grib>(state, Gribs(),
+    runOverCorpus<Grib>(state, gribs(),
                         [](Grib& grib) { benchmark::DoNotOptimize(grib.Decode()); });
 }
 
 } // namespace
 
-BENCHMARK(SynopDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
-BENCHMARK(SynopHeaderDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
-BENCHMARK(SynopRegexDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
-BENCHMARK(GribDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(synopDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(synopHeaderDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(synopRegexDecode)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(gribDecode)->Unit(benchmark::kMillisecond)->UseManualTime();

@@ -9,7 +9,7 @@ namespace {
 
 /// A step over as many levels as an upper-air record has, climbing through all of them. The METAR
 /// is as fresh or as old as the argument says; for an old one the SYNOP is made into one each time.
-void WindStep(benchmark::State& state)
+void windStep(benchmark::State& state)
 {
     constexpr int kLevels = 26;
     constexpr int kFeetPerLevel = 2000;
@@ -25,16 +25,16 @@ void WindStep(benchmark::State& state)
         levels.push_back(
             {i * kFeetPerLevel, {static_cast<float>(i * 14 % 360), static_cast<float>(i), -1.0F}});
     }
-    model.SetReports(state.range(0) != 0 ? aviation::weather::Metar() : metar,
+    model.setReports(state.range(0) != 0 ? aviation::weather::Metar() : metar,
                      aviation::weather::Synop(), levels);
     aviation::structs::AircraftData aircraft;
     for (auto _ : state) {
         aircraft.altitude = (aircraft.altitude + 33) % (kLevels * kFeetPerLevel);
         aircraft.heightAgl = aircraft.altitude;
         model.SetAircraftData(aircraft);
-        clock.Advance(std::chrono::seconds(1));
-        if (clock.NowSeconds() % 3600 == 0) {
-            clock.Advance(std::chrono::hours(-1)); // the report stays as fresh as it is
+        clock.advance(std::chrono::seconds(1));
+        if (clock.nowSeconds() % 3600 == 0) {
+            clock.advance(std::chrono::hours(-1)); // the report stays as fresh as it is
         }
         model.Step();
         benchmark::DoNotOptimize(model.GetWind());
@@ -43,4 +43,4 @@ void WindStep(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(WindStep)->ArgName("old")->Arg(0)->Arg(1)->Unit(benchmark::kNanosecond);
+BENCHMARK(windStep)->ArgName("old")->Arg(0)->Arg(1)->Unit(benchmark::kNanosecond);

@@ -11,8 +11,8 @@
 class WorldHourClock final : public aviation::Clock
 {
 public:
-    WorldHourClock() { Install(this); }
-    ~WorldHourClock() override { Install(nullptr); }
+    WorldHourClock() { install(this); }
+    ~WorldHourClock() override { install(nullptr); }
     UtcTime NowUtc() const override
     {
         using namespace std::chrono;
@@ -23,7 +23,7 @@ public:
 };
 
 /// The demonstration weather with its SYNOPs repeated until there are at least as many.
-inline QString WorldHourText(int synops)
+inline QString worldHourText(int synops)
 {
     QFile file(QStringLiteral(CIRRILON_SOURCE_DIR "/resources/demo/weather.wx"));
     if (!file.open(QIODevice::ReadOnly)) {

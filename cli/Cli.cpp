@@ -15,8 +15,8 @@ namespace {
 class CliClock final : public aviation::Clock
 {
 public:
-    explicit CliClock(std::optional<UtcTime> now) : m_fixed(now) { Install(this); }
-    ~CliClock() override { Install(nullptr); }
+    explicit CliClock(std::optional<UtcTime> now) : m_fixed(now) { install(this); }
+    ~CliClock() override { install(nullptr); }
 
     UtcTime NowUtc() const override
     {
@@ -41,23 +41,23 @@ using Command = std::function<void(const CliOptions&, CliStreams&)>;
 void runCommand(const CliOptions& options, CliStreams& streams)
 {
     static const std::map<QString, Command> kCommands{
-        {QStringLiteral("decode"), RunDecode},   {QStringLiteral("store"), RunStore},
-        {QStringLiteral("nearest"), RunNearest}, {QStringLiteral("stations"), RunStations},
-        {QStringLiteral("search"), RunSearch},   {QStringLiteral("prepare"), RunPrepare},
-        {QStringLiteral("wind"), RunWind},
+        {QStringLiteral("decode"), runDecode},   {QStringLiteral("store"), runStore},
+        {QStringLiteral("nearest"), runNearest}, {QStringLiteral("stations"), runStations},
+        {QStringLiteral("search"), runSearch},   {QStringLiteral("prepare"), runPrepare},
+        {QStringLiteral("wind"), runWind},
     };
     kCommands.at(options.command.first())(options, streams);
 }
 
 } // namespace
 
-int RunCli(const QStringList& arguments, std::istream& in, std::ostream& out, std::ostream& err)
+int runCli(const QStringList& arguments, std::istream& in, std::ostream& out, std::ostream& err)
 {
     CliStreams streams{in, out, err};
     try {
-        const CliOptions options = ParseCliOptions(arguments);
+        const CliOptions options = parseCliOptions(arguments);
         if (options.help) {
-            out << CliHelp().toStdString();
+            out << cliHelp().toStdString();
             return cliexit::kDone;
         }
         const CliClock clock(options.now);

@@ -6,4 +6,4 @@
 
 /// Runs the headless program in process: arguments behind the program's name, streams in and out.
 /// Returns the exit status. Needs a QCoreApplication. One call at a time: it installs the clock.
-int RunCli(const QStringList& arguments, std::istream& in, std::ostream& out, std::ostream& err);
+int runCli(const QStringList& arguments, std::istream& in, std::ostream& out, std::ostream& err);

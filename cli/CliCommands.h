@@ -13,10 +13,10 @@ struct CliStreams
 };
 
 /// The commands. Each writes its answer to `out` and throws CliFailure when it can't.
-void RunDecode(const CliOptions& options, CliStreams& streams);
-void RunStore(const CliOptions& options, CliStreams& streams);
-void RunNearest(const CliOptions& options, CliStreams& streams);
-void RunStations(const CliOptions& options, CliStreams& streams);
-void RunSearch(const CliOptions& options, CliStreams& streams);
-void RunPrepare(const CliOptions& options, CliStreams& streams);
-void RunWind(const CliOptions& options, CliStreams& streams);
+void runDecode(const CliOptions& options, CliStreams& streams);
+void runStore(const CliOptions& options, CliStreams& streams);
+void runNearest(const CliOptions& options, CliStreams& streams);
+void runStations(const CliOptions& options, CliStreams& streams);
+void runSearch(const CliOptions& options, CliStreams& streams);
+void runPrepare(const CliOptions& options, CliStreams& streams);
+void runWind(const CliOptions& options, CliStreams& streams);

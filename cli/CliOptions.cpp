@@ -270,7 +270,7 @@ QString takeNegativeCriteria(QStringList& arguments)
 
 } // namespace
 
-CliOptions ParseCliOptions(const QStringList& arguments)
+CliOptions parseCliOptions(const QStringList& arguments)
 {
     QCommandLineParser parser;
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
@@ -302,7 +302,7 @@ CliOptions ParseCliOptions(const QStringList& arguments)
     return options;
 }
 
-QString CliHelp()
+QString cliHelp()
 {
     return QStringLiteral(R"(Usage: cirrilon-cli [GLOBAL OPTIONS] COMMAND [ARGUMENTS]
 

@@ -55,7 +55,7 @@ struct CliOptions
 };
 
 /// Reads the arguments behind the program's name. Throws CliFailure with status 2.
-CliOptions ParseCliOptions(const QStringList& arguments);
+CliOptions parseCliOptions(const QStringList& arguments);
 
 /// The text of --help.
-QString CliHelp();
+QString cliHelp();

@@ -19,7 +19,7 @@ namespace {
 std::uint32_t seedFrom(const CliOptions& options)
 {
     return options.seed.value_or(
-        static_cast<std::uint32_t>(aviation::Clock::Current().NowUtc().time_since_epoch().count()));
+        static_cast<std::uint32_t>(aviation::Clock::current().NowUtc().time_since_epoch().count()));
 }
 
 [[noreturn]] void badInput(const QString& file, const QString& reason)
@@ -40,7 +40,7 @@ QString reportText(const QString& file)
 QByteArray tableBytes(const QString& file, const char* builtIn)
 {
     if (file.isEmpty()) {
-        return BuiltInFile(builtIn);
+        return builtInFile(builtIn);
     }
     return reportText(file).toUtf8();
 }
@@ -109,7 +109,7 @@ void CliSession::printLog(const QString& text, int level)
         return;
     }
     const QDateTime now = QDateTime::fromMSecsSinceEpoch(
-        aviation::Clock::Current().NowUtc().time_since_epoch().count(), Qt::UTC);
+        aviation::Clock::current().NowUtc().time_since_epoch().count(), Qt::UTC);
     const QString line = QLatin1String(kNames[level]) + QStringLiteral(": ")
                          + now.toString(QStringLiteral("hh:mm:ss:zzz")) + QStringLiteral(" - ")
                          + text;
@@ -142,7 +142,7 @@ void CliSession::fillStore()
 void CliSession::fillAirports()
 {
     const QByteArray table = tableBytes(m_options.airportsFile, "airports");
-    const QVector<QAirport> airports = ReadAirportTable(table);
+    const QVector<QAirport> airports = readAirportTable(table);
     if (airports.isEmpty() && hasRows(table)) {
         badInput(m_options.airportsFile, QStringLiteral("no row of a table of airports"));
     }

@@ -30,21 +30,22 @@ QJsonObject decodedObject(const std::wstring& text, const CliOptions& options)
 {
     const QString& kind = options.command.last();
     if (kind == QLatin1String("metar")) {
-        return clijson::FromMetar(decoded<Metar>(text, options));
+        return clijson::fromMetar(decoded<Metar>(text, options));
     }
     if (kind == QLatin1String("synop")) {
-        return clijson::FromSynop(decoded<Synop>(text, options));
+        return clijson::fromSynop(decoded<Synop>(text, options));
     }
-    return clijson::FromGrib(decoded<Grib>(text, options));
+    return clijson::fromGrib(decoded<Grib>(text, options));
 }
 
 } // namespace
 
-void RunDecode(const CliOptions& options, CliStreams& streams)
+void runDecode(const CliOptions& options, CliStreams& streams)
 {
     std::string line;
     while (std::getline(streams.in, line)) {
-        streams.out << clijson::Line(decodedObject(wideLine(line), options)) << '\n' << std::flush;
+        streams.out << clijson::jsonLine(decodedObject(wideLine(line), options)) << '\n'
+                    << std::flush;
         if (!streams.out) {
             return; // nobody reads any more
         }

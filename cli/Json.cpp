@@ -77,7 +77,7 @@ QJsonObject fromReport(const WeatherBase& report)
 
 } // namespace
 
-QJsonObject FromMetar(const Metar& metar)
+QJsonObject fromMetar(const Metar& metar)
 {
     QJsonObject object = fromReport(metar);
     object[QStringLiteral("icao")] = text(metar.icao());
@@ -99,7 +99,7 @@ QJsonObject FromMetar(const Metar& metar)
     return object;
 }
 
-QJsonObject FromSynop(const Synop& synop)
+QJsonObject fromSynop(const Synop& synop)
 {
     const SynopValues& values = synop.synop();
     Metar asMetar;
@@ -132,7 +132,7 @@ QJsonObject FromSynop(const Synop& synop)
     return object;
 }
 
-QJsonObject FromGrib(const Grib& grib)
+QJsonObject fromGrib(const Grib& grib)
 {
     QJsonArray levels;
     for (const GribLevel& level : grib.levels()) {
@@ -151,7 +151,7 @@ QJsonObject FromGrib(const Grib& grib)
     return object;
 }
 
-QJsonObject FromStation(const Station& station)
+QJsonObject fromStation(const Station& station)
 {
     return {{QStringLiteral("icao"), text(station.icao())},
             {QStringLiteral("name"), text(station.name())},
@@ -162,14 +162,14 @@ QJsonObject FromStation(const Station& station)
             {QStringLiteral("distance"), station.distance()}};
 }
 
-QJsonObject FromRecord(const NewWeather& record)
+QJsonObject fromRecord(const NewWeather& record)
 {
     return {{QStringLiteral("icao"), QString::fromStdString(record.icaoText())},
-            {QStringLiteral("text"), QString::fromStdString(NewWeatherText(record))},
-            {QStringLiteral("hex"), QString::fromStdString(RecordHex(record))}};
+            {QStringLiteral("text"), QString::fromStdString(newWeatherText(record))},
+            {QStringLiteral("hex"), QString::fromStdString(recordHex(record))}};
 }
 
-std::string Line(const QJsonObject& object)
+std::string jsonLine(const QJsonObject& object)
 {
     return QJsonDocument(object).toJson(QJsonDocument::Compact).toStdString();
 }

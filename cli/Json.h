@@ -13,14 +13,14 @@
 /// holds them exactly, so reading them back gives the same value.
 namespace clijson {
 
-QJsonObject FromMetar(const aviation::weather::Metar& metar);
-QJsonObject FromSynop(const aviation::weather::Synop& synop);
-QJsonObject FromGrib(const aviation::weather::Grib& grib);
-QJsonObject FromStation(const aviation::weather::Station& station);
+QJsonObject fromMetar(const aviation::weather::Metar& metar);
+QJsonObject fromSynop(const aviation::weather::Synop& synop);
+QJsonObject fromGrib(const aviation::weather::Grib& grib);
+QJsonObject fromStation(const aviation::weather::Station& station);
 /// {"icao", "text", "hex"}.
-QJsonObject FromRecord(const NewWeather& record);
+QJsonObject fromRecord(const NewWeather& record);
 
 /// One line without the line feed, UTF-8.
-std::string Line(const QJsonObject& object);
+std::string jsonLine(const QJsonObject& object);
 
 } // namespace clijson

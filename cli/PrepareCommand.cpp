@@ -28,14 +28,14 @@ void prepareRecord(CliSession& session, const CliOptions& options, std::ostream&
     }
     NewWeather record;
     session.worker().GenerateStationRecord(station, record, options.magneticVariation);
-    out << clijson::Line(clijson::FromRecord(record)) << '\n';
+    out << clijson::jsonLine(clijson::fromRecord(record)) << '\n';
 }
 
 void prepareFsuipc(CliSession& session, const CliOptions& options, std::ostream& out)
 {
     CliSession::requireSuccess(session.runJob(Job(weatherjob::kFsuipcAll, options.destination)));
     for (const NewWeather& record : session.worker().fsuipcRecords()) {
-        out << clijson::Line(clijson::FromRecord(record)) << '\n';
+        out << clijson::jsonLine(clijson::fromRecord(record)) << '\n';
     }
 }
 
@@ -56,13 +56,13 @@ void prepareTheme(CliSession& session, const CliOptions& options, std::ostream& 
 void prepareXPlaneFiles(CliSession& session, const CliOptions& options, std::ostream& /*out*/)
 {
     CliSession::requireSuccess(session.runJob(Job(weatherjob::kXPlaneFiles, QString())));
-    const XPlaneFilesResult result = WriteXPlaneFiles(
+    const XPlaneFilesResult result = saveXPlaneFiles(
         options.out, session.worker().xplaneMetarLines(), session.worker().xplaneWindLines());
     if (!result.written) {
         throw CliFailure{cliexit::kFailed,
                          QStringLiteral("%1 %2: %3, %4")
                              .arg(weathererror::kCannotCreateFile)
-                             .arg(WeatherErrorText(weathererror::kCannotCreateFile),
+                             .arg(weatherErrorText(weathererror::kCannotCreateFile),
                                   result.failedFile, result.error)};
     }
 }
@@ -73,12 +73,12 @@ void prepareXPlaneRecord(CliSession& session, const CliOptions& options, std::os
     CliSession::requireSuccess(session.runJob(
         Job(twelve ? weatherjob::kXPlane12Record : weatherjob::kXPlaneRecord, QString())));
     const XPlaneWeather record = session.worker().xplaneRecord();
-    out << (twelve ? XPlaneWeatherWxText(record) : XPlaneWeatherText(record)) << '\n';
+    out << (twelve ? xPlaneWeatherWxText(record) : xPlaneWeatherText(record)) << '\n';
 }
 
 } // namespace
 
-void RunPrepare(const CliOptions& options, CliStreams& streams)
+void runPrepare(const CliOptions& options, CliStreams& streams)
 {
     static const std::map<QString, Step> kSteps{
         {QStringLiteral("record"), prepareRecord},

@@ -21,7 +21,7 @@ QJsonValue withDistance(QJsonObject object, const aviation::Position& at,
 
 } // namespace
 
-void RunStore(const CliOptions& options, CliStreams& streams)
+void runStore(const CliOptions& options, CliStreams& streams)
 {
     CliSession session(options, streams.err);
     session.fillStore();
@@ -36,10 +36,10 @@ void RunStore(const CliOptions& options, CliStreams& streams)
                               QJsonArray::fromStringList(store.failedMetarStations())},
                              {QStringLiteral("failedSynopStations"),
                               QJsonArray::fromStringList(store.failedSynopStations())}};
-    streams.out << clijson::Line(counts) << '\n';
+    streams.out << clijson::jsonLine(counts) << '\n';
 }
 
-void RunNearest(const CliOptions& options, CliStreams& streams)
+void runNearest(const CliOptions& options, CliStreams& streams)
 {
     CliSession session(options, streams.err);
     session.fillStore();
@@ -51,18 +51,18 @@ void RunNearest(const CliOptions& options, CliStreams& streams)
                        {QStringLiteral("synop"), QJsonValue()},
                        {QStringLiteral("grib"), QJsonValue()}};
     if (session.store().SearchMetar(at, metar)) {
-        object[QStringLiteral("metar")] = withDistance(clijson::FromMetar(metar), at, metar);
+        object[QStringLiteral("metar")] = withDistance(clijson::fromMetar(metar), at, metar);
     }
     if (session.store().SearchSynop(at, synop)) {
-        object[QStringLiteral("synop")] = withDistance(clijson::FromSynop(synop), at, synop);
+        object[QStringLiteral("synop")] = withDistance(clijson::fromSynop(synop), at, synop);
     }
     if (!session.settings().gribOff() && session.store().SearchGrib(at, grib)) {
-        object[QStringLiteral("grib")] = withDistance(clijson::FromGrib(grib), at, grib);
+        object[QStringLiteral("grib")] = withDistance(clijson::fromGrib(grib), at, grib);
     }
-    streams.out << clijson::Line(object) << '\n';
+    streams.out << clijson::jsonLine(object) << '\n';
 }
 
-void RunStations(const CliOptions& options, CliStreams& streams)
+void runStations(const CliOptions& options, CliStreams& streams)
 {
     CliSession session(options, streams.err);
     session.fillStore();
@@ -71,11 +71,11 @@ void RunStations(const CliOptions& options, CliStreams& streams)
                                     stations);
     for (Station& station : stations) {
         station.setDistance(station.DistanceTo(*options.at));
-        streams.out << clijson::Line(clijson::FromStation(station)) << '\n';
+        streams.out << clijson::jsonLine(clijson::fromStation(station)) << '\n';
     }
 }
 
-void RunSearch(const CliOptions& options, CliStreams& streams)
+void runSearch(const CliOptions& options, CliStreams& streams)
 {
     CliSession session(options, streams.err);
     session.fillStore();

@@ -195,7 +195,7 @@ Case readCase(const JsonFields& fields, const Steering& defaults)
 
 } // namespace
 
-Case Read(const std::string& line, const Steering& defaults)
+Case readCase(const std::string& line, const Steering& defaults)
 {
     constexpr std::size_t kLongestLine = 64U << 20U;
     if (line.size() > kLongestLine) {

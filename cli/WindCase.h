@@ -63,6 +63,6 @@ struct Case
 /// Reads one line. An absent field, or one that is null, has its default: that of a fresh record,
 /// and `defaults` for the settings. Throws BadLine for anything that is no case: no JSON object, a
 /// value of another kind or out of range, more than kMostSteps steps or kMostEvents events.
-Case Read(const std::string& line, const Steering& defaults);
+Case readCase(const std::string& line, const Steering& defaults);
 
 } // namespace windcase

@@ -21,11 +21,11 @@ namespace {
 class CaseClock final : public Clock
 {
 public:
-    explicit CaseClock(std::int64_t startMs) : m_before(Current()), m_nowMs(startMs)
+    explicit CaseClock(std::int64_t startMs) : m_before(current()), m_nowMs(startMs)
     {
-        Install(this);
+        install(this);
     }
-    ~CaseClock() override { Install(&m_before); }
+    ~CaseClock() override { install(&m_before); }
 
     UtcTime NowUtc() const override { return UtcTime(std::chrono::milliseconds(m_nowMs)); }
     std::int64_t MonotonicMs() const override { return m_nowMs; }
@@ -50,7 +50,7 @@ class ListedRandom final : public aviation::RandomSource
 {
 public:
     explicit ListedRandom(const std::vector<std::int32_t>& numbers) : m_numbers(numbers) {}
-    std::int32_t Next() override
+    std::int32_t next() override
     {
         return m_numbers.empty() ? 0 : m_numbers[m_at++ % m_numbers.size()];
     }
@@ -129,12 +129,12 @@ QByteArray stepOf(const ModelDirectWindControl& model)
 {
     return ",\"out\":" + json(model.GetWind()) + ",\"target\":" + json(model.windTarget())
            + ",\"gust\":" + json(model.windGust()) + ",\"force\":" + json(model.gustInForce())
-           + ",\"job\":" + json(model.JobName()) + '}';
+           + ",\"job\":" + json(model.jobName()) + '}';
 }
 
 QByteArray xplaneStepOf(const ModelDirectWindControl& model)
 {
-    return ",\"layers\":" + json(model.GetXPlaneLayers()) + ",\"text\":" + json(model.LayersText())
+    return ",\"layers\":" + json(model.GetXPlaneLayers()) + ",\"text\":" + json(model.layersText())
            + '}';
 }
 
@@ -171,7 +171,7 @@ private:
     {
         m_clock.advance(event.afterMs);
         if (event.weather) {
-            m_model.SetReports(event.weather->metar, event.weather->synop, event.weather->levels);
+            m_model.setReports(event.weather->metar, event.weather->synop, event.weather->levels);
         }
         if (event.aircraft) {
             m_model.SetAircraftData(*event.aircraft);
@@ -226,13 +226,13 @@ QString answerLines(const CliOptions& options, Settings& settings, CliStreams& s
     std::string line;
     for (int number = 1; std::getline(streams.in, line) && streams.out; ++number) {
         try {
-            const windcase::Case wind = windcase::Read(line, defaults);
+            const windcase::Case wind = windcase::readCase(line, defaults);
             const QByteArray answer = CaseRun(wind, startOf(options), settings).answer();
             streams.out << answer.constData() << '\n' << std::flush;
         } catch (const windcase::BadLine& bad) {
             const QString where = QStringLiteral("line %1: %2").arg(number).arg(bad.reason);
             firstBad = firstBad.isEmpty() ? where : firstBad;
-            streams.out << clijson::Line({{QStringLiteral("error"), bad.reason}}) << '\n'
+            streams.out << clijson::jsonLine({{QStringLiteral("error"), bad.reason}}) << '\n'
                         << std::flush;
         }
     }
@@ -241,7 +241,7 @@ QString answerLines(const CliOptions& options, Settings& settings, CliStreams& s
 
 } // namespace
 
-void RunWind(const CliOptions& options, CliStreams& streams)
+void runWind(const CliOptions& options, CliStreams& streams)
 {
     CliSession session(options, streams.err);
     const DebugStreamIntoLog debugStream(session.settings());

@@ -8,5 +8,5 @@ int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     std::ios::sync_with_stdio(false);
-    return RunCli(QCoreApplication::arguments().mid(1), std::cin, std::cout, std::cerr);
+    return runCli(QCoreApplication::arguments().mid(1), std::cin, std::cout, std::cerr);
 }

@@ -14,14 +14,14 @@ constexpr double kSteps = 100.0; ///< random numbers count hundredths
 constexpr Wind kNoGust{0.0F, 0.0F, -1.0F, 0.0F};
 
 /// Half of a drawn number, to the other side where that is small.
-float Offset(double drawn, double full)
+float offsetOf(double drawn, double full)
 {
     const double half = drawn * 0.5;
     return static_cast<float>(drawn < full * 0.5 ? -half : half);
 }
 
 /// How many hundredths there are to choose from; 0 for values that aren't finite.
-double HundredthsIn(double value)
+double hundredthsIn(double value)
 {
     const double hundredths = std::trunc(value * kSteps);
     return std::isfinite(hundredths) ? hundredths : 0.0;
@@ -29,27 +29,27 @@ double HundredthsIn(double value)
 
 } // namespace
 
-Wind GustModel::Update(const Wind& wind, std::int32_t heightAgl, bool gusty)
+Wind GustModel::update(const Wind& wind, std::int32_t heightAgl, bool gusty)
 {
     if (!gusty) {
         return m_inForce = {};
     }
-    const std::int64_t now = aviation::Clock::Current().NowSeconds();
+    const std::int64_t now = aviation::Clock::current().nowSeconds();
     if (!m_lastUpdate || *m_lastUpdate < now - kPeriodSeconds) {
-        m_inForce = Draw(wind, heightAgl);
+        m_inForce = draw(wind, heightAgl);
         m_lastUpdate = now;
     }
     return m_inForce;
 }
 
-Wind GustModel::Draw(const Wind& wind, std::int32_t heightAgl)
+Wind GustModel::draw(const Wind& wind, std::int32_t heightAgl)
 {
     constexpr std::int32_t kSmoothFromFeet = 3001;
     constexpr double kShareOfSpeed = 0.25;
     if (heightAgl >= kSmoothFromFeet) {
         return m_windGust = kNoGust;
     }
-    const std::int64_t now = aviation::Clock::Current().NowSeconds();
+    const std::int64_t now = aviation::Clock::current().nowSeconds();
     if (m_lastDraw && now - kPeriodSeconds < *m_lastDraw) {
         return m_windGust;
     }
@@ -61,12 +61,12 @@ Wind GustModel::Draw(const Wind& wind, std::int32_t heightAgl)
     if (wind.Gust > 0.0F) {
         spread = static_cast<double>(wind.Gust) - speed;
     }
-    if (HundredthsIn(spread) == 0.0 || HundredthsIn(speed) == 0.0) {
+    if (hundredthsIn(spread) == 0.0 || hundredthsIn(speed) == 0.0) {
         return m_windGust = kNoGust; // there is nothing to choose from
     }
     const double drawnSpeed = drawBelow(spread);
     const double drawnTurn = drawBelow(speed);
-    m_windGust = {Offset(drawnTurn, speed), Offset(drawnSpeed, spread), wind.Gust, wind.Fourth};
+    m_windGust = {offsetOf(drawnTurn, speed), offsetOf(drawnSpeed, spread), wind.Gust, wind.Fourth};
     m_lastDraw = now;
     return m_windGust;
 }
@@ -75,5 +75,5 @@ Wind GustModel::Draw(const Wind& wind, std::int32_t heightAgl)
 /// number, which is never negative, whatever the limit's.
 double GustModel::drawBelow(double limit)
 {
-    return std::fmod(static_cast<double>(m_random.Next()), HundredthsIn(limit)) / kSteps;
+    return std::fmod(static_cast<double>(m_random.next()), hundredthsIn(limit)) / kSteps;
 }

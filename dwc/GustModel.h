@@ -19,13 +19,13 @@ public:
     explicit GustModel(aviation::RandomSource& random) : m_random(random) {}
 
     /// The gust wind to add to `wind` now. Without gusts it is zero.
-    aviation::weather::Wind Update(const aviation::weather::Wind& wind, std::int32_t heightAgl,
+    aviation::weather::Wind update(const aviation::weather::Wind& wind, std::int32_t heightAgl,
                                    bool gusty);
 
     /// The gust offset for `wind`: direction and speed to add to it, gust and fourth value its own.
     /// No gust, (0, 0, -1, 0), from 3001 feet above ground on, and where nothing can be drawn.
     /// `wind` itself where a quarter of its speed is 0.
-    aviation::weather::Wind Draw(const aviation::weather::Wind& wind, std::int32_t heightAgl);
+    aviation::weather::Wind draw(const aviation::weather::Wind& wind, std::int32_t heightAgl);
 
     /// The offset drawn last.
     const aviation::weather::Wind& windGust() const { return m_windGust; }

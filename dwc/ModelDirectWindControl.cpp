@@ -29,10 +29,10 @@ ModelDirectWindControl::ModelDirectWindControl(const Settings& settings,
 void ModelDirectWindControl::SetWeather(const Metar& metar, const Synop& synop,
                                         const aviation::weather::Grib& grib)
 {
-    SetReports(metar, synop, grib.levels());
+    setReports(metar, synop, grib.levels());
 }
 
-void ModelDirectWindControl::SetReports(const Metar& metar, const Synop& synop,
+void ModelDirectWindControl::setReports(const Metar& metar, const Synop& synop,
                                         std::vector<GribLevel> levels)
 {
     m_hasReports = true;
@@ -42,7 +42,7 @@ void ModelDirectWindControl::SetReports(const Metar& metar, const Synop& synop,
     std::stable_sort(m_levels.begin(), m_levels.end(), [](const GribLevel& a, const GribLevel& b) {
         return a.altitude < b.altitude;
     });
-    m_stepTimer = Clock::Current().MonotonicMs();
+    m_stepTimer = Clock::current().MonotonicMs();
 }
 
 void ModelDirectWindControl::SetAircraftData(const aviation::structs::AircraftData& data)
@@ -58,7 +58,7 @@ void ModelDirectWindControl::Step()
 {
     updateTarget();
     steer();
-    m_gusts.Draw(m_windTarget, m_aircraft.heightAgl); // only its kept offset advances
+    m_gusts.draw(m_windTarget, m_aircraft.heightAgl); // only its kept offset advances
 }
 
 void ModelDirectWindControl::updateTarget()
@@ -66,28 +66,28 @@ void ModelDirectWindControl::updateTarget()
     if (m_levels.empty()) {
         return;
     }
-    if (aviation::IsTimeGroupOld(m_metar.timeGroup(), Clock::Current().NowUtc())) {
+    if (aviation::isTimeGroupOld(m_metar.timeGroup(), Clock::current().NowUtc())) {
         m_synop.ToMetar(m_metar);
     }
-    const GribLevel ground = targetwind::GroundLevel(m_metar, m_aircraft.magneticVariation);
-    m_windTarget = targetwind::LevelAt(m_levels, ground, m_aircraft.altitude).wind;
+    const GribLevel ground = targetwind::groundLevel(m_metar, m_aircraft.magneticVariation);
+    m_windTarget = targetwind::levelAt(m_levels, ground, m_aircraft.altitude).wind;
 }
 
 void ModelDirectWindControl::steer()
 {
     m_windCurrent = m_windOut;
     const Wind gust =
-        m_gusts.Update(m_windTarget, m_aircraft.heightAgl, m_settings.gustySurfaceWind());
-    const Wind aim = windsteering::Sum(m_windTarget, gust);
-    const windsteering::Limits limits = windsteering::LimitsFor(
+        m_gusts.update(m_windTarget, m_aircraft.heightAgl, m_settings.gustySurfaceWind());
+    const Wind aim = windsteering::sum(m_windTarget, gust);
+    const windsteering::Limits limits = windsteering::limitsFor(
         takeStepMs(), m_settings.dwcDegreesPerSecond(), m_settings.dwcKnotsPerSecond());
-    m_windOut = windsteering::Stepped(m_windCurrent, aim, limits);
-    if (!windsteering::IsDirectionInRange(m_windOut)) {
-        qDebug().noquote() << windtexts::DirectionError(m_windOut);
+    m_windOut = windsteering::stepped(m_windCurrent, aim, limits);
+    if (!windsteering::isDirectionInRange(m_windOut)) {
+        qDebug().noquote() << windtexts::directionError(m_windOut);
         m_windOut = m_windCurrent;
     }
-    if (!windsteering::IsSpeedInRange(m_windOut)) {
-        qDebug().noquote() << windtexts::SpeedError(m_windOut);
+    if (!windsteering::isSpeedInRange(m_windOut)) {
+        qDebug().noquote() << windtexts::speedError(m_windOut);
         m_windOut = m_windCurrent;
     }
 }
@@ -98,7 +98,7 @@ double ModelDirectWindControl::takeStepMs()
 {
     constexpr std::int64_t kStallMs = 5000;
     constexpr std::int64_t kMsAfterStall = 1000;
-    const std::int64_t now = Clock::Current().MonotonicMs();
+    const std::int64_t now = Clock::current().MonotonicMs();
     const std::int64_t elapsed = now - m_stepTimer.value_or(now);
     m_stepTimer = now;
     return static_cast<double>(elapsed > kStallMs ? kMsAfterStall : elapsed);
@@ -107,11 +107,11 @@ double ModelDirectWindControl::takeStepMs()
 void ModelDirectWindControl::StepXPlane()
 {
     const double spreadNm = m_metar.DistanceTo(m_synop);
-    xplanelayers::FillMissingWind(m_metar, m_synop, spreadNm);
+    xplanelayers::fillMissingWind(m_metar, m_synop, spreadNm);
     const xplanelayers::Surface surface{m_metar, m_synop, spreadNm, m_settings.gustySurfaceWind()};
-    auto layers = xplanelayers::Build(surface, m_levels, m_aircraft);
+    auto layers = xplanelayers::build(surface, m_levels, m_aircraft);
     if (!layers.empty()) {
         m_xpLayers = std::move(layers);
     }
-    m_stepTimer = Clock::Current().MonotonicMs();
+    m_stepTimer = Clock::current().MonotonicMs();
 }

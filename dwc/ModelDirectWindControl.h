@@ -20,7 +20,7 @@ class RandomSource;
 }
 
 /// Direct wind control: works out the real wind at the aircraft and moves the simulator's wind
-/// towards it at a limited rate, with gusts near the ground. Owned by the controller; main thread.
+/// towards it at a limited rate, with gusts near the ground. Owned by DirectWind; main thread.
 class ModelDirectWindControl
 {
 public:
@@ -32,7 +32,7 @@ public:
     void SetWeather(const aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
                     const aviation::weather::Grib& grib);
     /// The same with the levels of an upper-air report, in any order.
-    void SetReports(const aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
+    void setReports(const aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
                     std::vector<aviation::weather::GribLevel> levels);
     /// Reports have been given.
     bool hasReports() const { return m_hasReports; }
@@ -42,13 +42,13 @@ public:
     /// What the simulator is to get now: direction in [0, 360), speed from 0 to 200 knots.
     const aviation::weather::Wind& GetWind() const { return m_windOut; }
     /// Name of the job that sets the wind: "direction:speed", six digits each at most.
-    QString JobName() const { return windtexts::JobName(m_windOut); }
+    QString jobName() const { return windtexts::jobName(m_windOut); }
     /// Builds the three layers for X-Plane.
     void StepXPlane();
     /// Empty until StepXPlane() had a report of at least two levels.
     const std::vector<XPlaneWindLayer>& GetXPlaneLayers() const { return m_xpLayers; }
     /// The layers for people, "(metres):degrees/knots" of each; empty without layers.
-    QString LayersText() const { return windtexts::Layers(m_xpLayers); }
+    QString layersText() const { return windtexts::layersText(m_xpLayers); }
 
     /// The real wind at the aircraft's altitude as of the last step.
     const aviation::weather::Wind& windTarget() const { return m_windTarget; }

@@ -10,7 +10,7 @@ using aviation::weather::Wind;
 
 namespace {
 
-double DirectionChange(double difference, double limit)
+double directionChange(double difference, double limit)
 {
     if (difference > 0.0) {
         return std::min(difference, limit);
@@ -18,7 +18,7 @@ double DirectionChange(double difference, double limit)
     return difference < 0.0 ? std::max(difference, -limit) : 0.0;
 }
 
-double SpeedChange(double difference, double limit)
+double speedChange(double difference, double limit)
 {
     if (difference > 0.0) {
         return std::min(difference, limit);
@@ -28,45 +28,45 @@ double SpeedChange(double difference, double limit)
 
 } // namespace
 
-Limits LimitsFor(double stepMs, int degreesPerSecond, int knotsPerSecond)
+Limits limitsFor(double stepMs, int degreesPerSecond, int knotsPerSecond)
 {
     constexpr double kMsPerSecond = 1000.0;
     return {stepMs * std::max(degreesPerSecond, 0) / kMsPerSecond,
             stepMs * std::max(knotsPerSecond, 0) / kMsPerSecond};
 }
 
-float FoldedDirection(double degrees)
+float foldedDirection(double degrees)
 {
     constexpr float kTurn = 360.0F;
     const auto folded = static_cast<float>(aviation::Normalize360(degrees));
     return folded < kTurn ? folded : 0.0F;
 }
 
-Wind Sum(const Wind& wind, const Wind& offset)
+Wind sum(const Wind& wind, const Wind& offset)
 {
-    return {FoldedDirection(static_cast<double>(wind.Dir) + static_cast<double>(offset.Dir)),
+    return {foldedDirection(static_cast<double>(wind.Dir) + static_cast<double>(offset.Dir)),
             wind.Speed + offset.Speed, wind.Gust + offset.Gust, wind.Fourth};
 }
 
-Wind Stepped(const Wind& current, const Wind& aim, const Limits& limits)
+Wind stepped(const Wind& current, const Wind& aim, const Limits& limits)
 {
     const auto direction = static_cast<double>(current.Dir);
     const auto speed = static_cast<double>(current.Speed);
     const double turn = aviation::AngleDifference(static_cast<double>(aim.Dir), direction);
     const double rise = static_cast<double>(aim.Speed) - speed;
     Wind next = current;
-    next.Dir = FoldedDirection(direction + DirectionChange(turn, limits.degrees));
-    next.Speed = static_cast<float>(speed + SpeedChange(rise, limits.knots));
+    next.Dir = foldedDirection(direction + directionChange(turn, limits.degrees));
+    next.Speed = static_cast<float>(speed + speedChange(rise, limits.knots));
     return next;
 }
 
-bool IsDirectionInRange(const Wind& wind)
+bool isDirectionInRange(const Wind& wind)
 {
     constexpr float kMost = 360.0F;
     return wind.Dir >= 0.0F && wind.Dir <= kMost;
 }
 
-bool IsSpeedInRange(const Wind& wind)
+bool isSpeedInRange(const Wind& wind)
 {
     constexpr float kMost = 200.0F;
     return wind.Speed >= 0.0F && wind.Speed <= kMost;

@@ -14,25 +14,25 @@ struct Limits
 };
 
 /// Limits of a step of so many milliseconds. Rates below 0 count as 0.
-Limits LimitsFor(double stepMs, int degreesPerSecond, int knotsPerSecond);
+Limits limitsFor(double stepMs, int degreesPerSecond, int knotsPerSecond);
 
 /// Folds into [0, 360) and stays below 360 in single precision too; not finite values give 0.
-float FoldedDirection(double degrees);
+float foldedDirection(double degrees);
 
 /// Both winds added, the direction folded; the fourth value is that of the first.
-aviation::weather::Wind Sum(const aviation::weather::Wind& wind,
+aviation::weather::Wind sum(const aviation::weather::Wind& wind,
                             const aviation::weather::Wind& offset);
 
 /// `current` moved towards `aim` by at most the limits, the direction along the shorter way round.
 /// A speed that falls always falls by the whole limit, also past its aim, and climbs back with the
 /// next step: that asymmetry is deliberate. Gust and fourth value stay. A value of `aim` that isn't
 /// a number changes nothing.
-aviation::weather::Wind Stepped(const aviation::weather::Wind& current,
+aviation::weather::Wind stepped(const aviation::weather::Wind& current,
                                 const aviation::weather::Wind& aim, const Limits& limits);
 
 /// From 0 to 360 degrees, both included.
-bool IsDirectionInRange(const aviation::weather::Wind& wind);
+bool isDirectionInRange(const aviation::weather::Wind& wind);
 /// From 0 to 200 knots, both included.
-bool IsSpeedInRange(const aviation::weather::Wind& wind);
+bool isSpeedInRange(const aviation::weather::Wind& wind);
 
 } // namespace windsteering

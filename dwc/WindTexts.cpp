@@ -8,43 +8,43 @@ using aviation::weather::Wind;
 
 namespace {
 
-QString General(float value)
+QString generalText(float value)
 {
     return QString::number(static_cast<double>(value));
 }
 
-QString Fixed(float value, int decimals)
+QString fixed(float value, int decimals)
 {
     return QString::number(static_cast<double>(value), 'f', decimals);
 }
 
 } // namespace
 
-QString JobName(const Wind& wind)
+QString jobName(const Wind& wind)
 {
-    return QStringLiteral("%1:%2").arg(General(wind.Dir), General(wind.Speed));
+    return QStringLiteral("%1:%2").arg(generalText(wind.Dir), generalText(wind.Speed));
 }
 
-QString Layers(const std::vector<XPlaneWindLayer>& layers)
+QString layersText(const std::vector<XPlaneWindLayer>& layers)
 {
     QStringList texts;
     for (const XPlaneWindLayer& layer : layers) {
         texts << QStringLiteral("(%1):%2/%3")
-                     .arg(Fixed(layer.Alt, 0), Fixed(layer.Dir, 1), Fixed(layer.Speed, 1));
+                     .arg(fixed(layer.Alt, 0), fixed(layer.Dir, 1), fixed(layer.Speed, 1));
     }
     return texts.join(QLatin1Char(' '));
 }
 
-QString DirectionError(const Wind& wind)
+QString directionError(const Wind& wind)
 {
     return QStringLiteral("(DWC - WindAtAC) - Wind Dir Error: %1/%2kt")
-        .arg(General(wind.Dir), General(wind.Speed));
+        .arg(generalText(wind.Dir), generalText(wind.Speed));
 }
 
-QString SpeedError(const Wind& wind)
+QString speedError(const Wind& wind)
 {
     return QStringLiteral("(DWC - WindAtAC) - Wind Speed Error: %1/%2kt")
-        .arg(General(wind.Dir), General(wind.Speed));
+        .arg(generalText(wind.Dir), generalText(wind.Speed));
 }
 
 } // namespace windtexts

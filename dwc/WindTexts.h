@@ -11,13 +11,13 @@
 namespace windtexts {
 
 /// Name of the job that sets the wind at the aircraft: "direction:speed", six digits at most.
-QString JobName(const aviation::weather::Wind& wind);
+QString jobName(const aviation::weather::Wind& wind);
 
 /// The layers for people, "(metres):degrees/knots" of each with blanks between.
-QString Layers(const std::vector<XPlaneWindLayer>& layers);
+QString layersText(const std::vector<XPlaneWindLayer>& layers);
 
 /// Lines for the debug stream: a step left the range.
-QString DirectionError(const aviation::weather::Wind& wind);
-QString SpeedError(const aviation::weather::Wind& wind);
+QString directionError(const aviation::weather::Wind& wind);
+QString speedError(const aviation::weather::Wind& wind);
 
 } // namespace windtexts

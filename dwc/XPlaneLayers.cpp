@@ -15,7 +15,7 @@ namespace {
 /// X-Plane records use this factor on purpose, not the one of the other units.
 constexpr double kXPlaneFeetPerMetre = 3.2808;
 
-XPlaneWindLayer LayerOf(std::int32_t altitudeFeet, const Wind& wind)
+XPlaneWindLayer layerOf(std::int32_t altitudeFeet, const Wind& wind)
 {
     XPlaneWindLayer layer;
     layer.Alt = static_cast<float>(altitudeFeet / kXPlaneFeetPerMetre);
@@ -24,7 +24,7 @@ XPlaneWindLayer LayerOf(std::int32_t altitudeFeet, const Wind& wind)
     return layer;
 }
 
-float ShearSpeedOf(const Surface& surface)
+float shearSpeedOf(const Surface& surface)
 {
     constexpr float kSmallGust = 10.0F;
     constexpr float kUsualShear = 1.0F;
@@ -38,7 +38,7 @@ float ShearSpeedOf(const Surface& surface)
 }
 
 /// Second limit minus first one, as they stand: 340V020 gives -320.
-float ShearDirectionOf(const aviation::weather::Metar& metar)
+float shearDirectionOf(const aviation::weather::Metar& metar)
 {
     if (!metar.hasVariableLimits() || metar.variableFrom() <= 0) {
         return 0.0F;
@@ -47,7 +47,7 @@ float ShearDirectionOf(const aviation::weather::Metar& metar)
 }
 
 /// Where the second layer lies, feet: near the ground it is lifted clear of the first one.
-std::int32_t AircraftLayerAltitude(std::int32_t altitude, std::int32_t elevation)
+std::int32_t aircraftLayerAltitude(std::int32_t altitude, std::int32_t elevation)
 {
     constexpr std::int64_t kNearGround = 1000;
     constexpr std::int64_t kLift = 5000;
@@ -59,7 +59,7 @@ std::int32_t AircraftLayerAltitude(std::int32_t altitude, std::int32_t elevation
 
 } // namespace
 
-void FillMissingWind(aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
+void fillMissingWind(aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
                      double spreadNm)
 {
     constexpr float kNoWind = -1.0F;
@@ -69,20 +69,20 @@ void FillMissingWind(aviation::weather::Metar& metar, const aviation::weather::S
     }
 }
 
-XPlaneWindLayer GroundLayer(const Surface& surface)
+XPlaneWindLayer groundLayer(const Surface& surface)
 {
     constexpr double kFullTurbulenceKnots = 30.0;
-    XPlaneWindLayer layer = LayerOf(surface.metar.elevation(), surface.metar.wind());
+    XPlaneWindLayer layer = layerOf(surface.metar.elevation(), surface.metar.wind());
     if (surface.gusty) {
         layer.Turbulence =
             static_cast<float>(static_cast<double>(layer.Speed) / kFullTurbulenceKnots);
-        layer.ShearDir = ShearDirectionOf(surface.metar);
-        layer.ShearSpeed = ShearSpeedOf(surface);
+        layer.ShearDir = shearDirectionOf(surface.metar);
+        layer.ShearSpeed = shearSpeedOf(surface);
     }
     return layer;
 }
 
-std::vector<XPlaneWindLayer> Build(const Surface& surface, const std::vector<GribLevel>& levels,
+std::vector<XPlaneWindLayer> build(const Surface& surface, const std::vector<GribLevel>& levels,
                                    const aviation::structs::AircraftData& aircraft)
 {
     constexpr std::size_t kFewestLevels = 2;
@@ -90,12 +90,12 @@ std::vector<XPlaneWindLayer> Build(const Surface& surface, const std::vector<Gri
         return {};
     }
     const std::int32_t altitude =
-        AircraftLayerAltitude(aircraft.altitude, surface.metar.elevation());
-    const GribLevel ground = targetwind::GroundLevel(surface.metar, aircraft.magneticVariation);
-    const GribLevel highest = targetwind::HighestLevel(levels);
-    return {GroundLayer(surface),
-            LayerOf(altitude, targetwind::LevelAt(levels, ground, altitude).wind),
-            LayerOf(highest.altitude, highest.wind)};
+        aircraftLayerAltitude(aircraft.altitude, surface.metar.elevation());
+    const GribLevel ground = targetwind::groundLevel(surface.metar, aircraft.magneticVariation);
+    const GribLevel highest = targetwind::highestLevel(levels);
+    return {groundLayer(surface),
+            layerOf(altitude, targetwind::levelAt(levels, ground, altitude).wind),
+            layerOf(highest.altitude, highest.wind)};
 }
 
 } // namespace xplanelayers

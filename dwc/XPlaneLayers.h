@@ -21,14 +21,14 @@ struct Surface
 };
 
 /// Turns the SYNOP into the METAR where that has no wind and the SYNOP's station is near.
-void FillMissingWind(aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
+void fillMissingWind(aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
                      double spreadNm);
 
 /// The layer at the METAR's elevation.
-XPlaneWindLayer GroundLayer(const Surface& surface);
+XPlaneWindLayer groundLayer(const Surface& surface);
 
 /// Ground, aircraft, and the highest level. `levels` lowest first; empty with fewer than two.
-std::vector<XPlaneWindLayer> Build(const Surface& surface,
+std::vector<XPlaneWindLayer> build(const Surface& surface,
                                    const std::vector<aviation::weather::GribLevel>& levels,
                                    const aviation::structs::AircraftData& aircraft);
 

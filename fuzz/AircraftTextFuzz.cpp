@@ -17,7 +17,7 @@ void require(bool condition)
 void checkAircraft(const QByteArray& text)
 {
     QString fault;
-    const aviation::structs::AircraftData data = bridgetext::AircraftFromText(text, &fault);
+    const aviation::structs::AircraftData data = bridgetext::aircraftFromText(text, &fault);
     require(std::isfinite(data.position.latitude()) && std::isfinite(data.position.longitude()));
     require(std::isfinite(data.heading) && std::isfinite(data.temperature));
     require(std::isfinite(data.wind.Dir) && data.wind.Gust == -1.0F);
@@ -30,19 +30,19 @@ void checkAircraft(const QByteArray& text)
 /// What was read survives writing and reading once more.
 void checkLoads(const QByteArray& text)
 {
-    const aviation::structs::AircraftFuel fuel = bridgetext::FuelFromText(text);
+    const aviation::structs::AircraftFuel fuel = bridgetext::fuelFromText(text);
     QString fault;
-    require(bridgetext::FuelFromText(bridgetext::FuelText(fuel), &fault).tanks.size()
+    require(bridgetext::fuelFromText(bridgetext::fuelText(fuel), &fault).tanks.size()
             == fuel.tanks.size());
-    const aviation::structs::AircraftPayload payload = bridgetext::PayloadFromText(text);
-    require(bridgetext::PayloadFromText(bridgetext::PayloadText(payload), &fault).stations.size()
+    const aviation::structs::AircraftPayload payload = bridgetext::payloadFromText(text);
+    require(bridgetext::payloadFromText(bridgetext::payloadText(payload), &fault).stations.size()
             == payload.stations.size());
     for (const auto& station : payload.stations) {
         require(station.type >= 0
                 && station.type < static_cast<std::int32_t>(station.typeNames.size()));
     }
-    const QByteArray radios = bridgetext::RadioText(bridgetext::RadioFromText(text));
-    require(bridgetext::RadioText(bridgetext::RadioFromText(radios, &fault)) == radios);
+    const QByteArray radios = bridgetext::radioText(bridgetext::radioFromText(text));
+    require(bridgetext::radioText(bridgetext::radioFromText(radios, &fault)) == radios);
     require(fault.isEmpty());
 }
 
@@ -54,8 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QByteArray text(reinterpret_cast<const char*>(data), static_cast<int>(size));
     checkAircraft(text);
     checkLoads(text);
-    require(std::isfinite(bridgetext::WindFromText(text).Dir));
+    require(std::isfinite(bridgetext::windFromText(text).Dir));
     qint64 number = 0;
-    bridgetext::LongFromText(text, number);
+    bridgetext::longFromText(text, number);
     return 0;
 }

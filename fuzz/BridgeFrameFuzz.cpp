@@ -22,22 +22,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const QByteArray block(reinterpret_cast<const char*>(data), static_cast<int>(size));
     FsMessage message;
-    const bool readable = ParseFrame(block, message);
+    const bool readable = parseFrame(block, message);
     require(readable || (block.size() > 15 && block.size() < kFrameHeaderLength));
     require(message.data.size() <= block.size());
     require(message.data.isEmpty() || block.endsWith(message.data));
 
-    const FrameProgress progress = ProgressOf(block);
+    const FrameProgress progress = progressOf(block);
     require(progress != FrameProgress::Complete || readable);
     require(progress != FrameProgress::TooLong || message.dataLength > kLongestFrameData);
 
-    const QByteArray frame = FrameBytes(message.command, message.id, message.data);
+    const QByteArray frame = frameBytes(message.command, message.id, message.data);
     FsMessage again;
-    require(ParseFrame(frame, again) && ProgressOf(frame) == FrameProgress::Complete);
+    require(parseFrame(frame, again) && progressOf(frame) == FrameProgress::Complete);
     require(again.command == message.command && again.id == message.id);
     require(again.data == message.data && again.dataLength == message.data.size());
 
-    const BridgeDatagram datagram = ParseDatagram(block);
+    const BridgeDatagram datagram = parseDatagram(block);
     require(!datagram.hasAircraft || datagram.command == bridgecommand::kRead
             || datagram.isAircraftAnswer());
     return 0;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr qint64 kLimit = 1024LL * 1024;
 
-QByteArray Packed(const QByteArray& plain)
+QByteArray packedForm(const QByteArray& plain)
 {
     z_stream stream{};
     // The smallest window and least memory: their allocation is most of the time.
@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::abort();
     }
     const int half = input.size() / 2;
-    const QByteArray packed = Packed(input.left(half)) + Packed(input.mid(half));
+    const QByteArray packed = packedForm(input.left(half)) + packedForm(input.mid(half));
     if (inflateGzip(packed).data != input || inflateGzip(packed.left(packed.size() - 1)).ok()) {
         std::abort();
     }

@@ -5,7 +5,7 @@
 
 namespace {
 
-void RequireWeb(const QString& address)
+void requireWeb(const QString& address)
 {
     const bool web = address.startsWith(QLatin1String("http"), Qt::CaseInsensitive);
     if (!address.isEmpty() && !web) {
@@ -20,15 +20,15 @@ void RequireWeb(const QString& address)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const InfoFile info =
-        InfoFile::Parse(QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size)));
+        InfoFile::parse(QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size)));
     for (const QString& address :
          {info.stablePage, info.stableInstaller, info.betaPage, info.betaInstaller})
     {
-        RequireWeb(address);
+        requireWeb(address);
     }
-    const VersionState state = JudgeVersion(QStringLiteral("0"), info, true);
-    const bool numbered = VersionNumber(info.minimumVersion) > 0 || VersionNumber(info.version) > 0
-                          || VersionNumber(info.betaVersion) > 0;
+    const VersionState state = judgeVersion(QStringLiteral("0"), info, true);
+    const bool numbered = versionNumber(info.minimumVersion) > 0 || versionNumber(info.version) > 0
+                          || versionNumber(info.betaVersion) > 0;
     if ((state != VersionState::Current) != numbered) {
         std::abort();
     }

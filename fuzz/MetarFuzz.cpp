@@ -9,14 +9,14 @@ namespace status = aviation::weather::metarstatus;
 
 namespace {
 
-void Require(bool held)
+void require(bool held)
 {
     if (!held) {
         std::abort();
     }
 }
 
-bool IsReturned(int value)
+bool isReturned(int value)
 {
     constexpr int kReturned[] = {status::kDecoded,   status::kNoWind,      status::kPressure,
                                  status::kTooShort,  status::kNothingLeft, status::kPattern,
@@ -24,14 +24,14 @@ bool IsReturned(int value)
     return std::find(std::begin(kReturned), std::end(kReturned), value) != std::end(kReturned);
 }
 
-bool IsGood(const Cloud& cloud, std::int32_t elevation)
+bool isGood(const Cloud& cloud, std::int32_t elevation)
 {
     const bool assumed = cloud.base == 5000 && cloud.altitude == elevation + 2000;
     return cloud.coverage >= 1 && cloud.coverage <= 8 && cloud.top == -1 && cloud.base >= 0
            && cloud.base <= 99900 && (assumed || cloud.altitude == cloud.base + elevation);
 }
 
-bool IsTextPart(const std::wstring& part, const std::wstring& text)
+bool isTextPart(const std::wstring& part, const std::wstring& text)
 {
     return part.size() <= 2 * text.size();
 }
@@ -45,22 +45,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::wstring text(data, data + size);
     Metar metar(text);
     metar.setElevation(kElevation);
-    Require(IsReturned(metar.Decode()));
+    require(isReturned(metar.Decode()));
     const auto good = [](const Cloud& cloud) {
-        return IsGood(cloud, kElevation);
+        return isGood(cloud, kElevation);
     };
-    Require(std::all_of(metar.clouds().begin(), metar.clouds().end(), good));
-    Require(metar.wind().Dir >= 0.0F && metar.wind().Dir <= 999.0F && metar.wind().Speed >= 0.0F);
-    Require(metar.visibility() >= 0 && metar.intensity() >= 0 && metar.intensity() <= 3);
-    Require(metar.qnh() >= 0.0F && metar.qnh() <= 3387.0F);
-    Require(IsTextPart(metar.runwayText(), text) && IsTextPart(metar.phenomenaText(), text)
-            && IsTextPart(metar.tailRunwayText(), text));
-    Require(metar.timeGroup().empty() || metar.timeGroup().size() == 6);
+    require(std::all_of(metar.clouds().begin(), metar.clouds().end(), good));
+    require(metar.wind().Dir >= 0.0F && metar.wind().Dir <= 999.0F && metar.wind().Speed >= 0.0F);
+    require(metar.visibility() >= 0 && metar.intensity() >= 0 && metar.intensity() <= 3);
+    require(metar.qnh() >= 0.0F && metar.qnh() <= 3387.0F);
+    require(isTextPart(metar.runwayText(), text) && isTextPart(metar.phenomenaText(), text)
+            && isTextPart(metar.tailRunwayText(), text));
+    require(metar.timeGroup().empty() || metar.timeGroup().size() == 6);
 
     const std::wstring decoded = metar.GetDecodedText();
     const int before = metar.status();
-    Require(metar.Decode() == before && metar.GetDecodedText() == decoded);
+    require(metar.Decode() == before && metar.GetDecodedText() == decoded);
     metar.resetDecoded();
-    Require(metar.Decode() == before && metar.GetDecodedText() == decoded);
+    require(metar.Decode() == before && metar.GetDecodedText() == decoded);
     return 0;
 }

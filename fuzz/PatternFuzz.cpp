@@ -10,7 +10,7 @@ using namespace aviation::weather;
 
 namespace {
 
-void Require(bool held)
+void require(bool held)
 {
     if (!held) {
         std::abort();
@@ -32,39 +32,39 @@ struct TightCopy
 };
 
 template <class Result>
-void CheckGroups(const Result& match, std::wstring_view text, std::size_t groups)
+void checkGroups(const Result& match, std::wstring_view text, std::size_t groups)
 {
     for (std::size_t at = 0; at < groups; ++at) {
         const std::wstring_view group = match[at];
-        Require(group.data() == nullptr
+        require(group.data() == nullptr
                 || (group.data() >= text.data()
                     && group.data() + group.size() <= text.data() + text.size()));
     }
 }
 
 template <class P>
-void CheckFront(std::wstring_view text, std::wstring_view longer)
+void checkFront(std::wstring_view text, std::wstring_view longer)
 {
-    const auto match = P::MatchFront(text);
-    CheckGroups(match, text, P::kGroups);
-    Require(!match || match[0].data() == text.data());
+    const auto match = P::matchFront(text);
+    checkGroups(match, text, P::kGroups);
+    require(!match || match[0].data() == text.data());
     // What the match took matches by itself.
     if (match) {
-        const auto again = P::MatchFront(text.substr(0, match.length()));
-        Require(again && again.length() == match.length());
+        const auto again = P::matchFront(text.substr(0, match.length()));
+        require(again && again.length() == match.length());
     }
-    const auto copy = P::MatchFront(longer.substr(0, text.size()));
-    Require(static_cast<bool>(copy) == static_cast<bool>(match) && copy.length() == match.length());
+    const auto copy = P::matchFront(longer.substr(0, text.size()));
+    require(static_cast<bool>(copy) == static_cast<bool>(match) && copy.length() == match.length());
 }
 
 template <class P>
-void CheckSearch(std::wstring_view text)
+void checkSearch(std::wstring_view text)
 {
     const auto match = P::Search(text);
-    CheckGroups(match, text, P::kGroups);
+    checkGroups(match, text, P::kGroups);
     if (match) {
         const auto offset = static_cast<std::size_t>(match[0].data() - text.data());
-        Require(!P::Search(text.substr(0, offset + match.length() - 1)));
+        require(!P::Search(text.substr(0, offset + match.length() - 1)));
     }
 }
 
@@ -77,10 +77,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::wstring longer = std::wstring(data, data + size) + L"99/ 12345";
     const TightCopy text(std::wstring_view(longer).substr(0, size));
     const auto front = [&]<class P>() {
-        CheckFront<P>(text.view, longer);
+        checkFront<P>(text.view, longer);
     };
     const auto search = [&]<class P>() {
-        CheckSearch<P>(text.view);
+        checkSearch<P>(text.view);
     };
     metarpatterns::FrontPatterns::forEach(front);
     metarpatterns::SearchedPatterns::forEach(search);

@@ -7,7 +7,7 @@
 
 namespace {
 
-void RequireSame(const Settings& a, const Settings& b)
+void requireSame(const Settings& a, const Settings& b)
 {
 #define CIRRILON_REQUIRE(type, getter, Setter, key, value, optionClass)                            \
     if (a.getter() != b.getter()) {                                                                \
@@ -29,6 +29,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const IniFile file(QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size)));
     settings.take(file, true);
     again.take(settings.mergedInto(file, true), true);
-    RequireSame(settings, again);
+    requireSame(settings, again);
     return 0;
 }

@@ -16,8 +16,8 @@ namespace {
 class StandingClock final : public aviation::Clock
 {
 public:
-    StandingClock() { Install(this); }
-    ~StandingClock() override { Install(nullptr); }
+    StandingClock() { install(this); }
+    ~StandingClock() override { install(nullptr); }
     UtcTime NowUtc() const override { return UtcTime(std::chrono::hours(464'000)); }
     std::int64_t MonotonicMs() const override { return 0; }
     void SleepMs(int) override {}
@@ -30,18 +30,18 @@ void require(bool condition)
     }
 }
 
-bool SameWind(const Wind& a, const Wind& b)
+bool sameWind(const Wind& a, const Wind& b)
 {
     return a.Dir == b.Dir && a.Speed == b.Speed && a.Gust == b.Gust && a.Fourth == b.Fourth;
 }
 
-bool SameValues(const Synop& a, const Synop& b)
+bool sameValues(const Synop& a, const Synop& b)
 {
     return a.status() == b.status() && a.icao() == b.icao() && a.name() == b.name()
            && a.samePlace(b) && a.time() == b.time() && a.isTimeValid() == b.isTimeValid()
            && a.timeGroup() == b.timeGroup() && a.visibility() == b.visibility()
            && a.temperature() == b.temperature() && a.dewPoint() == b.dewPoint()
-           && a.qnh() == b.qnh() && SameWind(a.wind(), b.wind())
+           && a.qnh() == b.qnh() && sameWind(a.wind(), b.wind())
            && a.clouds().size() == b.clouds().size();
 }
 
@@ -72,7 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkRanges(synop);
     Synop again = synop;
     static_cast<void>(again.Decode());
-    require(SameValues(synop, again));
+    require(sameValues(synop, again));
 
     Synop header(text);
     const int headerStatus = header.DecodeHeader();

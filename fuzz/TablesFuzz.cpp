@@ -35,7 +35,7 @@ void checkAirports(const QVector<QAirport>& airports)
     double best = 3000.0;
     std::size_t expected = NearestIndex::kNone;
     for (std::size_t i = 0; i < places.size(); ++i) {
-        const double distance = SearchDistanceNm(
+        const double distance = searchDistanceNm(
             reference, aviation::Position(places[i].latitude, places[i].longitude));
         if (distance < best) {
             best = distance;
@@ -53,15 +53,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<int>(size));
     const auto lines = static_cast<std::size_t>(bytes.count('\n')) + 1;
-    const QVector<QAirport> airports = ReadAirportTable(bytes);
-    const QVector<QAirport> additional = ReadAdditionalAirports(bytes);
+    const QVector<QAirport> airports = readAirportTable(bytes);
+    const QVector<QAirport> additional = parseAdditionalAirports(bytes);
     require(static_cast<std::size_t>(airports.size()) <= lines);
     require(static_cast<std::size_t>(additional.size()) <= lines);
     checkAirports(airports);
     checkAirports(additional);
 
     WeatherManager store;
-    store.SetWeatherStations(QString::fromUtf8(bytes).toStdWString());
-    require(store.StationCount() <= lines);
+    store.setWeatherStations(QString::fromUtf8(bytes).toStdWString());
+    require(store.stationCount() <= lines);
     return 0;
 }

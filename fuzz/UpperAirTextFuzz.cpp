@@ -29,11 +29,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), L'\n')) + 1;
     WeatherManager store;
     const bool isTaken = store.Initialize(text, storekind::kUpperAir, false);
-    const std::size_t count = store.GribCount();
+    const std::size_t count = store.gribCount();
     require(isTaken || count == 0);
     require(count <= lines);
     require(store.Initialize(text, storekind::kUpperAir, false) == isTaken);
-    require(store.GribCount() == count);
+    require(store.gribCount() == count);
     for (double latitude = -90.0; latitude <= 90.0; latitude += 30.0) {
         Grib grib;
         const bool isFound = store.SearchGrib(aviation::Position(latitude, latitude), grib);

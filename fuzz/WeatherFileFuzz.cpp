@@ -27,10 +27,10 @@ void addPlaces(WeatherManager& store)
     for (std::wstring icao : airports) {
         std::wstring name;
         std::wstring country;
-        store.AddAirport(Station(icao, name, country, 0, aviation::Position(latitude, 8.0)));
+        store.addAirport(Station(icao, name, country, 0, aviation::Position(latitude, 8.0)));
         latitude += 10.0;
     }
-    store.SetWeatherStations(L"106370 EDDF   FRANKFURT/MAIN      DL 5003N 00836E 0112   \n");
+    store.setWeatherStations(L"106370 EDDF   FRANKFURT/MAIN      DL 5003N 00836E 0112   \n");
 }
 
 /// The nearest METAR by a walk, which must be the one that the search finds.
@@ -38,8 +38,8 @@ void checkSearch(WeatherManager& store, const aviation::Position& position)
 {
     double best = 3000.0;
     std::wstring expected;
-    for (const Metar& metar : store.GetMetars()) {
-        const double distance = SearchDistanceNm(position, metar);
+    for (const Metar& metar : store.getMetars()) {
+        const double distance = searchDistanceNm(position, metar);
         if (distance < best) {
             best = distance;
             expected = metar.reportText();
@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const QString text =
         QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<int>(size));
-    const WeatherBlocks blocks = ExtractWeatherBlocks(text);
+    const WeatherBlocks blocks = extractWeatherBlocks(text);
     for (const QStringView block : {blocks.metars, blocks.synops, blocks.tafs}) {
         require(block.isEmpty() || (block.begin() >= text.cbegin() && block.end() <= text.cend()));
     }
@@ -70,15 +70,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     store.Initialize(blocks.tafs.toString().toStdWString(), storekind::kTaf, false);
     const auto lines = std::count(metars.begin(), metars.end(), L'\n') + 1;
     const auto pieces = std::count(synops.begin(), synops.end(), L'=') + 1;
-    require(store.MetarCount() + store.FailedMetarStations().size()
+    require(store.metarCount() + store.failedMetarStations().size()
             <= static_cast<std::size_t>(lines));
-    require(store.SynopCount() + store.FailedSynopStations().size()
+    require(store.synopCount() + store.failedSynopStations().size()
             <= static_cast<std::size_t>(pieces));
     checkSearch(store, aviation::Position(10.0, 8.0));
     checkSearch(store, aviation::Position(26.0, -30.0));
-    const std::size_t before = store.SynopCount();
-    const int deleted = store.DeleteOldSynops(25200);
-    require(before == store.SynopCount() + static_cast<std::size_t>(deleted));
+    const std::size_t before = store.synopCount();
+    const int deleted = store.deleteOldSynops(25200);
+    require(before == store.synopCount() + static_cast<std::size_t>(deleted));
     Synop synop;
     store.SearchSynop(aviation::Position(50.0, 8.0), synop);
     return 0;

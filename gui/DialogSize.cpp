@@ -4,7 +4,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 
-void ResizeToScreen(QDialog& dialog, const QSize& wanted)
+void resizeToScreen(QDialog& dialog, const QSize& wanted)
 {
     constexpr int kFrame = 40; // title bar and borders of the window
     const QScreen* screen =

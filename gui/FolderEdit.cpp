@@ -13,13 +13,13 @@
 
 namespace {
 
-bool IsTemplate(const QString& path)
+bool isTemplate(const QString& path)
 {
     return path.contains(QLatin1Char('{'));
 }
 
 /// The nearest part of the path that exists.
-QFileInfo ExistingPart(const QString& path)
+QFileInfo existingPart(const QString& path)
 {
     QFileInfo part(QDir::cleanPath(path));
     while (!part.exists() && part.absolutePath() != part.absoluteFilePath()) {
@@ -74,7 +74,7 @@ QString FolderEdit::problem() const
     if (path.isEmpty()) {
         return m_rule == Rule::Creatable ? tr("A folder is needed here.") : QString();
     }
-    if (IsTemplate(path)) {
+    if (isTemplate(path)) {
         return QString();
     }
     const QFileInfo info(path);
@@ -84,7 +84,7 @@ QString FolderEdit::problem() const
     if (info.isRelative()) {
         return tr("Give the whole path of the folder.");
     }
-    const QFileInfo part = ExistingPart(path);
+    const QFileInfo part = existingPart(path);
     const bool usable = part.isDir() && part.isWritable();
     return usable ? QString() : tr("This folder can not be written to.");
 }
@@ -102,7 +102,7 @@ void FolderEdit::onTextChanged()
 
 void FolderEdit::browse()
 {
-    const QString start = ExistingPart(folder()).absoluteFilePath();
+    const QString start = existingPart(folder()).absoluteFilePath();
     const QString chosen = QFileDialog::getExistingDirectory(this, accessibleName(), start);
     if (!chosen.isEmpty()) {
         m_edit->setText(chosen);

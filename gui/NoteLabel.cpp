@@ -8,7 +8,7 @@
 
 namespace {
 
-Icons::Name SignOf(NoteLabel::Kind kind)
+Icons::Name signOf(NoteLabel::Kind kind)
 {
     switch (kind) {
     case NoteLabel::Kind::Good:
@@ -46,7 +46,7 @@ void NoteLabel::setNote(Kind kind, const QString& text)
     m_text->setText(text);
     m_text->setAccessibleName(text);
     const int edge = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    m_sign->setPixmap(Icons::appPixmap(SignOf(kind), QSize(edge, edge), devicePixelRatioF()));
+    m_sign->setPixmap(Icons::appPixmap(signOf(kind), QSize(edge, edge), devicePixelRatioF()));
     setVisible(!text.isEmpty());
 }
 

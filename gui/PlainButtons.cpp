@@ -5,7 +5,7 @@
 #include <QDialogButtonBox>
 #include <QIcon>
 
-void UsePlainButtons(QDialog& dialog)
+void usePlainButtons(QDialog& dialog)
 {
     for (const QDialogButtonBox* box : dialog.findChildren<QDialogButtonBox*>()) {
         for (QAbstractButton* button : box->buttons()) {

@@ -5,7 +5,7 @@
 
 namespace textfonts {
 
-QFont Fixed()
+QFont fixed()
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     if (!QFontInfo(font).fixedPitch()) {
@@ -15,7 +15,7 @@ QFont Fixed()
     return font;
 }
 
-QFont Bold(QFont font)
+QFont bold(QFont font)
 {
     font.setBold(true);
     return font;

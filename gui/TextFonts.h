@@ -6,8 +6,8 @@
 namespace textfonts {
 
 /// Letters of equal width, for reports.
-QFont Fixed();
+QFont fixed();
 /// `font` in bold, for headings.
-QFont Bold(QFont font);
+QFont bold(QFont font);
 
 } // namespace textfonts

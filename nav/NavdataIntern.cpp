@@ -25,7 +25,7 @@ bool NavdataIntern::readAirports(const QString& file)
         return false;
     }
     Q_EMIT sigProgressBar(0, table.size(), title);
-    Airports = ReadAirportTable(table.readAll());
+    Airports = readAirportTable(table.readAll());
     Q_EMIT sigProgressBar(0, 0, title);
     Q_EMIT sigDebugString(QStringLiteral("(NavData) - Airports: %1").arg(Airports.size()),
                           loglevel::kNotification);

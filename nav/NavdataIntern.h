@@ -9,7 +9,7 @@ class NavdataIntern final : public NavdataBase
 {
     Q_OBJECT
 public:
-    /// `tableFile`: rows as ReadAirportTable wants them.
+    /// `tableFile`: rows as readAirportTable wants them.
     explicit NavdataIntern(const QString& tableFile = QStringLiteral(":/files/airports"),
                            QObject* parent = nullptr);
 

@@ -123,7 +123,7 @@ void AircraftDatagrams::readOne()
 
 void AircraftDatagrams::take(const QByteArray& bytes)
 {
-    const BridgeDatagram datagram = ParseDatagram(bytes);
+    const BridgeDatagram datagram = parseDatagram(bytes);
     if (!datagram.hasAircraft) {
         logOnce(m_badLogged,
                 QStringLiteral("(Controller) - UDP datagram without aircraft data dropped; the "

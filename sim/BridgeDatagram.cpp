@@ -8,12 +8,12 @@ bool BridgeDatagram::isAircraftAnswer() const
     return hasAircraft && command == bridgecommand::kAnswer && id == bridgemessage::kAircraftData;
 }
 
-BridgeDatagram ParseDatagram(const QByteArray& datagram)
+BridgeDatagram parseDatagram(const QByteArray& datagram)
 {
     BridgeDatagram result;
     FsMessage message;
     const int end = datagram.indexOf('\0');
-    if (!ParseFrame(end < 0 ? datagram : datagram.left(end), message)) {
+    if (!parseFrame(end < 0 ? datagram : datagram.left(end), message)) {
         return result;
     }
     result.command = message.command;
@@ -23,8 +23,8 @@ BridgeDatagram ParseDatagram(const QByteArray& datagram)
                                      && message.id == bridgemessage::kAircraftData);
     if (carriesAircraft && message.data.count(':') + 1 >= bridgetext::kAircraftFields) {
         result.hasAircraft = true;
-        result.aircraft = bridgetext::AircraftFromText(message.data, &result.fault);
-        FillMaximumWeights(result.aircraft);
+        result.aircraft = bridgetext::aircraftFromText(message.data, &result.fault);
+        fillMaximumWeights(result.aircraft);
     }
     return result;
 }
@@ -40,7 +40,7 @@ std::uint16_t portFromText(const QString& text)
     return digitsOnly ? text.toUShort() : std::uint16_t{0};
 }
 
-void FillMaximumWeights(aviation::structs::AircraftData& aircraft)
+void fillMaximumWeights(aviation::structs::AircraftData& aircraft)
 {
     if (aircraft.maxGrossWeight <= 0.0F) {
         return;

@@ -22,10 +22,10 @@ struct BridgeDatagram
 
 /// Reads the bytes up to the first zero as one message. Takes any bytes; what isn't a message has
 /// command and id 0. An aircraft is only in a READ or an answer with an aircraft text.
-BridgeDatagram ParseDatagram(const QByteArray& datagram);
+BridgeDatagram parseDatagram(const QByteArray& datagram);
 
 /// The port of the stream, in decimal digits, 1 to 65535; 0 for anything else.
 std::uint16_t portFromText(const QString& text);
 
 /// A bridge names the gross weight only: it stands for the other maximum weights that are missing.
-void FillMaximumWeights(aviation::structs::AircraftData& aircraft);
+void fillMaximumWeights(aviation::structs::AircraftData& aircraft);

@@ -14,7 +14,7 @@ namespace {
 constexpr int kLongestName = 256; // characters; names go into windows and logs
 
 /// What a conversion starts with: blanks and a plus sign are skipped.
-std::string_view NumberStart(const QByteArray& text)
+std::string_view numberStart(const QByteArray& text)
 {
     constexpr std::string_view kBlanks = " \t\n\v\f\r";
     std::string_view number(text.constData(), static_cast<std::size_t>(text.size()));
@@ -24,9 +24,9 @@ std::string_view NumberStart(const QByteArray& text)
 }
 
 template <typename T>
-bool Convert(const QByteArray& text, T& value)
+bool convert(const QByteArray& text, T& value)
 {
-    const std::string_view number = NumberStart(text);
+    const std::string_view number = numberStart(text);
     return std::from_chars(number.data(), number.data() + number.size(), value).ec == std::errc();
 }
 
@@ -81,7 +81,7 @@ bool Fields::integer(int index, std::int64_t& value)
     if (!valueOf(index, text)) {
         return false;
     }
-    if (!Convert(text, value)) {
+    if (!convert(text, value)) {
         fail(index, "not a number");
         return false;
     }
@@ -130,7 +130,7 @@ void Fields::read(int index, double& value)
     }
     double number = 0.0;
     // No value on the wire is larger than what its record holds.
-    if (!Convert(text, number) || !std::isfinite(number)
+    if (!convert(text, number) || !std::isfinite(number)
         || std::abs(number) > static_cast<double>(std::numeric_limits<float>::max()))
     {
         return fail(index, "not a number");

@@ -19,31 +19,31 @@ constexpr int kLongNumberLength = 8;
 constexpr int kShortestFrame = 15; // up to half of the length field
 
 /// The number in a field, which a short block may cut.
-std::int32_t NumberAt(const QByteArray& block, int at, int length)
+std::int32_t numberAt(const QByteArray& block, int at, int length)
 {
     const QByteArray digits = block.mid(at, length);
-    return aviation::IntegerFromText(aviation::Widen(
+    return aviation::integerFromText(aviation::widen(
         std::string_view(digits.constData(), static_cast<std::size_t>(digits.size()))));
 }
 
-std::uint8_t ByteAt(const QByteArray& block, int at)
+std::uint8_t byteAt(const QByteArray& block, int at)
 {
-    const std::int32_t number = NumberAt(block, at, kShortNumberLength);
+    const std::int32_t number = numberAt(block, at, kShortNumberLength);
     const bool fits = number >= 0 && number <= std::numeric_limits<std::uint8_t>::max();
     return fits ? static_cast<std::uint8_t>(number) : std::uint8_t{0};
 }
 
 } // namespace
 
-QByteArray FrameBytes(std::uint8_t command, std::uint8_t id, const QByteArray& data)
+QByteArray frameBytes(std::uint8_t command, std::uint8_t id, const QByteArray& data)
 {
-    const std::string header = kFrameMark + aviation::IntegerText(command, kShortNumberLength) + ";"
-                               + aviation::IntegerText(id, kShortNumberLength) + ";"
-                               + aviation::IntegerText(data.size(), kLongNumberLength) + ";";
+    const std::string header = kFrameMark + aviation::integerText(command, kShortNumberLength) + ";"
+                               + aviation::integerText(id, kShortNumberLength) + ";"
+                               + aviation::integerText(data.size(), kLongNumberLength) + ";";
     return QByteArray::fromStdString(header) + data;
 }
 
-bool ParseFrame(const QByteArray& block, FsMessage& message)
+bool parseFrame(const QByteArray& block, FsMessage& message)
 {
     if (block.size() < kShortestFrame || block.at(0) != kFrameMark) {
         message = FsMessage();
@@ -52,14 +52,14 @@ bool ParseFrame(const QByteArray& block, FsMessage& message)
     if (block.size() > kShortestFrame && block.size() < kFrameHeaderLength) {
         return false;
     }
-    message.command = ByteAt(block, kCommandAt);
-    message.id = ByteAt(block, kIdAt);
-    message.dataLength = NumberAt(block, kLengthAt, kLongNumberLength);
+    message.command = byteAt(block, kCommandAt);
+    message.id = byteAt(block, kIdAt);
+    message.dataLength = numberAt(block, kLengthAt, kLongNumberLength);
     message.data = block.mid(kFrameHeaderLength);
     return true;
 }
 
-FrameProgress ProgressOf(const QByteArray& block)
+FrameProgress progressOf(const QByteArray& block)
 {
     if (block.isEmpty()) {
         return FrameProgress::Partial;
@@ -70,7 +70,7 @@ FrameProgress ProgressOf(const QByteArray& block)
     if (block.size() < kFrameHeaderLength) {
         return FrameProgress::Partial;
     }
-    const std::int32_t length = NumberAt(block, kLengthAt, kLongNumberLength);
+    const std::int32_t length = numberAt(block, kLengthAt, kLongNumberLength);
     if (length > kLongestFrameData) {
         return FrameProgress::TooLong;
     }
@@ -78,7 +78,7 @@ FrameProgress ProgressOf(const QByteArray& block)
                                                       : FrameProgress::Complete;
 }
 
-const char* CommandName(int command)
+const char* commandName(int command)
 {
     static constexpr std::array<const char*, 10> kNames{"NCMD", "HELO",    "COFS", "FSST", "READ",
                                                         "WRIT", "REQUEST", "ANSW", "NCMD", "QUIT"};

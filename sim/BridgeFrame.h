@@ -60,13 +60,13 @@ inline constexpr int kFrameHeaderLength = 20;
 inline constexpr int kLongestFrameData = 64 * 1024 * 1024;
 
 /// "@%04i;%04i;%08i;" of command, id and the data's size, followed by the data.
-QByteArray FrameBytes(std::uint8_t command, std::uint8_t id, const QByteArray& data);
+QByteArray frameBytes(std::uint8_t command, std::uint8_t id, const QByteArray& data);
 
 /// Reads a block as one frame; the data is all behind the header, whatever length it announces. A
 /// block that is too short or doesn't begin with "@" gives an empty message, a number that doesn't
 /// fit its field 0. False for a block of 16 to 19 bytes, a header that broke off: it can't be read,
 /// and `message` stays as it was.
-bool ParseFrame(const QByteArray& block, FsMessage& message);
+bool parseFrame(const QByteArray& block, FsMessage& message);
 
 /// What the beginning of a block says of its size.
 enum class FrameProgress
@@ -75,7 +75,7 @@ enum class FrameProgress
     Complete, ///< a whole frame, or no frame at all
     TooLong   ///< announces more than kLongestFrameData
 };
-FrameProgress ProgressOf(const QByteArray& block);
+FrameProgress progressOf(const QByteArray& block);
 
 /// "HELO" and so on; "NCMD" for 0 and any number without a name.
-const char* CommandName(int command);
+const char* commandName(int command);

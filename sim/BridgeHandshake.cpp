@@ -15,7 +15,7 @@ QString textOf(const QByteArray& utf8)
 
 double numberOf(const QByteArray& text)
 {
-    return aviation::NumberFromText(textOf(text).toStdWString());
+    return aviation::numberFromText(textOf(text).toStdWString());
 }
 
 /// The value of "key=value"; nothing without a "=".
@@ -28,7 +28,7 @@ std::optional<QString> valueOf(const QByteArray& part)
 std::optional<int> numberValueOf(const QByteArray& part)
 {
     const std::optional<QString> text = valueOf(part);
-    return text ? std::optional(aviation::IntegerFromText(text->toStdWString())) : std::nullopt;
+    return text ? std::optional(aviation::integerFromText(text->toStdWString())) : std::nullopt;
 }
 
 /// Five parts, of which the first isn't read; with another number of them nothing is known.

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kSliceMs = 50;
 
-QString ErrorMessage(QAbstractSocket::SocketError error, const QString& socketText)
+QString errorMessage(QAbstractSocket::SocketError error, const QString& socketText)
 {
     switch (error) {
     case QAbstractSocket::HostNotFoundError:
@@ -41,12 +41,12 @@ QString ErrorMessage(QAbstractSocket::SocketError error, const QString& socketTe
 
 WaitBudget::WaitBudget(int milliseconds)
     : m_total(milliseconds)
-    , m_start(aviation::Clock::Current().MonotonicMs())
+    , m_start(aviation::Clock::current().MonotonicMs())
 {}
 
 int WaitBudget::left() const
 {
-    const std::int64_t elapsed = aviation::Clock::Current().MonotonicMs() - m_start;
+    const std::int64_t elapsed = aviation::Clock::current().MonotonicMs() - m_start;
     const std::int64_t spentMs = std::max<std::int64_t>(elapsed, m_counted);
     return m_total - static_cast<int>(std::min<std::int64_t>(spentMs, m_total));
 }
@@ -120,7 +120,7 @@ void BridgeSocket::onError(QAbstractSocket::SocketError error)
     // server that closes isn't reported: the next job says what it means.
     if (error != QAbstractSocket::SocketTimeoutError
         && error != QAbstractSocket::RemoteHostClosedError) {
-        say(ErrorMessage(error, m_socket->errorString()));
+        say(errorMessage(error, m_socket->errorString()));
     }
 }
 
@@ -134,7 +134,7 @@ void BridgeSocket::say(const QString& text)
 
 void BridgeSocket::sayTimeout()
 {
-    say(ErrorMessage(QAbstractSocket::SocketTimeoutError, QString()));
+    say(errorMessage(QAbstractSocket::SocketTimeoutError, QString()));
 }
 
 bool BridgeSocket::waitForData(WaitBudget& budget)
@@ -200,7 +200,7 @@ int BridgeSocket::send(std::uint8_t command, std::uint8_t id, const QByteArray& 
         return 0;
     }
     dropStaleReply();
-    const QByteArray frame = FrameBytes(command, id, data);
+    const QByteArray frame = frameBytes(command, id, data);
     m_log(QStringLiteral("(Client) - write message: ") + outsidetext::forLog(frame),
           loglevel::kDebug);
     if (!isOpen() || m_socket->write(frame) != frame.size() || !waitWritten()) {
@@ -219,16 +219,16 @@ BridgeSocket::Reply BridgeSocket::ReadReply()
     }
     QByteArray block;
     WaitBudget budget(m_timeouts.reply);
-    while (ProgressOf(block) == FrameProgress::Partial && waitForData(budget)) {
+    while (progressOf(block) == FrameProgress::Partial && waitForData(budget)) {
         block += m_socket->read(kReadBufferBytes);
     }
     if (block.isEmpty()) {
         return reply;
     }
     reply.length = block.size();
-    const bool whole = ProgressOf(block) == FrameProgress::Complete
+    const bool whole = progressOf(block) == FrameProgress::Complete
                        || block.size() < kFrameHeaderLength; // the parser decides on these
-    const bool readable = whole && ParseFrame(block, reply.message);
+    const bool readable = whole && parseFrame(block, reply.message);
     reply.outcome = readable ? Outcome::Message : Outcome::Unreadable;
     if (readable) {
         m_said.clear();

@@ -14,9 +14,9 @@ constexpr int kHeaderFields = 3;
 /// So many bytes that are no frame end the search for one.
 constexpr int kMostNoise = 64 * 1024;
 
-std::int32_t FieldNumber(const QByteArray& field)
+std::int32_t fieldNumber(const QByteArray& field)
 {
-    return aviation::IntegerFromText(QString::fromLatin1(field).toStdWString());
+    return aviation::integerFromText(QString::fromLatin1(field).toStdWString());
 }
 
 } // namespace
@@ -79,7 +79,7 @@ bool BridgeSocket::readStreamData(int length, QByteArray& output)
             break;
         }
         if (m_socket->bytesAvailable() < missing && m_socket->bytesAvailable() < kReadBufferBytes) {
-            aviation::Clock::Current().SleepMs(kPauseMs);
+            aviation::Clock::current().SleepMs(kPauseMs);
         }
     }
     m_log(QStringLiteral("(ServerThread) - Message not complete."), loglevel::kError);
@@ -93,7 +93,7 @@ int BridgeSocket::ReceiveStream(QByteArray& output)
         return output.size();
     }
     const QList<QByteArray> fields = header.split(';');
-    const std::int32_t length = FieldNumber(fields[2]);
+    const std::int32_t length = fieldNumber(fields[2]);
     if (length < 0 || length > kLongestFrameData) {
         m_log(QStringLiteral("(ServerThread) - Wrong Message: %1").arg(outsidetext::forLog(header)),
               loglevel::kError);
@@ -104,8 +104,8 @@ int BridgeSocket::ReceiveStream(QByteArray& output)
         // The text has "%12" where "%1" was meant, and is kept: the name and the number change
         // their places.
         m_log(QStringLiteral("(ServerThread) - Data in Command: %12 MsgId: %2")
-                  .arg(QString::fromLatin1(CommandName(FieldNumber(fields[0]))))
-                  .arg(FieldNumber(fields[1])),
+                  .arg(QString::fromLatin1(commandName(fieldNumber(fields[0]))))
+                  .arg(fieldNumber(fields[1])),
               loglevel::kDebug);
     }
     return output.size();

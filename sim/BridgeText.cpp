@@ -60,34 +60,34 @@ constexpr std::array<std::string_view, 4> kStationKeys{
 constexpr std::array<std::string_view, 3> kWindKeys{"Dir=", "Speed=", "Gust="};
 constexpr std::array<std::string_view, 1> kBareNumber{""};
 
-QByteArray Fixed(double value)
+QByteArray fixed(double value)
 {
     constexpr int kDigits = 6;
     return QByteArray::fromStdString(
-        aviation::FixedText(std::isfinite(value) ? value : 0.0, kDigits));
+        aviation::fixedText(std::isfinite(value) ? value : 0.0, kDigits));
 }
 
 /// A name can't end its field on the wire.
-QByteArray WireName(const std::wstring& name)
+QByteArray wireName(const std::wstring& name)
 {
     QByteArray text = QString::fromStdWString(name).toUtf8();
     return text.replace(kFieldMark, ' ').replace(kPartMark, ' ');
 }
 
 /// As many entries as the text announces and has.
-int EntryCount(std::int32_t announced, const Fields& fields, int heads)
+int entryCount(std::int32_t announced, const Fields& fields, int heads)
 {
     return std::clamp(announced, 0, std::max(0, fields.count() - heads));
 }
 
-void Report(const Fields& fields, const char* where, QString* fault)
+void reportFault(const Fields& fields, const char* where, QString* fault)
 {
     if (fields.failed() && fault != nullptr) {
         *fault = QString::fromLatin1(where) + fields.fault();
     }
 }
 
-void ReadMovement(Fields& fields, AircraftData& data)
+void readMovement(Fields& fields, AircraftData& data)
 {
     double latitude = 0.0;
     double longitude = 0.0;
@@ -109,7 +109,7 @@ void ReadMovement(Fields& fields, AircraftData& data)
     }
 }
 
-void ReadState(Fields& fields, AircraftData& data)
+void readState(Fields& fields, AircraftData& data)
 {
     fields.read(12, data.onGround);
     fields.read(13, data.engineOff);
@@ -118,7 +118,7 @@ void ReadState(Fields& fields, AircraftData& data)
     fields.read(16, data.parkingBrake);
 }
 
-void ReadDetail(Fields& fields, AircraftData& data)
+void readDetail(Fields& fields, AircraftData& data)
 {
     fields.read(17, data.name);
     fields.read(18, data.registration);
@@ -133,7 +133,7 @@ void ReadDetail(Fields& fields, AircraftData& data)
     fields.read(27, data.temperature);
 }
 
-bool ReadTank(const QByteArray& text, Fields& owner, FuelTank& tank)
+bool readTank(const QByteArray& text, Fields& owner, FuelTank& tank)
 {
     Fields parts(text, kPartMark, kTankKeys);
     parts.require(4);
@@ -144,7 +144,7 @@ bool ReadTank(const QByteArray& text, Fields& owner, FuelTank& tank)
     return owner.take(parts);
 }
 
-bool ReadStation(const QByteArray& text, Fields& owner, AircraftPayloadStation& station)
+bool readStation(const QByteArray& text, Fields& owner, AircraftPayloadStation& station)
 {
     Fields parts(text, kPartMark, kStationKeys);
     parts.require(4);
@@ -185,32 +185,32 @@ constexpr auto kRadioKeys = [] {
 
 } // namespace
 
-AircraftData AircraftFromText(const QByteArray& text, QString* fault)
+AircraftData aircraftFromText(const QByteArray& text, QString* fault)
 {
     AircraftData data;
     Fields fields(text, kFieldMark, kAircraftKeys);
     if (fields.count() < kAircraftFields) {
         return data;
     }
-    ReadMovement(fields, data);
-    ReadState(fields, data);
-    ReadDetail(fields, data);
-    Report(fields, "\nError in CAIRCRAFT::FromString - ", fault);
+    readMovement(fields, data);
+    readState(fields, data);
+    readDetail(fields, data);
+    reportFault(fields, "\nError in CAIRCRAFT::FromString - ", fault);
     return data;
 }
 
-QByteArray FuelText(const AircraftFuel& fuel)
+QByteArray fuelText(const AircraftFuel& fuel)
 {
     QByteArray text = "NumOfStation=" + QByteArray::number(static_cast<int>(fuel.tanks.size()))
-                      + ":FuelWeight=" + Fixed(fuel.fuelWeight);
+                      + ":FuelWeight=" + fixed(fuel.fuelWeight);
     for (const FuelTank& tank : fuel.tanks) {
-        text += ":StationID=" + QByteArray::number(tank.id) + "|Name=" + WireName(tank.name)
-                + "|Capacity=" + Fixed(tank.capacity) + "|Level=" + Fixed(tank.level);
+        text += ":StationID=" + QByteArray::number(tank.id) + "|Name=" + wireName(tank.name)
+                + "|Capacity=" + fixed(tank.capacity) + "|Level=" + fixed(tank.level);
     }
     return text;
 }
 
-AircraftFuel FuelFromText(const QByteArray& text, QString* fault)
+AircraftFuel fuelFromText(const QByteArray& text, QString* fault)
 {
     constexpr int kHeads = 2;
     AircraftFuel fuel;
@@ -218,50 +218,50 @@ AircraftFuel FuelFromText(const QByteArray& text, QString* fault)
     std::int32_t announced = 0;
     fields.read(0, announced);
     fields.read(1, fuel.fuelWeight);
-    const int count = fields.failed() ? 0 : EntryCount(announced, fields, kHeads);
+    const int count = fields.failed() ? 0 : entryCount(announced, fields, kHeads);
     for (int i = 0; i < count && !fields.failed(); ++i) {
         FuelTank tank;
-        if (ReadTank(fields.at(kHeads + i), fields, tank)) {
+        if (readTank(fields.at(kHeads + i), fields, tank)) {
             fuel.tanks.push_back(tank);
         }
     }
-    Report(fields, "\nError in Fuel::FromString - ", fault);
+    reportFault(fields, "\nError in Fuel::FromString - ", fault);
     return fuel;
 }
 
-QByteArray PayloadText(const AircraftPayload& payload)
+QByteArray payloadText(const AircraftPayload& payload)
 {
     QByteArray text =
         "NumOfStation=" + QByteArray::number(static_cast<int>(payload.stations.size()));
     for (const AircraftPayloadStation& station : payload.stations) {
-        text += ":StationName=" + WireName(station.name)
+        text += ":StationName=" + wireName(station.name)
                 + "|Type=" + QByteArray::number(station.type)
-                + "|MaxWeight=" + Fixed(static_cast<double>(station.maxWeight))
-                + "|Weight=" + Fixed(static_cast<double>(station.weight));
+                + "|MaxWeight=" + fixed(static_cast<double>(station.maxWeight))
+                + "|Weight=" + fixed(static_cast<double>(station.weight));
     }
     return text;
 }
 
-AircraftPayload PayloadFromText(const QByteArray& text, QString* fault)
+AircraftPayload payloadFromText(const QByteArray& text, QString* fault)
 {
     constexpr int kHeads = 1;
     AircraftPayload payload;
     Fields fields(text, kFieldMark, kPayloadKeys);
     std::int32_t announced = 0;
     fields.read(0, announced);
-    const int count = fields.failed() ? 0 : EntryCount(announced, fields, kHeads);
+    const int count = fields.failed() ? 0 : entryCount(announced, fields, kHeads);
     for (int i = 0; i < count && !fields.failed(); ++i) {
         AircraftPayloadStation station;
-        if (ReadStation(fields.at(kHeads + i), fields, station)) {
+        if (readStation(fields.at(kHeads + i), fields, station)) {
             payload.totalWeight += static_cast<double>(station.weight);
             payload.stations.push_back(station);
         }
     }
-    Report(fields, "\nError in Payload::FromString - ", fault);
+    reportFault(fields, "\nError in Payload::FromString - ", fault);
     return payload;
 }
 
-QByteArray RadioText(const RadioFrequencys& radios)
+QByteArray radioText(const RadioFrequencys& radios)
 {
     QByteArray text;
     for (const RadioField& field : kRadioFields) {
@@ -272,7 +272,7 @@ QByteArray RadioText(const RadioFrequencys& radios)
     return text;
 }
 
-RadioFrequencys RadioFromText(const QByteArray& text, QString* fault)
+RadioFrequencys radioFromText(const QByteArray& text, QString* fault)
 {
     RadioFrequencys radios;
     Fields fields(text, kFieldMark, kRadioKeys);
@@ -280,22 +280,22 @@ RadioFrequencys RadioFromText(const QByteArray& text, QString* fault)
     for (const RadioField& field : kRadioFields) {
         fields.read(index++, radios.*field.value);
     }
-    Report(fields, "\nError in Radio::FromString - ", fault);
+    reportFault(fields, "\nError in Radio::FromString - ", fault);
     return radios;
 }
 
-aviation::weather::Wind WindFromText(const QByteArray& text, QString* fault)
+aviation::weather::Wind windFromText(const QByteArray& text, QString* fault)
 {
     aviation::weather::Wind wind;
     Fields fields(text, kFieldMark, kWindKeys);
     fields.read(0, wind.Dir);
     fields.read(1, wind.Speed);
     fields.read(2, wind.Gust);
-    Report(fields, "\nError in Wind::ToWind - ", fault);
+    reportFault(fields, "\nError in Wind::ToWind - ", fault);
     return wind;
 }
 
-bool LongFromText(const QByteArray& text, qint64& value)
+bool longFromText(const QByteArray& text, qint64& value)
 {
     Fields fields(text, '\0', kBareNumber);
     fields.require(1);

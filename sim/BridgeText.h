@@ -19,27 +19,27 @@ inline constexpr int kAircraftFields = 17;
 
 /// A fresh record for a text of fewer than kAircraftFields fields. A place beyond 90 degrees of
 /// latitude or 360 of longitude is left unknown.
-aviation::structs::AircraftData AircraftFromText(const QByteArray& text, QString* fault = nullptr);
+aviation::structs::AircraftData aircraftFromText(const QByteArray& text, QString* fault = nullptr);
 
 /// "NumOfStation=%i:FuelWeight=%f" and ":StationID=%i|Name=%ls|Capacity=%f|Level=%f" a tank.
 /// Delimiters in a name become blanks.
-QByteArray FuelText(const aviation::structs::AircraftFuel& fuel);
-aviation::structs::AircraftFuel FuelFromText(const QByteArray& text, QString* fault = nullptr);
+QByteArray fuelText(const aviation::structs::AircraftFuel& fuel);
+aviation::structs::AircraftFuel fuelFromText(const QByteArray& text, QString* fault = nullptr);
 
 /// "NumOfStation=%i" and ":StationName=%S|Type=%i|MaxWeight=%f|Weight=%f" a station. Read, the
 /// total is the sum of the loads, and a type without a name is 0.
-QByteArray PayloadText(const aviation::structs::AircraftPayload& payload);
-aviation::structs::AircraftPayload PayloadFromText(const QByteArray& text,
+QByteArray payloadText(const aviation::structs::AircraftPayload& payload);
+aviation::structs::AircraftPayload payloadFromText(const QByteArray& text,
                                                    QString* fault = nullptr);
 
 /// "comm1active=%i:comm1standby=%i:...:adf=%i:transponder=%i".
-QByteArray RadioText(const aviation::structs::RadioFrequencys& radios);
-aviation::structs::RadioFrequencys RadioFromText(const QByteArray& text, QString* fault = nullptr);
+QByteArray radioText(const aviation::structs::RadioFrequencys& radios);
+aviation::structs::RadioFrequencys radioFromText(const QByteArray& text, QString* fault = nullptr);
 
-/// Reads aviation::weather::WindText.
-aviation::weather::Wind WindFromText(const QByteArray& text, QString* fault = nullptr);
+/// Reads aviation::weather::windText.
+aviation::weather::Wind windFromText(const QByteArray& text, QString* fault = nullptr);
 
 /// Decimal digits up to the first other character; false without any or beyond the range.
-bool LongFromText(const QByteArray& text, qint64& value);
+bool longFromText(const QByteArray& text, qint64& value);
 
 } // namespace bridgetext

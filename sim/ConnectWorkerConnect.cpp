@@ -10,13 +10,13 @@
 
 namespace {
 
-bool IsConnectedCode(int result)
+bool isConnectedCode(int result)
 {
     return result == simresult::kNone || result == simresult::kAlreadyConnected;
 }
 
 /// These simulators have SimConnect as well.
-bool HasSimConnect(aviation::FsId id)
+bool hasSimConnect(aviation::FsId id)
 {
     return id >= aviation::fsid::kFsx && id <= aviation::fsid::kPrepar3dV4;
 }
@@ -74,7 +74,7 @@ void ConnectWorker::detectInterface()
             Identity found = identity();
             m_interface->GetFsVersion(found.fsVersion, found.fsName);
             setIdentity(found);
-            if (HasSimConnect(found.fsVersion)) {
+            if (hasSimConnect(found.fsVersion)) {
                 tryBothInterfaces();
             }
         }
@@ -91,7 +91,7 @@ void ConnectWorker::tryBothInterfaces()
     m_interface->Disconnect();
     dropInterface();
     found.interfaceId = aviation::interfaceid::kFsuipcSimConnect;
-    if (!adopt(found.interfaceId) || !IsConnectedCode(m_interface->Connect())) {
+    if (!adopt(found.interfaceId) || !isConnectedCode(m_interface->Connect())) {
         if (m_interface) {
             dropInterface();
         }
@@ -104,7 +104,7 @@ void ConnectWorker::tryBothInterfaces()
 int ConnectWorker::connectObject()
 {
     const int result = m_interface->Connect();
-    m_connected = IsConnectedCode(result);
+    m_connected = isConnectedCode(result);
     if (m_connected) {
         readIdentity();
     } else if (result == simresult::kNotConnected) {

@@ -118,7 +118,7 @@ int ConnectWorker::requestServerConfig(Job& job)
         return simresult::kNotImplemented;
     }
     QByteArray contents;
-    const int result = bridge->RequestServerConfig(contents);
+    const int result = bridge->requestServerConfig(contents);
     if (result == simresult::kNone) {
         job.name = QString::fromUtf8(contents);
     }
@@ -132,7 +132,7 @@ int ConnectWorker::announceAddress(Job& job)
         return simresult::kNoInterface;
     }
     QString port;
-    const int result = bridge->AnnounceAddress(job.name, port);
+    const int result = bridge->announceAddress(job.name, port);
     if (result == simresult::kNone) {
         job.name = port;
     }

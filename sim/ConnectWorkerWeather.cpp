@@ -21,19 +21,19 @@ namespace {
 constexpr int kStationPauseMs = 100; // a stream of hundreds would flood the simulator
 constexpr int kStationNameLength = 4;
 
-bool HasSimConnect(int interfaceId)
+bool hasSimConnect(int interfaceId)
 {
     return interfaceId == interfaceid::kSimConnect || interfaceId == interfaceid::kFsuipcSimConnect;
 }
 
-int ClampedInt(std::int64_t value)
+int clampedInt(std::int64_t value)
 {
     return static_cast<int>(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(),
                                                      std::numeric_limits<int>::max()));
 }
 
 /// A number of a job's name; false for anything else.
-bool ReadNumber(const QString& text, double& number)
+bool readNumber(const QString& text, double& number)
 {
     bool readable = false;
     number = text.trimmed().toDouble(&readable);
@@ -93,8 +93,8 @@ int ConnectWorker::setTextBlock(const WaitingWeather& weather)
 int ConnectWorker::setObservations(const std::vector<QString>& metars)
 {
     auto* const simConnect = dynamic_cast<SimConnectOperations*>(m_interface.get());
-    if (HasSimConnect(interfaceType()) && simConnect != nullptr) {
-        simConnect->SetCustomWeatherMode();
+    if (hasSimConnect(interfaceType()) && simConnect != nullptr) {
+        simConnect->setCustomWeatherMode();
     }
     int result = simresult::kNone;
     for (std::size_t i = 0; i < metars.size() && !stopped(); ++i) {
@@ -135,7 +135,7 @@ int ConnectWorker::setRecords(const std::vector<NewWeather>& records)
     auto* const fsuipc = dynamic_cast<FsuipcOperations*>(m_interface.get());
     if (fsVersion() == fsid::kFs2004 && interfaceType() == interfaceid::kFsuipc
         && fsuipc != nullptr) {
-        fsuipc->WriteWeatherCommand(kRefreshCommand);
+        fsuipc->writeWeatherCommand(kRefreshCommand);
     }
     return result;
 }
@@ -189,7 +189,7 @@ int ConnectWorker::setWindAtAircraft(Job& job)
     const QStringList parts = job.name.split(QLatin1Char(':'));
     double direction = 0.0;
     double speed = 0.0;
-    if (parts.size() != 2 || !ReadNumber(parts[0], direction) || !ReadNumber(parts[1], speed)
+    if (parts.size() != 2 || !readNumber(parts[0], direction) || !readNumber(parts[1], speed)
         || direction < 0.0 || direction > kLargestDirection || speed < 0.0 || speed > kLargestSpeed)
     {
         return simresult::kWrongArguments;
@@ -275,7 +275,7 @@ int ConnectWorker::cloudMap(Job& job)
     constexpr double kLowerBearing = 225.0;
     auto* const simConnect = dynamic_cast<SimConnectOperations*>(m_interface.get());
     const QStringList parts = job.name.split(QLatin1Char(':'));
-    if (!HasSimConnect(interfaceType()) || simConnect == nullptr || parts.size() < 2) {
+    if (!hasSimConnect(interfaceType()) || simConnect == nullptr || parts.size() < 2) {
         return simresult::kNotImplemented;
     }
     const aviation::structs::AircraftData aircraft = aircraftData();
@@ -284,10 +284,10 @@ int ConnectWorker::cloudMap(Job& job)
     CloudArea area;
     area.lower = aircraft.position;
     area.lower.MoveBy(kLowerBearing, range);
-    area.lowerAltitude = ClampedInt(std::int64_t{aircraft.altitude} - tilt / 2);
+    area.lowerAltitude = clampedInt(std::int64_t{aircraft.altitude} - tilt / 2);
     area.upper = aircraft.position;
     area.upper.MoveBy(kUpperBearing, range);
-    area.upperAltitude = ClampedInt(std::int64_t{aircraft.altitude} + 2 + tilt);
+    area.upperAltitude = clampedInt(std::int64_t{aircraft.altitude} + 2 + tilt);
     std::vector<std::uint8_t> map = cloudState();
     const int result = simConnect->GetCloudState(area, map);
     if (result == simresult::kCloudReply) {

@@ -50,15 +50,15 @@ constexpr std::array kRadios{
 };
 
 /// The text with its zero, cut where it is too long.
-std::array<char, offset::kScreenTextBytes> ScreenText(const std::string& text)
+std::array<char, offset::kScreenTextBytes> screenText(const std::string& text)
 {
     std::array<char, offset::kScreenTextBytes> bytes{};
-    const std::string cut = simvalue::CutText(text, bytes.size() - 1);
+    const std::string cut = simvalue::cutText(text, bytes.size() - 1);
     std::copy(cut.begin(), cut.end(), bytes.begin());
     return bytes;
 }
 
-bool CanBeWritten(const aviation::weather::Wind& wind)
+bool canBeWritten(const aviation::weather::Wind& wind)
 {
     constexpr float kUnknown = -1.0F;
     constexpr float kLargestSpeed = 200.0F;
@@ -109,7 +109,7 @@ int FSInterfaceFSUIPC::Connect()
         return simresult::kNotConnected;
     }
     const std::uint32_t code = m_client.open();
-    m_connected = FsuipcClient::IsSuccess(code);
+    m_connected = FsuipcClient::isSuccess(code);
     if (!m_connected) {
         log(QStringLiteral("Connect FAILED, %1 : %2")
                 .arg(QString::number(code), FsuipcClient::ErrorText(code)),
@@ -134,7 +134,7 @@ int FSInterfaceFSUIPC::Disconnect()
 int FSInterfaceFSUIPC::process()
 {
     const std::uint32_t code = m_client.process();
-    if (FsuipcClient::IsSuccess(code)) {
+    if (FsuipcClient::isSuccess(code)) {
         return simresult::kNone;
     }
     if (code != m_loggedFault) {
@@ -148,10 +148,10 @@ int FSInterfaceFSUIPC::process()
 
 int FSInterfaceFSUIPC::ClearWeather()
 {
-    return WriteWeatherCommand(offset::kClearWeather);
+    return writeWeatherCommand(offset::kClearWeather);
 }
 
-int FSInterfaceFSUIPC::WriteWeatherCommand(std::uint16_t word)
+int FSInterfaceFSUIPC::writeWeatherCommand(std::uint16_t word)
 {
     m_client.write(offset::kWeather, word);
     return process();
@@ -177,7 +177,7 @@ int FSInterfaceFSUIPC::GetInterface(int& id, QString& name)
 int FSInterfaceFSUIPC::SendText(const std::string& text, int /*seconds*/)
 {
     constexpr std::int16_t kSeconds = 5;
-    m_client.write(offset::kScreenText, ScreenText(text));
+    m_client.write(offset::kScreenText, screenText(text));
     m_client.write(offset::kTextDuration, kSeconds);
     return process();
 }
@@ -215,15 +215,15 @@ int FSInterfaceFSUIPC::GetAircraftPayload(AircraftPayload& payload)
     constexpr auto kMost = static_cast<std::int32_t>(offset::kMostStations);
     std::vector<RawStation> raw(static_cast<std::size_t>(std::clamp(count, 0, kMost)));
     for (std::size_t n = 0; n < raw.size(); ++n) {
-        m_client.read(offset::StationName(n), raw[n].name);
-        m_client.read(offset::StationWeight(n), raw[n].weight);
+        m_client.read(offset::stationName(n), raw[n].name);
+        m_client.read(offset::stationWeight(n), raw[n].weight);
     }
     result = raw.empty() ? simresult::kNone : process();
     if (result == simresult::kNone) {
         payload.stations.clear();
         for (const RawStation& station : raw) {
-            payload.stations.emplace_back(simvalue::Text(station.name).toStdWString(),
-                                          simvalue::Single(station.weight), 0.0F, 0);
+            payload.stations.emplace_back(simvalue::textOf(station.name).toStdWString(),
+                                          simvalue::singleOf(station.weight), 0.0F, 0);
         }
     }
     return result;
@@ -236,7 +236,7 @@ int FSInterfaceFSUIPC::SetAircraftPayload(const AircraftPayload& payload)
     for (std::size_t n = 0; n < count && result == simresult::kNone; ++n) {
         const AircraftPayloadStation& station = payload.stations[n];
         if (station.weight != 0.0F) {
-            m_client.write(offset::StationWeight(n), static_cast<double>(station.weight));
+            m_client.write(offset::stationWeight(n), static_cast<double>(station.weight));
             result = process();
         }
     }
@@ -259,7 +259,7 @@ int FSInterfaceFSUIPC::readTank(std::size_t index, AircraftFuel& fuel)
     fuel.fuelWeight = weight / 256.0;
     if (capacity > 0) {
         const auto id = static_cast<std::int32_t>(index) + 1;
-        fuel.tanks.push_back({aviation::structs::FuelTankName(id), id, level * kPercent / kFullTank,
+        fuel.tanks.push_back({aviation::structs::fuelTankName(id), id, level * kPercent / kFullTank,
                               static_cast<double>(capacity)});
     }
     return result;
@@ -285,7 +285,7 @@ int FSInterfaceFSUIPC::SetAircraftFuel(const AircraftFuel& fuel)
             continue;
         }
         m_client.write(offset::kTanks[static_cast<std::size_t>(tank.id) - 1].level,
-                       simvalue::Truncated(tank.level / kPercent * kFullTank));
+                       simvalue::truncated(tank.level / kPercent * kFullTank));
         const int result = process();
         if (result != simresult::kNone) {
             return result;
@@ -318,7 +318,7 @@ int FSInterfaceFSUIPC::awaitWeatherCount()
     constexpr int kPauseMs = 50;
     for (int read = 0; read < kReads && !m_stop.raised(); ++read) {
         if (read > 0) {
-            aviation::Clock::Current().SleepMs(kPauseMs);
+            aviation::Clock::current().SleepMs(kPauseMs);
         }
         std::uint32_t count = m_weatherCount;
         m_client.read(offset::kWeatherCounter, count);
@@ -336,7 +336,7 @@ int FSInterfaceFSUIPC::awaitWeatherCount()
 
 int FSInterfaceFSUIPC::SetWindAtAircraft(const aviation::weather::Wind& wind)
 {
-    if (!CanBeWritten(wind)) {
+    if (!canBeWritten(wind)) {
         return simresult::kNone;
     }
     m_client.write(offset::kWindDirection, static_cast<double>(wind.Dir));
@@ -350,7 +350,7 @@ int FSInterfaceFSUIPC::GetWeatherAt(QString& observation, double /*latitude*/, d
     m_client.read(offset::kObservation, text);
     const int result = process();
     if (result == simresult::kNone) {
-        observation = simvalue::Text(text);
+        observation = simvalue::textOf(text);
     }
     return result;
 }
@@ -363,7 +363,7 @@ int FSInterfaceFSUIPC::GetRadioFrequencys(RadioFrequencys& radios)
     }
     const int result = process();
     for (std::size_t i = 0; i < words.size() && result == simresult::kNone; ++i) {
-        const int number = fsuipcvalue::FromBcd(words[i]) + kRadios[i].leadingOne;
+        const int number = fsuipcvalue::fromBcd(words[i]) + kRadios[i].leadingOne;
         radios.*kRadios[i].value = static_cast<std::uint16_t>(number);
     }
     return result;
@@ -373,7 +373,7 @@ int FSInterfaceFSUIPC::SetRadioFrequencys(const RadioFrequencys& radios)
 {
     for (const Radio& radio : kRadios) {
         const int number = std::max(radios.*radio.value - radio.leadingOne, 0);
-        m_client.write(radio.offset, fsuipcvalue::ToBcd(static_cast<std::uint16_t>(number)));
+        m_client.write(radio.offset, fsuipcvalue::toBcd(static_cast<std::uint16_t>(number)));
     }
     return process();
 }

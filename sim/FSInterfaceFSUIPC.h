@@ -45,7 +45,7 @@ public:
     int GetRadioFrequencys(aviation::structs::RadioFrequencys& radios) override;
     int SetRadioFrequencys(const aviation::structs::RadioFrequencys& radios) override;
 
-    int WriteWeatherCommand(std::uint16_t word) override;
+    int writeWeatherCommand(std::uint16_t word) override;
 
 private:
     bool load();

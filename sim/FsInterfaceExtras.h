@@ -25,10 +25,10 @@ public:
     /// Carries a file of this computer over to the server.
     virtual int SendWeatherFile(const std::string& path) = 0;
     /// The server's configuration file, as its reply gave it.
-    virtual int RequestServerConfig(QByteArray& contents) = 0;
+    virtual int requestServerConfig(QByteArray& contents) = 0;
     /// Tells the server this computer's address; it answers with the UDP port, a decimal text, to
     /// which it will push aircraft data.
-    virtual int AnnounceAddress(const QString& address, QString& port) = 0;
+    virtual int announceAddress(const QString& address, QString& port) = 0;
 };
 
 /// A box of air, altitudes in feet.
@@ -50,7 +50,7 @@ public:
     virtual ~SimConnectOperations() = default;
 
     /// Lets the simulator take observations instead of a theme; before the first of a series.
-    virtual int SetCustomWeatherMode() = 0;
+    virtual int setCustomWeatherMode() = 0;
     /// simresult::kCloudReply with a map of the clouds in the area.
     virtual int GetCloudState(const CloudArea& area, std::vector<std::uint8_t>& map) = 0;
 };
@@ -65,5 +65,5 @@ public:
     virtual ~FsuipcOperations() = default;
 
     /// Writes the weather command word.
-    virtual int WriteWeatherCommand(std::uint16_t word) = 0;
+    virtual int writeWeatherCommand(std::uint16_t word) = 0;
 };

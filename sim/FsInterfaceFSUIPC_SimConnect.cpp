@@ -2,12 +2,12 @@
 
 namespace {
 
-bool IsConnectedCode(int result)
+bool isConnectedCode(int result)
 {
     return result == simresult::kNone || result == simresult::kAlreadyConnected;
 }
 
-int FailedIfPositive(int result)
+int failedIfPositive(int result)
 {
     return result > 0 ? simresult::kCallFailed : result;
 }
@@ -33,10 +33,10 @@ int FsInterfaceFSUIPC_SimConnect::Connect()
     m_connected = false;
     const int fsuipc = m_fsuipc.Connect();
     const int simConnect = m_simConnect.Connect();
-    if (!IsConnectedCode(fsuipc)) {
+    if (!isConnectedCode(fsuipc)) {
         return fsuipc;
     }
-    if (!IsConnectedCode(simConnect)) {
+    if (!isConnectedCode(simConnect)) {
         return simresult::kNotConnected;
     }
     m_connected = true;
@@ -117,7 +117,7 @@ int FsInterfaceFSUIPC_SimConnect::SetWeatherRecord(const NewWeather& record)
 
 int FsInterfaceFSUIPC_SimConnect::SetWeatherTheme(const std::string& name)
 {
-    return FailedIfPositive(m_simConnect.SetWeatherTheme(name));
+    return failedIfPositive(m_simConnect.SetWeatherTheme(name));
 }
 
 int FsInterfaceFSUIPC_SimConnect::SetWindAtAircraft(const aviation::weather::Wind& wind)
@@ -128,7 +128,7 @@ int FsInterfaceFSUIPC_SimConnect::SetWindAtAircraft(const aviation::weather::Win
 int FsInterfaceFSUIPC_SimConnect::GetWeatherAt(QString& observation, double latitude,
                                                double longitude)
 {
-    return FailedIfPositive(m_simConnect.GetWeatherAt(observation, latitude, longitude));
+    return failedIfPositive(m_simConnect.GetWeatherAt(observation, latitude, longitude));
 }
 
 int FsInterfaceFSUIPC_SimConnect::CreateStation(const std::string& icao, const std::string& name,
@@ -153,9 +153,9 @@ int FsInterfaceFSUIPC_SimConnect::LoadFlightPlan(const QString& path)
     return m_simConnect.LoadFlightPlan(path);
 }
 
-int FsInterfaceFSUIPC_SimConnect::SetCustomWeatherMode()
+int FsInterfaceFSUIPC_SimConnect::setCustomWeatherMode()
 {
-    return m_simConnect.SetCustomWeatherMode();
+    return m_simConnect.setCustomWeatherMode();
 }
 
 int FsInterfaceFSUIPC_SimConnect::GetCloudState(const CloudArea& area,

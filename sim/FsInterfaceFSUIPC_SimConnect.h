@@ -39,7 +39,7 @@ public:
     int SetRadioFrequencys(const aviation::structs::RadioFrequencys& radios) override;
     int LoadFlightPlan(const QString& path) override;
 
-    int SetCustomWeatherMode() override;
+    int setCustomWeatherMode() override;
     int GetCloudState(const CloudArea& area, std::vector<std::uint8_t>& map) override;
 
 private:

@@ -13,13 +13,13 @@
 namespace {
 
 /// What starts every line of this interface.
-QString Line(const QString& text)
+QString logLine(const QString& text)
 {
     return QStringLiteral("(Interface SimConnect) - ") + text;
 }
 
 /// Number of the simulator from "AppVersion=10.0.61259.0"; kNone for one that isn't known.
-aviation::FsId FsIdOf(const QString& version)
+aviation::FsId fsIdOf(const QString& version)
 {
     constexpr int kKeyLength = 11;
     const int major =
@@ -62,7 +62,7 @@ void FsInterfaceSimConnect::log(const QString& text, int level)
 
 void FsInterfaceSimConnect::sleepUnlessStopped(int milliseconds) const
 {
-    SleepUnless([this] { return m_stop.raised(); }, milliseconds);
+    sleepUnless([this] { return m_stop.raised(); }, milliseconds);
 }
 
 int FsInterfaceSimConnect::Connect()
@@ -74,7 +74,7 @@ int FsInterfaceSimConnect::Connect()
         std::string problem;
         auto api = m_clients.simConnect(m_simulatorFolder.toStdString(), problem);
         if (!api) {
-            log(Line(outsidetext::forLog(QString::fromStdString(problem))), loglevel::kError);
+            log(logLine(outsidetext::forLog(QString::fromStdString(problem))), loglevel::kError);
             return simresult::kNotConnected;
         }
         m_client = std::make_unique<SimConnectClient>(std::move(api));
@@ -91,7 +91,7 @@ bool FsInterfaceSimConnect::openClient()
 {
     constexpr int kSettlingMs = 1000; // the simulator refuses definitions that come at once
     if (!m_client->open()) {
-        log(Line(QStringLiteral("Connect HRESULT FAILED")), loglevel::kError);
+        log(logLine(QStringLiteral("Connect HRESULT FAILED")), loglevel::kError);
         return false;
     }
     sleepUnlessStopped(kSettlingMs);
@@ -99,12 +99,12 @@ bool FsInterfaceSimConnect::openClient()
         return false;
     }
     if (!m_client->define()) {
-        log(Line(QStringLiteral("Init HRESULT FAILED")), loglevel::kError);
+        log(logLine(QStringLiteral("Init HRESULT FAILED")), loglevel::kError);
         return false;
     }
     // Deliberately connects without the open message as well; the simulator stays unknown then.
     WaitForMessages();
-    m_fsVersion = FsIdOf(m_client->applicationVersion());
+    m_fsVersion = fsIdOf(m_client->applicationVersion());
     return true;
 }
 
@@ -120,7 +120,7 @@ int FsInterfaceSimConnect::GetFsVersion(aviation::FsId& id, QString& name)
     if (!m_connected) {
         return simresult::kNotConnected;
     }
-    const aviation::FsId found = FsIdOf(m_client->applicationVersion());
+    const aviation::FsId found = fsIdOf(m_client->applicationVersion());
     if (found != aviation::fsid::kNone) {
         m_fsVersion = found;
         id = found;
@@ -154,7 +154,7 @@ SimConnectReply FsInterfaceSimConnect::WaitForMessages()
         sleepUnlessStopped(kPauseMs);
     }
     if (reply == SimConnectReply::Failed) {
-        log(Line(QStringLiteral("Dispatch HRESULT FAILED")), loglevel::kError);
+        log(logLine(QStringLiteral("Dispatch HRESULT FAILED")), loglevel::kError);
     }
     return reply;
 }
@@ -167,10 +167,10 @@ bool FsInterfaceSimConnect::takeReply(SimConnectReply reply)
     case SimConnectReply::Failed:
         return false;
     case SimConnectReply::Exception:
-        log(Line(m_client->exceptionText()), loglevel::kError);
+        log(logLine(m_client->exceptionText()), loglevel::kError);
         return false;
     case SimConnectReply::Open:
-        log(Line(m_client->openText(outsidetext::forLog(m_client->applicationName())).trimmed()),
+        log(logLine(m_client->openText(outsidetext::forLog(m_client->applicationName())).trimmed()),
             loglevel::kNotification);
         return true;
     case SimConnectReply::Aircraft:
@@ -223,7 +223,7 @@ int FsInterfaceSimConnect::GetAircraftData(aviation::structs::AircraftData& data
         return simresult::kPaused;
     default:
         if (!std::exchange(m_toldFailure, true)) {
-            log(Line(QStringLiteral("Get Aircraft Data failed")), loglevel::kError);
+            log(logLine(QStringLiteral("Get Aircraft Data failed")), loglevel::kError);
         }
         return simresult::kCallFailed;
     }
@@ -291,7 +291,7 @@ int FsInterfaceSimConnect::GetRadioFrequencys(aviation::structs::RadioFrequencys
     if (!sendRequest(simconnectid::kRadios, QStringLiteral("RadioFrequencys"))
         || !waitFor(SimConnectReply::Radios))
     {
-        log(Line(QStringLiteral("Get Radio Frequencys failed")), loglevel::kError);
+        log(logLine(QStringLiteral("Get Radio Frequencys failed")), loglevel::kError);
         return simresult::kCallFailed;
     }
     radios = m_answers.radios;
@@ -320,7 +320,7 @@ int FsInterfaceSimConnect::SetAircraftFuel(const aviation::structs::AircraftFuel
     }
     std::array<double, kSimConnectTanks> levels = {};
     for (std::size_t slot = 0; slot < levels.size(); ++slot) {
-        const std::int32_t id = SimConnectTankId(slot);
+        const std::int32_t id = simConnectTankId(slot);
         const auto tank =
             std::find_if(fuel.tanks.begin(), fuel.tanks.end(),
                          [id](const aviation::structs::FuelTank& each) { return each.id == id; });

@@ -47,7 +47,7 @@ public:
     int GetRadioFrequencys(aviation::structs::RadioFrequencys& radios) override;
     int LoadFlightPlan(const QString& path) override;
 
-    int SetCustomWeatherMode() override;
+    int setCustomWeatherMode() override;
     int GetCloudState(const CloudArea& area, std::vector<std::uint8_t>& map) override;
 
     /// One dispatch round: fetches one message, if one waits. For the interface that has this one

@@ -17,12 +17,12 @@ namespace {
 constexpr std::size_t kLongestText = 1023;
 
 /// For the calls of which only 0 is a success.
-int CodeOf(Result result)
+int codeOf(Result result)
 {
     return result == kOk ? simresult::kNone : simresult::kCallFailed;
 }
 
-QString ErrorLine(const QString& text)
+QString errorLine(const QString& text)
 {
     return QStringLiteral("(Interface SimConnect) - error: %1").arg(text);
 }
@@ -34,12 +34,12 @@ int FsInterfaceSimConnect::SendText(const std::string& text, int seconds)
     if (!m_connected) {
         return simresult::kNotConnected;
     }
-    std::string cut = simvalue::CutText(text, kLongestText);
+    std::string cut = simvalue::cutText(text, kLongestText);
     const Result result = m_client->api().SimConnect_Text(
         m_client->handle(), simconnect::kTextScrollWhite, static_cast<float>(seconds), 0,
         static_cast<std::uint32_t>(cut.size() + 1), cut.data());
     if (result == simconnect::kFailed) {
-        log(ErrorLine(m_client->exceptionText()), loglevel::kError);
+        log(errorLine(m_client->exceptionText()), loglevel::kError);
         return simresult::kCallFailed;
     }
     return simresult::kNone;
@@ -53,7 +53,7 @@ int FsInterfaceSimConnect::SetWeatherText(const QString& text)
     log(outsidetext::forLog(text), loglevel::kDebug);
     const std::string narrow = text.toStdString();
     if (narrow.size() > kLongestText) {
-        log(ErrorLine(QStringLiteral("an observation of %1 characters is too long, at most %2")
+        log(errorLine(QStringLiteral("an observation of %1 characters is too long, at most %2")
                           .arg(narrow.size())
                           .arg(kLongestText)),
             loglevel::kError);
@@ -62,23 +62,23 @@ int FsInterfaceSimConnect::SetWeatherText(const QString& text)
     const Result result =
         m_client->api().SimConnect_WeatherSetObservation(m_client->handle(), 0, narrow.c_str());
     if (Dispatch() == SimConnectReply::Exception) {
-        log(ErrorLine(m_client->exceptionText()), loglevel::kError);
+        log(errorLine(m_client->exceptionText()), loglevel::kError);
     }
     return result == simconnect::kFailed ? simresult::kCallFailed : simresult::kNone;
 }
 
-int FsInterfaceSimConnect::SetCustomWeatherMode()
+int FsInterfaceSimConnect::setCustomWeatherMode()
 {
     if (!m_connected) {
         return simresult::kNotConnected;
     }
-    return CodeOf(m_client->api().SimConnect_WeatherSetModeCustom(m_client->handle()));
+    return codeOf(m_client->api().SimConnect_WeatherSetModeCustom(m_client->handle()));
 }
 
 int FsInterfaceSimConnect::ClearWeather()
 {
     const int theme = SetWeatherTheme({});
-    const int custom = SetCustomWeatherMode();
+    const int custom = setCustomWeatherMode();
     return theme != simresult::kNone ? theme : custom;
 }
 
@@ -89,7 +89,7 @@ int FsInterfaceSimConnect::SetWeatherTheme(const std::string& name)
     }
     const QString theme = QString::fromStdString(name);
     qDebug().noquote() << QStringLiteral("set weather ") + theme;
-    return CodeOf(m_client->api().SimConnect_WeatherSetModeTheme(
+    return codeOf(m_client->api().SimConnect_WeatherSetModeTheme(
         m_client->handle(), QFile::encodeName(theme).constData()));
 }
 
@@ -104,7 +104,7 @@ int FsInterfaceSimConnect::GetWeatherAt(QString& observation, double latitude, d
     if (result == kOk && Dispatch() == SimConnectReply::Observation) {
         observation = m_client->observation();
     }
-    return CodeOf(result);
+    return codeOf(result);
 }
 
 int FsInterfaceSimConnect::CreateStation(const std::string& icao, const std::string& name,

@@ -24,7 +24,7 @@ constexpr int kOutsizedReply = 65535;
 /// Seconds of the year 9999's end, the last that a calendar here goes to.
 constexpr qint64 kLastSecond = 253402300799;
 
-QString TextOf(const QByteArray& utf8)
+QString textOf(const QByteArray& utf8)
 {
     constexpr int kLongestName = 256;
     return QString::fromUtf8(utf8.left(kLongestName));
@@ -115,7 +115,7 @@ void FsInterfaceTcpClient::logServerVersion(const BridgeHandshake& handshake)
     if (!greeted || !handshake.hasServerVersion()) {
         return;
     }
-    const QString server = outsidetext::forLog(TextOf(handshake.serverVersion()));
+    const QString server = outsidetext::forLog(textOf(handshake.serverVersion()));
     log(QStringLiteral("(Client) - Server API Version = ") + server, loglevel::kNotification);
     if (!wrong) {
         return;
@@ -238,8 +238,8 @@ int FsInterfaceTcpClient::GetAircraftData(aviation::structs::AircraftData& data)
     const int result = request(bridgemessage::kAircraftData, "Request Aircraft data", answer);
     if (result == simresult::kNone) {
         QString fault;
-        data = bridgetext::AircraftFromText(answer, &fault);
-        FillMaximumWeights(data);
+        data = bridgetext::aircraftFromText(answer, &fault);
+        fillMaximumWeights(data);
         logParseFault(fault);
     }
     return result;
@@ -251,7 +251,7 @@ int FsInterfaceTcpClient::GetAircraftFuel(aviation::structs::AircraftFuel& fuel)
     const int result = request(bridgemessage::kFuel, "Request Aircraft fuel", answer);
     if (result == simresult::kNone) {
         QString fault;
-        fuel = bridgetext::FuelFromText(answer, &fault);
+        fuel = bridgetext::fuelFromText(answer, &fault);
         logParseFault(fault);
     }
     return result;
@@ -263,7 +263,7 @@ int FsInterfaceTcpClient::GetAircraftPayload(aviation::structs::AircraftPayload&
     const int result = request(bridgemessage::kPayload, "Request Aircraft payload", answer);
     if (result == simresult::kNone) {
         QString fault;
-        payload = bridgetext::PayloadFromText(answer, &fault);
+        payload = bridgetext::payloadFromText(answer, &fault);
         logParseFault(fault);
     }
     return result;
@@ -275,7 +275,7 @@ int FsInterfaceTcpClient::GetRadioFrequencys(aviation::structs::RadioFrequencys&
     const int result = request(bridgemessage::kRadios, "Request Radio Data", answer);
     if (result == simresult::kNone) {
         QString fault;
-        radios = bridgetext::RadioFromText(answer, &fault);
+        radios = bridgetext::radioFromText(answer, &fault);
         logParseFault(fault);
     }
     return result;
@@ -289,7 +289,7 @@ int FsInterfaceTcpClient::GetDateTime(QDateTime& dateTime)
         return result;
     }
     qint64 seconds = 0;
-    if (!bridgetext::LongFromText(answer, seconds) || seconds < -kLastSecond
+    if (!bridgetext::longFromText(answer, seconds) || seconds < -kLastSecond
         || seconds > kLastSecond) {
         return simresult::kWrongMessage;
     }
@@ -297,17 +297,17 @@ int FsInterfaceTcpClient::GetDateTime(QDateTime& dateTime)
     return simresult::kNone;
 }
 
-int FsInterfaceTcpClient::AnnounceAddress(const QString& address, QString& port)
+int FsInterfaceTcpClient::announceAddress(const QString& address, QString& port)
 {
     QByteArray answer;
     const int result = request(bridgemessage::kClientAddress, address.toUtf8(), answer);
     if (result == simresult::kNone) {
-        port = TextOf(answer);
+        port = textOf(answer);
     }
     return result;
 }
 
-int FsInterfaceTcpClient::RequestServerConfig(QByteArray& contents)
+int FsInterfaceTcpClient::requestServerConfig(QByteArray& contents)
 {
     if (m_socket.send(bridgecommand::kRequest, bridgemessage::kConfigFile,
                       "get Cirrilon config file")
@@ -322,7 +322,7 @@ int FsInterfaceTcpClient::RequestServerConfig(QByteArray& contents)
         return simresult::kTimeout;
     }
     block.remove(0, std::max(0, block.indexOf('@')));
-    if (ProgressOf(block) != FrameProgress::Complete || !ParseFrame(block, reply)) {
+    if (progressOf(block) != FrameProgress::Complete || !parseFrame(block, reply)) {
         return simresult::kTimeout;
     }
     m_silentReplies = 0;
@@ -344,18 +344,18 @@ int FsInterfaceTcpClient::ClearWeather()
 
 int FsInterfaceTcpClient::SetAircraftFuel(const aviation::structs::AircraftFuel& fuel)
 {
-    return checkedWrite(bridgemessage::kFuel, bridgetext::FuelText(fuel));
+    return checkedWrite(bridgemessage::kFuel, bridgetext::fuelText(fuel));
 }
 
 int FsInterfaceTcpClient::SetAircraftPayload(const aviation::structs::AircraftPayload& payload)
 {
-    return checkedWrite(bridgemessage::kPayload, bridgetext::PayloadText(payload));
+    return checkedWrite(bridgemessage::kPayload, bridgetext::payloadText(payload));
 }
 
 int FsInterfaceTcpClient::SetWeatherRecord(const NewWeather& record)
 {
     return checkedWrite(bridgemessage::kWeatherRecord,
-                        QByteArray::fromStdString(NewWeatherText(record)));
+                        QByteArray::fromStdString(newWeatherText(record)));
 }
 
 int FsInterfaceTcpClient::SendText(const std::string& text, int /*seconds*/)
@@ -367,10 +367,10 @@ int FsInterfaceTcpClient::SetWeatherData(const XPlaneWeather& weather, int mode)
 {
     if (mode == kWeatherTextWx) {
         return plainWrite(bridgemessage::kWeatherWx,
-                          QByteArray::fromStdString(XPlaneWeatherWxText(weather)));
+                          QByteArray::fromStdString(xPlaneWeatherWxText(weather)));
     }
     return plainWrite(bridgemessage::kWeather,
-                      QByteArray::fromStdString(XPlaneWeatherText(weather)));
+                      QByteArray::fromStdString(xPlaneWeatherText(weather)));
 }
 
 int FsInterfaceTcpClient::SetWeatherText(const QString& text)
@@ -388,13 +388,13 @@ int FsInterfaceTcpClient::SetWeatherTheme(const std::string& name)
 int FsInterfaceTcpClient::SetWindLayers(const std::vector<XPlaneWindLayer>& layers)
 {
     return plainWrite(bridgemessage::kWindLayers,
-                      QByteArray::fromStdString(WindLayersLongText(layers)));
+                      QByteArray::fromStdString(windLayersLongText(layers)));
 }
 
 int FsInterfaceTcpClient::SetWindAtAircraft(const aviation::weather::Wind& wind)
 {
     return plainWrite(bridgemessage::kWind,
-                      QByteArray::fromStdString(aviation::weather::WindText(wind)));
+                      QByteArray::fromStdString(aviation::weather::windText(wind)));
 }
 
 int FsInterfaceTcpClient::SetVisibility(int metres)
@@ -419,7 +419,7 @@ int FsInterfaceTcpClient::ActivateWeather()
 
 int FsInterfaceTcpClient::SetRadioFrequencys(const aviation::structs::RadioFrequencys& radios)
 {
-    return plainWrite(bridgemessage::kRadios, bridgetext::RadioText(radios));
+    return plainWrite(bridgemessage::kRadios, bridgetext::radioText(radios));
 }
 
 int FsInterfaceTcpClient::SendWeatherFile(const std::string& path)
@@ -434,7 +434,7 @@ int FsInterfaceTcpClient::SendWeatherFile(const std::string& path)
         return simresult::kNotDelivered;
     }
     for (int slept = 0; slept < m_timeouts.fileSettle && !m_socket.stopped(); slept += kSliceMs) {
-        aviation::Clock::Current().SleepMs(kSliceMs);
+        aviation::Clock::current().SleepMs(kSliceMs);
     }
     return readFileReply();
 }

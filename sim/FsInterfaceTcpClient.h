@@ -49,8 +49,8 @@ public:
     int SetRadioFrequencys(const aviation::structs::RadioFrequencys& radios) override;
 
     int SendWeatherFile(const std::string& path) override;
-    int RequestServerConfig(QByteArray& contents) override;
-    int AnnounceAddress(const QString& address, QString& port) override;
+    int requestServerConfig(QByteArray& contents) override;
+    int announceAddress(const QString& address, QString& port) override;
 
 private:
     int greet();

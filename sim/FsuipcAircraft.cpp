@@ -11,9 +11,9 @@
 
 using aviation::kFeetPerMetre;
 using aviation::structs::AircraftData;
-using simvalue::Single;
-using simvalue::Text;
-using simvalue::Truncated;
+using simvalue::singleOf;
+using simvalue::textOf;
+using simvalue::truncated;
 
 namespace {
 
@@ -21,33 +21,33 @@ constexpr double k2Pow16 = 65536.0;
 constexpr double k2Pow32 = k2Pow16 * k2Pow16;
 constexpr double kFullCircle = 360.0;
 
-bool HasMetresVisible(aviation::FsId id)
+bool hasMetresVisible(aviation::FsId id)
 {
     return id >= aviation::fsid::kFsx && id <= aviation::fsid::kPrepar3dV3;
 }
 
-std::int32_t FeetPerMinute(std::int32_t metresPerSecondTimes256)
+std::int32_t feetPerMinute(std::int32_t metresPerSecondTimes256)
 {
-    return Truncated(metresPerSecondTimes256 * 60.0 * kFeetPerMetre / 256.0);
+    return truncated(metresPerSecondTimes256 * 60.0 * kFeetPerMetre / 256.0);
 }
 
-double DegreesOfRadians(double radians)
+double degreesOfRadians(double radians)
 {
     constexpr double kPiOfTable = 3.1415927; // deliberately no more digits
     const double degrees = radians * 180.0 / kPiOfTable;
     return std::isfinite(degrees) ? degrees : 0.0;
 }
 
-float Kilometres(const FsuipcAircraft& raw, aviation::FsId id)
+float visibilityKilometres(const FsuipcAircraft& raw, aviation::FsId id)
 {
     constexpr double kKmPerStatuteMile = 1.609344;
-    return Single(HasMetresVisible(id) ? raw.metresVisible / 1000.0
-                                       : raw.milesVisible / 100.0 * kKmPerStatuteMile);
+    return singleOf(hasMetresVisible(id) ? raw.metresVisible / 1000.0
+                                         : raw.milesVisible / 100.0 * kKmPerStatuteMile);
 }
 
 /// Seconds since 1970 of "d.M.yyyy H:m:s"; `otherwise` for what is no time. Date and hour are read
 /// apart, so that this computer's time zone plays no part.
-std::int64_t SecondsOf(const QString& text, std::int64_t otherwise)
+std::int64_t secondsOf(const QString& text, std::int64_t otherwise)
 {
     const QDate date =
         QDate::fromString(text.section(QLatin1Char(' '), 0, 0), QStringLiteral("d.M.yyyy"));
@@ -57,7 +57,7 @@ std::int64_t SecondsOf(const QString& text, std::int64_t otherwise)
                                             : otherwise;
 }
 
-aviation::Position Place(const FsuipcAircraft& raw)
+aviation::Position place(const FsuipcAircraft& raw)
 {
     constexpr double kQuarter = 10001750.0; // metres from equator to pole
     constexpr double kPole = 90.0;
@@ -68,40 +68,40 @@ aviation::Position Place(const FsuipcAircraft& raw)
     return {latitude, static_cast<double>(raw.longitude) * kFullCircle / (k2Pow32 * k2Pow32)};
 }
 
-void FillMotion(const FsuipcAircraft& raw, AircraftData& data)
+void fillMotion(const FsuipcAircraft& raw, AircraftData& data)
 {
-    data.position = Place(raw);
-    data.verticalSpeed = FeetPerMinute(raw.verticalSpeed);
-    data.landingRate = FeetPerMinute(raw.touchdownRate);
-    data.heightAgl = Truncated(raw.heightAgl * kFeetPerMetre / k2Pow16);
+    data.position = place(raw);
+    data.verticalSpeed = feetPerMinute(raw.verticalSpeed);
+    data.landingRate = feetPerMinute(raw.touchdownRate);
+    data.heightAgl = truncated(raw.heightAgl * kFeetPerMetre / k2Pow16);
     data.altitude =
-        Truncated(static_cast<double>(raw.altitude) * kFeetPerMetre / k2Pow16 / k2Pow16);
-    data.groundSpeed = Truncated(raw.groundSpeed / k2Pow16 * 3600.0 / 1852.0);
-    data.tas = Truncated(raw.trueAirspeed / 128.0);
+        truncated(static_cast<double>(raw.altitude) * kFeetPerMetre / k2Pow16 / k2Pow16);
+    data.groundSpeed = truncated(raw.groundSpeed / k2Pow16 * 3600.0 / 1852.0);
+    data.tas = truncated(raw.trueAirspeed / 128.0);
     data.heading = raw.heading * kFullCircle / k2Pow32;
-    data.headingMagnetic = DegreesOfRadians(raw.magneticHeading);
-    data.magneticVariation = Single(raw.variation * kFullCircle / k2Pow16);
+    data.headingMagnetic = degreesOfRadians(raw.magneticHeading);
+    data.magneticVariation = singleOf(raw.variation * kFullCircle / k2Pow16);
 }
 
-void FillState(const FsuipcAircraft& raw, AircraftData& data)
+void fillState(const FsuipcAircraft& raw, AircraftData& data)
 {
     data.onGround = raw.onGround == 1;
     data.parkingBrake = raw.parkingBrake != 0;
     data.engineOff = raw.engineFires == 0;
     data.landingLight = raw.landingLight != 0;
     data.doorOpen = raw.doors != 0;
-    data.fuelFlow = Single(static_cast<double>(raw.fuelFlow));
-    data.emptyWeight = Single(raw.emptyWeight / 256.0);
-    data.maxGrossWeight = Single(raw.grossWeight / 256.0);
-    data.totalWeight = Single(raw.totalWeight);
+    data.fuelFlow = singleOf(static_cast<double>(raw.fuelFlow));
+    data.emptyWeight = singleOf(raw.emptyWeight / 256.0);
+    data.maxGrossWeight = singleOf(raw.grossWeight / 256.0);
+    data.totalWeight = singleOf(raw.totalWeight);
 }
 
-void FillTexts(const FsuipcAircraft& raw, AircraftData& data)
+void fillTexts(const FsuipcAircraft& raw, AircraftData& data)
 {
-    data.name = Text(raw.title).toStdWString();
-    data.registration = Text(raw.registration).toStdWString();
-    data.airline = Text(raw.airline).toStdWString();
-    data.type = Text(raw.type).toStdWString();
+    data.name = textOf(raw.title).toStdWString();
+    data.registration = textOf(raw.registration).toStdWString();
+    data.airline = textOf(raw.airline).toStdWString();
+    data.type = textOf(raw.type).toStdWString();
 }
 
 } // namespace
@@ -124,7 +124,7 @@ void FsuipcAircraft::queueReads(FsuipcClient& client, aviation::FsId id)
     client.read(offset::kTemperature, temperature);
     client.read(offset::kOnGround, onGround);
     client.read(offset::kVariation, variation);
-    if (HasMetresVisible(id)) {
+    if (hasMetresVisible(id)) {
         client.read(offset::kMetresVisible, metresVisible);
     } else {
         client.read(offset::kMilesVisible, milesVisible);
@@ -150,13 +150,13 @@ void FsuipcAircraft::queueReads(FsuipcClient& client, aviation::FsId id)
 void FsuipcAircraft::fill(AircraftData& data, aviation::FsId id) const
 {
     constexpr float kNoGust = -1.0F;
-    FillMotion(*this, data);
-    FillState(*this, data);
-    FillTexts(*this, data);
-    data.wind = {Single(windDirection), Single(windSpeed), kNoGust, 0.0F};
-    data.temperature = Single(temperature);
-    data.visibility = Kilometres(*this, id);
-    data.simTime = SecondsOf(timeText(), data.simTime);
+    fillMotion(*this, data);
+    fillState(*this, data);
+    fillTexts(*this, data);
+    data.wind = {singleOf(windDirection), singleOf(windSpeed), kNoGust, 0.0F};
+    data.temperature = singleOf(temperature);
+    data.visibility = visibilityKilometres(*this, id);
+    data.simTime = secondsOf(timeText(), data.simTime);
 }
 
 QString FsuipcAircraft::timeText() const

@@ -51,7 +51,7 @@ constexpr std::array kErrorTexts{
 };
 
 /// The name by the simulator's own model number; `name` for a number that says nothing.
-QString RefinedName(const QString& name, int model)
+QString refinedName(const QString& name, int model)
 {
     constexpr int kFsx = 3;
     constexpr int kFirstPrepar3d = 5;
@@ -70,7 +70,7 @@ QString RefinedName(const QString& name, int model)
     return QStringLiteral("P3D v") + number;
 }
 
-QString VersionText(std::uint32_t version)
+QString dottedVersion(std::uint32_t version)
 {
     constexpr std::uint32_t kNibble = 0xF;
     constexpr std::uint32_t kLetters = 26;
@@ -105,7 +105,7 @@ std::uint32_t FsuipcClient::open()
     if (m_api) {
         m_api->FSUIPC_Open(fsuipc::kAnySimulator, &code);
     }
-    if (IsSuccess(code)) {
+    if (isSuccess(code)) {
         identify();
     }
     return code;
@@ -127,11 +127,11 @@ void FsuipcClient::identify()
         m_fsName = QString::fromLatin1(simulator.name);
         m_fsId = simulator.id;
     }
-    m_versionText = VersionText(m_api->version());
+    m_versionText = dottedVersion(m_api->version());
     std::uint8_t model = 0;
     read(fsuipcoffset::kSimulatorModel, model);
-    if (IsSuccess(process())) {
-        m_fsName = RefinedName(m_fsName, model);
+    if (isSuccess(process())) {
+        m_fsName = refinedName(m_fsName, model);
     }
 }
 
@@ -155,7 +155,7 @@ void FsuipcClient::queueWrite(std::uint32_t offset, std::size_t size, const void
 
 void FsuipcClient::keepFault(std::uint32_t code)
 {
-    if (IsSuccess(m_queueFault)) {
+    if (isSuccess(m_queueFault)) {
         m_queueFault = code;
     }
 }
@@ -168,10 +168,10 @@ std::uint32_t FsuipcClient::process()
         m_api->FSUIPC_Process(&code);
     }
     const std::uint32_t queueFault = std::exchange(m_queueFault, fsuipc::kOk);
-    return IsSuccess(queueFault) ? code : queueFault;
+    return isSuccess(queueFault) ? code : queueFault;
 }
 
-bool FsuipcClient::IsSuccess(std::uint32_t code)
+bool FsuipcClient::isSuccess(std::uint32_t code)
 {
     return code == fsuipc::kOk || code == fsuipc::kAlreadyOpen;
 }

@@ -49,7 +49,7 @@ public:
     std::uint32_t process();
 
     /// Both codes that pass as success: fsuipc::kOk and fsuipc::kAlreadyOpen.
-    static bool IsSuccess(std::uint32_t code);
+    static bool isSuccess(std::uint32_t code);
     static QString ErrorText(std::uint32_t code);
 
     /// Of the simulator; empty and 0 before the link was opened.

@@ -74,12 +74,12 @@ inline constexpr std::uint32_t kPayloadCount = 0x13FC;
 inline constexpr std::size_t kMostStations = 61;
 inline constexpr std::size_t kStationNameBytes = 16;
 /// 8: double, pounds.
-constexpr std::uint32_t StationWeight(std::size_t station)
+constexpr std::uint32_t stationWeight(std::size_t station)
 {
     return static_cast<std::uint32_t>(5120 + 48 * station);
 }
 /// kStationNameBytes: text.
-constexpr std::uint32_t StationName(std::size_t station)
+constexpr std::uint32_t stationName(std::size_t station)
 {
     return static_cast<std::uint32_t>(5152 + 48 * station);
 }

@@ -9,14 +9,14 @@ constexpr int kDigitBits = 4;
 constexpr int kHexBase = 16;
 constexpr int kDecimalBase = 10;
 
-std::uint32_t BcdOf(std::uint32_t number)
+std::uint32_t bcdOf(std::uint32_t number)
 {
-    return number == 0 ? 0 : kHexBase * BcdOf(number / kDecimalBase) + number % kDecimalBase;
+    return number == 0 ? 0 : kHexBase * bcdOf(number / kDecimalBase) + number % kDecimalBase;
 }
 
 } // namespace
 
-std::uint16_t FromBcd(std::uint16_t word)
+std::uint16_t fromBcd(std::uint16_t word)
 {
     int number = 0;
     for (int shift = kFirstDigit; shift >= 0; shift -= kDigitBits) {
@@ -29,9 +29,9 @@ std::uint16_t FromBcd(std::uint16_t word)
     return static_cast<std::uint16_t>(number);
 }
 
-std::uint16_t ToBcd(std::uint16_t number)
+std::uint16_t toBcd(std::uint16_t number)
 {
-    return static_cast<std::uint16_t>(BcdOf(number));
+    return static_cast<std::uint16_t>(bcdOf(number));
 }
 
 } // namespace fsuipcvalue

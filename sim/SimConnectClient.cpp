@@ -17,24 +17,24 @@ constexpr std::size_t kCloudBytes = 64 * 64;
 constexpr std::uint32_t kRunning = 1; ///< value of the system state "Sim"
 
 /// Whether a call failed; other codes count as success where nothing else is said.
-bool Failed(simconnect::Result result)
+bool isFailure(simconnect::Result result)
 {
     return result == simconnect::kFailed;
 }
 
 /// As printf's %d shows a number of the wire.
-int Signed(std::uint32_t number)
+int signedOf(std::uint32_t number)
 {
     return static_cast<int>(number);
 }
 
-QString VersionText(const std::uint32_t (&parts)[4])
+QString versionText(const std::uint32_t (&parts)[4])
 {
-    return QString::asprintf("%d.%d.%d.%d", Signed(parts[0]), Signed(parts[1]), Signed(parts[2]),
-                             Signed(parts[3]));
+    return QString::asprintf("%d.%d.%d.%d", signedOf(parts[0]), signedOf(parts[1]),
+                             signedOf(parts[2]), signedOf(parts[3]));
 }
 
-QString AircraftText(const simconnectdata::AircraftVariables& aircraft)
+QString aircraftText(const simconnectdata::AircraftVariables& aircraft)
 {
     return QString::asprintf("\nLat=%f  Lon=%f  IndAlt=%f Height=%f TAS=%f GS=%f WDir=%f WSp=%f "
                              "Vis=%f, SimOnGround=%i",
@@ -44,7 +44,7 @@ QString AircraftText(const simconnectdata::AircraftVariables& aircraft)
                              aircraft.onGround);
 }
 
-void TellClouds(const std::vector<std::uint8_t>& clouds)
+void tellClouds(const std::vector<std::uint8_t>& clouds)
 {
     QString text;
     for (std::size_t i = 0; i < clouds.size(); ++i) {
@@ -80,7 +80,7 @@ bool SimConnectClient::open()
 {
     m_handle = nullptr;
     const auto result = m_api->SimConnect_Open(&m_handle, "FSInterface", nullptr, 0, nullptr, 0);
-    m_open = !Failed(result) && m_handle != nullptr; // other codes of failure leave no handle
+    m_open = !isFailure(result) && m_handle != nullptr; // other codes of failure leave no handle
     return m_open;
 }
 
@@ -90,15 +90,15 @@ bool SimConnectClient::close()
         return true;
     }
     m_open = false;
-    return !Failed(m_api->SimConnect_Close(std::exchange(m_handle, nullptr)));
+    return !isFailure(m_api->SimConnect_Close(std::exchange(m_handle, nullptr)));
 }
 
 bool SimConnectClient::addDatum(std::uint32_t definition, const SimConnectDatum& datum)
 {
     constexpr float kEveryChange = 0.0F;
-    return !Failed(m_api->SimConnect_AddToDataDefinition(m_handle, definition, datum.name.c_str(),
-                                                         datum.unit, datum.type, kEveryChange,
-                                                         simconnect::kUnused));
+    return !isFailure(
+        m_api->SimConnect_AddToDataDefinition(m_handle, definition, datum.name.c_str(), datum.unit,
+                                              datum.type, kEveryChange, simconnect::kUnused));
 }
 
 bool SimConnectClient::makeDefinition(const SimConnectDefinition& definition)
@@ -119,35 +119,35 @@ bool SimConnectClient::define()
                                             {simconnectid::kPauseEvent, "Pause"},
                                             {simconnectid::kSimStartEvent, "SimStart"},
                                             {simconnectid::kSimStopEvent, "SimStop"}}};
-    return makeDefinition(SimConnectAircraftDefinition())
-           && makeDefinition(SimConnectFuelDefinition())
-           && makeDefinition(SimConnectFuelLevelsDefinition())
-           && makeDefinition(SimConnectPayloadDefinition())
-           && makeDefinition(SimConnectRadioDefinition())
+    return makeDefinition(simConnectAircraftDefinition())
+           && makeDefinition(simConnectFuelDefinition())
+           && makeDefinition(simConnectFuelLevelsDefinition())
+           && makeDefinition(simConnectPayloadDefinition())
+           && makeDefinition(simConnectRadioDefinition())
            && std::all_of(kEvents.begin(), kEvents.end(), [this](const Event& event) {
-                  return !Failed(
+                  return !isFailure(
                       m_api->SimConnect_SubscribeToSystemEvent(m_handle, event.id, event.name));
               });
 }
 
 bool SimConnectClient::request(const SimConnectRequest& request)
 {
-    return !Failed(m_api->SimConnect_RequestDataOnSimObject(
+    return !isFailure(m_api->SimConnect_RequestDataOnSimObject(
         m_handle, request.id, request.definition, simconnect::kUserObject, simconnect::kPeriodOnce,
         0, 0, 0, 0));
 }
 
 bool SimConnectClient::requestState()
 {
-    return !Failed(
+    return !isFailure(
         m_api->SimConnect_RequestSystemState(m_handle, simconnectid::kStateRequest, "Sim"));
 }
 
 bool SimConnectClient::setData(std::uint32_t definition, void* data, std::size_t size)
 {
-    return !Failed(m_api->SimConnect_SetDataOnSimObject(m_handle, definition,
-                                                        simconnect::kUserObject, 0, 0,
-                                                        static_cast<std::uint32_t>(size), data));
+    return !isFailure(m_api->SimConnect_SetDataOnSimObject(m_handle, definition,
+                                                           simconnect::kUserObject, 0, 0,
+                                                           static_cast<std::uint32_t>(size), data));
 }
 
 bool SimConnectClient::setPayloadWeight(int station, double pounds)
@@ -170,7 +170,7 @@ bool SimConnectClient::setFuelLevels(const std::array<double, kSimConnectTanks>&
 std::uint32_t SimConnectClient::lastSentId()
 {
     std::uint32_t id = 0;
-    return Failed(m_api->SimConnect_GetLastSentPacketID(m_handle, &id)) ? 0 : id;
+    return isFailure(m_api->SimConnect_GetLastSentPacketID(m_handle, &id)) ? 0 : id;
 }
 
 SimConnectReply SimConnectClient::Dispatch()
@@ -217,10 +217,10 @@ SimConnectReply SimConnectClient::takeException(const Received& message)
     if (!message.read(head)) {
         return SimConnectReply::Nothing;
     }
-    m_exceptionText =
-        QString::asprintf("***** %s EXCEPTION=%d  SendID=%d  Index=%d  cbData=%d",
-                          SimConnectExceptionName(head.exception), Signed(head.exception),
-                          Signed(head.sendId), Signed(head.index), static_cast<int>(message.size));
+    m_exceptionText = QString::asprintf("***** %s EXCEPTION=%d  SendID=%d  Index=%d  cbData=%d",
+                                        simConnectExceptionName(head.exception),
+                                        signedOf(head.exception), signedOf(head.sendId),
+                                        signedOf(head.index), static_cast<int>(message.size));
     return SimConnectReply::Exception;
 }
 
@@ -230,9 +230,9 @@ SimConnectReply SimConnectClient::takeOpen(const Received& message)
     if (!message.read(head)) {
         return SimConnectReply::Nothing;
     }
-    m_applicationName = simvalue::Text(head.applicationName, sizeof head.applicationName);
-    m_applicationVersion = QStringLiteral("AppVersion=") + VersionText(head.applicationVersion);
-    m_simConnectVersion = VersionText(head.simConnectVersion);
+    m_applicationName = simvalue::textOf(head.applicationName, sizeof head.applicationName);
+    m_applicationVersion = QStringLiteral("AppVersion=") + versionText(head.applicationVersion);
+    m_simConnectVersion = versionText(head.simConnectVersion);
     qDebug().noquote() << openText(m_applicationName);
     return SimConnectReply::Open;
 }
@@ -278,19 +278,19 @@ SimConnectReply SimConnectClient::takeObjectData(const Received& message)
         return head.requestId == request.id && head.defineId == request.definition
                && size >= definition.packedSize();
     };
-    if (answers(simconnectid::kAircraft, SimConnectAircraftDefinition())) {
+    if (answers(simconnectid::kAircraft, simConnectAircraftDefinition())) {
         takeAircraft(data);
         return SimConnectReply::Aircraft;
     }
-    if (answers(simconnectid::kFuel, SimConnectFuelDefinition())) {
-        m_fuel = simconnectdata::ReadFuel(data);
+    if (answers(simconnectid::kFuel, simConnectFuelDefinition())) {
+        m_fuel = simconnectdata::readFuel(data);
         return SimConnectReply::Fuel;
     }
-    if (answers(simconnectid::kPayload, SimConnectPayloadDefinition())) {
-        m_payload = simconnectdata::ReadPayload(data);
+    if (answers(simconnectid::kPayload, simConnectPayloadDefinition())) {
+        m_payload = simconnectdata::readPayload(data);
         return SimConnectReply::Payload;
     }
-    if (answers(simconnectid::kRadios, SimConnectRadioDefinition())) {
+    if (answers(simconnectid::kRadios, simConnectRadioDefinition())) {
         takeRadios(data);
         return SimConnectReply::Radios;
     }
@@ -301,19 +301,19 @@ SimConnectReply SimConnectClient::takeObjectData(const Received& message)
 /// the last one in the air.
 void SimConnectClient::takeAircraft(const char* data)
 {
-    const simconnectdata::AircraftVariables variables = simconnectdata::ReadAircraft(data);
-    m_aircraft = simconnectdata::AircraftOf(variables);
+    const simconnectdata::AircraftVariables variables = simconnectdata::readAircraft(data);
+    m_aircraft = simconnectdata::aircraftOf(variables);
     if (!m_aircraft.onGround) {
-        m_verticalSpeed = simconnectdata::FeetPerMinute(variables);
+        m_verticalSpeed = simconnectdata::feetPerMinute(variables);
     } else if (m_verticalSpeed != 0.0) {
-        m_aircraft.landingRate = simvalue::Truncated(std::exchange(m_verticalSpeed, 0.0));
+        m_aircraft.landingRate = simvalue::truncated(std::exchange(m_verticalSpeed, 0.0));
     }
-    qDebug().noquote() << AircraftText(variables);
+    qDebug().noquote() << aircraftText(variables);
 }
 
 void SimConnectClient::takeRadios(const char* data)
 {
-    m_radios = simconnectdata::ReadRadios(data);
+    m_radios = simconnectdata::readRadios(data);
     qDebug().noquote() << QString::asprintf(
         "\nCom1Activ=%i  Com1Standby=%i  Com2Activ=%i  Com2Standby=%i", int{m_radios.comm1active},
         int{m_radios.comm1standby}, int{m_radios.comm2active}, int{m_radios.comm2standby});
@@ -326,8 +326,8 @@ SimConnectReply SimConnectClient::takeObservation(const Received& message)
         return SimConnectReply::Nothing;
     }
     m_observation =
-        simvalue::Text(message.bytes + sizeof head,
-                       std::min(message.size - sizeof head, simconnect::kLongestObservation));
+        simvalue::textOf(message.bytes + sizeof head,
+                         std::min(message.size - sizeof head, simconnect::kLongestObservation));
     qDebug().noquote() << QStringLiteral("\n\nWEATHER OBSERVATION: ") + m_observation;
     return SimConnectReply::Observation;
 }
@@ -342,7 +342,7 @@ SimConnectReply SimConnectClient::takeCloudState(const Received& message)
     }
     const char* const clouds = message.bytes + sizeof head;
     m_cloudState.assign(clouds, clouds + std::min<std::size_t>(head.arraySize, kCloudBytes));
-    TellClouds(m_cloudState);
+    tellClouds(m_cloudState);
     return SimConnectReply::CloudState;
 }
 

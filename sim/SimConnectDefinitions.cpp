@@ -24,38 +24,38 @@ constexpr std::array<Tank, kSimConnectTanks> kTanks{{{"CENTER", 4},
                                                      {"EXTERNAL1", 10},
                                                      {"EXTERNAL2", 11}}};
 
-SimConnectDatum TankLevel(const Tank& tank)
+SimConnectDatum tankLevel(const Tank& tank)
 {
     return {std::string("FUEL TANK ") + tank.name + " LEVEL", "Percent Over 100",
             DataType::Float64};
 }
 
-SimConnectDatum TankCapacity(const Tank& tank)
+SimConnectDatum tankCapacity(const Tank& tank)
 {
     return {std::string("FUEL TANK ") + tank.name + " CAPACITY", "Gallons", DataType::Float64};
 }
 
-SimConnectDefinition Fuel()
+SimConnectDefinition fuelDefinition()
 {
     SimConnectDefinition fuel{simconnectid::kFuel.definition, {}};
     for (const Tank& tank : kTanks) {
-        fuel.data.push_back(TankLevel(tank));
-        fuel.data.push_back(TankCapacity(tank));
+        fuel.data.push_back(tankLevel(tank));
+        fuel.data.push_back(tankCapacity(tank));
     }
     fuel.data.push_back({"FUEL WEIGHT PER GALLON", "Pounds", DataType::Float64});
     return fuel;
 }
 
-SimConnectDefinition FuelLevels()
+SimConnectDefinition fuelLevels()
 {
     SimConnectDefinition levels{simconnectid::kFuelLevels, {}};
     for (const Tank& tank : kTanks) {
-        levels.data.push_back(TankLevel(tank));
+        levels.data.push_back(tankLevel(tank));
     }
     return levels;
 }
 
-SimConnectDefinition Payload()
+SimConnectDefinition payloadDefinition()
 {
     SimConnectDefinition payload{simconnectid::kPayload.definition,
                                  {{"PAYLOAD STATION COUNT", "Number", DataType::Int32}}};
@@ -69,7 +69,7 @@ SimConnectDefinition Payload()
 
 } // namespace
 
-std::size_t SimConnectDatumSize(DataType type)
+std::size_t simConnectDatumSize(DataType type)
 {
     switch (type) {
     case DataType::Int32:
@@ -97,12 +97,12 @@ std::size_t SimConnectDefinition::packedSize() const
 {
     std::size_t size = 0;
     for (const SimConnectDatum& datum : data) {
-        size += SimConnectDatumSize(datum.type);
+        size += simConnectDatumSize(datum.type);
     }
     return size;
 }
 
-const SimConnectDefinition& SimConnectAircraftDefinition()
+const SimConnectDefinition& simConnectAircraftDefinition()
 {
     static const SimConnectDefinition definition{
         simconnectid::kAircraft.definition,
@@ -147,25 +147,25 @@ const SimConnectDefinition& SimConnectAircraftDefinition()
     return definition;
 }
 
-const SimConnectDefinition& SimConnectFuelDefinition()
+const SimConnectDefinition& simConnectFuelDefinition()
 {
-    static const SimConnectDefinition definition = Fuel();
+    static const SimConnectDefinition definition = fuelDefinition();
     return definition;
 }
 
-const SimConnectDefinition& SimConnectFuelLevelsDefinition()
+const SimConnectDefinition& simConnectFuelLevelsDefinition()
 {
-    static const SimConnectDefinition definition = FuelLevels();
+    static const SimConnectDefinition definition = fuelLevels();
     return definition;
 }
 
-const SimConnectDefinition& SimConnectPayloadDefinition()
+const SimConnectDefinition& simConnectPayloadDefinition()
 {
-    static const SimConnectDefinition definition = Payload();
+    static const SimConnectDefinition definition = payloadDefinition();
     return definition;
 }
 
-const SimConnectDefinition& SimConnectRadioDefinition()
+const SimConnectDefinition& simConnectRadioDefinition()
 {
     static const SimConnectDefinition definition{
         simconnectid::kRadios.definition,
@@ -182,7 +182,7 @@ const SimConnectDefinition& SimConnectRadioDefinition()
     return definition;
 }
 
-std::int32_t SimConnectTankId(std::size_t slot)
+std::int32_t simConnectTankId(std::size_t slot)
 {
     return slot < kTanks.size() ? kTanks[slot].id : 0;
 }

@@ -56,14 +56,14 @@ inline constexpr std::uint32_t kPauseEvent = 5;
 inline constexpr int kSimConnectStations = 50; ///< of payload, in its definition
 
 /// Bytes of a datum; 0 for Invalid.
-std::size_t SimConnectDatumSize(simconnect::DataType type);
+std::size_t simConnectDatumSize(simconnect::DataType type);
 
-const SimConnectDefinition& SimConnectAircraftDefinition();
-const SimConnectDefinition& SimConnectFuelDefinition();
-const SimConnectDefinition& SimConnectFuelLevelsDefinition();
-const SimConnectDefinition& SimConnectPayloadDefinition();
-const SimConnectDefinition& SimConnectRadioDefinition();
+const SimConnectDefinition& simConnectAircraftDefinition();
+const SimConnectDefinition& simConnectFuelDefinition();
+const SimConnectDefinition& simConnectFuelLevelsDefinition();
+const SimConnectDefinition& simConnectPayloadDefinition();
+const SimConnectDefinition& simConnectRadioDefinition();
 
 /// Id of the tank in a slot of the fuel definitions, 0 to kSimConnectTanks - 1.
 inline constexpr std::size_t kSimConnectTanks = 11;
-std::int32_t SimConnectTankId(std::size_t slot);
+std::int32_t simConnectTankId(std::size_t slot);

@@ -49,7 +49,7 @@ constexpr std::array kNames{
 
 } // namespace
 
-const char* SimConnectExceptionName(std::uint32_t exception)
+const char* simConnectExceptionName(std::uint32_t exception)
 {
     return exception < kNames.size() ? kNames[exception] : "unknow";
 }

@@ -15,9 +15,9 @@
 
 namespace simconnectdata {
 
-using simvalue::Single;
-using simvalue::Text;
-using simvalue::Truncated;
+using simvalue::singleOf;
+using simvalue::textOf;
+using simvalue::truncated;
 
 namespace {
 
@@ -35,8 +35,8 @@ public:
     float float32() { return finite(take<float>()); }
     QString text(simconnect::DataType type)
     {
-        const std::size_t size = std::min(SimConnectDatumSize(type), m_left);
-        QString text = Text(m_data, size);
+        const std::size_t size = std::min(simConnectDatumSize(type), m_left);
+        QString text = textOf(m_data, size);
         skip(size);
         return text;
     }
@@ -69,20 +69,20 @@ private:
 };
 
 /// Finite for every finite number.
-double Times(double number, double factor)
+double times(double number, double factor)
 {
     const double largest = std::numeric_limits<double>::max() / factor;
     return std::clamp(number, -largest, largest) * factor;
 }
 
 /// Single precision on purpose: 118.1 is 11810 in it and 11809 in double precision.
-std::uint16_t Scaled(float number, float factor)
+std::uint16_t scaled(float number, float factor)
 {
     constexpr float kLargest = std::numeric_limits<std::uint16_t>::max();
     return static_cast<std::uint16_t>(std::clamp(number * factor, 0.0F, kLargest));
 }
 
-std::uint16_t Word(std::int32_t number)
+std::uint16_t word(std::int32_t number)
 {
     return static_cast<std::uint16_t>(
         std::clamp<std::int32_t>(number, 0, std::numeric_limits<std::uint16_t>::max()));
@@ -90,12 +90,12 @@ std::uint16_t Word(std::int32_t number)
 
 /// Deliberately by this computer's calendar: its time now with the simulator's date at hour and
 /// minute 0, with the seconds and the daylight saving of now, plus the zulu seconds.
-std::int64_t SimTime(const AircraftVariables& variables)
+std::int64_t simTime(const AircraftVariables& variables)
 {
     constexpr int kFirstYear = 1900;
     constexpr int kLastYear = 9999;
     constexpr std::int64_t kDay = 86400;
-    const QDateTime now = QDateTime::fromSecsSinceEpoch(aviation::Clock::Current().NowSeconds());
+    const QDateTime now = QDateTime::fromSecsSinceEpoch(aviation::Clock::current().nowSeconds());
     std::tm date = {};
     date.tm_sec = now.time().second();
     date.tm_mday = std::clamp(variables.zuluDay, 1, 31);
@@ -105,7 +105,7 @@ std::int64_t SimTime(const AircraftVariables& variables)
     return std::mktime(&date) + std::clamp<std::int64_t>(variables.zuluSeconds, 0, kDay);
 }
 
-void FillDetail(const AircraftVariables& variables, aviation::structs::AircraftDetail& detail)
+void fillDetail(const AircraftVariables& variables, aviation::structs::AircraftDetail& detail)
 {
     detail.name = variables.title.toStdWString();
     detail.type = variables.type.toStdWString();
@@ -117,7 +117,7 @@ void FillDetail(const AircraftVariables& variables, aviation::structs::AircraftD
     detail.maxGrossWeight = variables.maxGrossWeight;
 }
 
-void FillState(const AircraftVariables& variables, aviation::structs::AircraftState& state)
+void fillState(const AircraftVariables& variables, aviation::structs::AircraftState& state)
 {
     state.onGround = variables.onGround != 0;
     state.parkingBrake = variables.parkingBrake != 0.0;
@@ -127,7 +127,7 @@ void FillState(const AircraftVariables& variables, aviation::structs::AircraftSt
                                  [](double exit) { return exit != 0.0; });
 }
 
-aviation::Position Place(double latitude, double longitude)
+aviation::Position place(double latitude, double longitude)
 {
     constexpr double kLargestLatitude = 90.0;
     constexpr double kLargestLongitude = 360.0;
@@ -137,8 +137,8 @@ aviation::Position Place(double latitude, double longitude)
     return {latitude, longitude};
 }
 
-/// With a blank in front of the numbers of the last two, other than FuelTankName.
-std::wstring TankName(std::int32_t id)
+/// With a blank in front of the numbers of the last two, other than fuelTankName.
+std::wstring tankName(std::int32_t id)
 {
     constexpr std::int32_t kExternal1 = 10;
     constexpr std::int32_t kExternal2 = 11;
@@ -148,16 +148,16 @@ std::wstring TankName(std::int32_t id)
     case kExternal2:
         return L"External 2";
     default:
-        return aviation::structs::FuelTankName(id);
+        return aviation::structs::fuelTankName(id);
     }
 }
 
 } // namespace
 
-AircraftVariables ReadAircraft(const char* data)
+AircraftVariables readAircraft(const char* data)
 {
     using simconnect::DataType;
-    PackedReader reader(data, SimConnectAircraftDefinition().packedSize());
+    PackedReader reader(data, simConnectAircraftDefinition().packedSize());
     AircraftVariables read = {};
     for (double* const number :
          {&read.altitude, &read.latitude, &read.longitude, &read.heightAgl, &read.tas,
@@ -191,55 +191,56 @@ AircraftVariables ReadAircraft(const char* data)
     return read;
 }
 
-aviation::structs::AircraftData AircraftOf(const AircraftVariables& variables)
+aviation::structs::AircraftData aircraftOf(const AircraftVariables& variables)
 {
     constexpr float kNoGust = -1.0F;
     constexpr double kMetresPerKilometre = 1000.0;
     constexpr double kHalfTurn = 180.0;
     aviation::structs::AircraftData aircraft;
-    FillState(variables, aircraft);
-    FillDetail(variables, aircraft);
-    aircraft.position = Place(variables.latitude, variables.longitude);
-    aircraft.heightAgl = Truncated(variables.heightAgl);
-    aircraft.altitude = Truncated(variables.altitude);
-    aircraft.tas = Truncated(variables.tas);
-    aircraft.groundSpeed = Truncated(variables.groundSpeed);
-    aircraft.heading = Times(variables.heading, kHalfTurn) / aviation::kPi;
-    aircraft.verticalSpeed = Truncated(FeetPerMinute(variables));
-    aircraft.wind = {Single(variables.windDirection), Single(variables.windSpeed), kNoGust, 0.0F};
-    aircraft.temperature = Single(variables.temperature);
-    aircraft.visibility = Single(std::trunc(variables.visibility / kMetresPerKilometre));
-    aircraft.magneticVariation = Single(variables.magneticVariation);
+    fillState(variables, aircraft);
+    fillDetail(variables, aircraft);
+    aircraft.position = place(variables.latitude, variables.longitude);
+    aircraft.heightAgl = truncated(variables.heightAgl);
+    aircraft.altitude = truncated(variables.altitude);
+    aircraft.tas = truncated(variables.tas);
+    aircraft.groundSpeed = truncated(variables.groundSpeed);
+    aircraft.heading = times(variables.heading, kHalfTurn) / aviation::kPi;
+    aircraft.verticalSpeed = truncated(feetPerMinute(variables));
+    aircraft.wind = {singleOf(variables.windDirection), singleOf(variables.windSpeed), kNoGust,
+                     0.0F};
+    aircraft.temperature = singleOf(variables.temperature);
+    aircraft.visibility = singleOf(std::trunc(variables.visibility / kMetresPerKilometre));
+    aircraft.magneticVariation = singleOf(variables.magneticVariation);
     aircraft.totalWeight = variables.totalWeight;
-    aircraft.simTime = SimTime(variables);
+    aircraft.simTime = simTime(variables);
     return aircraft;
 }
 
-double FeetPerMinute(const AircraftVariables& variables)
+double feetPerMinute(const AircraftVariables& variables)
 {
     constexpr double kSecondsPerMinute = 60.0;
-    return Times(variables.verticalSpeed, kSecondsPerMinute);
+    return times(variables.verticalSpeed, kSecondsPerMinute);
 }
 
-aviation::structs::AircraftFuel ReadFuel(const char* data)
+aviation::structs::AircraftFuel readFuel(const char* data)
 {
-    PackedReader reader(data, SimConnectFuelDefinition().packedSize());
+    PackedReader reader(data, simConnectFuelDefinition().packedSize());
     aviation::structs::AircraftFuel fuel;
     for (std::size_t slot = 0; slot < kSimConnectTanks; ++slot) {
-        const std::int32_t id = SimConnectTankId(slot);
-        const double level = Times(reader.float64(), kPercent);
+        const std::int32_t id = simConnectTankId(slot);
+        const double level = times(reader.float64(), kPercent);
         const double capacity = reader.float64();
         if (capacity > 0.0) {
-            fuel.tanks.push_back({TankName(id), id, level, capacity});
+            fuel.tanks.push_back({tankName(id), id, level, capacity});
         }
     }
     fuel.fuelWeight = reader.float64();
     return fuel;
 }
 
-aviation::structs::AircraftPayload ReadPayload(const char* data)
+aviation::structs::AircraftPayload readPayload(const char* data)
 {
-    PackedReader reader(data, SimConnectPayloadDefinition().packedSize());
+    PackedReader reader(data, simConnectPayloadDefinition().packedSize());
     const int count = std::clamp(reader.int32(), 0, kSimConnectStations);
     aviation::structs::AircraftPayload payload;
     for (int station = 0; station < count; ++station) {
@@ -250,20 +251,20 @@ aviation::structs::AircraftPayload ReadPayload(const char* data)
     return payload;
 }
 
-aviation::structs::RadioFrequencys ReadRadios(const char* data)
+aviation::structs::RadioFrequencys readRadios(const char* data)
 {
     constexpr float kPerMegahertz = 100.0F;
     constexpr float kPerAdfUnit = 10.0F;
-    PackedReader reader(data, SimConnectRadioDefinition().packedSize());
+    PackedReader reader(data, simConnectRadioDefinition().packedSize());
     aviation::structs::RadioFrequencys radios;
     for (std::uint16_t* const frequency :
          {&radios.comm1active, &radios.comm1standby, &radios.comm2active, &radios.comm2standby,
           &radios.nav1active, &radios.nav1standby, &radios.nav2active, &radios.nav2standby})
     {
-        *frequency = Scaled(reader.float32(), kPerMegahertz);
+        *frequency = scaled(reader.float32(), kPerMegahertz);
     }
-    radios.adf = Scaled(reader.float32(), kPerAdfUnit);
-    radios.transponder = Word(reader.int32());
+    radios.adf = scaled(reader.float32(), kPerAdfUnit);
+    radios.transponder = word(reader.int32());
     return radios;
 }
 

@@ -53,16 +53,16 @@ struct AircraftVariables
     std::int32_t zuluYear;
 };
 
-AircraftVariables ReadAircraft(const char* data);
+AircraftVariables readAircraft(const char* data);
 /// All but the landing rate. A place beyond 90 degrees of latitude or 360 of longitude is left
 /// unknown. Asks the clock and the time zone.
-aviation::structs::AircraftData AircraftOf(const AircraftVariables& variables);
+aviation::structs::AircraftData aircraftOf(const AircraftVariables& variables);
 /// The vertical speed, not truncated.
-double FeetPerMinute(const AircraftVariables& variables);
+double feetPerMinute(const AircraftVariables& variables);
 
 /// Tanks with a capacity only.
-aviation::structs::AircraftFuel ReadFuel(const char* data);
-aviation::structs::AircraftPayload ReadPayload(const char* data);
-aviation::structs::RadioFrequencys ReadRadios(const char* data);
+aviation::structs::AircraftFuel readFuel(const char* data);
+aviation::structs::AircraftPayload readPayload(const char* data);
+aviation::structs::RadioFrequencys readRadios(const char* data);
 
 } // namespace simconnectdata

@@ -8,7 +8,7 @@
 
 namespace simvalue {
 
-std::int32_t Truncated(double value)
+std::int32_t truncated(double value)
 {
     using Limits = std::numeric_limits<std::int32_t>;
     if (std::isnan(value)) {
@@ -18,13 +18,13 @@ std::int32_t Truncated(double value)
         std::clamp(value, static_cast<double>(Limits::min()), static_cast<double>(Limits::max())));
 }
 
-float Single(double value)
+float singleOf(double value)
 {
     constexpr auto kLargest = static_cast<double>(std::numeric_limits<float>::max());
     return std::isnan(value) ? 0.0F : static_cast<float>(std::clamp(value, -kLargest, kLargest));
 }
 
-QString Text(const char* bytes, std::size_t size)
+QString textOf(const char* bytes, std::size_t size)
 {
     constexpr int kUtf8Mib = 106;
     constexpr std::size_t kLongest = std::numeric_limits<int>::max();
@@ -36,7 +36,7 @@ QString Text(const char* bytes, std::size_t size)
     return isUtf8 ? text : QString::fromLatin1(bytes, length);
 }
 
-std::string CutText(const std::string& utf8, std::size_t most)
+std::string cutText(const std::string& utf8, std::size_t most)
 {
     constexpr unsigned kLeadMask = 0xC0;
     constexpr unsigned kFollower = 0x80;

@@ -12,20 +12,20 @@
 namespace simvalue {
 
 /// The integer part, kept within the limits of its type; 0 for what isn't a number.
-std::int32_t Truncated(double value);
+std::int32_t truncated(double value);
 
 /// In single precision, kept finite; 0 for what isn't a number.
-float Single(double value);
+float singleOf(double value);
 
 /// A text up to its first zero, or all of it: UTF-8, or Latin-1 where it isn't that.
-QString Text(const char* bytes, std::size_t size);
+QString textOf(const char* bytes, std::size_t size);
 template <std::size_t kSize>
-QString Text(const std::array<char, kSize>& bytes)
+QString textOf(const std::array<char, kSize>& bytes)
 {
-    return Text(bytes.data(), kSize);
+    return textOf(bytes.data(), kSize);
 }
 
 /// UTF-8 of at most so many bytes, cut between two characters.
-std::string CutText(const std::string& utf8, std::size_t most);
+std::string cutText(const std::string& utf8, std::size_t most);
 
 } // namespace simvalue

@@ -17,7 +17,7 @@ namespace {
 constexpr char kUserAgent[] = "Cirrilon 3.0";
 constexpr int kMaxRedirects = 5;
 
-QNetworkRequest MakeRequest(const QUrl& url)
+QNetworkRequest makeRequest(const QUrl& url)
 {
     QNetworkRequest request(url);
     request.setRawHeader("User-Agent", kUserAgent);
@@ -29,7 +29,7 @@ QNetworkRequest MakeRequest(const QUrl& url)
     return request;
 }
 
-QString RateText(double bytesPerSecond)
+QString rateText(double bytesPerSecond)
 {
     constexpr double kKilo = 1024.0;
     constexpr double kMega = kKilo * kKilo;
@@ -47,13 +47,13 @@ QString RateText(double bytesPerSecond)
 
 } // namespace
 
-bool IsWebAddress(const QUrl& url)
+bool isWebAddress(const QUrl& url)
 {
     return url.isValid() && !url.host().isEmpty()
            && (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"));
 }
 
-NetworkFactory HostNetwork()
+NetworkFactory hostNetwork()
 {
     return [] {
         return std::make_unique<QNetworkAccessManager>();
@@ -97,7 +97,7 @@ void DownloadManager::startNextDownload()
             d->reportQueueError();
             continue;
         }
-        if (d->begin(MakeRequest(url)) == nullptr) {
+        if (d->begin(makeRequest(url)) == nullptr) {
             d->output.remove();
             d->reportQueueError();
             continue;
@@ -119,10 +119,10 @@ void DownloadManager::startNextDownload()
 void DownloadManager::downloadProgress(qlonglong bytesReceived, qlonglong bytesTotal)
 {
     const qint64 elapsed =
-        d->startedMs < 0 ? 0 : aviation::Clock::Current().MonotonicMs() - d->startedMs;
+        d->startedMs < 0 ? 0 : aviation::Clock::current().MonotonicMs() - d->startedMs;
     const double speed = static_cast<double>(bytesReceived) * 1000.0
                          / static_cast<double>(std::max<qint64>(elapsed, 1));
-    Q_EMIT sigDownloadProgress(bytesReceived, bytesTotal, RateText(speed));
+    Q_EMIT sigDownloadProgress(bytesReceived, bytesTotal, rateText(speed));
 }
 
 void DownloadManager::downloadReadyRead()
@@ -159,7 +159,7 @@ void DownloadManager::downloadFinished()
 
 int DownloadManager::fetch(const QString& url, bool timed)
 {
-    const DownloadOutcome outcome = d->fetch(MakeRequest(QUrl(url)), timed);
+    const DownloadOutcome outcome = d->fetch(makeRequest(QUrl(url)), timed);
     m_lastErrorText = outcome.text;
     return outcome.code;
 }
@@ -209,7 +209,7 @@ int DownloadManager::getToBytes(const QString& url, QByteArray& data)
 int DownloadManager::getWithAuth(const QString& url, const QString& credentials, QString& text,
                                  QList<QByteArray>& headers)
 {
-    QNetworkRequest request = MakeRequest(QUrl(url));
+    QNetworkRequest request = makeRequest(QUrl(url));
     request.setRawHeader("Authorization", "Basic " + credentials.toUtf8());
     // Another server mustn't see the credentials.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
@@ -233,7 +233,7 @@ void DownloadManager::fetchToMemory(const QUrl& url)
     if (d->reply != nullptr) { // that one goes on undisturbed
         return;
     }
-    if (d->begin(MakeRequest(url)) == nullptr) {
+    if (d->begin(makeRequest(url)) == nullptr) {
         QTimer::singleShot(0, this, &DownloadManager::endFetch);
         return;
     }

@@ -17,7 +17,7 @@ class UserDialogs;
 /// Makes the network access of the calling thread.
 using NetworkFactory = std::function<std::unique_ptr<QNetworkAccessManager>()>;
 /// A QNetworkAccessManager of the host.
-NetworkFactory HostNetwork();
+NetworkFactory hostNetwork();
 
 /// What a download may take at most.
 struct DownloadLimits
@@ -49,7 +49,7 @@ struct DownloadAnswer
 };
 
 /// True for an address of http or https with a host.
-bool IsWebAddress(const QUrl& url);
+bool isWebAddress(const QUrl& url);
 
 /// The one HTTP client of the program, an instance for each occasion, used on one thread. The queue
 /// face (append) fetches addresses one after the other into files of the temporary folder and

@@ -45,7 +45,7 @@ bool DownloadManager::Private::stopped() const
 
 void DownloadManager::Private::startClock()
 {
-    startedMs = aviation::Clock::Current().MonotonicMs();
+    startedMs = aviation::Clock::current().MonotonicMs();
 }
 
 QNetworkReply* DownloadManager::Private::begin(const QNetworkRequest& request)
@@ -57,7 +57,7 @@ QNetworkReply* DownloadManager::Private::begin(const QNetworkRequest& request)
     tooLarge = false;
     if (stopped()) {
         outcome = {QNetworkReply::OperationCanceledError, QStringLiteral("The program ends")};
-    } else if (!IsWebAddress(request.url())) {
+    } else if (!isWebAddress(request.url())) {
         outcome = {QNetworkReply::ProtocolUnknownError,
                    QStringLiteral("Not an address of http or https: ")
                        + request.url().toDisplayString()};

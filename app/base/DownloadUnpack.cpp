@@ -9,7 +9,7 @@ namespace {
 constexpr int kShortestPacked = 5; // bytes
 
 /// Empty, or why the target holds nothing.
-QString Gunzip(const QString& source, const QString& target)
+QString gunzip(const QString& source, const QString& target)
 {
     QFile packed(source);
     // In place: flushing half a dozen megabytes to the disk would stop the window.
@@ -47,7 +47,7 @@ QByteArray DownloadManager::gUncompress(const QByteArray& data)
 
 void DownloadManager::gunzipFile(const QString& source, const QString& target, QString* reason)
 {
-    const QString error = Gunzip(source, target);
+    const QString error = gunzip(source, target);
     if (reason != nullptr) {
         *reason = error;
     }

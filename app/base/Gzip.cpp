@@ -102,7 +102,7 @@ private:
     bool m_done = false;
 };
 
-GzipResult Inflated(const QByteArray& compressed, int windowBits, qint64 limit)
+GzipResult inflated(const QByteArray& compressed, int windowBits, qint64 limit)
 {
     try {
         return Inflater(compressed, windowBits, limit).run();
@@ -115,10 +115,10 @@ GzipResult Inflated(const QByteArray& compressed, int windowBits, qint64 limit)
 
 GzipResult inflateGzip(const QByteArray& compressed, qint64 limit)
 {
-    return Inflated(compressed, kGzipWindowBits, limit);
+    return inflated(compressed, kGzipWindowBits, limit);
 }
 
 GzipResult inflateZlibOrGzip(const QByteArray& compressed, qint64 limit)
 {
-    return Inflated(compressed, kEitherWindowBits, limit);
+    return inflated(compressed, kEitherWindowBits, limit);
 }

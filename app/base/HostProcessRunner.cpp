@@ -13,7 +13,7 @@ constexpr int kSliceMs = 50;
 constexpr int kClosedOutputMs = 10;
 constexpr int kKillWaitMs = 500;
 
-void PassOutput(QProcess& process, const std::function<void(const QString&)>& output)
+void passOutput(QProcess& process, const std::function<void(const QString&)>& output)
 {
     const QByteArray chunk = process.readAll();
     if (!chunk.isEmpty() && output) {
@@ -21,7 +21,7 @@ void PassOutput(QProcess& process, const std::function<void(const QString&)>& ou
     }
 }
 
-QString Unfinished(const StopFlag& stop, int timeoutMs)
+QString unfinished(const StopFlag& stop, int timeoutMs)
 {
     return stop.raised() ? QStringLiteral("stopped, since the program ends")
                          : QStringLiteral("still running after %1 s").arg(timeoutMs / 1000);
@@ -57,14 +57,14 @@ ProcessResult HostProcessRunner::runUnlessStopped(const QString& program,
         if (!process.waitForReadyRead(kSliceMs)) {
             process.waitForFinished(kClosedOutputMs); // it may have closed its output and run on
         }
-        PassOutput(process, output);
+        passOutput(process, output);
     }
-    PassOutput(process, output);
+    passOutput(process, output);
     result.finished = result.started && process.state() == QProcess::NotRunning;
     if (!result.started) {
         result.error = process.errorString();
     } else if (!result.finished) {
-        result.error = Unfinished(stop, timeoutMs);
+        result.error = unfinished(stop, timeoutMs);
         process.kill();
         process.waitForFinished(kKillWaitMs);
     } else if (process.exitStatus() == QProcess::CrashExit) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kOctalBase = 8;
 
-bool IsLineEnd(char c)
+bool isLineEnd(char c)
 {
     return c == '\n' || c == '\r';
 }
@@ -82,7 +82,7 @@ private:
         } else if (digitValue(c, kOctalBase) >= 0) {
             --m_at;
             readNumber(kOctalBase);
-        } else if (IsLineEnd(c)) {
+        } else if (isLineEnd(c)) {
             skipSecondLineEnd(c);
         }
     }
@@ -104,7 +104,7 @@ private:
 
     void skipSecondLineEnd(char first)
     {
-        if (m_at < m_text.size() && IsLineEnd(m_text[m_at]) && m_text[m_at] != first) {
+        if (m_at < m_text.size() && isLineEnd(m_text[m_at]) && m_text[m_at] != first) {
             ++m_at;
         }
     }
@@ -134,14 +134,14 @@ private:
 };
 
 /// Contents of "@Name(...)", or a null string for another form.
-QString TypedContents(const QString& text, QLatin1String start)
+QString typedContents(const QString& text, QLatin1String start)
 {
     return text.startsWith(start) && text.endsWith(QLatin1Char(')'))
                ? text.mid(start.size(), text.size() - start.size() - 1)
                : QString();
 }
 
-QVariant ValueOf(const QStringList& parts)
+QVariant valueOf(const QStringList& parts)
 {
     const QString& text = parts.front();
     if (parts.size() > 1) {
@@ -156,16 +156,16 @@ QVariant ValueOf(const QStringList& parts)
     if (text == QLatin1String("@Invalid()")) {
         return {};
     }
-    const QString bytes = TypedContents(text, QLatin1String("@ByteArray("));
+    const QString bytes = typedContents(text, QLatin1String("@ByteArray("));
     if (!bytes.isNull()) {
         return bytes.toLatin1();
     }
-    const QString contents = TypedContents(text, QLatin1String("@String("));
+    const QString contents = typedContents(text, QLatin1String("@String("));
     return contents.isNull() ? QVariant(parts) : QVariant(contents);
 }
 
 /// One hexadecimal number of `digits` digits, or -1.
-int HexAt(std::string_view text, std::size_t at, std::size_t digits)
+int hexAt(std::string_view text, std::size_t at, std::size_t digits)
 {
     if (text.size() < at + digits) {
         return -1;
@@ -181,14 +181,14 @@ int HexAt(std::string_view text, std::size_t at, std::size_t digits)
     return code;
 }
 
-QString KeyOf(std::string_view text)
+QString keyOf(std::string_view text)
 {
     QString key;
     for (std::size_t at = 0; at < text.size(); ++at) {
         const bool wide = text[at] == '%' && at + 1 < text.size() && text[at + 1] == 'U';
         const std::size_t first = at + (wide ? 2 : 1);
         const std::size_t digits = wide ? 4 : 2;
-        const int code = text[at] == '%' ? HexAt(text, first, digits) : -1;
+        const int code = text[at] == '%' ? hexAt(text, first, digits) : -1;
         if (code >= 0) {
             key += QChar(static_cast<ushort>(code));
             at = first + digits - 1;
@@ -224,7 +224,7 @@ private:
         while (m_at < m_text.size()) {
             if (m_text[m_at] == ';') {
                 m_at = std::min(m_text.find_first_of("\r\n", m_at), m_text.size());
-            } else if (isBlank(m_text[m_at]) || IsLineEnd(m_text[m_at])) {
+            } else if (isBlank(m_text[m_at]) || isLineEnd(m_text[m_at])) {
                 ++m_at;
             } else {
                 return true;
@@ -242,7 +242,7 @@ private:
                 skipEscaped();
             } else if (c == '"') {
                 inQuotes = !inQuotes;
-            } else if (!inQuotes && (IsLineEnd(c) || c == ';')) {
+            } else if (!inQuotes && (isLineEnd(c) || c == ';')) {
                 return;
             }
         }
@@ -261,7 +261,7 @@ private:
 
 /// "[General]" has no prefix; a section that really has this name is written as "[%General]". Both
 /// are compared as they stand: "[%25General]" is the section "%General".
-QString SectionPrefix(std::string_view line)
+QString sectionPrefix(std::string_view line)
 {
     const std::string_view name = trimmed(line.substr(1, line.find(']') - 1));
     const QString written = QString::fromLatin1(name.data(), static_cast<int>(name.size()));
@@ -269,7 +269,7 @@ QString SectionPrefix(std::string_view line)
         return {};
     }
     const bool marked = written.compare(QLatin1String("%general"), Qt::CaseInsensitive) == 0;
-    return (marked ? written.mid(1) : KeyOf(name)) + QLatin1Char('/');
+    return (marked ? written.mid(1) : keyOf(name)) + QLatin1Char('/');
 }
 
 } // namespace
@@ -283,10 +283,10 @@ std::vector<Line> parse(const QByteArray& text)
     for (std::string_view line; lines.next(line);) {
         const std::size_t equals = line.find('=');
         if (line.front() == '[') {
-            prefix = SectionPrefix(line);
+            prefix = sectionPrefix(line);
         } else if (equals != std::string_view::npos) {
-            all.push_back({prefix + KeyOf(trimmed(line.substr(0, equals))),
-                           ValueOf(ValueReader(line.substr(equals + 1)).read())});
+            all.push_back({prefix + keyOf(trimmed(line.substr(0, equals))),
+                           valueOf(ValueReader(line.substr(equals + 1)).read())});
         }
     }
     return all;

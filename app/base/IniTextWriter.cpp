@@ -10,13 +10,13 @@ namespace initext {
 
 namespace {
 
-QByteArray EscapedUnit(ushort unit)
+QByteArray escapedUnit(ushort unit)
 {
     return "\\x" + QByteArray::number(static_cast<uint>(unit), kHexBase);
 }
 
 /// A hexadecimal digit straight behind a number escape would be read as part of it.
-QByteArray EscapedText(const QString& text)
+QByteArray escapedText(const QString& text)
 {
     QByteArray escaped;
     bool behindNumber = false;
@@ -33,23 +33,23 @@ QByteArray EscapedText(const QString& text)
         } else if (unit == 0) {
             escaped += "\\0";
         } else {
-            escaped += asNumber ? EscapedUnit(unit) : QByteArray(1, c);
+            escaped += asNumber ? escapedUnit(unit) : QByteArray(1, c);
         }
         behindNumber = asNumber && named == kEscapes.end();
     }
     return escaped;
 }
 
-QByteArray QuotedIfNeeded(const QString& text)
+QByteArray quotedIfNeeded(const QString& text)
 {
-    const QByteArray escaped = EscapedText(text);
+    const QByteArray escaped = escapedText(text);
     const bool quotes = escaped.contains(';') || escaped.contains(',') || escaped.contains('=')
                         || escaped.startsWith(' ') || escaped.endsWith(' ')
                         || text.endsWith(QLatin1Char('\t')); // its escape alone is trimmed
     return quotes ? '"' + escaped + '"' : escaped;
 }
 
-QString PlainText(const QVariant& value)
+QString plainText(const QVariant& value)
 {
     const QString text = value.toString();
     if (text.contains(QChar(QChar::Null))) {
@@ -58,11 +58,11 @@ QString PlainText(const QVariant& value)
     return text.startsWith(QLatin1Char('@')) ? QLatin1Char('@') + text : text;
 }
 
-QByteArray ListText(const QStringList& parts)
+QByteArray listText(const QStringList& parts)
 {
     QByteArrayList texts;
     for (const QString& part : parts) {
-        texts.append(QuotedIfNeeded(part));
+        texts.append(quotedIfNeeded(part));
     }
     return texts.join(", ");
 }
@@ -75,14 +75,14 @@ QByteArray valueText(const QVariant& value)
         return "@Invalid()";
     }
     if (value.type() == QVariant::StringList) {
-        return ListText(value.toStringList());
+        return listText(value.toStringList());
     }
     if (value.type() == QVariant::ByteArray) {
         const QByteArray bytes = value.toByteArray();
-        return QuotedIfNeeded(QLatin1String("@ByteArray(")
+        return quotedIfNeeded(QLatin1String("@ByteArray(")
                               + QLatin1String(bytes.constData(), bytes.size()) + QLatin1Char(')'));
     }
-    return QuotedIfNeeded(PlainText(value));
+    return quotedIfNeeded(plainText(value));
 }
 
 QByteArray keyText(const QString& key)

@@ -54,7 +54,7 @@ bool JobThread::stopped() const
 
 void JobThread::sleepUnlessStopped(int milliseconds) const
 {
-    SleepUnless([this] { return stopped(); }, milliseconds);
+    sleepUnless([this] { return stopped(); }, milliseconds);
 }
 
 void JobThread::addJob(const Job& job)

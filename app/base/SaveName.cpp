@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kLongestName = 200; // bytes; file systems take 255, and a number may follow
 
-bool IsForbidden(QChar character)
+bool isForbidden(QChar character)
 {
     const bool sign = QStringLiteral("<>:\"|?*/\\").contains(character);
     switch (character.category()) {
@@ -24,7 +24,7 @@ bool IsForbidden(QChar character)
 }
 
 /// "COM1", "lpt9.txt" and the like are devices in every folder of some systems.
-bool IsDevice(const QString& name)
+bool isDevice(const QString& name)
 {
     const QString stem = name.section(QLatin1Char('.'), 0, 0).trimmed().toUpper();
     const bool numbered =
@@ -36,15 +36,15 @@ bool IsDevice(const QString& name)
            || stem == QLatin1String("CONIN$") || stem == QLatin1String("CONOUT$");
 }
 
-bool IsPlainFile(const QString& name)
+bool isPlainFile(const QString& name)
 {
     const bool badEnd = name.endsWith(QLatin1Char('.')) || name.endsWith(QLatin1Char(' '));
     return !name.isEmpty() && !badEnd && name.toUtf8().size() <= kLongestName
-           && std::none_of(name.cbegin(), name.cend(), IsForbidden) && !IsDevice(name);
+           && std::none_of(name.cbegin(), name.cend(), isForbidden) && !isDevice(name);
 }
 
 /// A link whose goal is missing doesn't "exist", but writing would go through it.
-bool IsTaken(const QString& path)
+bool isTaken(const QString& path)
 {
     const QFileInfo info(path);
     return info.exists() || info.isSymLink();
@@ -57,13 +57,13 @@ namespace savename {
 QString fromUrl(const QUrl& url)
 {
     const QString name = url.path().section(QLatin1Char('/'), -1);
-    return IsPlainFile(name) ? name : QStringLiteral("download");
+    return isPlainFile(name) ? name : QStringLiteral("download");
 }
 
 QString freePath(const QString& folder, const QString& name)
 {
     QString path = folder + name;
-    for (int number = 0; IsTaken(path); ++number) {
+    for (int number = 0; isTaken(path); ++number) {
         path = folder + name + QLatin1Char('.') + QString::number(number);
     }
     return path;

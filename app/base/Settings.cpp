@@ -15,7 +15,7 @@ namespace {
 /// The name that makes a file the main one.
 constexpr char kMainFileName[] = "cirrilon.ini";
 
-bool IsMain(const QString& file, Settings::FileRole role)
+bool isMain(const QString& file, Settings::FileRole role)
 {
     if (role == Settings::FileRole::ByName) {
         return QFileInfo(file).fileName() == QLatin1String(kMainFileName);
@@ -24,7 +24,7 @@ bool IsMain(const QString& file, Settings::FileRole role)
 }
 
 /// Stored values are texts or, once set in this run, what was set. Nothing for anything else.
-std::optional<QString> StoredText(const QVariant& stored)
+std::optional<QString> storedText(const QVariant& stored)
 {
     switch (static_cast<QMetaType::Type>(stored.type())) {
     case QMetaType::QString:
@@ -37,25 +37,25 @@ std::optional<QString> StoredText(const QVariant& stored)
 }
 
 /// Empty, "0" and "false" are false, every other text is true.
-bool ValueOr(const QVariant& stored, bool fallback)
+bool valueOr(const QVariant& stored, bool fallback)
 {
-    const std::optional<QString> text = StoredText(stored);
+    const std::optional<QString> text = storedText(stored);
     return text ? QVariant(*text).toBool() : fallback;
 }
 
-int ValueOr(const QVariant& stored, int fallback)
+int valueOr(const QVariant& stored, int fallback)
 {
     bool isNumber = false;
-    const int value = StoredText(stored).value_or(QString()).toInt(&isNumber);
+    const int value = storedText(stored).value_or(QString()).toInt(&isNumber);
     return isNumber ? value : fallback;
 }
 
-QString ValueOr(const QVariant& stored, const QString& fallback)
+QString valueOr(const QVariant& stored, const QString& fallback)
 {
-    return StoredText(stored).value_or(fallback);
+    return storedText(stored).value_or(fallback);
 }
 
-QByteArray ValueOr(const QVariant& stored, const QByteArray& fallback)
+QByteArray valueOr(const QVariant& stored, const QByteArray& fallback)
 {
     const bool bytes = stored.type() == QVariant::ByteArray || stored.type() == QVariant::String;
     return bytes ? stored.toByteArray() : fallback;
@@ -75,7 +75,7 @@ QStringList sortedKeys(const IniFile& values)
     return keys;
 }
 
-bool IsLatLonPair(const QString& text)
+bool isLatLonPair(const QString& text)
 {
     return text.count(QLatin1Char(':')) == 1;
 }
@@ -120,7 +120,7 @@ void Settings::load(const QString& file, FileRole role)
         log(QStringLiteral("(Settings) - can not read %1, using defaults").arg(path),
             loglevel::kWarning);
     }
-    const bool main = IsMain(file, role);
+    const bool main = isMain(file, role);
     if (main) {
         lockedAssign(m_mainFile, path);
     }
@@ -136,7 +136,7 @@ void Settings::save(const QString& file, FileRole role)
     lockedAssign(m_openFile, path);
     IniFile old;
     static_cast<void>(old.read(path)); // nothing of an unreadable file can stay
-    if (!mergedInto(old, IsMain(file, role)).write(path)) {
+    if (!mergedInto(old, isMain(file, role)).write(path)) {
         log(QStringLiteral("(Settings) - Error: can not write ") + path, loglevel::kError);
     }
 }
@@ -152,7 +152,7 @@ void Settings::take(const IniFile& values, bool main)
 #define CIRRILON_READ(type, getter, Setter, key, fallback, optionClass)                            \
     CIRRILON_READ_##optionClass(getter, Setter, key, fallback)
 #define CIRRILON_READ_OPTION(getter, Setter, key, fallback)                                        \
-    Setter(ValueOr(values.value(QStringLiteral(key)), fallback));
+    Setter(valueOr(values.value(QStringLiteral(key)), fallback));
 #define CIRRILON_SKIP_OPTION(getter, Setter, key, fallback)
 
 void Settings::readMainOptions(const IniFile& values)
@@ -163,7 +163,7 @@ void Settings::readMainOptions(const IniFile& values)
     CIRRILON_OPTIONS(CIRRILON_READ)
 #undef CIRRILON_READ_Main
 #undef CIRRILON_READ_Profile
-    if (!IsLatLonPair(mapLastPos())) {
+    if (!isLatLonPair(mapLastPos())) {
         setMapLastPos(lastPos);
     }
 }

@@ -12,15 +12,15 @@
 
 namespace {
 
-QString ListPath(const char* name, bool compressed)
+QString listPath(const char* name, bool compressed)
 {
     return compressed ? QStringLiteral("/weather_%1.gz").arg(QLatin1String(name))
                       : QStringLiteral("/metar_%1.txt").arg(QLatin1String(name));
 }
 
-QString TwoDecimals(double degrees)
+QString twoDecimals(double degrees)
 {
-    return QString::fromStdString(aviation::FixedText(degrees, 2));
+    return QString::fromStdString(aviation::fixedText(degrees, 2));
 }
 
 } // namespace
@@ -36,7 +36,7 @@ void Settings::chooseWeatherServer(aviation::RandomSource& random)
         break;
     case wxservertype::kAuto:
     case wxservertype::kExternal: // a server is chosen although the external addresses are used
-        setWeatherServer(random.Next() % 100 < 50 ? serverOne() : serverTwo());
+        setWeatherServer(random.next() % 100 < 50 ? serverOne() : serverTwo());
         break;
     default:
         break;
@@ -94,27 +94,27 @@ QString Settings::weatherUrl(const QString& path) const
 
 QString Settings::vatsimUrl(bool compressed) const
 {
-    return weatherUrl(ListPath("vatsim", compressed));
+    return weatherUrl(listPath("vatsim", compressed));
 }
 
 QString Settings::ivaoUrl(bool compressed) const
 {
-    return weatherUrl(ListPath("ivao", compressed));
+    return weatherUrl(listPath("ivao", compressed));
 }
 
 QString Settings::noaaUrl(bool compressed) const
 {
-    return weatherUrl(ListPath("noaa", compressed));
+    return weatherUrl(listPath("noaa", compressed));
 }
 
 QString Settings::fs2020Url(bool /*compressed*/) const
 {
-    return weatherUrl(ListPath("fs2020", false));
+    return weatherUrl(listPath("fs2020", false));
 }
 
 QString Settings::gribUrl(const aviation::Position& position, bool single) const
 {
     return weatherUrl(QStringLiteral("/get_gribv3.php?lat=%1&lon=%2&mode=%3")
-                          .arg(TwoDecimals(position.latitude()), TwoDecimals(position.longitude()),
+                          .arg(twoDecimals(position.latitude()), twoDecimals(position.longitude()),
                                single ? QStringLiteral("single") : QStringLiteral("multi")));
 }

@@ -7,10 +7,10 @@
 /// Sleeps by the process's clock, but gives way within a tenth of a second once `stopped()` is
 /// true. Slices are counted instead of the time, since a test's clock may stand still.
 template <typename Stopped>
-void SleepUnless(const Stopped& stopped, int milliseconds)
+void sleepUnless(const Stopped& stopped, int milliseconds)
 {
     constexpr int kSliceMs = 100;
     for (int slept = 0; slept < milliseconds && !stopped(); slept += kSliceMs) {
-        aviation::Clock::Current().SleepMs(std::min(kSliceMs, milliseconds - slept));
+        aviation::Clock::current().SleepMs(std::min(kSliceMs, milliseconds - slept));
     }
 }

@@ -15,7 +15,7 @@ struct Token
     int width;
 };
 
-std::array<Token, 7> TokensAt(aviation::Clock::UtcTime now)
+std::array<Token, 7> tokensAt(aviation::Clock::UtcTime now)
 {
     const auto day = std::chrono::floor<std::chrono::days>(now);
     const std::chrono::year_month_day date(day);
@@ -37,8 +37,8 @@ QString expandUrlTemplate(const QString& urlTemplate)
     // A token at position 0 isn't looked for: addresses begin with their scheme, and stored
     // templates count on it.
     QString behindFirst = urlTemplate.mid(1);
-    for (const Token& token : TokensAt(aviation::Clock::Current().NowUtc())) {
-        behindFirst.replace(QLatin1String(token.text), QString::fromStdString(aviation::IntegerText(
+    for (const Token& token : tokensAt(aviation::Clock::current().NowUtc())) {
+        behindFirst.replace(QLatin1String(token.text), QString::fromStdString(aviation::integerText(
                                                            token.value, token.width)));
     }
     return urlTemplate.left(1) + behindFirst;

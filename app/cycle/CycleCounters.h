@@ -21,7 +21,7 @@ struct CycleCounters
         for (std::int32_t* counter : {&msSinceUpdate, &msSinceNearestSearch, &msSinceDwc,
                                       &msSinceDownload, &msSinceVisibility})
         {
-            *counter = cycle::AddElapsed(*counter, elapsedMs);
+            *counter = cycle::addElapsed(*counter, elapsedMs);
         }
     }
 };

@@ -36,20 +36,20 @@ bool isXPlaneBefore12(aviation::FsId fsId)
 
 } // namespace
 
-std::int32_t AddElapsed(std::int32_t counter, std::int64_t elapsedMs)
+std::int32_t addElapsed(std::int32_t counter, std::int64_t elapsedMs)
 {
     constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
     const std::int64_t elapsed = std::clamp<std::int64_t>(elapsedMs, 0, kLargest);
     return static_cast<std::int32_t>(std::min(counter + elapsed, kLargest));
 }
 
-int PollTime(int setting)
+int pollTime(int setting)
 {
     constexpr int kShortest = 20;
     return std::max(kShortest, setting);
 }
 
-int PollInterval(int heightAgl, int groundSpeed, int current, int minimum, int maximum)
+int pollInterval(int heightAgl, int groundSpeed, int current, int minimum, int maximum)
 {
     if (heightAgl < 200 && groundSpeed >= 21) {
         return minimum;
@@ -60,35 +60,35 @@ int PollInterval(int heightAgl, int groundSpeed, int current, int minimum, int m
     return current;
 }
 
-double DistanceFromLastUpdate(const aviation::Position& aircraft, const aviation::Position& last)
+double distanceFromLastUpdate(const aviation::Position& aircraft, const aviation::Position& last)
 {
     return last.isKnown() ? aircraft.DistanceTo(last) : 0.0;
 }
 
-int DistanceLimitNm(int rangeNm)
+int distanceLimitNm(int rangeNm)
 {
     return rangeNm / 2;
 }
 
-bool UpdateDue(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm)
+bool updateDue(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm)
 {
     return msSinceUpdate / kMsPerSecond > updateTime || msSinceUpdate == kNever
-           || distanceNm > DistanceLimitNm(rangeNm);
+           || distanceNm > distanceLimitNm(rangeNm);
 }
 
-Remaining UntilUpdate(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm)
+Remaining untilUpdate(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm)
 {
     return {updateTime - msSinceUpdate / kMsPerSecond,
-            static_cast<int>(DistanceLimitNm(rangeNm) - distanceNm)};
+            static_cast<int>(distanceLimitNm(rangeNm) - distanceNm)};
 }
 
-int UntilDownload(std::int32_t msSinceDownload)
+int untilDownload(std::int32_t msSinceDownload)
 {
     constexpr int kShownInterval = 900;
     return kShownInterval - msSinceDownload / kMsPerSecond;
 }
 
-PrepareJob PrepareJobFor(const Simulator& simulator, int weatherMode, const PrepareNames& names)
+PrepareJob prepareJobFor(const Simulator& simulator, int weatherMode, const PrepareNames& names)
 {
     const bool files = weatherMode == weathermode::kFiles;
     switch (simulator.interfaceType) {
@@ -111,19 +111,19 @@ PrepareJob PrepareJobFor(const Simulator& simulator, int weatherMode, const Prep
     return {classic ? weatherjob::kXPlaneRecord : weatherjob::kXPlane12Record, QString(), false};
 }
 
-QString ThemeFile(int interfaceSetting, const QString& tmpFolder, const QString& simPath)
+QString themeFile(int interfaceSetting, const QString& tmpFolder, const QString& simPath)
 {
     return interfaceSetting == aviation::interfaceid::kBridge
                ? tmpFolder + QStringLiteral("cirrilon")
                : simPath + QStringLiteral("/Weather/themes/cirrilon");
 }
 
-bool HasVisibilitySteps(const Simulator& simulator)
+bool hasVisibilitySteps(const Simulator& simulator)
 {
     return isClassicXPlane(simulator);
 }
 
-std::int32_t VisibilityAt(float surfaceVisibility, int heightAgl, int maximumKm)
+std::int32_t visibilityAt(float surfaceVisibility, int heightAgl, int maximumKm)
 {
     constexpr int kLowHeight = 100; // feet
     constexpr double kLargest = std::numeric_limits<std::int32_t>::max();
@@ -136,13 +136,13 @@ std::int32_t VisibilityAt(float surfaceVisibility, int heightAgl, int maximumKm)
     return static_cast<std::int32_t>(std::min(raised, limit));
 }
 
-int NextSource(int source)
+int nextSource(int source)
 {
     constexpr int kLastSource = 3;
     return source + 1 > kLastSource ? 1 : source + 1;
 }
 
-const char* DwcObstacle(aviation::FsId fsId)
+const char* dwcObstacle(aviation::FsId fsId)
 {
     switch (fsId) {
     case aviation::fsid::kPrepar3dV4:
@@ -156,11 +156,11 @@ const char* DwcObstacle(aviation::FsId fsId)
     }
 }
 
-WindWay WindWayFor(const Simulator& simulator)
+WindWay windWayFor(const Simulator& simulator)
 {
     // SimConnect alone can't set a wind.
     if (simulator.interfaceType == aviation::interfaceid::kSimConnect
-        || DwcObstacle(simulator.fsId) != nullptr)
+        || dwcObstacle(simulator.fsId) != nullptr)
     {
         return WindWay::None;
     }
@@ -169,12 +169,12 @@ WindWay WindWayFor(const Simulator& simulator)
     return xplane ? WindWay::Layers : WindWay::AtAircraft;
 }
 
-bool TakesWindFromFiles(aviation::FsId fsId, int weatherMode)
+bool takesWindFromFiles(aviation::FsId fsId, int weatherMode)
 {
     return isXPlaneBefore12(fsId) && weatherMode == weathermode::kFiles;
 }
 
-int NextReconnectDelay(int lastDelayMs)
+int nextReconnectDelay(int lastDelayMs)
 {
     constexpr int kFirst = 10000;
     constexpr int kLongest = 160000;

@@ -27,22 +27,22 @@ struct Simulator
 };
 
 /// A counter after some time; it stops at the largest number.
-std::int32_t AddElapsed(std::int32_t counter, std::int64_t elapsedMs);
+std::int32_t addElapsed(std::int32_t counter, std::int64_t elapsedMs);
 
 /// A polling time of the settings, ms, kept to what the event loop can bear.
-int PollTime(int setting);
+int pollTime(int setting);
 /// Interval of the polling of the simulator, ms: `minimum` near the ground and moving, `maximum`
 /// otherwise. The gap between the thresholds is hysteresis. Height above ground in feet, ground
 /// speed in knots, `current` the interval now.
-int PollInterval(int heightAgl, int groundSpeed, int current, int minimum, int maximum);
+int pollInterval(int heightAgl, int groundSpeed, int current, int minimum, int maximum);
 
 /// NM from the aircraft to where weather was last set; 0 when that is unknown.
-double DistanceFromLastUpdate(const aviation::Position& aircraft, const aviation::Position& last);
+double distanceFromLastUpdate(const aviation::Position& aircraft, const aviation::Position& last);
 
 /// Half the range in whole NM: farther away new weather is due.
-int DistanceLimitNm(int rangeNm);
+int distanceLimitNm(int rangeNm);
 /// New weather by time or by distance. Times in seconds but for the counter.
-bool UpdateDue(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm);
+bool updateDue(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm);
 
 /// Seconds and NM that are left until the next update; below 0 when it is overdue.
 struct Remaining
@@ -50,11 +50,11 @@ struct Remaining
     int seconds = 0;
     int distanceNm = 0;
 };
-Remaining UntilUpdate(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm);
+Remaining untilUpdate(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm);
 
 /// Seconds left until a download as they are displayed. The 900 seconds deliberately don't follow
 /// the setting of the download interval.
-int UntilDownload(std::int32_t msSinceDownload);
+int untilDownload(std::int32_t msSinceDownload);
 
 /// A job for the weather worker that prepares the weather.
 struct PrepareJob
@@ -70,22 +70,22 @@ struct PrepareNames
     QString themeFile;   ///< path without extension
 };
 /// `weatherMode` 1 asks for weather files.
-PrepareJob PrepareJobFor(const Simulator& simulator, int weatherMode, const PrepareNames& names);
+PrepareJob prepareJobFor(const Simulator& simulator, int weatherMode, const PrepareNames& names);
 /// The weather theme file without extension: through the bridge it lies in the temporary folder.
-QString ThemeFile(int interfaceSetting, const QString& tmpFolder, const QString& simPath);
+QString themeFile(int interfaceSetting, const QString& tmpFolder, const QString& simPath);
 
 /// X-Plane whose visibility follows the height of the aircraft.
-bool HasVisibilitySteps(const Simulator& simulator);
+bool hasVisibilitySteps(const Simulator& simulator);
 /// Metres to set: the surface value and twice the height in feet, cut off, at most
 /// `maximumKm` x 1000; below 100 ft the surface value as it is.
-std::int32_t VisibilityAt(float surfaceVisibility, int heightAgl, int maximumKm);
+std::int32_t visibilityAt(float surfaceVisibility, int heightAgl, int maximumKm);
 
 /// The next source of weather: 1, 2, 3 and 1 again.
-int NextSource(int source);
+int nextSource(int source);
 
 /// Why direct wind control can't be used with a simulator, a text for Controller::tr; null when it
 /// can.
-const char* DwcObstacle(aviation::FsId fsId);
+const char* dwcObstacle(aviation::FsId fsId);
 
 /// How direct wind control reaches a simulator: as one wind at the aircraft, as layers of X-Plane,
 /// or not at all.
@@ -95,11 +95,11 @@ enum class WindWay
     AtAircraft,
     Layers
 };
-WindWay WindWayFor(const Simulator& simulator);
+WindWay windWayFor(const Simulator& simulator);
 /// X-Plane before 12 reads its wind from files when `weatherMode` asks for weather files.
-bool TakesWindFromFiles(aviation::FsId fsId, int weatherMode);
+bool takesWindFromFiles(aviation::FsId fsId, int weatherMode);
 
 /// The wait in front of the next attempt to connect, ms: 10 s, doubling up to 160 s.
-int NextReconnectDelay(int lastDelayMs);
+int nextReconnectDelay(int lastDelayMs);
 
 } // namespace cycle

@@ -25,15 +25,15 @@ DirectWind::~DirectWind() = default;
 void DirectWind::update(const cycle::Simulator& simulator,
                         const aviation::structs::AircraftData& aircraft, bool ready)
 {
-    const cycle::WindWay way = cycle::WindWayFor(simulator);
+    const cycle::WindWay way = cycle::windWayFor(simulator);
     if (!m_settings.fsWindDwc() || !ready || way == cycle::WindWay::None) {
         hide();
         return;
     }
     // Only the time of the ticks that come this far counts, so that the reports are searched anew
     // every two minutes.
-    m_msSinceDwcSearch = cycle::AddElapsed(m_msSinceDwcSearch, m_clock.lapMs());
-    if (cycle::TakesWindFromFiles(simulator.fsId, m_settings.weatherMode())) {
+    m_msSinceDwcSearch = cycle::addElapsed(m_msSinceDwcSearch, m_clock.lapMs());
+    if (cycle::takesWindFromFiles(simulator.fsId, m_settings.weatherMode())) {
         const QString text = tr("no DWC, XPlane weather file mode");
         m_view.OnStatusbarStatus(text);
         show(text);
@@ -76,7 +76,7 @@ void DirectWind::sendWindAtAircraft()
 {
     m_model->Step();
     m_windUnderWay = true;
-    m_posts.toSimulator(Job(connectjob::kWindAtAircraft, windtexts::JobName(m_model->GetWind())));
+    m_posts.toSimulator(Job(connectjob::kWindAtAircraft, windtexts::jobName(m_model->GetWind())));
     m_shown = true;
     m_view.SetTargetWind(m_model->GetWind());
     const aviation::weather::Wind& target = m_model->windTarget();
@@ -94,7 +94,7 @@ void DirectWind::sendLayers()
     m_windUnderWay = true;
     m_posts.toSimulator(
         Job(connectjob::kSetWindLayers, m_model->GetXPlaneLayers(), QStringLiteral("Set XPWind")));
-    show(windtexts::Layers(m_model->GetXPlaneLayers()));
+    show(windtexts::layersText(m_model->GetXPlaneLayers()));
 }
 
 void DirectWind::show(const QString& text)

@@ -12,7 +12,7 @@ public:
     /// Milliseconds since the last call; 0 at the first one, which only starts the clock.
     std::int64_t lapMs()
     {
-        const std::int64_t now = aviation::Clock::Current().MonotonicMs();
+        const std::int64_t now = aviation::Clock::current().MonotonicMs();
         const std::int64_t elapsed = now - m_last.value_or(now);
         m_last = now;
         return elapsed;

@@ -25,14 +25,14 @@ bool synopIsBetter(double metarNm, double synopNm, const Synop& synop, bool meta
 
 } // namespace
 
-Metar MetarOfSynop(const Synop& synop)
+Metar metarOfSynop(const Synop& synop)
 {
     Metar metar;
     synop.ToMetar(metar);
     return metar;
 }
 
-Metar ForAircraft(Metar metar, Synop& synop, const aviation::Position& aircraft,
+Metar forAircraft(Metar metar, Synop& synop, const aviation::Position& aircraft,
                   aviation::Clock::UtcTime now)
 {
     const double metarNm = metar.DistanceTo(aircraft);
@@ -43,11 +43,11 @@ Metar ForAircraft(Metar metar, Synop& synop, const aviation::Position& aircraft,
     if (synopNm < kNearSynopNm) {
         metar.setVisFromSynop(synop.visibility());
     }
-    const bool old = aviation::IsTimeGroupOld(metar.timeGroup(), now);
-    return synopIsBetter(metarNm, synopNm, synop, old) ? MetarOfSynop(synop) : metar;
+    const bool old = aviation::isTimeGroupOld(metar.timeGroup(), now);
+    return synopIsBetter(metarNm, synopNm, synop, old) ? metarOfSynop(synop) : metar;
 }
 
-Metar MetarForRequest(Metar metar, const Synop& synop, int error)
+Metar metarForRequest(Metar metar, const Synop& synop, int error)
 {
     if (error == weathererror::kNoMetar && synop.isKnown()) {
         synop.ToMetar(metar);
@@ -55,7 +55,7 @@ Metar MetarForRequest(Metar metar, const Synop& synop, int error)
     return metar;
 }
 
-std::vector<Metar> ForRequest(Metar metar, const Synop& synop, const aviation::Position& aircraft,
+std::vector<Metar> forRequest(Metar metar, const Synop& synop, const aviation::Position& aircraft,
                               const Request& request)
 {
     std::vector<Metar> shown;
@@ -65,7 +65,7 @@ std::vector<Metar> ForRequest(Metar metar, const Synop& synop, const aviation::P
     // Without a place there is no SYNOP that a report could be made of.
     if (request.error != weathererror::kNoSynop && synop.isKnown()) {
         if (metar.icao() != request.icao) {
-            shown.push_back(MetarOfSynop(synop));
+            shown.push_back(metarOfSynop(synop));
         } else if (synop.DistanceTo(aircraft) < kNearSynopNm) {
             metar.setVisFromSynop(synop.visibility());
         }

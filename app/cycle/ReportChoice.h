@@ -13,10 +13,10 @@
 namespace reportchoice {
 
 /// The METAR made of a SYNOP.
-aviation::weather::Metar MetarOfSynop(const aviation::weather::Synop& synop);
+aviation::weather::Metar metarOfSynop(const aviation::weather::Synop& synop);
 
 /// The report of the periodic display. Decodes the SYNOP where that hasn't happened.
-aviation::weather::Metar ForAircraft(aviation::weather::Metar metar,
+aviation::weather::Metar forAircraft(aviation::weather::Metar metar,
                                      aviation::weather::Synop& synop,
                                      const aviation::Position& aircraft,
                                      aviation::Clock::UtcTime now);
@@ -29,11 +29,11 @@ struct Request
     std::wstring taf; ///< of the METAR's station; empty when it isn't wanted
 };
 /// The METAR itself, or the SYNOP made into one where there is no METAR (error 7).
-aviation::weather::Metar MetarForRequest(aviation::weather::Metar metar,
+aviation::weather::Metar metarForRequest(aviation::weather::Metar metar,
                                          const aviation::weather::Synop& synop, int error);
 /// The reports to show one after the other; the METAR is the last. `metar` is the result of
-/// MetarForRequest.
-std::vector<aviation::weather::Metar> ForRequest(aviation::weather::Metar metar,
+/// metarForRequest.
+std::vector<aviation::weather::Metar> forRequest(aviation::weather::Metar metar,
                                                  const aviation::weather::Synop& synop,
                                                  const aviation::Position& aircraft,
                                                  const Request& request);

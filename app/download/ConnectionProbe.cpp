@@ -25,17 +25,17 @@ constexpr qint64 kLargestAnswer = 64LL * 1024 * 1024;
 constexpr qint64 kLargestInflated = 64LL * 1024 * 1024; // enough to look at; keeps the window alive
 constexpr int kLargestHandshake = 16 * 1024;
 
-QString SizeText(qint64 bytes)
+QString sizeText(qint64 bytes)
 {
     return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
 }
 
-bool IsGzip(const QByteArray& data)
+bool isGzip(const QByteArray& data)
 {
     return data.startsWith("\x1f\x8b");
 }
 
-int FilledLines(QStringView text)
+int filledLines(QStringView text)
 {
     const QList<QStringView> lines = text.split(u'\n');
     return static_cast<int>(std::count_if(
@@ -52,7 +52,7 @@ int countOf(QStringView text, QStringView part)
 }
 
 /// "KMSP 011153Z ...": four letters or digits, a day and time group.
-bool LooksLikeReport(QStringView line)
+bool looksLikeReport(QStringView line)
 {
     constexpr int kIdentLength = 4;
     constexpr int kTimeLength = 7;
@@ -65,20 +65,20 @@ bool LooksLikeReport(QStringView line)
            });
 }
 
-int BareReports(QStringView text)
+int bareReports(QStringView text)
 {
     const QList<QStringView> lines = text.split(u'\n');
     return static_cast<int>(std::count_if(lines.begin(), lines.end(), [](QStringView line) {
-        return LooksLikeReport(line.trimmed());
+        return looksLikeReport(line.trimmed());
     }));
 }
 
-ProbeResult DescribePlain(const QByteArray& data)
+ProbeResult describePlain(const QByteArray& data)
 {
     const QString text = QString::fromUtf8(data);
-    const aviation::weather::WeatherBlocks blocks = aviation::weather::ExtractWeatherBlocks(text);
+    const aviation::weather::WeatherBlocks blocks = aviation::weather::extractWeatherBlocks(text);
     QStringList found;
-    const int metars = FilledLines(blocks.metars);
+    const int metars = filledLines(blocks.metars);
     const int synops = countOf(blocks.synops, u"=");
     const int tafs = countOf(blocks.tafs, u"TAF ");
     if (metars > 0) {
@@ -94,7 +94,7 @@ ProbeResult DescribePlain(const QByteArray& data)
         return {true, ConnectionProbe::tr("It is a weather file with %1.")
                           .arg(found.join(QStringLiteral(", ")))};
     }
-    const int bare = BareReports(text);
+    const int bare = bareReports(text);
     if (bare > 0) {
         return {true,
                 ConnectionProbe::tr("It holds %1 METAR reports without block marks.").arg(bare)};
@@ -103,7 +103,7 @@ ProbeResult DescribePlain(const QByteArray& data)
                        .arg(outsidetext::quoted(data))};
 }
 
-QString SocketReason(const QTcpSocket& socket)
+QString socketReason(const QTcpSocket& socket)
 {
     switch (socket.error()) {
     case QAbstractSocket::ConnectionRefusedError:
@@ -120,7 +120,7 @@ QString SocketReason(const QTcpSocket& socket)
 
 } // namespace
 
-ProbeResult DescribeWeatherAnswer(const QByteArray& data)
+ProbeResult describeWeatherAnswer(const QByteArray& data)
 {
     if (data.startsWith("GRIB")) {
         return {true, ConnectionProbe::tr("It is a GRIB file.")};
@@ -132,15 +132,15 @@ ProbeResult DescribeWeatherAnswer(const QByteArray& data)
     if (fault == serveranswer::Fault::WebPage) {
         return {false, ConnectionProbe::tr("It is a web page, not weather data.")};
     }
-    if (!IsGzip(data)) {
-        return DescribePlain(data);
+    if (!isGzip(data)) {
+        return describePlain(data);
     }
     const GzipResult inflated = inflateGzip(data, kLargestInflated);
     if (!inflated.ok()) {
         return {false,
                 ConnectionProbe::tr("It is gzip data that can't be read: %1.").arg(inflated.error)};
     }
-    ProbeResult inside = DescribePlain(inflated.data);
+    ProbeResult inside = describePlain(inflated.data);
     inside.text = ConnectionProbe::tr("It is gzip data.") + QLatin1Char(' ') + inside.text;
     return inside;
 }
@@ -209,7 +209,7 @@ void ConnectionProbe::onTimeout()
 void ConnectionProbe::testAddress(const QUrl& url)
 {
     cancel();
-    if (!IsWebAddress(url)) {
+    if (!isWebAddress(url)) {
         finish({false, tr("This is no address that begins with http:// or https://.")});
         return;
     }
@@ -225,7 +225,7 @@ void ConnectionProbe::testAddress(const QUrl& url)
 void ConnectionProbe::onFetched(const DownloadAnswer& answer)
 {
     if (answer.tooLarge) {
-        finish({false, tr("The answer is larger than %1.").arg(SizeText(kLargestAnswer))});
+        finish({false, tr("The answer is larger than %1.").arg(sizeText(kLargestAnswer))});
         return;
     }
     if (answer.status == 0) {
@@ -233,13 +233,13 @@ void ConnectionProbe::onFetched(const DownloadAnswer& answer)
         return;
     }
     const QString head =
-        tr("HTTP status %1, %2.").arg(answer.status).arg(SizeText(answer.data.size()));
+        tr("HTTP status %1, %2.").arg(answer.status).arg(sizeText(answer.data.size()));
     if (answer.error != 0) {
         finish({false, head + QLatin1Char(' ')
                            + tr("The server refuses: %1").arg(outsidetext::quoted(answer.phrase))});
         return;
     }
-    const ProbeResult inside = DescribeWeatherAnswer(answer.data);
+    const ProbeResult inside = describeWeatherAnswer(answer.data);
     finish({inside.ok, head + QLatin1Char(' ') + inside.text});
 }
 
@@ -257,7 +257,7 @@ void ConnectionProbe::testBridge(const QString& host, int port)
 
 void ConnectionProbe::onBridgeError()
 {
-    finish({false, SocketReason(*m_socket)});
+    finish({false, socketReason(*m_socket)});
 }
 
 void ConnectionProbe::onBridgeConnected()
@@ -270,19 +270,19 @@ void ConnectionProbe::sendRequest()
 {
     const FsMessage request = m_handshake->request();
     m_block.clear();
-    m_socket->write(FrameBytes(request.command, request.id, request.data));
+    m_socket->write(frameBytes(request.command, request.id, request.data));
 }
 
 void ConnectionProbe::onBridgeData()
 {
     m_block += m_socket->read(kLargestHandshake);
-    const FrameProgress progress = ProgressOf(m_block);
+    const FrameProgress progress = progressOf(m_block);
     if (progress == FrameProgress::Partial && m_block.size() < kLargestHandshake) {
         return;
     }
     FsMessage reply;
     const bool framed = m_block.startsWith('@') && progress == FrameProgress::Complete
-                        && ParseFrame(m_block, reply);
+                        && parseFrame(m_block, reply);
     // What is no frame is an empty message, which no bridge server sends.
     m_handshake->take(framed ? reply : FsMessage());
     if (m_handshake->isOpen()) {

@@ -23,7 +23,7 @@ struct ProbeResult
 
 /// Says what an answer of a weather address holds: a gzip file, the blocks of a weather file, bare
 /// reports, upper-air data, or a web page. `ok` if the program can use it. Never throws.
-ProbeResult DescribeWeatherAnswer(const QByteArray& data);
+ProbeResult describeWeatherAnswer(const QByteArray& data);
 
 /// Tests an address or a bridge server and tells what it found; never waits. One test at a time, a
 /// new one ends the one before without a result. Used on one thread, which has an event loop.

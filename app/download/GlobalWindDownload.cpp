@@ -41,7 +41,7 @@ GlobalWindDownload::GlobalWindDownload(DownloadContext context, Reporting report
 
 void GlobalWindDownload::download()
 {
-    const GlobalWindFile run = GlobalWindFile::At(aviation::Clock::Current().NowUtc());
+    const GlobalWindFile run = GlobalWindFile::at(aviation::Clock::current().NowUtc());
     const QString first = m_context.settings->weatherUrl(QStringLiteral("global_turbulence.grib"));
     if (m_context.stop->raised() || m_underWay) {
         return;

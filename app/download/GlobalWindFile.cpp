@@ -10,12 +10,12 @@ constexpr int kHoursPerCycle = 6;
 constexpr int kHoursPerDay = 24;
 constexpr std::chrono::seconds kDelay(21600); // from the start of a run to its files
 
-QString Digits(int value, int width)
+QString digits(int value, int width)
 {
-    return QString::fromStdString(aviation::IntegerText(value, width));
+    return QString::fromStdString(aviation::integerText(value, width));
 }
 
-int HourOf(aviation::Clock::UtcTime time)
+int hourOf(aviation::Clock::UtcTime time)
 {
     const auto day = std::chrono::floor<std::chrono::days>(time);
     return static_cast<int>(std::chrono::floor<std::chrono::hours>(time - day).count());
@@ -23,7 +23,7 @@ int HourOf(aviation::Clock::UtcTime time)
 
 } // namespace
 
-GlobalWindFile GlobalWindFile::At(aviation::Clock::UtcTime now)
+GlobalWindFile GlobalWindFile::at(aviation::Clock::UtcTime now)
 {
     const auto run = now - kDelay;
     const auto runDay = std::chrono::floor<std::chrono::days>(run);
@@ -31,13 +31,13 @@ GlobalWindFile GlobalWindFile::At(aviation::Clock::UtcTime now)
     const std::chrono::year_month_day date(runDay);
 
     GlobalWindFile file;
-    file.cycle = HourOf(run) / kHoursPerCycle * kHoursPerCycle;
-    const int hours = (otherDay ? kHoursPerDay : 0) - file.cycle + HourOf(now);
+    file.cycle = hourOf(run) / kHoursPerCycle * kHoursPerCycle;
+    const int hours = (otherDay ? kHoursPerDay : 0) - file.cycle + hourOf(now);
     file.step = hours / kHoursPerCycle * kHoursPerCycle;
-    file.date = Digits(static_cast<int>(date.year()), 0)
-                + Digits(static_cast<int>(static_cast<unsigned>(date.month())), 2)
-                + Digits(static_cast<int>(static_cast<unsigned>(date.day())), 2);
+    file.date = digits(static_cast<int>(date.year()), 0)
+                + digits(static_cast<int>(static_cast<unsigned>(date.month())), 2)
+                + digits(static_cast<int>(static_cast<unsigned>(date.day())), 2);
     file.name = QStringLiteral("gfs.t%1z.wafs_grb45f%2.grib2")
-                    .arg(Digits(file.cycle, 2), Digits(file.step, 2));
+                    .arg(digits(file.cycle, 2), digits(file.step, 2));
     return file;
 }

@@ -13,5 +13,5 @@ struct GlobalWindFile
     QString name;  ///< "gfs.t18z.wafs_grb45f06.grib2"
 
     /// The latest run that is out by then: it takes six hours. Pure.
-    static GlobalWindFile At(aviation::Clock::UtcTime now);
+    static GlobalWindFile at(aviation::Clock::UtcTime now);
 };

@@ -31,7 +31,7 @@ constexpr int kUpperAirKind = 3;   ///< of WeatherWrapper::initializeWeather
 
 QString twoDecimals(double value)
 {
-    return QString::fromStdString(aviation::FixedText(value, 2));
+    return QString::fromStdString(aviation::fixedText(value, 2));
 }
 
 } // namespace
@@ -162,7 +162,7 @@ int GribDownload::takeText(const aviation::Position& position, const QString& te
 bool GribDownload::mayAskRaw(const QString& address)
 {
     constexpr int kPauseMs = 60000;
-    const std::int64_t now = aviation::Clock::Current().MonotonicMs();
+    const std::int64_t now = aviation::Clock::current().MonotonicMs();
     const ScopedLock lock(m_mutex);
     if (address == m_rawUrl && m_rawAsked && now - *m_rawAsked < kPauseMs) {
         return false;

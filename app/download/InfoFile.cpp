@@ -8,13 +8,13 @@
 namespace {
 
 /// Boxes and log lines show it.
-QString VersionOf(const IniFile& file, const char* key)
+QString versionOf(const IniFile& file, const char* key)
 {
     constexpr int kLongest = 40;
     return file.text(QLatin1String(key)).simplified().left(kLongest);
 }
 
-QString AddressOf(const IniFile& file, const char* key)
+QString addressOf(const IniFile& file, const char* key)
 {
     const QString text = file.text(QLatin1String(key)).trimmed();
     const QUrl url(text, QUrl::StrictMode);
@@ -24,31 +24,31 @@ QString AddressOf(const IniFile& file, const char* key)
     return web ? text : QString();
 }
 
-double NumberOf(const IniFile& file, const char* key)
+double numberOf(const IniFile& file, const char* key)
 {
-    return aviation::NumberFromText(file.text(QLatin1String(key)).toStdWString());
+    return aviation::numberFromText(file.text(QLatin1String(key)).toStdWString());
 }
 
 } // namespace
 
-InfoFile InfoFile::Parse(const QByteArray& text)
+InfoFile InfoFile::parse(const QByteArray& text)
 {
     const IniFile file(text);
     InfoFile info;
-    info.version = VersionOf(file, "Version/cirrilonv3");
-    info.minimumVersion = VersionOf(file, "Version/cirrilonv3min");
-    info.betaVersion = VersionOf(file, "Version/cirrilonv3beta");
+    info.version = versionOf(file, "Version/cirrilonv3");
+    info.minimumVersion = versionOf(file, "Version/cirrilonv3min");
+    info.betaVersion = versionOf(file, "Version/cirrilonv3beta");
     info.info = file.text(QStringLiteral("UpdateInfo/info"));
-    info.stablePage = AddressOf(file, "UpdateInfo/UrlStableVersionManually");
-    info.stableInstaller = AddressOf(file, "UpdateInfo/UrlStableVersionAutomatic");
-    info.betaPage = AddressOf(file, "UpdateInfo/UrlBetaVersionManually");
-    info.betaInstaller = AddressOf(file, "UpdateInfo/UrlBetaVersionAutomatic");
-    info.firstServerLoad = NumberOf(file, "Serverload/wxdata");
-    info.secondServerLoad = NumberOf(file, "Serverload/wxdata2");
+    info.stablePage = addressOf(file, "UpdateInfo/UrlStableVersionManually");
+    info.stableInstaller = addressOf(file, "UpdateInfo/UrlStableVersionAutomatic");
+    info.betaPage = addressOf(file, "UpdateInfo/UrlBetaVersionManually");
+    info.betaInstaller = addressOf(file, "UpdateInfo/UrlBetaVersionAutomatic");
+    info.firstServerLoad = numberOf(file, "Serverload/wxdata");
+    info.secondServerLoad = numberOf(file, "Serverload/wxdata2");
     return info;
 }
 
-qint64 VersionNumber(const QString& version)
+qint64 versionNumber(const QString& version)
 {
     QString digits = version;
     digits.remove(QLatin1Char('.'));
@@ -57,15 +57,15 @@ qint64 VersionNumber(const QString& version)
     return isNumber && number >= 0 ? number : -1;
 }
 
-VersionState JudgeVersion(const QString& running, const InfoFile& info, bool betaWanted)
+VersionState judgeVersion(const QString& running, const InfoFile& info, bool betaWanted)
 {
-    const qint64 number = VersionNumber(running);
-    if (number < VersionNumber(info.minimumVersion)) {
+    const qint64 number = versionNumber(running);
+    if (number < versionNumber(info.minimumVersion)) {
         return VersionState::Unsupported;
     }
-    if (number < VersionNumber(info.version)) {
+    if (number < versionNumber(info.version)) {
         return VersionState::Outdated;
     }
-    const bool beta = betaWanted && number < VersionNumber(info.betaVersion);
+    const bool beta = betaWanted && number < versionNumber(info.betaVersion);
     return beta ? VersionState::BetaAvailable : VersionState::Current;
 }

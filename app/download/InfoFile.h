@@ -19,11 +19,11 @@ struct InfoFile
     double secondServerLoad = 0.0; ///< Serverload/wxdata2
 
     /// Takes any bytes; what isn't there stays as above. Pure.
-    static InfoFile Parse(const QByteArray& text);
+    static InfoFile parse(const QByteArray& text);
     /// False for an answer that is something else than an info file.
-    bool IsValid() const { return !version.isEmpty(); }
+    bool isValid() const { return !version.isEmpty(); }
     /// The first server is left at a load above 2.0.
-    bool FirstServerBusy() const { return firstServerLoad > 2.0; }
+    bool firstServerBusy() const { return firstServerLoad > 2.0; }
 };
 
 /// How a version stands to those of the info file.
@@ -37,7 +37,7 @@ enum class VersionState
 
 /// The whole number that is left of a version when its dots are removed; -1 if that isn't one. So
 /// "3.0.10" is above "3.1.0", as the numbering of the versions expects.
-qint64 VersionNumber(const QString& version);
+qint64 versionNumber(const QString& version);
 
 /// A version of the info file without a number is never newer.
-VersionState JudgeVersion(const QString& running, const InfoFile& info, bool betaWanted);
+VersionState judgeVersion(const QString& running, const InfoFile& info, bool betaWanted);

@@ -79,8 +79,8 @@ void UpdateCheck::takeFile(const QString& fileName, int error)
     if (!text) {
         return;
     }
-    const InfoFile info = InfoFile::Parse(*text);
-    if (!info.IsValid()) {
+    const InfoFile info = InfoFile::parse(*text);
+    if (!info.isValid()) {
         logNoVersion();
     } else if (m_settings.checkNewVersion()) {
         judge(info);
@@ -103,7 +103,7 @@ std::optional<QByteArray> UpdateCheck::readFile(const QString& fileName, const Q
 
 void UpdateCheck::leaveBusyServer(const InfoFile& info)
 {
-    if (!info.FirstServerBusy() || m_context.stop->raised()) {
+    if (!info.firstServerBusy() || m_context.stop->raised()) {
         return;
     }
     m_reporting.log(
@@ -117,7 +117,7 @@ void UpdateCheck::leaveBusyServer(const InfoFile& info)
 void UpdateCheck::judge(const InfoFile& info)
 {
     const VersionState state =
-        JudgeVersion(Settings::version(), info, m_settings.checkNewVersionBeta());
+        judgeVersion(Settings::version(), info, m_settings.checkNewVersionBeta());
     switch (state) {
     case VersionState::Unsupported:
         logNewVersion(info);
@@ -217,13 +217,13 @@ void UpdateCheck::checkKeptFile()
     if (!text) {
         return;
     }
-    const InfoFile info = InfoFile::Parse(*text);
-    if (!info.IsValid()) {
+    const InfoFile info = InfoFile::parse(*text);
+    if (!info.isValid()) {
         logNoVersion();
         return;
     }
     const bool betaWanted = false;
-    switch (JudgeVersion(Settings::version(), info, betaWanted)) {
+    switch (judgeVersion(Settings::version(), info, betaWanted)) {
     case VersionState::Unsupported:
         logNewVersion(info);
         warnUnsupported(info);

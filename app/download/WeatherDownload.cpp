@@ -251,7 +251,7 @@ void WeatherDownload::tryAnotherSource()
     m_reporting.log(
         QStringLiteral("(WeatherManager) - no metars founded, switch to another source"),
         loglevel::kError);
-    m_currentSource = cycle::NextSource(m_currentSource);
+    m_currentSource = cycle::nextSource(m_currentSource);
     if (m_retries >= kMostRetries) {
         m_reporting.log(QStringLiteral("(WeatherManager) - no metars founded. Download stopped"),
                         loglevel::kError);

@@ -17,7 +17,7 @@ using aviation::ScopedLock;
 namespace {
 
 /// Nothing is copied if there is nothing to copy; a failure is silent.
-void CopyOver(const QString& source, const QString& target)
+void copyOver(const QString& source, const QString& target)
 {
     const QString half = target + QStringLiteral(".part");
     QFile::remove(half);
@@ -28,7 +28,7 @@ void CopyOver(const QString& source, const QString& target)
 }
 
 /// A file that can't be inflated becomes an empty one: no reports, so another source is tried.
-QString Inflate(const WeatherFileRequest& request)
+QString inflate(const WeatherFileRequest& request)
 {
     QString reason;
     DownloadManager::gunzipFile(request.downloaded, request.inflated, &reason);
@@ -42,16 +42,16 @@ QString Inflate(const WeatherFileRequest& request)
     return fault.isEmpty() ? reason : fault;
 }
 
-WeatherFileResult Read(const WeatherFileRequest& request, const StopFlag& stop)
+WeatherFileResult readFile(const WeatherFileRequest& request, const StopFlag& stop)
 {
     WeatherFileResult result;
     const bool isPacked = !request.inflated.isEmpty();
     result.file = isPacked ? request.inflated : request.downloaded;
     if (isPacked) {
-        result.fault = Inflate(request);
+        result.fault = inflate(request);
     }
     if (!stop.raised()) {
-        CopyOver(result.file, request.copy);
+        copyOver(result.file, request.copy);
     }
     if (!stop.raised()) {
         ReportFileResult read = readReportFile(result.file);
@@ -102,7 +102,7 @@ void WeatherFileReader::run()
     }
     WeatherFileResult result;
     try {
-        result = Read(request, m_stop);
+        result = readFile(request, m_stop);
     } catch (const std::exception&) { // out of memory is all that can arrive here
         result.file = request.downloaded;
     }

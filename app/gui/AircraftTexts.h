@@ -8,14 +8,14 @@
 namespace aircrafttexts {
 
 /// "%1 T %2 Mag": a true course in degrees and its magnetic one, both in [0, 360).
-QString Course(double trueDegrees, double variation);
+QString courseText(double trueDegrees, double variation);
 /// The heading of a record. It is magnetic unless the record has a magnetic one beside it.
-QString Heading(const aviation::structs::AircraftData& data);
+QString headingText(const aviation::structs::AircraftData& data);
 /// Visibility in kilometres.
-QString Visibility(float kilometres);
+QString visibilityText(float kilometres);
 /// Direction and speed, then the magnetic direction.
-QString WindText(const aviation::weather::Wind& wind, double variation);
+QString windText(const aviation::weather::Wind& wind, double variation);
 /// UTC, of seconds since 1970.
-QString SimTime(qint64 seconds);
+QString simTimeText(qint64 seconds);
 
 } // namespace aircrafttexts

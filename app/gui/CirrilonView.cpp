@@ -121,7 +121,7 @@ void CirrilonView::connectWindowActions()
     on(Id::Flightplanner, &CirrilonView::OnOpenFlightplanner);
     connect(&debugDock(), &DockWidgetDebug::sigOpenFolder, this, &CirrilonView::openFolder);
     connect(&toolBar(), &MainToolBar::sigProfileChosen, this, &CirrilonView::OnProfileIndexChanged);
-    connect(&toolBar(), &MainToolBar::sigOpenChecklist, this, &CirrilonView::OnOpenChecklist);
+    connect(&toolBar(), &MainToolBar::sigOpenChecklist, this, &CirrilonView::onOpenChecklist);
     connect(&toolBar(), &MainToolBar::sigRecordToggled, this,
             [this](bool enabled) { m_settings.setRecorderEnable(enabled); });
     // The session may end without a word to the window.
@@ -258,7 +258,7 @@ void CirrilonView::OnOpenCirrilonFolder()
     openFolder(m_settings.workFolder());
 }
 
-void CirrilonView::OnOpenChecklist(const QString& path)
+void CirrilonView::onOpenChecklist(const QString& path)
 {
     const bool opened = m_processes.open(path);
     const QString text =

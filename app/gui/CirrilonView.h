@@ -66,7 +66,7 @@ public Q_SLOTS:
     void on_actionExit_triggered();
     void OnOpenCirrilonFolder();
     void OnLanguageChanged(QAction* action);
-    void OnOpenChecklist(const QString& path);
+    void onOpenChecklist(const QString& path);
 
 Q_SIGNALS:
     /// The window was closed and the settings are saved: the program ends.

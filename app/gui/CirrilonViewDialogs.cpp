@@ -30,7 +30,7 @@ void CirrilonView::addSubWindows()
     add(Id::AirportList, Kind::Dialog, [this] {
         auto* dialog = new DlgAirportList(m_settings.workFolder(), this);
         connect(dialog, &DlgAirportList::sigAirportsChanged, m_controller.get(),
-                &Controller::OnAirportListChanged);
+                &Controller::onAirportListChanged);
         return dialog;
     });
     add(Id::WeatherRadar, Kind::Beside, [this] {

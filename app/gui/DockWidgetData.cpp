@@ -15,22 +15,22 @@
 
 namespace {
 
-QString Number(double value, int decimals = 0)
+QString numberText(double value, int decimals = 0)
 {
     return QString::number(value, 'f', decimals);
 }
 
 /// Hundredths of a megahertz.
-QString Megahertz(std::uint16_t frequency)
+QString megahertzText(std::uint16_t frequency)
 {
     return QStringLiteral("%1.%2")
         .arg(frequency / 100)
         .arg(frequency % 100, 2, 10, QLatin1Char('0'));
 }
 
-QString ActiveAndStandby(std::uint16_t active, std::uint16_t standby)
+QString activeAndStandby(std::uint16_t active, std::uint16_t standby)
 {
-    return QStringLiteral("%1  (%2)").arg(Megahertz(active), Megahertz(standby));
+    return QStringLiteral("%1  (%2)").arg(megahertzText(active), megahertzText(standby));
 }
 
 } // namespace
@@ -81,7 +81,7 @@ void DockWidgetData::addHeading(Group group)
 {
     QLabel*& heading = m_headings[group];
     heading = new QLabel(m_contents);
-    heading->setFont(textfonts::Bold(font()));
+    heading->setFont(textfonts::bold(font()));
     if (group != kCycle) {
         heading->setContentsMargins(0, fontMetrics().height() / 2, 0, 0);
     }
@@ -240,17 +240,18 @@ void DockWidgetData::setAircraftData(const aviation::structs::AircraftData& airc
     setField(kLongitude, QStringLiteral("%1").arg(aircraft.position.longitude()));
     setField(kAltitude, feet(aircraft.altitude));
     setField(kHeight, feet(aircraft.heightAgl));
-    setField(kHeading, aircrafttexts::Heading(aircraft));
+    setField(kHeading, aircrafttexts::headingText(aircraft));
     setField(kTrack, groundTrack(aircraft));
-    setField(kVariation, Number(variation, 1) + QStringLiteral("\u00B0"));
+    setField(kVariation, numberText(variation, 1) + QStringLiteral("\u00B0"));
     setField(kTas, knots(aircraft.tas));
     setField(kGroundSpeed, knots(aircraft.groundSpeed));
     setField(kVerticalSpeed, tr("%1 ft/min").arg(aircraft.verticalSpeed));
-    setField(kWeight, tr("%1 lbs").arg(Number(static_cast<double>(aircraft.totalWeight))));
-    setField(kWind, aircrafttexts::WindText(aircraft.wind, variation));
-    setField(kTemperature, tr("%1 °C").arg(Number(static_cast<double>(aircraft.temperature), 1)));
-    setField(kVisibility, aircrafttexts::Visibility(aircraft.visibility));
-    setField(kSimTime, aircrafttexts::SimTime(aircraft.simTime));
+    setField(kWeight, tr("%1 lbs").arg(numberText(static_cast<double>(aircraft.totalWeight))));
+    setField(kWind, aircrafttexts::windText(aircraft.wind, variation));
+    setField(kTemperature,
+             tr("%1 °C").arg(numberText(static_cast<double>(aircraft.temperature), 1)));
+    setField(kVisibility, aircrafttexts::visibilityText(aircraft.visibility));
+    setField(kSimTime, aircrafttexts::simTimeText(aircraft.simTime));
 }
 
 QString DockWidgetData::groundTrack(const aviation::structs::AircraftData& aircraft)
@@ -258,8 +259,8 @@ QString DockWidgetData::groundTrack(const aviation::structs::AircraftData& aircr
     // The simulator doesn't tell the track: it is the course between the last two places.
     const bool moved = m_lastPosition.isKnown() && m_lastPosition != aircraft.position;
     if (moved && aircraft.groundSpeed > 0) {
-        m_track = aircrafttexts::Course(aviation::BearingTo(m_lastPosition, aircraft.position),
-                                        static_cast<double>(aircraft.magneticVariation));
+        m_track = aircrafttexts::courseText(aviation::BearingTo(m_lastPosition, aircraft.position),
+                                            static_cast<double>(aircraft.magneticVariation));
     }
     m_lastPosition = aircraft.position;
     return m_track.isEmpty() ? QStringLiteral("\u2013") : m_track;
@@ -270,10 +271,10 @@ void DockWidgetData::setFrequencys(const aviation::structs::RadioFrequencys& rad
     const auto set = [this](Radio radio, const QString& text) {
         m_radios[radio].value->setText(text);
     };
-    set(kComm1, ActiveAndStandby(radios.comm1active, radios.comm1standby));
-    set(kComm2, ActiveAndStandby(radios.comm2active, radios.comm2standby));
-    set(kNav1, ActiveAndStandby(radios.nav1active, radios.nav1standby));
-    set(kNav2, ActiveAndStandby(radios.nav2active, radios.nav2standby));
+    set(kComm1, activeAndStandby(radios.comm1active, radios.comm1standby));
+    set(kComm2, activeAndStandby(radios.comm2active, radios.comm2standby));
+    set(kNav1, activeAndStandby(radios.nav1active, radios.nav1standby));
+    set(kNav2, activeAndStandby(radios.nav2active, radios.nav2standby));
     set(kAdf, QString::number(radios.adf));
     set(kTransponder, QStringLiteral("%1").arg(radios.transponder, 4, 10, QLatin1Char('0')));
 }

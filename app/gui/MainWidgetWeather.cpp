@@ -35,10 +35,10 @@ const QColor kWhite(255, 255, 255);
 const QColor kLightGrey(240, 240, 240);
 const QColor kUnknownBackground(200, 30, 30);
 
-QLabel* Heading(QWidget* parent)
+QLabel* headingLabel(QWidget* parent)
 {
     auto* label = new QLabel(parent);
-    label->setFont(textfonts::Bold(label->font()));
+    label->setFont(textfonts::bold(label->font()));
     return label;
 }
 
@@ -69,7 +69,7 @@ public:
 };
 
 /// Tool tips guess whether they are rich text; this one is a report in any case.
-QString ReportToolTip(const QString& text)
+QString reportToolTip(const QString& text)
 {
     return QStringLiteral("<p style=\"white-space:pre\">") + text.toHtmlEscaped()
            + QStringLiteral("</p>");
@@ -124,10 +124,10 @@ void MainWidgetWeather::buildSearch()
 QWidget* MainWidgetWeather::buildReports()
 {
     auto* box = new QWidget(this);
-    m_reportsTitle = Heading(box);
+    m_reportsTitle = headingLabel(box);
     m_list = new ReportList(box);
     m_list->setObjectName(QStringLiteral("listWidget_metarRaw"));
-    m_list->setFont(textfonts::Fixed());
+    m_list->setFont(textfonts::fixed());
     m_list->setItemDelegate(new RowDelegate(m_list));
     m_list->setWordWrap(true);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -152,7 +152,7 @@ QWidget* MainWidgetWeather::buildReports()
 QWidget* MainWidgetWeather::buildUpperAir()
 {
     auto* box = new QWidget(this);
-    m_upperAirTitle = Heading(box);
+    m_upperAirTitle = headingLabel(box);
     m_upperAir = new UpperAirTable(box);
     m_upperAirTitle->setBuddy(m_upperAir);
     auto* column = new QVBoxLayout(box);
@@ -164,13 +164,13 @@ QWidget* MainWidgetWeather::buildUpperAir()
 
 void MainWidgetWeather::displayMetar(const aviation::weather::Metar& metar)
 {
-    const MetarRow row = MakeMetarRow(metar);
+    const MetarRow row = makeMetarRow(metar);
     if (row.text == m_lastText) {
         return;
     }
     m_lastText = row.text;
     auto* item = new QListWidgetItem(row.text);
-    item->setToolTip(ReportToolTip(row.decoded));
+    item->setToolTip(reportToolTip(row.decoded));
     item->setBackground(m_grey ? kLightGrey : kWhite);
     item->setForeground(Qt::black); // readable on both, whatever the palette says
     item->setData(kIcaoRole, row.icao);

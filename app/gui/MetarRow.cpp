@@ -8,7 +8,7 @@ using aviation::weather::Metar;
 
 constexpr std::int32_t kNoVisibility = -1;
 
-QString RowText(const Metar& metar)
+QString rowText(const Metar& metar)
 {
     if (!metar.isKnown()) {
         return QStringLiteral("No metar found");
@@ -25,7 +25,7 @@ QString RowText(const Metar& metar)
     return text + QStringLiteral(" \nTAF ") + taf;
 }
 
-QString DecodedText(const Metar& metar)
+QString decodedText(const Metar& metar)
 {
     QString text = QString::fromStdWString(metar.GetDecodedText());
     if (metar.visFromSynop() != kNoVisibility) {
@@ -36,13 +36,13 @@ QString DecodedText(const Metar& metar)
 
 } // namespace
 
-MetarRow MakeMetarRow(const Metar& metar)
+MetarRow makeMetarRow(const Metar& metar)
 {
     MetarRow row;
-    row.text = RowText(metar);
+    row.text = rowText(metar);
     // A report made from one of a land station has its place in the other field.
     const bool land = row.text.startsWith(QLatin1String("LAND"));
     row.icao = QString::fromStdWString(land ? metar.name() : metar.icao());
-    row.decoded = DecodedText(metar);
+    row.decoded = decodedText(metar);
     return row;
 }

@@ -13,4 +13,4 @@ struct MetarRow
 };
 
 /// `metar` is decoded. A report at position (0, 0) reads "No metar found".
-MetarRow MakeMetarRow(const aviation::weather::Metar& metar);
+MetarRow makeMetarRow(const aviation::weather::Metar& metar);

@@ -25,22 +25,22 @@ enum Column
 
 constexpr std::int16_t kUnknownDegrees = -99;
 
-QString Dash()
+QString dash()
 {
     return QStringLiteral("\u2013");
 }
 
-QString Degrees(std::int16_t celsius)
+QString degreesText(std::int16_t celsius)
 {
-    return celsius == kUnknownDegrees ? Dash() : QString::number(celsius);
+    return celsius == kUnknownDegrees ? dash() : QString::number(celsius);
 }
 
-QString Rounded(float value)
+QString rounded(float value)
 {
-    return value < 0.0F ? Dash() : QString::number(static_cast<double>(value), 'f', 0);
+    return value < 0.0F ? dash() : QString::number(static_cast<double>(value), 'f', 0);
 }
 
-QString Direction(float degrees)
+QString directionText(float degrees)
 {
     const QString digits = QString::number(static_cast<double>(degrees), 'f', 0);
     return digits.rightJustified(3, QLatin1Char('0'));
@@ -110,12 +110,12 @@ void UpperAirTable::fillRow(int row, const GribLevel& level)
         setItem(row, column, cell);
     };
     set(kAltitude, QString::number(level.altitude));
-    set(kDirection, Direction(level.wind.Dir));
-    set(kSpeed, Rounded(level.wind.Speed));
-    set(kTemperature, Degrees(level.temperature));
-    set(kDewPoint, Degrees(level.dewPoint));
-    set(kHumidity, Rounded(level.humidity));
-    set(kPressure, Rounded(level.pressure));
+    set(kDirection, directionText(level.wind.Dir));
+    set(kSpeed, rounded(level.wind.Speed));
+    set(kTemperature, degreesText(level.temperature));
+    set(kDewPoint, degreesText(level.dewPoint));
+    set(kHumidity, rounded(level.humidity));
+    set(kPressure, rounded(level.pressure));
 }
 
 void UpperAirTable::changeEvent(QEvent* event)

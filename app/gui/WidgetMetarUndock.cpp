@@ -15,7 +15,7 @@ namespace {
 constexpr int kWidthInCharacters = 56;
 constexpr int kHeightInLines = 18;
 
-QLabel* PlainLabel(QWidget* parent)
+QLabel* plainLabel(QWidget* parent)
 {
     auto* label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
@@ -32,10 +32,10 @@ WidgetMetarUndock::WidgetMetarUndock(const aviation::weather::Metar& metar, QWid
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(Icons::appIcon(Icons::Name::Application));
     auto* contents = new QWidget(this);
-    m_raw = PlainLabel(contents);
-    m_raw->setFont(textfonts::Bold(textfonts::Fixed()));
+    m_raw = plainLabel(contents);
+    m_raw->setFont(textfonts::bold(textfonts::fixed()));
     m_raw->setAccessibleName(tr("Report"));
-    m_decoded = PlainLabel(contents);
+    m_decoded = plainLabel(contents);
     m_decoded->setAccessibleName(tr("Decoded report"));
     auto* line = new QFrame(contents);
     line->setFrameShape(QFrame::HLine);
@@ -60,7 +60,7 @@ WidgetMetarUndock::WidgetMetarUndock(const aviation::weather::Metar& metar, QWid
 
 void WidgetMetarUndock::setMetar(const aviation::weather::Metar& metar)
 {
-    const MetarRow row = MakeMetarRow(metar);
+    const MetarRow row = makeMetarRow(metar);
     m_icao = row.icao;
     setWindowTitle(m_icao.trimmed());
     m_raw->setText(row.text);

@@ -66,7 +66,7 @@ void WindowDialogs::open(QMessageBox::Icon icon, const QString& title, const QSt
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    UsePlainButtons(*box);
+    usePlainButtons(*box);
     box->setWindowModality(Qt::NonModal);
     m_boxes.emplace_back(box);
     box->show();
@@ -76,7 +76,7 @@ void WindowDialogs::farewell(const QString& title, const QString& text)
 {
     QMessageBox box(QMessageBox::Critical, title, text, QMessageBox::Ok, m_parent);
     box.setTextFormat(Qt::PlainText);
-    UsePlainButtons(box);
+    usePlainButtons(box);
     box.exec();
 }
 
@@ -85,7 +85,7 @@ bool WindowDialogs::question(const QString& title, const QString& text)
     QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,
                     m_parent);
     box.setTextFormat(Qt::PlainText);
-    UsePlainButtons(box);
+    usePlainButtons(box);
     box.setDefaultButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }

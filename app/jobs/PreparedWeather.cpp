@@ -154,8 +154,8 @@ void PreparedWeather::writeXPlaneFiles()
     if (m_parts.simulator.fsVersion() == aviation::fsid::kXPlane12) {
         folder += QStringLiteral("/Output/real weather");
     }
-    const XPlaneFilesResult result = WriteXPlaneFiles(folder, m_parts.prepared.xplaneMetarLines(),
-                                                      m_parts.prepared.xplaneWindLines());
+    const XPlaneFilesResult result = saveXPlaneFiles(folder, m_parts.prepared.xplaneMetarLines(),
+                                                     m_parts.prepared.xplaneWindLines());
     if (result.written) {
         Q_EMIT sigFilesSet(); // the event loop runs on meanwhile
         Q_EMIT sigWeatherSet();

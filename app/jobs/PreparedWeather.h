@@ -29,8 +29,8 @@ public:
         ConnectWorker& simulator;
         const StopFlag& stop; ///< raised: nothing is posted any more
         LogFunction log;
-        PostJob postJob; ///< to the simulator's worker
-        int settleMs;    ///< written files rest before the simulator is told to load them
+        PostJob postJob;  ///< to the simulator's worker
+        int settleMs = 0; ///< written files rest before the simulator is told to load them
     };
     explicit PreparedWeather(Parts parts, QObject* parent = nullptr);
 

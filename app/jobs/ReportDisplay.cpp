@@ -43,7 +43,7 @@ void ReportDisplay::showAtAircraft(int error, const aviation::Position& aircraft
     Synop synop;
     Grib grib;
     m_parts.worker.GetSearchResult(metar, synop, grib);
-    show(reportchoice::ForAircraft(metar, synop, aircraft, aviation::Clock::Current().NowUtc()));
+    show(reportchoice::forAircraft(metar, synop, aircraft, aviation::Clock::current().NowUtc()));
     m_parts.view.pageWeather().OnTableGribUpdate(grib);
 }
 
@@ -58,12 +58,12 @@ void ReportDisplay::showRequested(const QString& icao, int error,
     Synop synop;
     Grib grib;
     m_parts.worker.GetSearchResult(metar, synop, grib);
-    metar = reportchoice::MetarForRequest(metar, synop, error);
+    metar = reportchoice::metarForRequest(metar, synop, error);
     const QString taf = m_parts.settings.showTaf()
                             ? m_parts.store.GetTaf(QString::fromStdWString(metar.icao()))
                             : QString();
     const reportchoice::Request request{icao.toStdWString(), error, taf.toStdWString()};
-    std::vector<Metar> reports = reportchoice::ForRequest(metar, synop, aircraft, request);
+    std::vector<Metar> reports = reportchoice::forRequest(metar, synop, aircraft, request);
     const Metar last = reports.back();
     reports.pop_back();
     for (const Metar& report : reports) {

@@ -52,7 +52,7 @@ void SimulatorLink::waitForWorker()
         return m_parts.stop.raised();
     };
     do {
-        SleepUnless(stopped, kStepMs);
+        sleepUnless(stopped, kStepMs);
         if (m_parts.worker.queuedJobs() > 0 && !stopped()) {
             m_parts.worker.start();
         }
@@ -115,7 +115,7 @@ void SimulatorLink::takeLoss()
 
 void SimulatorLink::scheduleReconnect()
 {
-    m_reconnectDelayMs = cycle::NextReconnectDelay(m_reconnectDelayMs);
+    m_reconnectDelayMs = cycle::nextReconnectDelay(m_reconnectDelayMs);
     m_timerReconnect.start(m_reconnectDelayMs);
 }
 

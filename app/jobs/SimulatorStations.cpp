@@ -3,7 +3,7 @@
 #include <QDir>
 #include <QFile>
 
-SimulatorStations ReadSimulatorStations(const QString& simPath)
+SimulatorStations readSimulatorStations(const QString& simPath)
 {
     constexpr int kIcaoLength = 4;
     constexpr qint64 kLargest = 4 * 1024 * 1024; // the world has some ten thousand stations

@@ -14,4 +14,4 @@ struct SimulatorStations
 
 /// Reads "wxstationlist.bin" below the simulator's folder: text without separators, four characters
 /// an ICAO. A missing file gives an empty list with the lines that tell so.
-SimulatorStations ReadSimulatorStations(const QString& simPath);
+SimulatorStations readSimulatorStations(const QString& simPath);

@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-QString WeatherErrorText(int error)
+QString weatherErrorText(int error)
 {
     static constexpr std::array<std::pair<int, const char*>, 13> kTexts{{
         {weathererror::kNone, "No Error"},

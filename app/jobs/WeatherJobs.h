@@ -44,4 +44,4 @@ inline constexpr int kDecodeCloud = 101;
 } // namespace weathererror
 
 /// The text for a result, "unknown error" for a number without one.
-QString WeatherErrorText(int error);
+QString weatherErrorText(int error);

@@ -63,7 +63,7 @@ bool WeatherWorker::historyMode() const
 
 QString WeatherWorker::errorText(int error)
 {
-    return WeatherErrorText(error);
+    return weatherErrorText(error);
 }
 
 void WeatherWorker::GetSearchResult(Metar& metar, Synop& synop, Grib& grib) const
@@ -157,7 +157,7 @@ int WeatherWorker::decodeWeather()
 {
     constexpr int kSynopLifeSeconds = 25200;
     const QString text = weatherText();
-    const aviation::weather::WeatherBlocks blocks = aviation::weather::ExtractWeatherBlocks(text);
+    const aviation::weather::WeatherBlocks blocks = aviation::weather::extractWeatherBlocks(text);
     m_store.initializeWeather(blocks.metars, storekind::kMetar);
     m_store.initializeWeather(m_settings.synopOff() ? QStringView() : blocks.synops,
                               storekind::kSynop);

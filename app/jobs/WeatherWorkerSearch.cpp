@@ -19,7 +19,7 @@ namespace {
 
 double numberFrom(const QString& text)
 {
-    return aviation::NumberFromText(text.toStdWString());
+    return aviation::numberFromText(text.toStdWString());
 }
 
 /// Criteria of the weather search, in the order of the fields in the job's name.

@@ -50,7 +50,7 @@ void WeatherWorker::forEachStation(const Job& job, const QString& title, const S
 {
     constexpr int kListIgnoredUpTo = 10; // entries; so short a list filters nothing
     Q_EMIT sigProgress(0, 1, title);
-    const SimulatorStations known = ReadSimulatorStations(m_settings.simPath());
+    const SimulatorStations known = readSimulatorStations(m_settings.simPath());
     for (const QString& error : known.errors) {
         log(error, loglevel::kError);
     }
@@ -121,7 +121,7 @@ void WeatherWorker::prepareSimConnectString(const Station& station)
     NewWeather record;
     m_store.GenerateWeather(reports.metar, reports.synop, reports.grib, record, 0.0, station);
     std::string text = MetarString(reports.metar, reports.synop, reports.grib, record);
-    RelabelObservation(text, station.icao());
+    relabelObservation(text, station.icao());
     const ScopedLock lock(m_resultMutex);
     m_results.simConnectStrings.push_back(QString::fromStdString(text));
 }

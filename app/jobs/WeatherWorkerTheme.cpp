@@ -46,7 +46,7 @@ ThemeStation WeatherWorker::themeStation(const Position& place, double magneticV
     m_store.GenerateWeather(reports.metar, reports.synop, reports.grib, record, magneticVariation,
                             place);
     // The record holds the pressure of the report that was used in the end, in sixteenths of hPa.
-    return MakeThemeStation(record, static_cast<float>(record.Press) / 16.0F, place);
+    return makeThemeStation(record, static_cast<float>(record.Press) / 16.0F, place);
 }
 
 int WeatherWorker::PrepareWeatherFile(const Job& job)
@@ -60,7 +60,7 @@ int WeatherWorker::PrepareWeatherFile(const Job& job)
     }
     int cells = 0;
     const std::vector<Position> places =
-        ThemeGridPositions(aircraft.position, m_settings.range(), cells);
+        themeGridPositions(aircraft.position, m_settings.range(), cells);
     std::vector<ThemeStation> stations;
     const auto total = static_cast<qlonglong>(places.size());
     for (const Position& place : places) {
@@ -81,8 +81,8 @@ int WeatherWorker::PrepareWeatherFile(const Job& job)
         stations.push_back(themeStation(place, static_cast<double>(aircraft.magneticVariation)));
         sleepUnlessStopped(kPauseMs);
     }
-    ThemeGrid grid = MakeThemeGrid(std::move(stations), cells);
-    KeepNearestStation(m_previousGrid, grid, aircraft.position);
+    ThemeGrid grid = makeThemeGrid(std::move(stations), cells);
+    keepNearestStation(m_previousGrid, grid, aircraft.position);
     m_previousGrid = grid;
     if (!WriteTheme(grid, job.name)) {
         log(QStringLiteral("(Controller Weather) Can not write File to FS"), loglevel::kError);

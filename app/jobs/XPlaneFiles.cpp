@@ -23,8 +23,8 @@ bool writeLines(const QString& name, const std::vector<QString>& lines, XPlaneFi
 
 } // namespace
 
-XPlaneFilesResult WriteXPlaneFiles(const QString& folder, const std::vector<QString>& metarLines,
-                                   const std::vector<QString>& windLines)
+XPlaneFilesResult saveXPlaneFiles(const QString& folder, const std::vector<QString>& metarLines,
+                                  const std::vector<QString>& windLines)
 {
     XPlaneFilesResult result;
     result.written = writeLines(folder + QStringLiteral("/METAR.rwx"), metarLines, result)

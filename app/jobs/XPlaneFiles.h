@@ -4,7 +4,7 @@
 
 #include <vector>
 
-/// The result of WriteXPlaneFiles.
+/// The result of saveXPlaneFiles.
 struct XPlaneFilesResult
 {
     bool written = false;
@@ -14,5 +14,5 @@ struct XPlaneFilesResult
 
 /// Writes METAR.rwx and WINDS.rwx, the real weather files of X-Plane, into a folder: each entry and
 /// a line feed. Each file is complete or left as it was.
-XPlaneFilesResult WriteXPlaneFiles(const QString& folder, const std::vector<QString>& metarLines,
-                                   const std::vector<QString>& windLines);
+XPlaneFilesResult saveXPlaneFiles(const QString& folder, const std::vector<QString>& metarLines,
+                                  const std::vector<QString>& windLines);

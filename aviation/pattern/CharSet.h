@@ -75,7 +75,7 @@ struct CharSet
 
 /// Membership in a set known at compile time: a comparison or one shift.
 template <CharSet Set>
-constexpr bool Contains(wchar_t c)
+constexpr bool contains(wchar_t c)
 {
     constexpr std::uint32_t kFirst = Set.first();
     constexpr std::uint32_t kSpan = Set.span();

@@ -38,7 +38,7 @@ class Pattern
     /// A character of the pattern makes at most three nodes: itself, its quantifier, the sequence.
     /// A pattern with large counted groups doesn't fit and doesn't compile.
     static constexpr std::size_t kCapacity = 3 * sizeof(Text.text) / sizeof(wchar_t) + 16;
-    static constexpr Program<kCapacity> kProgram = Compile<kCapacity>(Text.view());
+    static constexpr Program<kCapacity> kProgram = compile<kCapacity>(Text.view());
     static constexpr std::size_t kMinLength = static_cast<std::size_t>(kProgram.minLength);
 
 public:
@@ -49,7 +49,7 @@ public:
     static constexpr std::wstring_view text() { return Text.view(); }
 
     /// Matches at the beginning of the text; for patterns that start with ^ on every way.
-    static Result MatchFront(std::wstring_view text)
+    static Result matchFront(std::wstring_view text)
     {
         static_assert(kProgram.anchored, "a pattern without ^ is searched for");
         if (text.size() < kMinLength) {
@@ -58,9 +58,9 @@ public:
         return matchAt(text, 0);
     }
 
-    /// The length of the match that MatchFront finds, for where nobody asks for its groups: noting
+    /// The length of the match that matchFront finds, for where nobody asks for its groups: noting
     /// them, and taking them back at each alternative that fails, costs much of the time.
-    static std::optional<std::size_t> FrontLength(std::wstring_view text)
+    static std::optional<std::size_t> frontLength(std::wstring_view text)
     {
         static_assert(kProgram.anchored, "a pattern without ^ is searched for");
         if (text.size() < kMinLength) {
@@ -171,7 +171,7 @@ private:
             }
         }
         for (int count = 0; count < kAt.max; ++count) {
-            if (!Contains<kAt.set>(at[count])) {
+            if (!contains<kAt.set>(at[count])) {
                 return nullptr;
             }
         }
@@ -187,7 +187,7 @@ private:
             stop = state.end - at > kAt.max ? at + kAt.max : state.end;
         }
         const wchar_t* end = at;
-        while (end != stop && Contains<kAt.set>(*end)) {
+        while (end != stop && contains<kAt.set>(*end)) {
             ++end;
         }
         if (end - at < kAt.min) {

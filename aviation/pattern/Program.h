@@ -249,7 +249,7 @@ private:
 
 /// The program of a pattern text.
 template <std::size_t Capacity>
-consteval Program<Capacity> Compile(std::wstring_view text)
+consteval Program<Capacity> compile(std::wstring_view text)
 {
     const Tree<Capacity> tree = Parser<Capacity>(text).parse();
     return Compiler<Capacity>(tree).compile();

@@ -17,7 +17,7 @@ public:
         return time_point_cast<milliseconds>(system_clock::now());
     }
 
-    std::int64_t NowSeconds() const override { return std::time(nullptr); }
+    std::int64_t nowSeconds() const override { return std::time(nullptr); }
 
     std::int64_t MonotonicMs() const override
     {
@@ -35,14 +35,14 @@ std::atomic<Clock*> installedClock{nullptr};
 
 } // namespace
 
-Clock& Clock::Current()
+Clock& Clock::current()
 {
     static SystemClock systemClock;
     Clock* clock = installedClock.load(std::memory_order_acquire);
     return clock != nullptr ? *clock : systemClock;
 }
 
-void Clock::Install(Clock* clock)
+void Clock::install(Clock* clock)
 {
     installedClock.store(clock, std::memory_order_release);
 }

@@ -20,7 +20,7 @@ public:
     /// Calendar time, UTC.
     virtual UtcTime NowUtc() const = 0;
     /// The same in whole seconds since 1970, where milliseconds don't matter: much cheaper.
-    virtual std::int64_t NowSeconds() const
+    virtual std::int64_t nowSeconds() const
     {
         return std::chrono::floor<std::chrono::seconds>(NowUtc()).time_since_epoch().count();
     }
@@ -30,9 +30,9 @@ public:
     virtual void SleepMs(int milliseconds) = 0;
 
     /// The installed clock; the system's until Install was called.
-    static Clock& Current();
+    static Clock& current();
     /// Makes `clock` the process's clock, or the system's again for a null pointer. Not owned.
-    static void Install(Clock* clock);
+    static void install(Clock* clock);
 };
 
 } // namespace aviation

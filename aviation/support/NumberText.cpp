@@ -9,25 +9,25 @@ namespace aviation {
 
 namespace {
 
-bool IsSpace(wchar_t c)
+bool isSpace(wchar_t c)
 {
     return c == L' ' || (c >= L'\t' && c <= L'\r');
 }
 
-bool IsDigit(wchar_t c)
+bool isDigit(wchar_t c)
 {
     return c >= L'0' && c <= L'9';
 }
 
-std::wstring_view WithoutLeadingSpace(std::wstring_view text)
+std::wstring_view withoutLeadingSpace(std::wstring_view text)
 {
-    while (!text.empty() && IsSpace(text.front())) {
+    while (!text.empty() && isSpace(text.front())) {
         text.remove_prefix(1);
     }
     return text;
 }
 
-std::string PaddedWithZeros(std::string digits, int width)
+std::string paddedWithZeros(std::string digits, int width)
 {
     const std::size_t wanted = width > 0 ? static_cast<std::size_t>(width) : 0;
     if (digits.size() < wanted) {
@@ -37,24 +37,24 @@ std::string PaddedWithZeros(std::string digits, int width)
     return digits;
 }
 
-std::size_t DigitsFrom(std::wstring_view text, std::size_t at)
+std::size_t digitsFrom(std::wstring_view text, std::size_t at)
 {
     std::size_t end = at;
-    while (end < text.size() && IsDigit(text[end])) {
+    while (end < text.size() && isDigit(text[end])) {
         ++end;
     }
     return end - at;
 }
 
 /// Length of "[+-]digits[.digits][e[+-]digits]" at the front, 0 if there is no digit.
-std::size_t DecimalLength(std::wstring_view text)
+std::size_t decimalLength(std::wstring_view text)
 {
     std::size_t at = !text.empty() && (text[0] == L'-' || text[0] == L'+') ? 1 : 0;
-    const std::size_t whole = DigitsFrom(text, at);
+    const std::size_t whole = digitsFrom(text, at);
     at += whole;
     std::size_t fraction = 0;
     if (at < text.size() && text[at] == L'.') {
-        fraction = DigitsFrom(text, at + 1);
+        fraction = digitsFrom(text, at + 1);
         at += 1 + fraction;
     }
     if (whole + fraction == 0) {
@@ -62,14 +62,14 @@ std::size_t DecimalLength(std::wstring_view text)
     }
     if (at < text.size() && (text[at] == L'e' || text[at] == L'E')) {
         const bool sign = at + 1 < text.size() && (text[at + 1] == L'-' || text[at + 1] == L'+');
-        const std::size_t exponent = DigitsFrom(text, at + 1 + (sign ? 1 : 0));
+        const std::size_t exponent = digitsFrom(text, at + 1 + (sign ? 1 : 0));
         at += exponent > 0 ? 1 + (sign ? 1 : 0) + exponent : 0;
     }
     return at;
 }
 
 /// What from_chars leaves open when a number is out of range: tiny ones are 0, huge ones saturate.
-double OutOfRangeValue(std::string_view digits)
+double outOfRangeValue(std::string_view digits)
 {
     const std::size_t exponentAt = digits.find_first_of("eE");
     const bool negativeExponent =
@@ -85,12 +85,12 @@ double OutOfRangeValue(std::string_view digits)
 
 } // namespace
 
-std::string IntegerText(std::int64_t value, int width)
+std::string integerText(std::int64_t value, int width)
 {
-    return PaddedWithZeros(std::to_string(value), width);
+    return paddedWithZeros(std::to_string(value), width);
 }
 
-std::string FixedText(double value, int precision, int width)
+std::string fixedText(double value, int precision, int width)
 {
     if (!std::isfinite(value)) {
         return std::isnan(value) ? "nan" : (value < 0 ? "-inf" : "inf");
@@ -98,20 +98,20 @@ std::string FixedText(double value, int precision, int width)
     std::array<char, 400> buffer{}; // the largest double has 309 digits in front of the point
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                       std::chars_format::fixed, precision);
-    return PaddedWithZeros(std::string(buffer.data(), result.ptr), width);
+    return paddedWithZeros(std::string(buffer.data(), result.ptr), width);
 }
 
-std::int32_t IntegerFromText(std::wstring_view text)
+std::int32_t integerFromText(std::wstring_view text)
 {
     constexpr std::int64_t kMax = std::numeric_limits<std::int32_t>::max();
-    text = WithoutLeadingSpace(text);
+    text = withoutLeadingSpace(text);
     const bool negative = !text.empty() && text.front() == L'-';
     if (negative || (!text.empty() && text.front() == L'+')) {
         text.remove_prefix(1);
     }
     std::int64_t value = 0;
     for (const wchar_t c : text) {
-        if (!IsDigit(c)) {
+        if (!isDigit(c)) {
             break;
         }
         value = value * 10 + (c - L'0');
@@ -123,25 +123,25 @@ std::int32_t IntegerFromText(std::wstring_view text)
     return static_cast<std::int32_t>(negative ? -value : value);
 }
 
-double NumberFromText(std::wstring_view text)
+double numberFromText(std::wstring_view text)
 {
-    text = WithoutLeadingSpace(text);
-    const std::string digits = NarrowAscii(text.substr(0, DecimalLength(text)));
+    text = withoutLeadingSpace(text);
+    const std::string digits = narrowAscii(text.substr(0, decimalLength(text)));
     if (digits.empty()) {
         return 0.0;
     }
     const char* first = digits.data() + (digits.front() == '+' ? 1 : 0);
     double value = 0.0;
     const auto result = std::from_chars(first, digits.data() + digits.size(), value);
-    return result.ec == std::errc::result_out_of_range ? OutOfRangeValue(digits) : value;
+    return result.ec == std::errc::result_out_of_range ? outOfRangeValue(digits) : value;
 }
 
-std::wstring Widen(std::string_view text)
+std::wstring widen(std::string_view text)
 {
     return {text.begin(), text.end()};
 }
 
-std::string NarrowAscii(std::wstring_view text)
+std::string narrowAscii(std::wstring_view text)
 {
     std::string narrow;
     narrow.reserve(text.size());

@@ -15,7 +15,7 @@ public:
     virtual ~RandomSource() = default;
 
     /// A whole number from 0 to 2147483647. Used by one thread at a time.
-    virtual std::int32_t Next() = 0;
+    virtual std::int32_t next() = 0;
 };
 
 /// Random numbers from a seed: equal seeds give equal rows on every platform.
@@ -23,7 +23,7 @@ class SeededRandom final : public RandomSource
 {
 public:
     explicit SeededRandom(std::uint32_t seed) : m_engine(seed) {}
-    std::int32_t Next() override { return static_cast<std::int32_t>(m_engine() & 0x7FFFFFFFU); }
+    std::int32_t next() override { return static_cast<std::int32_t>(m_engine() & 0x7FFFFFFFU); }
 
 private:
     std::mt19937 m_engine;

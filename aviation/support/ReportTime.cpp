@@ -16,7 +16,7 @@ struct UtcParts
     unsigned weekday; ///< 0 Sunday
 };
 
-UtcParts PartsOf(Clock::UtcTime now)
+UtcParts partsOf(Clock::UtcTime now)
 {
     const auto midnight = std::chrono::floor<days>(now);
     return {std::chrono::year_month_day(midnight),
@@ -24,21 +24,21 @@ UtcParts PartsOf(Clock::UtcTime now)
             std::chrono::weekday(midnight).c_encoding()};
 }
 
-int DayOf(const UtcParts& parts)
+int dayOf(const UtcParts& parts)
 {
     return static_cast<int>(static_cast<unsigned>(parts.date.day()));
 }
 
-std::string ClockText(const UtcParts& parts, bool withSeconds)
+std::string clockText(const UtcParts& parts, bool withSeconds)
 {
-    std::string text = IntegerText(parts.time.hours().count(), 2) + ":"
-                       + IntegerText(parts.time.minutes().count(), 2);
-    return withSeconds ? text + ":" + IntegerText(parts.time.seconds().count(), 2) : text;
+    std::string text = integerText(parts.time.hours().count(), 2) + ":"
+                       + integerText(parts.time.minutes().count(), 2);
+    return withSeconds ? text + ":" + integerText(parts.time.seconds().count(), 2) : text;
 }
 
 } // namespace
 
-std::int64_t ReportSeconds(std::chrono::sys_seconds now, int day, int hour, int minute)
+std::int64_t reportSeconds(std::chrono::sys_seconds now, int day, int hour, int minute)
 {
     const auto today = std::chrono::floor<days>(now);
     const std::chrono::year_month_day date(today);
@@ -53,36 +53,36 @@ std::int64_t ReportSeconds(std::chrono::sys_seconds now, int day, int hour, int 
     return reported.time_since_epoch().count();
 }
 
-bool IsTimeGroupOld(std::wstring_view timeGroup, Clock::UtcTime now)
+bool isTimeGroupOld(std::wstring_view timeGroup, Clock::UtcTime now)
 {
     constexpr int kLimitHours = 3;
-    const UtcParts parts = PartsOf(now);
-    const int day = IntegerFromText(timeGroup.substr(0, 2));
-    if (day != DayOf(parts)) {
+    const UtcParts parts = partsOf(now);
+    const int day = integerFromText(timeGroup.substr(0, 2));
+    if (day != dayOf(parts)) {
         return true;
     }
-    const int hour = timeGroup.size() > 2 ? IntegerFromText(timeGroup.substr(2, 2)) : 0;
+    const int hour = timeGroup.size() > 2 ? integerFromText(timeGroup.substr(2, 2)) : 0;
     return hour < parts.time.hours().count() - kLimitHours;
 }
 
-std::string SlashedDateTime(Clock::UtcTime now)
+std::string slashedDateTime(Clock::UtcTime now)
 {
-    const UtcParts parts = PartsOf(now);
-    return IntegerText(static_cast<int>(parts.date.year()), 4) + "/"
-           + IntegerText(static_cast<unsigned>(parts.date.month()), 2) + "/"
-           + IntegerText(DayOf(parts), 2) + " " + ClockText(parts, false);
+    const UtcParts parts = partsOf(now);
+    return integerText(static_cast<int>(parts.date.year()), 4) + "/"
+           + integerText(static_cast<unsigned>(parts.date.month()), 2) + "/"
+           + integerText(dayOf(parts), 2) + " " + clockText(parts, false);
 }
 
-std::string AscTime(Clock::UtcTime now)
+std::string ascTime(Clock::UtcTime now)
 {
     static constexpr const char* kDays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
     static constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                               "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const UtcParts parts = PartsOf(now);
-    const std::string day = std::to_string(DayOf(parts));
+    const UtcParts parts = partsOf(now);
+    const std::string day = std::to_string(dayOf(parts));
     return std::string(kDays[parts.weekday]) + " "
            + kMonths[static_cast<unsigned>(parts.date.month()) - 1] + (day.size() < 2 ? "  " : " ")
-           + day + " " + ClockText(parts, true) + " "
+           + day + " " + clockText(parts, true) + " "
            + std::to_string(static_cast<int>(parts.date.year())) + "\n";
 }
 

@@ -37,7 +37,7 @@ struct DialRange
 constexpr DialRange kRange{5, 200, 5, 40};      // NM
 constexpr DialRange kTilt{0, 20000, 500, 4000}; // feet
 
-QDial* MakeDial(const char* name, const DialRange& range, QWidget* parent)
+QDial* makeDial(const char* name, const DialRange& range, QWidget* parent)
 {
     constexpr int kStepsPerPage = 4;
     constexpr int kDialInLines = 4;
@@ -52,7 +52,7 @@ QDial* MakeDial(const char* name, const DialRange& range, QWidget* parent)
     return dial;
 }
 
-QLabel* MakeLabel(const char* name, QWidget* parent)
+QLabel* makeLabel(const char* name, QWidget* parent)
 {
     auto* label = new QLabel(parent);
     label->setObjectName(QString::fromLatin1(name));
@@ -62,7 +62,7 @@ QLabel* MakeLabel(const char* name, QWidget* parent)
 
 } // namespace
 
-QColor RadarColour(unsigned char density)
+QColor radarColour(unsigned char density)
 {
     constexpr int kMostGreen = 12;
     constexpr int kFull = 255;
@@ -76,12 +76,12 @@ WidgetRadar::WidgetRadar(QWidget* parent)
     : QWidget(parent, Qt::Window)
     , m_scene(new QGraphicsScene(0.0, 0.0, kSceneSide, kSceneSide, this))
     , m_view(new QGraphicsView(m_scene, this))
-    , m_range(MakeDial("dial_range", kRange, this))
-    , m_rangeTitle(MakeLabel("label_range", this))
-    , m_rangeValue(MakeLabel("label_valueRange", this))
-    , m_tilt(MakeDial("dial_tilt", kTilt, this))
-    , m_tiltTitle(MakeLabel("label_tilt", this))
-    , m_tiltValue(MakeLabel("label_valueTilt", this))
+    , m_range(makeDial("dial_range", kRange, this))
+    , m_rangeTitle(makeLabel("label_range", this))
+    , m_rangeValue(makeLabel("label_valueRange", this))
+    , m_tilt(makeDial("dial_tilt", kTilt, this))
+    , m_tiltTitle(makeLabel("label_tilt", this))
+    , m_tiltValue(makeLabel("label_valueTilt", this))
     , m_refresh(new QCheckBox(this))
     , m_request(new QPushButton(this))
     , m_note(new NoteLabel(this))
@@ -103,7 +103,7 @@ void WidgetRadar::buildPicture()
 {
     constexpr double kWidth = kSceneSide / kColumns;
     constexpr double kHeight = kSceneSide / kRows;
-    const QColor empty = RadarColour(0);
+    const QColor empty = radarColour(0);
     for (std::size_t row = 0; row < kRows; ++row) {
         for (std::size_t column = 0; column < kColumns; ++column) {
             m_cells[row][column] = m_scene->addRect(static_cast<double>(column) * kWidth,
@@ -190,7 +190,7 @@ void WidgetRadar::setCloudsRGB(std::vector<unsigned char>& cloudsRGB)
     m_clouds.assign(cloudsRGB.begin(),
                     std::next(cloudsRGB.begin(), static_cast<std::ptrdiff_t>(count)));
     for (std::size_t i = 0; i < count; ++i) {
-        const QColor colour = RadarColour(m_clouds[i]);
+        const QColor colour = radarColour(m_clouds[i]);
         QGraphicsRectItem* cell = m_cells[i / kColumns][i % kColumns];
         cell->setBrush(colour);
         cell->setPen(QPen(colour, 0.0));

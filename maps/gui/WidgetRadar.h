@@ -90,4 +90,4 @@ private:
 
 /// The colour of a cloud density: black to green up to 12, then yellow to red, above 25 red with a
 /// share of blue.
-QColor RadarColour(unsigned char density);
+QColor radarColour(unsigned char density);

@@ -28,7 +28,7 @@ constexpr std::size_t kFieldCount = 6;
 using Fields = std::array<std::string_view, kFieldCount>;
 
 /// False when the line has too few fields; those behind the last one are ignored.
-bool SplitFields(std::string_view line, Fields& fields)
+bool splitFields(std::string_view line, Fields& fields)
 {
     std::size_t start = 0;
     for (std::size_t i = 0; i < kFieldCount; ++i) {
@@ -42,7 +42,7 @@ bool SplitFields(std::string_view line, Fields& fields)
     return true;
 }
 
-QString TextOf(std::string_view field)
+QString textOf(std::string_view field)
 {
     return QString::fromUtf8(field.data(), static_cast<int>(field.size()));
 }
@@ -51,51 +51,51 @@ QString TextOf(std::string_view field)
 constexpr std::size_t kLongestNumber = 400;
 
 /// Empty unless the field starts with a number within the limit, which also keeps out "nan".
-std::optional<double> Coordinate(std::string_view field, double limit, DecimalMark mark)
+std::optional<double> coordinate(std::string_view field, double limit, DecimalMark mark)
 {
-    std::wstring text = aviation::Widen(field.substr(0, kLongestNumber));
+    std::wstring text = aviation::widen(field.substr(0, kLongestNumber));
     if (mark == DecimalMark::PointOrComma) {
         std::replace(text.begin(), text.end(), L',', L'.');
     }
     const std::size_t first = text.find_first_not_of(L" \t+-.");
     const bool isNumber = first != std::wstring::npos && text[first] >= L'0' && text[first] <= L'9';
-    const double degrees = aviation::NumberFromText(text);
+    const double degrees = aviation::numberFromText(text);
     if (!isNumber || std::abs(degrees) > limit) {
         return std::nullopt;
     }
     return degrees;
 }
 
-std::int32_t Elevation(std::string_view field)
+std::int32_t elevationOf(std::string_view field)
 {
     using Limits = std::numeric_limits<std::int32_t>;
-    const double feet = aviation::NumberFromText(aviation::Widen(field.substr(0, kLongestNumber)));
+    const double feet = aviation::numberFromText(aviation::widen(field.substr(0, kLongestNumber)));
     return static_cast<std::int32_t>(
         std::clamp(feet, double{Limits::min()}, double{Limits::max()}));
 }
 
-std::optional<QAirport> ParseRow(std::string_view line, DecimalMark mark)
+std::optional<QAirport> parseRow(std::string_view line, DecimalMark mark)
 {
     Fields fields;
-    if (line.empty() || line.front() == '#' || !SplitFields(line, fields)) {
+    if (line.empty() || line.front() == '#' || !splitFields(line, fields)) {
         return std::nullopt;
     }
-    const std::optional<double> latitude = Coordinate(fields[kLatitude], 90.0, mark);
-    const std::optional<double> longitude = Coordinate(fields[kLongitude], 180.0, mark);
+    const std::optional<double> latitude = coordinate(fields[kLatitude], 90.0, mark);
+    const std::optional<double> longitude = coordinate(fields[kLongitude], 180.0, mark);
     if (!latitude || !longitude) {
         return std::nullopt;
     }
-    return QAirport(TextOf(fields[kName]), TextOf(fields[kIdent]), TextOf(fields[kRegion]),
-                    *latitude, *longitude, Elevation(fields[kElevation]));
+    return QAirport(textOf(fields[kName]), textOf(fields[kIdent]), textOf(fields[kRegion]),
+                    *latitude, *longitude, elevationOf(fields[kElevation]));
 }
 
-QVector<QAirport> ReadTable(const QByteArray& text, DecimalMark mark)
+QVector<QAirport> readTable(const QByteArray& text, DecimalMark mark)
 {
     QVector<QAirport> airports;
     std::string_view rest(text.constData(), static_cast<std::size_t>(text.size()));
     while (!rest.empty()) {
         const std::size_t length = std::min(rest.find('\n'), rest.size());
-        if (const auto airport = ParseRow(rest.substr(0, length), mark)) {
+        if (const auto airport = parseRow(rest.substr(0, length), mark)) {
             airports.push_back(*airport);
         }
         rest.remove_prefix(std::min(length + 1, rest.size()));
@@ -105,12 +105,12 @@ QVector<QAirport> ReadTable(const QByteArray& text, DecimalMark mark)
 
 } // namespace
 
-QVector<QAirport> ReadAirportTable(const QByteArray& text)
+QVector<QAirport> readAirportTable(const QByteArray& text)
 {
-    return ReadTable(text, DecimalMark::Point);
+    return readTable(text, DecimalMark::Point);
 }
 
-QVector<QAirport> ReadAdditionalAirports(const QByteArray& text)
+QVector<QAirport> parseAdditionalAirports(const QByteArray& text)
 {
-    return ReadTable(text, DecimalMark::PointOrComma);
+    return readTable(text, DecimalMark::PointOrComma);
 }

@@ -123,7 +123,7 @@ bool NavdataBase::readAdditionalAirports(const QString& path)
     if (!file.open(QIODevice::ReadOnly)) {
         return false;
     }
-    Airports += ReadAdditionalAirports(file.read(kLargestFile));
+    Airports += parseAdditionalAirports(file.read(kLargestFile));
     return true;
 }
 

@@ -100,7 +100,7 @@ const NewWeather* nearestRecord(const std::vector<NewWeather>& records,
 
 Air airAt(const SimulatorState& state, const aviation::Position& position, double altitude)
 {
-    const double metres = aviation::MetresFromFeet(altitude);
+    const double metres = aviation::metresFromFeet(altitude);
     Air air;
     if (const NewWeather* record = nearestRecord(state.weatherRecords, position)) {
         takeRecord(*record, metres, air);

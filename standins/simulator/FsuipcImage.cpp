@@ -54,7 +54,7 @@ std::int32_t limited32(double value)
 
 std::int64_t altitudeUnits(double feet)
 {
-    const double units = outward(aviation::MetresFromFeet(feet) * kTwo32);
+    const double units = outward(aviation::metresFromFeet(feet) * kTwo32);
     constexpr double kBeyondRounding = 1.0; // no more than a fraction of a nanometre
     return std::llround(units + (units == 0.0 ? 0.0 : std::copysign(kBeyondRounding, units)));
 }
@@ -87,7 +87,7 @@ void showPlace(const AircraftData& aircraft, FsuipcImage& image)
     image.put(offset::kLongitude, longitudeUnits(aircraft.position.longitude()));
     image.put(offset::kAltitude, altitudeUnits(aircraft.altitude));
     image.put(offset::kHeightAgl,
-              limited32(outward(aviation::MetresFromFeet(aircraft.heightAgl) * kTwo16)));
+              limited32(outward(aviation::metresFromFeet(aircraft.heightAgl) * kTwo16)));
     image.put(offset::kMagneticVariation, circleUnits<std::int16_t>(variation, kTwo16));
     image.put(offset::kHeading, circleUnits<std::uint32_t>(aircraft.heading + variation, kTwo32));
     image.put(offset::kMagneticHeading, aircraft.heading * aviation::kPi / 180.0);
@@ -238,7 +238,7 @@ void showVerticalSpeed(std::uint32_t at, int feetPerMinute, FsuipcImage& image)
 {
     constexpr double kUnits = 256.0;
     constexpr double kSecondsPerMinute = 60.0;
-    image.put(at, limited32(outward(aviation::MetresFromFeet(feetPerMinute) / kSecondsPerMinute
+    image.put(at, limited32(outward(aviation::metresFromFeet(feetPerMinute) / kSecondsPerMinute
                                     * kUnits)));
 }
 

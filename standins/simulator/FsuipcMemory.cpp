@@ -101,7 +101,7 @@ void fillNoise(std::uint32_t at, std::uint32_t size, void* destination)
 void sleep(int milliseconds)
 {
     if (milliseconds > 0) {
-        aviation::Clock::Current().SleepMs(milliseconds);
+        aviation::Clock::current().SleepMs(milliseconds);
     }
 }
 

@@ -13,7 +13,7 @@ namespace simulator {
 
 namespace {
 
-using aviation::IntegerText;
+using aviation::integerText;
 
 constexpr double kDegreesPerUnit = 360.0 / 65536.0;
 constexpr double kMetresPerElevUnit = 1.0 / 65536.0;
@@ -46,8 +46,8 @@ std::string stationText(const NewWeather& record)
 std::string timeText(std::int64_t secondsSince1970)
 {
     const QDateTime utc = QDateTime::fromSecsSinceEpoch(secondsSince1970, Qt::UTC);
-    return IntegerText(utc.date().day(), 2) + IntegerText(utc.time().hour(), 2)
-           + IntegerText(utc.time().minute(), 2) + 'Z';
+    return integerText(utc.date().day(), 2) + integerText(utc.time().hour(), 2)
+           + integerText(utc.time().minute(), 2) + 'Z';
 }
 
 std::string windText(const NewWeather& record)
@@ -58,9 +58,9 @@ std::string windText(const NewWeather& record)
     const WindLayer& wind = record.Wind[0];
     const long direction = std::lround(wind.Dir * kDegreesPerUnit);
     std::string text =
-        IntegerText(direction == 0 ? 360 : direction, 3) + IntegerText(wind.Speed, 2);
+        integerText(direction == 0 ? 360 : direction, 3) + integerText(wind.Speed, 2);
     if (wind.Gust > 0) {
-        text += 'G' + IntegerText(wind.Speed + wind.Gust, 2);
+        text += 'G' + integerText(wind.Speed + wind.Gust, 2);
     }
     return text + "KT";
 }
@@ -68,7 +68,7 @@ std::string windText(const NewWeather& record)
 std::string visibilityText(const NewWeather& record)
 {
     constexpr int kMost = 9999;
-    return IntegerText(std::min(kMost, record.Vis.Range * aviation::kMetresPerStatuteMile / 100),
+    return integerText(std::min(kMost, record.Vis.Range * aviation::kMetresPerStatuteMile / 100),
                        4);
 }
 
@@ -101,7 +101,7 @@ std::string cloudText(const CloudLayer& cloud, double elevation)
     const double hundreds = (cloud.LowerAlt - elevation) * aviation::kFeetPerMetre / 100.0;
     const auto amount = std::min<std::size_t>(cloud.Cover, kAmounts.size() - 1);
     return std::string(1, ' ') + kAmounts[amount]
-           + IntegerText(std::lround(std::clamp(hundreds, 0.0, kHighest)), 3)
+           + integerText(std::lround(std::clamp(hundreds, 0.0, kHighest)), 3)
            + (cloud.Type == kCumulonimbus ? "CB" : "");
 }
 
@@ -118,7 +118,7 @@ std::string cloudsText(const NewWeather& record)
 
 std::string degreesText(int celsius)
 {
-    return (celsius < 0 ? "M" : "") + IntegerText(std::abs(celsius), 2);
+    return (celsius < 0 ? "M" : "") + integerText(std::abs(celsius), 2);
 }
 
 std::string temperatureText(const NewWeather& record)
@@ -135,7 +135,7 @@ std::string textOf(const NewWeather& record, std::int64_t secondsSince1970)
     return stationText(record) + ' ' + timeText(secondsSince1970) + ' ' + windText(record) + ' '
            + visibilityText(record) + precipitationText(record) + cloudsText(record) + ' '
            + temperatureText(record) + " Q"
-           + IntegerText(std::lround(record.Press / kUnitsPerHpa), 4);
+           + integerText(std::lround(record.Press / kUnitsPerHpa), 4);
 }
 
 } // namespace

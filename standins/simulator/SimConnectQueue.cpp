@@ -113,7 +113,7 @@ void SimConnectQueue::add(Bytes message, int afterMs)
     if (message.empty()) {
         return;
     }
-    m_waiting.push_back({aviation::Clock::Current().MonotonicMs() + afterMs, std::move(message)});
+    m_waiting.push_back({aviation::Clock::current().MonotonicMs() + afterMs, std::move(message)});
     if (m_waiting.size() > kMostWaiting) {
         m_waiting.pop_front();
     }
@@ -121,7 +121,7 @@ void SimConnectQueue::add(Bytes message, int afterMs)
 
 const Bytes* SimConnectQueue::next()
 {
-    const std::int64_t now = aviation::Clock::Current().MonotonicMs();
+    const std::int64_t now = aviation::Clock::current().MonotonicMs();
     const auto due = std::find_if(m_waiting.begin(), m_waiting.end(),
                                   [now](const Waiting& waiting) { return waiting.dueMs <= now; });
     if (due == m_waiting.end()) {

@@ -196,7 +196,7 @@ void addFuel(std::vector<SimVariable>& rows)
     using aviation::structs::FuelTank;
     constexpr int kTanks = 11;
     for (int id = 1; id <= kTanks; ++id) {
-        const QString tank = QString::fromStdWString(aviation::structs::FuelTankName(id)).toUpper();
+        const QString tank = QString::fromStdWString(aviation::structs::fuelTankName(id)).toUpper();
         const std::string name = "FUEL TANK " + tank.toStdString();
         rows.push_back(
             fuelRow(name + " LEVEL", "percent over 100", [id](const SimSnapshot& now, int) {

@@ -76,8 +76,8 @@ double magneticVariationAt(double latitude, double longitude)
 /// Length of the ground's vector less the wind's.
 double trueAirspeed(const TrackPoint& point, const aviation::weather::Wind& wind)
 {
-    const double track = aviation::RadiansFromDegrees(point.track);
-    const double from = aviation::RadiansFromDegrees(static_cast<double>(wind.Dir));
+    const double track = aviation::radiansFromDegrees(point.track);
+    const double from = aviation::radiansFromDegrees(static_cast<double>(wind.Dir));
     const double speed = static_cast<double>(wind.Speed);
     return std::hypot(point.groundSpeed * std::cos(track) + speed * std::cos(from),
                       point.groundSpeed * std::sin(track) + speed * std::sin(from));
@@ -167,7 +167,7 @@ void SimulatedFlight::setSpeed(double speed)
 
 void SimulatedFlight::followClock()
 {
-    const std::int64_t now = aviation::Clock::Current().MonotonicMs();
+    const std::int64_t now = aviation::Clock::current().MonotonicMs();
     if (!m_paused) {
         advance(static_cast<double>(now - m_clockMs) / kMsPerSecond * m_speed);
     }

@@ -12,7 +12,7 @@ namespace {
 
 SimulatedFlight startedNow(SimulatedFlight flight)
 {
-    flight.setStartTime(aviation::Clock::Current().NowSeconds()
+    flight.setStartTime(aviation::Clock::current().nowSeconds()
                         - static_cast<std::int64_t>(flight.elapsed()));
     return flight;
 }

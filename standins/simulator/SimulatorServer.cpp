@@ -32,7 +32,7 @@ QByteArray plainValue(const QString& text)
 std::shared_ptr<SimulatorModel> startedModel(SimulatedFlight flight, double speed)
 {
     flight.setSpeed(speed);
-    flight.setStartTime(aviation::Clock::Current().NowSeconds()
+    flight.setStartTime(aviation::Clock::current().nowSeconds()
                         - static_cast<std::int64_t>(flight.elapsed()));
     return std::make_shared<SimulatorModel>(std::move(flight));
 }

@@ -10,7 +10,7 @@ SimulatorState freshState()
     SimulatorState state;
     for (const int id : {kLeftMain, kCenter, kRightMain}) {
         const bool isCenter = id == kCenter;
-        state.fuel.tanks.push_back({aviation::structs::FuelTankName(id), id, isCenter ? 30.0 : 95.0,
+        state.fuel.tanks.push_back({aviation::structs::fuelTankName(id), id, isCenter ? 30.0 : 95.0,
                                     isCenter ? 4300.0 : 1288.0});
     }
     state.fuel.fuelWeight = 6.7;

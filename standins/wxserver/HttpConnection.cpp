@@ -83,7 +83,7 @@ void HttpConnection::send(const HttpAnswer& answer, bool withBody)
         m_silence.stop();
         return;
     }
-    m_socket->write(answerHead(answer, m_keepAlive, aviation::Clock::Current().NowUtc()));
+    m_socket->write(answerHead(answer, m_keepAlive, aviation::Clock::current().NowUtc()));
     if (!withBody) {
         finish(m_keepAlive);
         return;

@@ -119,7 +119,7 @@ HttpAnswer WeatherServer::answerTo(const HttpRequest& request)
     const QString trick = fault.text.isEmpty() ? QString::fromLatin1(kTrickName) : fault.text;
     m_contents->setTrickName(isTricky ? trick : QString());
     HttpAnswer answer =
-        answerFor(m_contents->document(request, aviation::Clock::Current().NowUtc()));
+        answerFor(m_contents->document(request, aviation::Clock::current().NowUtc()));
     if (request.method != "GET" && !request.isHead()) {
         answer = plainAnswer(405);
         answer.headers.append(QPair<QByteArray, QByteArray>("Allow", "GET, HEAD"));

@@ -40,7 +40,7 @@ TEST(AirportListFilesTest, OtherSystemsFilesComeOutAsTheReaderWantsThem)
     const QByteArray written = airportlist::bytesOf(Kind::Airports, list);
     EXPECT_EQ(written.toStdString(), "# icao;name;country;elev;lat;lon;\n"
                                      "ZZ1;K\xc3\xb6ln;DE;300;50.87;7.14\nZZ2;b;c;1;1;1\n");
-    const QVector<QAirport> read = ReadAdditionalAirports(written);
+    const QVector<QAirport> read = parseAdditionalAirports(written);
     ASSERT_EQ(read.size(), 2);
     EXPECT_DOUBLE_EQ(read.at(0).Lat, 50.87);
 

@@ -38,7 +38,7 @@ protected:
     void make()
     {
         controller = std::make_unique<Controller>(
-            ControllerParts{*settings, view, dialogs, m_random, HostNetwork(), processes,
+            ControllerParts{*settings, view, dialogs, m_random, hostNetwork(), processes,
                             interfaces, DownloadLimits(), 0});
         timer("timerOneSecond").stop();
     }
@@ -92,7 +92,7 @@ protected:
     }
     void tick(std::chrono::milliseconds after)
     {
-        clock.Advance(after);
+        clock.advance(after);
         controller->OnTimerWeather();
     }
 

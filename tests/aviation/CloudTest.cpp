@@ -26,7 +26,7 @@ TEST(CloudTest, PrintsAsMetarGroup)
         {{1, 8, 25000, -1, 0}, "OVC250CI"}, {{0, 0, 500, -1, 0}, "005"},
         {{9, 2, 500, -1, 0}, "FEW005"}};
     for (const auto& [cloud, group] : rows) {
-        EXPECT_EQ(MetarGroup(cloud), group);
+        EXPECT_EQ(metarGroup(cloud), group);
     }
 }
 

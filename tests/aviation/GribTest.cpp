@@ -16,7 +16,7 @@ const std::wstring kElevenLevels =
     L"5005574 15356 29060 4007185 26958 29070 3009164 42356 37510 2510362 51160 29595 "
     L"2011790 56562 29580 1513600 56762 29050 1016180 60164 29020 ";
 
-Grib Decoded(const std::wstring& report)
+Grib decoded(const std::wstring& report)
 {
     Grib grib(report);
     EXPECT_EQ(grib.Decode(), gribstatus::kDecoded);
@@ -43,10 +43,10 @@ TEST(GribTest, HumidityIsComputedUnlessEverythingIsUnknown)
                                                  {0, -1, 92.9595},   {-20, -30, 40.4213},
                                                  {25, -5, 13.3029},  {-1, 0, 107.5737}};
     for (const auto& [temperature, dewPoint, percent] : rows) {
-        EXPECT_NEAR(RelativeHumidity(temperature, dewPoint), percent, 1e-3) << dewPoint;
+        EXPECT_NEAR(relativeHumidity(temperature, dewPoint), percent, 1e-3) << dewPoint;
     }
-    EXPECT_EQ(MakeGribLevel(0, {}, -99, -99, 700.0F, kUnknownHumidity).humidity, -1.0F);
-    EXPECT_EQ(MakeGribLevel(0, {}, -99, -99, 700.0F).humidity, 100.0F);
+    EXPECT_EQ(makeGribLevel(0, {}, -99, -99, 700.0F, kUnknownHumidity).humidity, -1.0F);
+    EXPECT_EQ(makeGribLevel(0, {}, -99, -99, 700.0F).humidity, 100.0F);
 }
 
 TEST(GribTest, MissingPartsAreToldAndPassedOver)
@@ -61,7 +61,7 @@ TEST(GribTest, MissingPartsAreToldAndPassedOver)
         {L" " + kHeader + kSurface, few + L" " + kHeader + kSurface, 0},
     };
     for (const auto& [report, message, levels] : rows) {
-        const Grib grib = Decoded(report);
+        const Grib grib = decoded(report);
         EXPECT_EQ(grib.GetMessage(), message);
         EXPECT_EQ(grib.messageLevel(), kMessageError) << testing::PrintToString(report);
         EXPECT_EQ(grib.levels().size(), levels) << testing::PrintToString(report);
@@ -80,10 +80,10 @@ TEST(GribTest, LongLinesDecodeInTime)
     while (levels.size() < kLength) {
         levels += L"7003012 00110 28540  ";
     }
-    EXPECT_EQ(Decoded(levels).levels().size(), (kLength - 48) / 21 + 1);
-    EXPECT_TRUE(Decoded(kHeader + std::wstring(kLength, L' ')).levels().empty());
-    EXPECT_TRUE(Decoded(kHeader + kSurface + std::wstring(kLength, L'9')).levels().empty());
-    EXPECT_TRUE(Decoded(std::wstring(kLength, L'\0')).levels().empty());
+    EXPECT_EQ(decoded(levels).levels().size(), (kLength - 48) / 21 + 1);
+    EXPECT_TRUE(decoded(kHeader + std::wstring(kLength, L' ')).levels().empty());
+    EXPECT_TRUE(decoded(kHeader + kSurface + std::wstring(kLength, L'9')).levels().empty());
+    EXPECT_TRUE(decoded(std::wstring(kLength, L'\0')).levels().empty());
 }
 
 } // namespace

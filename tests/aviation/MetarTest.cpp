@@ -9,7 +9,7 @@ using namespace aviation::weather;
 namespace {
 
 /// Decodes the groups behind a header that is always good, at an elevation of 300 feet.
-Metar Decoded(const std::wstring& groups, std::int32_t elevation = 300)
+Metar decoded(const std::wstring& groups, std::int32_t elevation = 300)
 {
     Metar metar(L"EDDF 121220Z " + groups);
     metar.setElevation(elevation);
@@ -43,7 +43,7 @@ TEST(MetarTest, HeaderIsReadAloneAndMayBeMissing)
 
 TEST(MetarTest, TextHasEveryLine)
 {
-    Metar metar = Decoded(L"24015G28KT 210V270 3000 R09L/1200N -RA FEW010 BKN025CB M02/M03 Q1018");
+    Metar metar = decoded(L"24015G28KT 210V270 3000 R09L/1200N -RA FEW010 BKN025CB M02/M03 Q1018");
     metar.setInfoText(L"from SYNOP");
     metar.setName(L"Frankfurt");
     metar.setCountry(L"DE");
@@ -64,7 +64,7 @@ TEST(MetarTest, TextLeavesOutWhatTheReportDoesNotHave)
     const std::wstring place =
         L"\nName: \nCountry: \nPosition: 0.00\u00B0, 0.00\u00B0\nElevation: 0ft\n";
     EXPECT_EQ(Metar().GetDecodedText(), L"ICAO: " + place);
-    Metar metar = Decoded(L"00003KT 9999 CLR 12/10 A2992", 0);
+    Metar metar = decoded(L"00003KT 9999 CLR 12/10 A2992", 0);
     metar.setTemperature(-0.7F); // cut towards zero
     metar.setDewPoint(-1.9F);
     metar.setQnh(998.9F);
@@ -83,7 +83,7 @@ TEST(MetarTest, TextLeavesOutWhatTheReportDoesNotHave)
 
 TEST(MetarTest, ResetKeepsIdentityAndForgetsTheRest)
 {
-    Metar metar = Decoded(L"24015G30KT 210V270 CAVOK 12/10 Q0990");
+    Metar metar = decoded(L"24015G30KT 210V270 CAVOK 12/10 Q0990");
     metar.setInfoText(L"note");
     metar.resetDecoded();
     EXPECT_EQ(metar.icao() + metar.infoText(), L"EDDFnote");
@@ -108,7 +108,7 @@ TEST(MetarTest, LongLinesDecodeInTime)
         while (groups.size() < kLength) {
             groups += filling;
         }
-        EXPECT_TRUE(Decoded(groups + L" 12/10").windSeen());
+        EXPECT_TRUE(decoded(groups + L" 12/10").windSeen());
     }
 }
 

@@ -41,8 +41,8 @@ void addFront(Contestants& all)
 {
     List::forEach([&]<class P>() {
         all.push_back(contestant<P>([](std::wstring_view text) {
-            const auto match = P::MatchFront(text);
-            EXPECT_EQ(P::FrontLength(text), match ? std::optional(match.length()) : std::nullopt)
+            const auto match = P::matchFront(text);
+            EXPECT_EQ(P::frontLength(text), match ? std::optional(match.length()) : std::nullopt)
                 << testing::PrintToString(text);
             return groupsOf<P>(match);
         }));

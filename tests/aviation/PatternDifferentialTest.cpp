@@ -26,7 +26,7 @@ const Contestants& contestants()
     return contestants;
 }
 
-std::vector<std::wstring_view> RegexGroups(const std::wregex& regex, std::wstring_view text)
+std::vector<std::wstring_view> regexGroups(const std::wregex& regex, std::wstring_view text)
 {
     std::match_results<std::wstring_view::const_iterator> match;
     std::vector<std::wstring_view> groups;
@@ -48,13 +48,13 @@ TEST(PatternDifferentialTest, SamplesAndNearMissesGiveTheGroupsOfRegularExpressi
         const std::wregex regex(contestant.text);
         int matched = 0;
         for (int count = 0; count < kSamples; ++count) {
-            std::wstring text = samples.Sample(random) + (count % 2 == 0 ? L"" : L" 9999");
+            std::wstring text = samples.sample(random) + (count % 2 == 0 ? L"" : L" 9999");
             matched += contestant.match(text).empty() ? 0 : 1;
             for (int spoils = 0; spoils < 4; ++spoils) {
-                ASSERT_EQ(contestant.match(text), RegexGroups(regex, text))
+                ASSERT_EQ(contestant.match(text), regexGroups(regex, text))
                     << testing::PrintToString(contestant.text) << " on "
                     << testing::PrintToString(text);
-                text = Spoiled(std::move(text), random);
+                text = spoiled(std::move(text), random);
             }
         }
         EXPECT_GT(matched, kSamples / 2)
@@ -71,7 +71,7 @@ constexpr std::array<std::wstring_view, 3> kLongLines[] = {
     {L"R09/1200", L"9", L"Q"},   {L"", L"+", L"TSRA"},
     {L"", L" 1/1KM1 1/1SN", L""}};
 
-std::wstring Filled(const std::array<std::wstring_view, 3>& line)
+std::wstring filled(const std::array<std::wstring_view, 3>& line)
 {
     std::wstring text(line[0]);
     while (text.size() < 2'000'000) {
@@ -86,7 +86,7 @@ TEST(PatternDifferentialTest, LongLinesNeedLittleStackAndTime)
     std::size_t groupsFound = 0;
     const std::unique_ptr<QThread> thread(QThread::create([&groupsFound] {
         for (const auto& longLine : kLongLines) {
-            const std::wstring line = Filled(longLine);
+            const std::wstring line = filled(longLine);
             for (const Contestant& contestant : contestants()) {
                 groupsFound += contestant.match(line).size();
             }

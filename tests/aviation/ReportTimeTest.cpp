@@ -26,7 +26,7 @@ TEST(ReportTimeTest, DaysAboveTodayBelongToTheMonthBefore)
                 {sys_days(2024y / 3 / 1), 29, 23, 45, sys_days(2024y / 2 / 29) + 23h + 45min},
                 {sys_seconds(-2s), 31, 23, 59, sys_seconds(-2s)}};
     for (const auto& row : rows) {
-        EXPECT_EQ(ReportSeconds(row.now, row.day, row.hour, row.minute),
+        EXPECT_EQ(reportSeconds(row.now, row.day, row.hour, row.minute),
                   row.reported.time_since_epoch().count());
     }
 }
@@ -45,7 +45,7 @@ TEST(ReportTimeTest, GroupsAreOldAfterThreeHoursOrOnAnotherDay)
                 {2, L"12", false},      {14, L"ab1350", true}};
     for (const auto& row : rows) {
         const FakeClock clock(2026, 3, 12, row.hour, 30);
-        EXPECT_EQ(IsTimeGroupOld(row.group, clock.NowUtc()), row.old)
+        EXPECT_EQ(isTimeGroupOld(row.group, clock.NowUtc()), row.old)
             << row.hour << " " << testing::PrintToString(row.group);
     }
 }
@@ -53,8 +53,8 @@ TEST(ReportTimeTest, GroupsAreOldAfterThreeHoursOrOnAnotherDay)
 TEST(ReportTimeTest, TextsArePadded)
 {
     const FakeClock clock(2026, 3, 2, 4, 5, 6);
-    EXPECT_EQ(SlashedDateTime(clock.NowUtc()), "2026/03/02 04:05");
-    EXPECT_EQ(AscTime(clock.NowUtc()), "Mon Mar  2 04:05:06 2026\n");
+    EXPECT_EQ(slashedDateTime(clock.NowUtc()), "2026/03/02 04:05");
+    EXPECT_EQ(ascTime(clock.NowUtc()), "Mon Mar  2 04:05:06 2026\n");
 }
 
 } // namespace

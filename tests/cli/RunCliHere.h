@@ -21,7 +21,7 @@ inline CliResult runCli(const QStringList& arguments, const std::string& input =
     std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream err;
-    const int status = RunCli(arguments, in, out, err);
+    const int status = runCli(arguments, in, out, err);
     return {status, out.str(), err.str()};
 }
 

@@ -37,7 +37,7 @@ TEST_P(GustDrawTest, FollowsTheRandomNumbers)
     const FakeClock clock(2019, 7, 1, 12);
     FakeRandom random(row.random);
     GustModel model(random);
-    expectWind(model.Draw({240.0F, row.speed, row.gust, 0.0F}, row.heightAgl), row.drawn);
+    expectWind(model.draw({240.0F, row.speed, row.gust, 0.0F}, row.heightAgl), row.drawn);
     expectWind(model.windGust(), row.drawn);
 }
 
@@ -66,7 +66,7 @@ TEST(GustModelTest, ACalmIsGivenBackAndNotKept)
     FakeRandom random({5});
     GustModel model(random);
     const Wind calm{240.0F, 0.0F, -1.0F, 0.0F};
-    expectWind(model.Draw(calm, 0), calm);
+    expectWind(model.draw(calm, 0), calm);
     expectWind(model.windGust(), {});
 }
 
@@ -78,14 +78,14 @@ TEST(GustModelTest, DrawsEveryThreeSecondsAndTakesItOverEveryFour)
     std::vector<float> inForce;
     std::vector<float> kept;
     for (int second = 0; second < 9; ++second) {
-        inForce.push_back(model.Update(kTwenty, 0, true).Dir);
-        model.Draw(kTwenty, 0);
+        inForce.push_back(model.update(kTwenty, 0, true).Dir);
+        model.draw(kTwenty, 0);
         kept.push_back(model.windGust().Dir);
-        clock.Advance(std::chrono::seconds(1));
+        clock.advance(std::chrono::seconds(1));
     }
     EXPECT_EQ(kept, (std::vector{5.5F, 5.5F, 5.5F, 6.0F, 6.0F, 6.0F, 6.5F, 6.5F, 6.5F}));
     EXPECT_EQ(inForce, (std::vector{5.5F, 5.5F, 5.5F, 5.5F, 6.0F, 6.0F, 6.0F, 6.0F, 6.5F}));
-    expectWind(model.Update(kTwenty, 0, false), {});
+    expectWind(model.update(kTwenty, 0, false), {});
     expectWind(model.inForce(), {});
 }
 

@@ -61,7 +61,7 @@ TEST_F(ModelDirectWindControlTest, LimitsGoByTheTimeSinceTheLastStep)
         EXPECT_EQ(now.Speed - before.Speed, knots) << afterMs;
         before = now;
     }
-    m_clock.Advance(std::chrono::seconds(3));
+    m_clock.advance(std::chrono::seconds(3));
     setWeather(90.0F, 60.0F); // starts the time anew
     EXPECT_EQ(step().Dir - before.Dir, 2.0F);
 }
@@ -75,7 +75,7 @@ TEST_F(ModelDirectWindControlTest, AWindBelowNothingIsReportedAndTheLastOneStays
     EXPECT_EQ(m_model.GetWind().Dir, 80.0F);
     EXPECT_EQ(debugLines,
               QStringList{QStringLiteral("(DWC - WindAtAC) - Wind Speed Error: 81/-0.5kt")});
-    EXPECT_EQ(m_model.JobName(), QStringLiteral("80:0.5"));
+    EXPECT_EQ(m_model.jobName(), QStringLiteral("80:0.5"));
 }
 
 TEST_F(ModelDirectWindControlTest, WithoutLevelsTheTargetStays)
@@ -94,7 +94,7 @@ TEST_F(ModelDirectWindControlTest, TheSynopStandsInForAnOldMetar)
                                                      {L"010000", 2, 100.0F}})
     {
         const FakeClock clock(2019, 7, 1, hour, 59);
-        m_model.SetReports(metarOf(timeGroup, {100.0F, 9.0F, 0.0F, 0.0F}, 0),
+        m_model.setReports(metarOf(timeGroup, {100.0F, 9.0F, 0.0F, 0.0F}, 0),
                            synopOf(L"0112", {200.0F, 19.0F, 0.0F, 0.0F}),
                            {levelAt(9000, 0.0F, 0.0F)});
         m_model.Step();
@@ -153,7 +153,7 @@ TEST_P(FlightTest, KeepsTheLimitsAndNeverTurnsTheLongWay)
     m_settings.setGustySurfaceWind(gusty);
     m_settings.setDwcDegreesPerSecond(rate);
     m_settings.setDwcKnotsPerSecond(rate);
-    m_model.SetReports(metarOf(L"011220", {290.0F, 12.0F, 0.0F, 0.0F}, 400), Synop(),
+    m_model.setReports(metarOf(L"011220", {290.0F, 12.0F, 0.0F, 0.0F}, 400), Synop(),
                        {levelAt(1000, 300.0F, 20.0F), levelAt(6000, 350.0F, 30.0F),
                         levelAt(12000, 40.0F, 55.0F), levelAt(30000, 60.0F, 90.0F)});
     Wind out = m_model.GetWind();
@@ -195,7 +195,7 @@ TEST_P(HostileWeatherTest, NeverLeavesTheRange)
     m_settings.setGustySurfaceWind(true);
     m_settings.setDwcDegreesPerSecond(GetParam());
     m_settings.setDwcKnotsPerSecond(GetParam());
-    m_model.SetReports(metarOf(L"011220", {kNan, 1e38F, kNan, kNan}, kFar), Synop(),
+    m_model.setReports(metarOf(L"011220", {kNan, 1e38F, kNan, kNan}, kFar), Synop(),
                        hostileLevels());
     for (int i = 0; i < 600 && !HasFailure(); ++i) {
         setAircraft(i < 4 ? kFar - i : i * 97 - 2000, i, i % 2 == 0 ? kNan : -400.0F);

@@ -23,7 +23,7 @@ protected:
     /// One wind at every altitude.
     void setWeather(float direction, float speed)
     {
-        m_model.SetReports(aviation::weather::Metar(), aviation::weather::Synop(),
+        m_model.setReports(aviation::weather::Metar(), aviation::weather::Synop(),
                            {dwctesting::levelAt(-1000, direction, speed)});
     }
 
@@ -38,7 +38,7 @@ protected:
 
     aviation::weather::Wind step(int afterMs = 1000)
     {
-        m_clock.Advance(std::chrono::milliseconds(afterMs));
+        m_clock.advance(std::chrono::milliseconds(afterMs));
         m_model.Step();
         return m_model.GetWind();
     }

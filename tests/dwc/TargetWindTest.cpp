@@ -26,8 +26,8 @@ TEST_P(TargetWindTest, IsTheRealWindAtTheAltitude)
 {
     const TargetCase& row = GetParam();
     const GribLevel ground =
-        targetwind::GroundLevel(metarOf(L"011220", {340.0F, 6.0F, 0.0F, 0.0F}, 200), 5.0F);
-    const GribLevel level = targetwind::LevelAt(row.levels, ground, row.altitude);
+        targetwind::groundLevel(metarOf(L"011220", {340.0F, 6.0F, 0.0F, 0.0F}, 200), 5.0F);
+    const GribLevel level = targetwind::levelAt(row.levels, ground, row.altitude);
     EXPECT_FLOAT_EQ(level.wind.Dir, row.direction);
     EXPECT_FLOAT_EQ(level.wind.Speed, row.speed);
     EXPECT_EQ(level.wind.Gust, -1.0F);
@@ -66,7 +66,7 @@ TEST(LevelBetweenTest, TakesTemperatureAndDewPointAlong)
     lower.dewPoint = 5;
     upper.temperature = 6;
     upper.dewPoint = -5;
-    const GribLevel level = targetwind::LevelBetween(lower, upper, 1500);
+    const GribLevel level = targetwind::levelBetween(lower, upper, 1500);
     EXPECT_EQ(level.temperature, 9);
     EXPECT_EQ(level.dewPoint, 2); // 2.5, cut off
     EXPECT_EQ(level.wind.Dir, 45.0F);

@@ -34,7 +34,7 @@ protected:
         Synop synop = synopOf(L"0112", row.synop);
         synop.setPosition({row.synopLatitude, 8.0});
         synop.setElevation(328);
-        m_model.SetReports(metar, synop, {levelAt(10000, 120, 40), levelAt(5000, 100, 20)});
+        m_model.setReports(metar, synop, {levelAt(10000, 120, 40), levelAt(5000, 100, 20)});
         setAircraft(1327, 999);
         m_model.StepXPlane();
         ASSERT_EQ(m_model.GetXPlaneLayers().size(), 3U);
@@ -78,7 +78,7 @@ TEST_F(XPlaneListTest, NearTheGroundTheAircraftsLayerIsLifted)
     const XPlaneWindLayer& aircraft = m_model.GetXPlaneLayers().at(1);
     EXPECT_FLOAT_EQ(aircraft.Dir, 105.308F); // 6327 ft
     EXPECT_EQ(aircraft.Turbulence + aircraft.ShearDir + aircraft.ShearSpeed, 0.0F);
-    EXPECT_EQ(m_model.LayersText(),
+    EXPECT_EQ(m_model.layersText(),
               QStringLiteral("(100):240.0/15.0 (1928):105.3/25.3 (3048):120.0/40.0"));
     setAircraft(1328, 1000);
     m_model.StepXPlane();
@@ -87,18 +87,18 @@ TEST_F(XPlaneListTest, NearTheGroundTheAircraftsLayerIsLifted)
 
 TEST_F(XPlaneListTest, OfTwoHighestLevelsTheLastIsTheTop)
 {
-    m_model.SetReports(Metar(), Synop(), {levelAt(10000, 120, 40), levelAt(10000, 200, 60)});
+    m_model.setReports(Metar(), Synop(), {levelAt(10000, 120, 40), levelAt(10000, 200, 60)});
     m_model.StepXPlane();
     EXPECT_EQ(m_model.GetXPlaneLayers().at(2).Dir, 200.0F);
 }
 
 TEST_F(XPlaneListTest, WithOneLevelTheListStays)
 {
-    m_model.SetReports(Metar(), Synop(), {levelAt(5000, 100, 20)});
+    m_model.setReports(Metar(), Synop(), {levelAt(5000, 100, 20)});
     m_model.StepXPlane();
     EXPECT_TRUE(m_model.GetXPlaneLayers().empty());
     stepWith(kGusts);
-    m_model.SetReports(Metar(), Synop(), {levelAt(5000, 100, 20)});
+    m_model.setReports(Metar(), Synop(), {levelAt(5000, 100, 20)});
     m_model.StepXPlane();
     EXPECT_FLOAT_EQ(m_model.GetXPlaneLayers().at(2).Alt, 3048.037F);
 }

@@ -72,7 +72,7 @@ protected:
     {
         interfaces = std::make_unique<SimulatorInterfaces>(*settings, stop, clients, timeouts);
         controller = std::make_unique<Controller>(ControllerParts{
-            *settings, view, dialogs, m_random, HostNetwork(), processes, *interfaces, limits, 0});
+            *settings, view, dialogs, m_random, hostNetwork(), processes, *interfaces, limits, 0});
         timer("timerOneSecond").stop();
         timer("timerWeather").setInterval(kNeverMs); // the tests tick
         QObject::connect(&controller->connectWorker(), &ConnectWorker::sigJobFinish,
@@ -112,7 +112,7 @@ protected:
     /// Lets the weather clock tick once after so much time.
     void tick(std::chrono::milliseconds after = std::chrono::seconds(1))
     {
-        clock.Advance(after);
+        clock.advance(after);
         controller->OnTimerWeather();
     }
     /// Ticks once and waits until that has led to a set job that ended; its error, -1 if none came.

@@ -94,7 +94,7 @@ XPlaneWeather weatherData()
 void expectReadsAndWrites(FsInterfaceTcpClient& client)
 {
     QString port;
-    EXPECT_EQ(client.AnnounceAddress(QStringLiteral("127.0.0.1"), port), 0);
+    EXPECT_EQ(client.announceAddress(QStringLiteral("127.0.0.1"), port), 0);
     EXPECT_EQ(port.toInt(), kDatagramPort);
     aviation::structs::AircraftData aircraft;
     EXPECT_EQ(client.GetAircraftData(aircraft), 0);
@@ -110,7 +110,7 @@ void expectReadsAndWrites(FsInterfaceTcpClient& client)
     EXPECT_EQ(client.GetDateTime(dateTime), 0);
     EXPECT_EQ(dateTime.toSecsSinceEpoch(), aircraft.simTime);
     QByteArray config;
-    EXPECT_EQ(client.RequestServerConfig(config), 0);
+    EXPECT_EQ(client.requestServerConfig(config), 0);
     fuel.tanks.front().level = 12.5;
     EXPECT_EQ(client.SetAircraftFuel(fuel), 0);
     payload.stations.front().name = L"J\u00fcrgen";

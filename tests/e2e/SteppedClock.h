@@ -11,14 +11,14 @@
 class SteppedClock final : public aviation::Clock
 {
 public:
-    SteppedClock() { Install(this); }
-    ~SteppedClock() override { Install(nullptr); }
+    SteppedClock() { install(this); }
+    ~SteppedClock() override { install(nullptr); }
 
     UtcTime NowUtc() const override { return UtcTime(std::chrono::milliseconds(m_nowMs.load())); }
     std::int64_t MonotonicMs() const override { return m_nowMs.load(); }
     void SleepMs(int) override { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
 
-    void Advance(std::chrono::milliseconds by) { m_nowMs += by.count(); }
+    void advance(std::chrono::milliseconds by) { m_nowMs += by.count(); }
 
 private:
     static constexpr std::int64_t kJuly1st2019Noon = 1561982400000;

@@ -25,7 +25,7 @@ QByteArray aircraftDatagram(int height, std::uint8_t command = bridgecommand::kA
         + ":Alt=900:TAS=0:GS=0:Hdg=0:VS=0:WindDir=:00:WindSpeed==0:MagVar=0:Vis=0:"
           "Lat=50.5:Lon=8.5:OnGround===1:EngineOff===0:LandingLight=====0:"
           "DoorOpen===0:ParkingBrake======0";
-    return FrameBytes(command, bridgemessage::kAircraftData, text);
+    return frameBytes(command, bridgemessage::kAircraftData, text);
 }
 
 class AircraftDatagramsTest : public SettingsFixture

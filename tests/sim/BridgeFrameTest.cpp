@@ -9,10 +9,10 @@
 
 TEST(BridgeFrameTest, WritesAndReadsFrames)
 {
-    const QByteArray frame = FrameBytes(bridgecommand::kWrite, bridgemessage::kText, "Hello");
+    const QByteArray frame = frameBytes(bridgecommand::kWrite, bridgemessage::kText, "Hello");
     EXPECT_EQ(frame, "@0005;0020;00000005;Hello");
     FsMessage message;
-    ASSERT_TRUE(ParseFrame(frame + "!", message));
+    ASSERT_TRUE(parseFrame(frame + "!", message));
     EXPECT_EQ(message.command, bridgecommand::kWrite);
     EXPECT_EQ(message.id, bridgemessage::kText);
     EXPECT_EQ(message.dataLength, 5);
@@ -40,10 +40,10 @@ TEST(BridgeFrameTest, ReadsBrokenBlocks)
     for (const auto& [block, readable, command, id, progress] : rows) {
         FsMessage message;
         message.command = message.id = 99;
-        EXPECT_EQ(ParseFrame(block, message), readable) << block;
+        EXPECT_EQ(parseFrame(block, message), readable) << block;
         EXPECT_EQ(message.command, command) << block;
         EXPECT_EQ(message.id, id) << block;
-        EXPECT_EQ(ProgressOf(block), progress) << block;
+        EXPECT_EQ(progressOf(block), progress) << block;
     }
 }
 
@@ -52,7 +52,7 @@ TEST(BridgeFrameTest, NamesCommands)
     for (const auto& [number, name] :
          {std::pair{1, "HELO"}, {7, "ANSW"}, {0, "NCMD"}, {10, "NCMD"}, {-1, "NCMD"}})
     {
-        EXPECT_STREQ(CommandName(number), name) << number;
+        EXPECT_STREQ(commandName(number), name) << number;
     }
 }
 
@@ -61,25 +61,25 @@ TEST(BridgeDatagramTest, ReadsUpToTheFirstZero)
     const QByteArray text = "AGL-ft=100:Alt=500:TAS=1:GS=2:Hdg=270.5:VS=3:Wind-Dir==1:"
                             "Wind-Speed==2:MagVar=3:Vis=4:Lat=50:Lon=8:ON-GROUND-=1:ENGINE-OFF-=0:"
                             "LANDING-LIGHT--==1:DOOR-OPEN-=0:PARKING--BRAKE--==1";
-    const QByteArray frame = FrameBytes(bridgecommand::kAnswer, bridgemessage::kAircraftData, text);
-    const BridgeDatagram pushed = ParseDatagram(frame + QByteArray(3, '\0') + "left over");
+    const QByteArray frame = frameBytes(bridgecommand::kAnswer, bridgemessage::kAircraftData, text);
+    const BridgeDatagram pushed = parseDatagram(frame + QByteArray(3, '\0') + "left over");
     ASSERT_TRUE(pushed.isAircraftAnswer()) << pushed.fault.toStdString();
     EXPECT_EQ(pushed.fault, QString());
     EXPECT_EQ(pushed.aircraft.heightAgl, 100);
     EXPECT_TRUE(pushed.aircraft.parkingBrake);
     EXPECT_EQ(pushed.aircraft.position, aviation::Position(50.0, 8.0));
 
-    const BridgeDatagram read = ParseDatagram(FrameBytes(bridgecommand::kRead, 9, text));
+    const BridgeDatagram read = parseDatagram(frameBytes(bridgecommand::kRead, 9, text));
     EXPECT_TRUE(read.hasAircraft);
     EXPECT_FALSE(read.isAircraftAnswer());
     const QByteArray withoutAircraft[] = {
-        FrameBytes(bridgecommand::kAnswer, bridgemessage::kFuel, text),
-        FrameBytes(bridgecommand::kAnswer, bridgemessage::kAircraftData, "HeightA1:Alt5"),
+        frameBytes(bridgecommand::kAnswer, bridgemessage::kFuel, text),
+        frameBytes(bridgecommand::kAnswer, bridgemessage::kAircraftData, "HeightA1:Alt5"),
         frame.left(18),
         QByteArray(1, '\0') + frame,
         "garbage",
     };
     for (const QByteArray& datagram : withoutAircraft) {
-        EXPECT_FALSE(ParseDatagram(datagram).hasAircraft) << datagram.constData();
+        EXPECT_FALSE(parseDatagram(datagram).hasAircraft) << datagram.constData();
     }
 }

@@ -26,7 +26,7 @@ const QByteArray kAircraft =
 
 AircraftData aircraftOf(int fields)
 {
-    return bridgetext::AircraftFromText(kAircraft.split(':').mid(0, fields).join(':'));
+    return bridgetext::aircraftFromText(kAircraft.split(':').mid(0, fields).join(':'));
 }
 
 /// With another text for one field.
@@ -34,7 +34,7 @@ AircraftData aircraftWith(int field, const char* text, QString* fault = nullptr)
 {
     QByteArrayList parts = kAircraft.split(':');
     parts[field] = text;
-    return bridgetext::AircraftFromText(parts.join(':'), fault);
+    return bridgetext::aircraftFromText(parts.join(':'), fault);
 }
 
 } // namespace
@@ -42,7 +42,7 @@ AircraftData aircraftWith(int field, const char* text, QString* fault = nullptr)
 TEST(BridgeTextTest, ReadsAllAircraftFields)
 {
     QString fault;
-    const AircraftData data = bridgetext::AircraftFromText(kAircraft, &fault);
+    const AircraftData data = bridgetext::aircraftFromText(kAircraft, &fault);
     EXPECT_EQ(fault.toStdString(), "");
     const std::vector<std::int32_t> whole{data.heightAgl,   data.altitude,      data.tas,
                                           data.groundSpeed, data.verticalSpeed, data.landingRate};
@@ -52,7 +52,7 @@ TEST(BridgeTextTest, ReadsAllAircraftFields)
                                     data.temperature};
     EXPECT_EQ(single, (std::vector{-3.5F, 9.5F, 2500.5F, 90000.0F, 174000.0F, 150000.5F, -12.5F}));
     EXPECT_EQ(data.heading, 271.5);
-    EXPECT_EQ(WindText(data.wind), "Dir=180.50:Speed=12.25:Gust=-1.00");
+    EXPECT_EQ(windText(data.wind), "Dir=180.50:Speed=12.25:Gust=-1.00");
     EXPECT_EQ(data.position, aviation::Position(50.0333, -8.5706));
     EXPECT_TRUE(data.onGround && data.landingLight && data.parkingBrake);
     EXPECT_FALSE(data.engineOff);
@@ -91,10 +91,10 @@ TEST(BridgeTextTest, GrossWeightStandsForMissingMaximums)
 {
     AircraftData data;
     data.maxRampWeight = 5.0F;
-    FillMaximumWeights(data);
+    fillMaximumWeights(data);
     EXPECT_EQ(data.maxTakeOffWeight, 0.0F);
     data.maxGrossWeight = 7.0F;
-    FillMaximumWeights(data);
+    fillMaximumWeights(data);
     EXPECT_EQ(data.maxTakeOffWeight, 7.0F);
     EXPECT_EQ(data.maxRampWeight, 5.0F);
 }
@@ -104,14 +104,14 @@ TEST(BridgeTextTest, FuelTravelsBothWays)
     AircraftFuel fuel;
     fuel.fuelWeight = 6.7;
     fuel.tanks = {{L"Left: M|in \u00FC", 3, 50.5, 1000.25}, {L"Center", 4, 0.0, 500.0}};
-    const QByteArray text = bridgetext::FuelText(fuel);
+    const QByteArray text = bridgetext::fuelText(fuel);
     EXPECT_EQ(text, "NumOfStation=2:FuelWeight=6.700000"
                     ":StationID=3|Name=Left  M in \xC3\xBC|Capacity=1000.250000|Level=50.500000"
                     ":StationID=4|Name=Center|Capacity=500.000000|Level=0.000000");
     QString fault;
-    const AircraftFuel read = bridgetext::FuelFromText(text, &fault);
+    const AircraftFuel read = bridgetext::fuelFromText(text, &fault);
     EXPECT_EQ(fault, QString());
-    EXPECT_EQ(bridgetext::FuelText(read), text);
+    EXPECT_EQ(bridgetext::fuelText(read), text);
 
     const QByteArray tank = ":StationID=1|Name=A|Capacity=1|Level=2";
     const std::tuple<QByteArray, std::size_t, bool> rows[] = {
@@ -124,7 +124,7 @@ TEST(BridgeTextTest, FuelTravelsBothWays)
     };
     for (const auto& [sent, tanks, isFault] : rows) {
         fault.clear();
-        EXPECT_EQ(bridgetext::FuelFromText(sent, &fault).tanks.size(), tanks) << sent.constData();
+        EXPECT_EQ(bridgetext::fuelFromText(sent, &fault).tanks.size(), tanks) << sent.constData();
         EXPECT_EQ(!fault.isEmpty(), isFault) << sent.constData();
     }
 }
@@ -134,13 +134,13 @@ TEST(BridgeTextTest, PayloadTravelsBothWays)
     const QByteArray text = "NumOfStation=2"
                             ":StationName=Row 1|Type=3|MaxWeight=400.000000|Weight=180.500000"
                             ":StationName=Hold|Type=5|MaxWeight=900.000000|Weight=20.000000";
-    const AircraftPayload read = bridgetext::PayloadFromText(text);
-    EXPECT_EQ(bridgetext::PayloadText(read), text);
+    const AircraftPayload read = bridgetext::payloadFromText(text);
+    EXPECT_EQ(bridgetext::payloadText(read), text);
     EXPECT_EQ(read.totalWeight, 200.5);
     ASSERT_EQ(read.stations.size(), 2U);
     EXPECT_EQ(read.stations[0].maxWeight, 400.0F);
     for (const char* type : {"7", "-1"}) {
-        const AircraftPayload odd = bridgetext::PayloadFromText(
+        const AircraftPayload odd = bridgetext::payloadFromText(
             QByteArray("NumOfStation=1:StationName=A|Type=") + type + "|MaxWeight=1|Weight=1");
         ASSERT_EQ(odd.stations.size(), 1U);
         EXPECT_EQ(odd.stations[0].type, 0) << type;
@@ -150,12 +150,12 @@ TEST(BridgeTextTest, PayloadTravelsBothWays)
 TEST(BridgeTextTest, RadiosTravelBothWays)
 {
     const RadioFrequencys radios{1, 2, 3, 4, 5, 6, 7, 8, 1200, 350};
-    const QByteArray text = bridgetext::RadioText(radios);
+    const QByteArray text = bridgetext::radioText(radios);
     EXPECT_EQ(text, "comm1active=1:comm1standby=2:comm2active=3:comm2standby=4:nav1active=5:"
                     "nav1standby=6:nav2active=7:nav2standby=8:adf=350:transponder=1200");
-    EXPECT_EQ(bridgetext::RadioText(bridgetext::RadioFromText(text)), text);
-    EXPECT_EQ(bridgetext::RadioText(
-                  bridgetext::RadioFromText("comm1active=12345:comm1standby=70000:comm2active=5")),
+    EXPECT_EQ(bridgetext::radioText(bridgetext::radioFromText(text)), text);
+    EXPECT_EQ(bridgetext::radioText(
+                  bridgetext::radioFromText("comm1active=12345:comm1standby=70000:comm2active=5")),
               "comm1active=12345:comm1standby=11800:comm2active=11800:comm2standby=11800:"
               "nav1active=10800:nav1standby=10800:nav2active=10800:nav2standby=10800:adf=384:"
               "transponder=7000")
@@ -166,17 +166,17 @@ TEST(BridgeTextTest, ReadsWindAndLongNumbers)
 {
     QString fault;
     const aviation::weather::Wind wind =
-        bridgetext::WindFromText("Dir=270.00:Speed=12.50:Gust=-1.00", &fault);
-    EXPECT_EQ(WindText(wind), "Dir=270.00:Speed=12.50:Gust=-1.00");
+        bridgetext::windFromText("Dir=270.00:Speed=12.50:Gust=-1.00", &fault);
+    EXPECT_EQ(windText(wind), "Dir=270.00:Speed=12.50:Gust=-1.00");
     EXPECT_EQ(fault, QString());
-    bridgetext::WindFromText("Dir", &fault);
+    bridgetext::windFromText("Dir", &fault);
     EXPECT_TRUE(fault.startsWith(QStringLiteral("\nError in Wind::ToWind - ")));
 
     qint64 number = 5;
-    EXPECT_FALSE(bridgetext::LongFromText("", number));
-    EXPECT_FALSE(bridgetext::LongFromText("99999999999999999999", number));
+    EXPECT_FALSE(bridgetext::longFromText("", number));
+    EXPECT_FALSE(bridgetext::longFromText("99999999999999999999", number));
     EXPECT_EQ(number, 5);
-    EXPECT_TRUE(bridgetext::LongFromText(" 4102444800\r\n", number));
+    EXPECT_TRUE(bridgetext::longFromText(" 4102444800\r\n", number));
     EXPECT_EQ(number, 4102444800);
 }
 

@@ -97,7 +97,7 @@ TEST_F(FsInterfaceFSUIPC_SimConnectTest, EachOperationGoesToItsMember)
     wentTo("Nearest", object.GetWeatherAt(text, 1, 2));
     wentTo("Station 7 AAAA", object.CreateStation("AAAA", "n", 1, 2, 3));
     wentTo("Plan p", object.LoadFlightPlan(QStringLiteral("p")));
-    wentTo("Custom", object.SetCustomWeatherMode());
+    wentTo("Custom", object.setCustomWeatherMode());
     wentTo("Clouds", object.GetCloudState({}, map));
     EXPECT_EQ(object.SetVisibility(1), 200);
     int id = 0;

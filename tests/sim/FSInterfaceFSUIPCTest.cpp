@@ -153,7 +153,7 @@ TEST_F(FSInterfaceFSUIPCTest, ConvertsEachAircraftOffset)
     EXPECT_EQ(single, (std::vector{-12.5F, -1.40625F, 2000.0F, 16384.5F, 1.0F, 100000.0F}));
     EXPECT_DOUBLE_EQ(data.heading, 270.0);
     EXPECT_NEAR(data.headingMagnetic, 90.0, 1e-5);
-    EXPECT_EQ(WindText(data.wind), "Dir=270.00:Speed=20.00:Gust=-1.00");
+    EXPECT_EQ(windText(data.wind), "Dir=270.00:Speed=20.00:Gust=-1.00");
     EXPECT_TRUE(data.onGround && data.parkingBrake && data.landingLight && data.doorOpen);
     EXPECT_FALSE(data.engineOff);
     for (const auto& [code, visibility] : {std::pair{8U, 10.0F}, {12U, 1.609344F}, {7U, 1.609344F}})
@@ -289,7 +289,7 @@ TEST_F(FSInterfaceFSUIPCTest, ReadsAndWritesFuel)
     EXPECT_DOUBLE_EQ(fuel.fuelWeight, 0x06B3 / 256.0);
     for (std::size_t i = 0; i < fuel.tanks.size(); ++i) {
         EXPECT_EQ(fuel.tanks[i].id, static_cast<int>(i) + 2);
-        EXPECT_EQ(fuel.tanks[i].name, aviation::structs::FuelTankName(static_cast<int>(i) + 2));
+        EXPECT_EQ(fuel.tanks[i].name, aviation::structs::fuelTankName(static_cast<int>(i) + 2));
         EXPECT_NEAR(fuel.tanks[i].level, 100.0 / static_cast<double>(i + 2), 1e-4);
         EXPECT_DOUBLE_EQ(fuel.tanks[i].capacity, static_cast<double>((i + 1) * 10));
     }
@@ -371,7 +371,7 @@ TEST_F(FSInterfaceFSUIPCTest, TextsAndCommands)
     }
     EXPECT_EQ(script.processes, 3) << "text and duration go together";
     EXPECT_EQ(object.ClearWeather(), 0);
-    EXPECT_EQ(object.WriteWeatherCommand(256), 0);
+    EXPECT_EQ(object.writeWeatherCommand(256), 0);
     EXPECT_EQ(written(), "c800=0300 c800=0001");
     QString observation;
     script.put(0xB800, QByteArray(2000, 'm'));

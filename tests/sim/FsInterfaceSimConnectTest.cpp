@@ -130,7 +130,7 @@ TEST_F(FsInterfaceSimConnectTest, ReadsAnAircraft)
                     {"ZULU MONTH OF YEAR", 1},    {"ZULU YEAR", 2025}};
     Texts texts{{"TITLE", std::string(256, 'T')}, {"ATC ID", "D-\xC3\x84"}, {"ATC MODEL", "B\xE4"}};
     double next = 0.75; // every other variable has a number of its own, in the order of the data
-    for (const SimConnectDatum& datum : SimConnectAircraftDefinition().data) {
+    for (const SimConnectDatum& datum : simConnectAircraftDefinition().data) {
         numbers.emplace(datum.name, next++);
         texts.emplace(datum.name, datum.name);
     }
@@ -221,7 +221,7 @@ TEST_F(FsInterfaceSimConnectTest, AnswersToAnAircraftRequest)
 {
     connectSimulator();
     const SimConnectRequest otherDefinition{0, 1};
-    const Bytes other = answer(otherDefinition, SimConnectAircraftDefinition());
+    const Bytes other = answer(otherDefinition, simConnectAircraftDefinition());
     const char* const kFailedLine = "3 (Interface SimConnect) - Get Aircraft Data failed";
     const char* const kDispatchLine = "3 (Interface SimConnect) - Dispatch HRESULT FAILED";
     const std::vector<Bytes> cutMessages{cut(stateMessage(0)), cut(exceptionMessage(1)),
@@ -266,7 +266,7 @@ TEST_F(FsInterfaceSimConnectTest, ListsTanksWithACapacity)
 {
     connectSimulator();
     answerTo("Request 1 1", {exceptionMessage(3), aircraftAnswer(),
-                             answer(simconnectid::kFuel, SimConnectFuelDefinition(),
+                             answer(simconnectid::kFuel, simConnectFuelDefinition(),
                                     {{"FUEL TANK LEFT TIP LEVEL", 0.5},
                                      {"FUEL TANK LEFT TIP CAPACITY", 30.0},
                                      {"FUEL TANK CENTER2 LEVEL", 0.25},
@@ -301,7 +301,7 @@ TEST_F(FsInterfaceSimConnectTest, PayloadStations)
     for (const auto& [count, expected] : {std::pair(-5, 0U), std::pair(51, 50U), std::pair(2, 2U)})
     {
         answerTo("Request 2 3",
-                 {answer(simconnectid::kPayload, SimConnectPayloadDefinition(),
+                 {answer(simconnectid::kPayload, simConnectPayloadDefinition(),
                          {{"PAYLOAD STATION COUNT", count}, {"PAYLOAD STATION WEIGHT:2", 170}},
                          {{"PAYLOAD STATION NAME:2", std::string(256, 'p')}})});
         ASSERT_EQ(sim.GetAircraftPayload(payload), 0);
@@ -322,7 +322,7 @@ TEST_F(FsInterfaceSimConnectTest, PayloadStations)
 TEST_F(FsInterfaceSimConnectTest, Radios)
 {
     connectSimulator();
-    answerTo("Request 9 7", {answer(simconnectid::kRadios, SimConnectRadioDefinition(),
+    answerTo("Request 9 7", {answer(simconnectid::kRadios, simConnectRadioDefinition(),
                                     {{"COM ACTIVE FREQUENCY:1", 118.1},
                                      {"COM STANDBY FREQUENCY:2", 1e30},
                                      {"NAV ACTIVE FREQUENCY:2", -3},

@@ -29,21 +29,21 @@ const QByteArray kAircraft =
 
 QByteArray answer(int id, const QByteArray& data)
 {
-    return FrameBytes(bridgecommand::kAnswer, static_cast<std::uint8_t>(id), data);
+    return frameBytes(bridgecommand::kAnswer, static_cast<std::uint8_t>(id), data);
 }
 QByteArray refusal(int id, const QByteArray& data = QByteArray())
 {
-    return FrameBytes(bridgecommand::kRefuse, static_cast<std::uint8_t>(id), data);
+    return frameBytes(bridgecommand::kRefuse, static_cast<std::uint8_t>(id), data);
 }
 
 /// What a well-behaved server says to the two messages of the handshake; else nothing.
 QByteArray handshake(const QByteArray& frame, const QByteArray& version = "3.3")
 {
     if (frame.startsWith("@0001;")) {
-        return FrameBytes(bridgecommand::kHello, bridgemessage::kHello, "SERVERAPI=" + version);
+        return frameBytes(bridgecommand::kHello, bridgemessage::kHello, "SERVERAPI=" + version);
     }
     if (frame.startsWith("@0002;")) {
-        return FrameBytes(bridgecommand::kConnectedFs, bridgemessage::kFsConnected, kSimulator);
+        return frameBytes(bridgecommand::kConnectedFs, bridgemessage::kFsConnected, kSimulator);
     }
     return {};
 }
@@ -110,18 +110,18 @@ TEST_F(FsInterfaceTcpClientTest, ShakesHands)
 
 TEST_F(FsInterfaceTcpClientTest, GreetingsOfOtherServers)
 {
-    const QByteArray hello = FrameBytes(1, 1, "SERVERAPI=3.3");
+    const QByteArray hello = frameBytes(1, 1, "SERVERAPI=3.3");
     const std::tuple<QByteArray, QByteArray, int, const char*> rows[] = {
-        {FrameBytes(1, 1, "SERVERAPI=3.30"), FrameBytes(2, 81, kSimulator), 0, "Version = 3.30"},
-        {FrameBytes(1, 1, "SERVERAPI=3.2"), {}, 100, "Please update your Server version"},
-        {FrameBytes(1, 1, "SERVERAPI=<4>"), {}, 100, "Server API: &lt;4&gt; Client API: 3.3"},
-        {FrameBytes(1, 1, "SERVERAPI=4"), {}, 100, "Please update your Client version"},
-        {FrameBytes(1, 1, "no version"), FrameBytes(2, 81, kSimulator), 0, "connected"},
-        {FrameBytes(1, 5, "SERVERAPI=9"), {}, 0, "connected"},
+        {frameBytes(1, 1, "SERVERAPI=3.30"), frameBytes(2, 81, kSimulator), 0, "Version = 3.30"},
+        {frameBytes(1, 1, "SERVERAPI=3.2"), {}, 100, "Please update your Server version"},
+        {frameBytes(1, 1, "SERVERAPI=<4>"), {}, 100, "Server API: &lt;4&gt; Client API: 3.3"},
+        {frameBytes(1, 1, "SERVERAPI=4"), {}, 100, "Please update your Client version"},
+        {frameBytes(1, 1, "no version"), frameBytes(2, 81, kSimulator), 0, "connected"},
+        {frameBytes(1, 5, "SERVERAPI=9"), {}, 0, "connected"},
         {"?????", {}, 0, "connected"},
-        {hello, FrameBytes(2, 80, kSimulator), 1, "connected"},
-        {hello, FrameBytes(2, 81, "only;three;parts"), 0, "connected"},
-        {hello, FrameBytes(2, 81, "FS=1;no;id;Interface=0;here"), 0, "connected"},
+        {hello, frameBytes(2, 80, kSimulator), 1, "connected"},
+        {hello, frameBytes(2, 81, "only;three;parts"), 0, "connected"},
+        {hello, frameBytes(2, 81, "FS=1;no;id;Interface=0;here"), 0, "connected"},
         {hello, {}, 13, "The socket operation timed out."},
         {{}, {}, 13, "The socket operation timed out."},
         {hello.left(17), {}, 13, "can't be read"},
@@ -163,7 +163,7 @@ TEST_F(FsInterfaceTcpClientTest, RepliesToARequest)
         {answer(2, kAircraft), 0},
         {answer(3, kAircraft), simresult::kWrongMessage},
         {refusal(2), simresult::kRefused},
-        {FrameBytes(bridgecommand::kRead, 2, kAircraft), simresult::kTimeout},
+        {frameBytes(bridgecommand::kRead, 2, kAircraft), simresult::kTimeout},
         {"garbage", simresult::kWrongMessage},
         {"@0007;0002;00000", simresult::kTimeout},
         {"@0007;0002;99999999;x", simresult::kTimeout},
@@ -316,7 +316,7 @@ TEST_F(FsInterfaceTcpClientTest, ReceivesLongReplies)
     for (const auto& [reply, result, line] : rows) {
         serveConnected([sent = reply](const QByteArray&) { return sent; });
         QByteArray contents;
-        EXPECT_EQ(client->RequestServerConfig(contents), result) << line;
+        EXPECT_EQ(client->requestServerConfig(contents), result) << line;
         EXPECT_EQ(!contents.isEmpty(), result == 0) << line;
         EXPECT_TRUE(said(line)) << line << log.join(QLatin1Char('\n')).toStdString();
     }

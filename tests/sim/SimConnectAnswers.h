@@ -38,7 +38,7 @@ inline void appendDatum(Bytes& bytes, const SimConnectDatum& datum, double numbe
         return append(bytes, number);
     default: {
         std::string field = text;
-        field.resize(SimConnectDatumSize(datum.type));
+        field.resize(simConnectDatumSize(datum.type));
         bytes.insert(bytes.end(), field.begin(), field.end());
     }
     }
@@ -61,7 +61,7 @@ inline Bytes answer(const SimConnectRequest& request, const SimConnectDefinition
 
 inline Bytes aircraftAnswer(const Numbers& numbers = {}, const Texts& texts = {})
 {
-    return answer(simconnectid::kAircraft, SimConnectAircraftDefinition(), numbers, texts);
+    return answer(simconnectid::kAircraft, simConnectAircraftDefinition(), numbers, texts);
 }
 
 inline Bytes openMessage(const std::string& name = "Sim", std::uint32_t major = 10)

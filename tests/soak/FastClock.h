@@ -10,8 +10,8 @@
 class FastClock final : public aviation::Clock
 {
 public:
-    explicit FastClock(int factor) : m_factor(factor) { Install(this); }
-    ~FastClock() override { Install(nullptr); }
+    explicit FastClock(int factor) : m_factor(factor) { install(this); }
+    ~FastClock() override { install(nullptr); }
 
     UtcTime NowUtc() const override { return m_startUtc + elapsed(); }
     std::int64_t MonotonicMs() const override { return elapsed().count(); }

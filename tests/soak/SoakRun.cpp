@@ -109,7 +109,7 @@ SoakRun::SoakRun(const SoakOptions& options)
     limits.stallMs = kStallMs;
     m_interfaces = std::make_unique<SimulatorInterfaces>(*m_settings, m_stop, m_clients);
     m_controller = std::make_unique<Controller>(
-        ControllerParts{*m_settings, m_view, m_dialogs, m_programRandom, HostNetwork(), m_processes,
+        ControllerParts{*m_settings, m_view, m_dialogs, m_programRandom, hostNetwork(), m_processes,
                         *m_interfaces, limits, 0});
     QObject::connect(&m_controller->connectWorker(), &ConnectWorker::sigJobFinish,
                      m_controller.get(), [this](int job, const QString&, int jobError) {

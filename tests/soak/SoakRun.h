@@ -72,7 +72,7 @@ private:
     int listRequests();
     int loud() const;
     void complain(const Cycle& cycle, const QString& what);
-    int draw(int below) { return m_random.Next() % below; }
+    int draw(int below) { return m_random.next() % below; }
 
     SoakOptions m_options;
     FastClock m_clock;

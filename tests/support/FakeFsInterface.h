@@ -195,7 +195,7 @@ public:
     }
     int SetWindAtAircraft(const aviation::weather::Wind& wind) override
     {
-        return call("SetWindAtAircraft", WindText(wind));
+        return call("SetWindAtAircraft", windText(wind));
     }
     int SetVisibility(int metres) override { return call("SetVisibility", metres); }
     int SetGlobalWindFile(const QByteArray& contents) override
@@ -229,15 +229,15 @@ public:
     int LoadFlightPlan(const QString& path) override { return call("LoadFlightPlan", path); }
 
     int SendWeatherFile(const std::string& path) override { return call("SendWeatherFile", path); }
-    int RequestServerConfig(QByteArray& contents) override
+    int requestServerConfig(QByteArray& contents) override
     {
         return give(call("RequestServerConfig"), contents, m_simulator.answers().serverConfig);
     }
-    int AnnounceAddress(const QString& address, QString& port) override
+    int announceAddress(const QString& address, QString& port) override
     {
         return give(call("AnnounceAddress", address), port, m_simulator.answers().udpPort);
     }
-    int SetCustomWeatherMode() override { return call("SetCustomWeatherMode"); }
+    int setCustomWeatherMode() override { return call("SetCustomWeatherMode"); }
     int GetCloudState(const CloudArea& area, std::vector<std::uint8_t>& map) override
     {
         const int code = call("GetCloudState", area.lowerAltitude, area.upperAltitude);
@@ -246,7 +246,7 @@ public:
         }
         return code;
     }
-    int WriteWeatherCommand(std::uint16_t word) override
+    int writeWeatherCommand(std::uint16_t word) override
     {
         return call("WriteWeatherCommand", word);
     }

@@ -16,7 +16,7 @@ public:
         m_numbers = std::move(numbers);
         m_at = 0;
     }
-    std::int32_t Next() override
+    std::int32_t next() override
     {
         return m_numbers.empty() ? 0 : m_numbers[m_at++ % m_numbers.size()];
     }

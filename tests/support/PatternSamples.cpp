@@ -5,12 +5,12 @@ using namespace aviation::pattern;
 
 namespace {
 
-std::size_t Below(std::size_t limit, RandomSource& random)
+std::size_t below(std::size_t limit, RandomSource& random)
 {
-    return static_cast<std::size_t>(random.Next()) % limit;
+    return static_cast<std::size_t>(random.next()) % limit;
 }
 
-wchar_t MemberOf(const CharSet& set, RandomSource& random)
+wchar_t memberOf(const CharSet& set, RandomSource& random)
 {
     std::wstring members;
     for (std::uint32_t c = 0; c < CharSet::kSize; ++c) {
@@ -18,7 +18,7 @@ wchar_t MemberOf(const CharSet& set, RandomSource& random)
             members.push_back(static_cast<wchar_t>(c));
         }
     }
-    return members[Below(members.size(), random)];
+    return members[below(members.size(), random)];
 }
 
 } // namespace
@@ -27,7 +27,7 @@ PatternSamples::PatternSamples(std::wstring_view pattern)
     : m_tree(Parser<kCapacity>(pattern).parse())
 {}
 
-std::wstring PatternSamples::Sample(RandomSource& random) const
+std::wstring PatternSamples::sample(RandomSource& random) const
 {
     std::wstring text;
     append(m_tree.root, random, text);
@@ -43,37 +43,37 @@ void PatternSamples::append(int part, RandomSource& random, std::wstring& text) 
     case Part::Begin:
         break;
     case Part::Class:
-        text.push_back(MemberOf(node.set, random));
+        text.push_back(memberOf(node.set, random));
         break;
     case Part::Sequence:
         append(node.left, random, text);
         append(node.right, random, text);
         break;
     case Part::Either:
-        append(Below(2, random) == 0 ? node.left : node.right, random, text);
+        append(below(2, random) == 0 ? node.left : node.right, random, text);
         break;
     case Part::Group:
         append(node.left, random, text);
         break;
     case Part::Repeat:
         const int most = node.max == kUnbounded ? node.min + kMostTurnsMore : node.max;
-        for (int turn = node.min + random.Next() % (most - node.min + 1); turn > 0; --turn) {
+        for (int turn = node.min + random.next() % (most - node.min + 1); turn > 0; --turn) {
             append(node.left, random, text);
         }
         break;
     }
 }
 
-std::wstring Spoiled(std::wstring text, RandomSource& random)
+std::wstring spoiled(std::wstring text, RandomSource& random)
 {
     constexpr std::wstring_view kAlphabet(L"0123456789/ANSMKTPQRVGCFUBDEWLXYZ +-[_\t\0\u00B0\u0141",
                                           43);
-    const wchar_t other = kAlphabet[Below(kAlphabet.size(), random)];
-    const std::size_t at = Below(text.size() + 1, random);
+    const wchar_t other = kAlphabet[below(kAlphabet.size(), random)];
+    const std::size_t at = below(text.size() + 1, random);
     if (at == text.size()) {
         return text + other;
     }
-    switch (Below(4, random)) {
+    switch (below(4, random)) {
     case 0:
         text[at] = other;
         break;

@@ -12,7 +12,7 @@ class PatternSamples
 public:
     explicit PatternSamples(std::wstring_view pattern);
 
-    std::wstring Sample(aviation::RandomSource& random) const;
+    std::wstring sample(aviation::RandomSource& random) const;
 
 private:
     static constexpr std::size_t kCapacity = 1024;
@@ -23,4 +23,4 @@ private:
 };
 
 /// Replaces, drops, doubles or inserts one character.
-std::wstring Spoiled(std::wstring text, aviation::RandomSource& random);
+std::wstring spoiled(std::wstring text, aviation::RandomSource& random);

@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-std::vector<std::wstring> ReportLines(const std::string& path, std::size_t step)
+std::vector<std::wstring> reportLines(const std::string& path, std::size_t step)
 {
     std::ifstream file(path, std::ios::binary);
     std::vector<std::wstring> lines;

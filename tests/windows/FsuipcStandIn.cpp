@@ -29,14 +29,14 @@ struct Link
 };
 Link g_link;
 
-int Answer(std::uint32_t code, std::uint32_t* result)
+int answer(std::uint32_t code, std::uint32_t* result)
 {
     ++g_link.calls;
     *result = code;
     return code == fsuipc::kOk ? 1 : 0;
 }
 
-std::uint32_t Queue(Request request)
+std::uint32_t enqueue(Request request)
 {
     const std::size_t bytes = std::size_t{request.size} + g_link.headBytes;
     if (!g_link.open) {
@@ -50,7 +50,7 @@ std::uint32_t Queue(Request request)
     return fsuipc::kOk;
 }
 
-std::uint32_t CarryOut(const Request& request)
+std::uint32_t carryOut(const Request& request)
 {
     if (std::size_t{request.offset} + request.size > g_link.memory.size()) {
         return fsuipc::kBadData;
@@ -64,11 +64,11 @@ std::uint32_t CarryOut(const Request& request)
     return fsuipc::kOk;
 }
 
-std::uint32_t CarryOutAll()
+std::uint32_t carryOutAll()
 {
     std::uint32_t code = g_link.failure;
     for (const Request& request : g_link.requests) {
-        code = code == fsuipc::kOk ? CarryOut(request) : code;
+        code = code == fsuipc::kOk ? carryOut(request) : code;
     }
     g_link.requests.clear();
     g_link.used = 0;
@@ -96,12 +96,12 @@ STAND_IN_EXPORT(void) StandIn_Behave(std::uint32_t headBytes, std::uint32_t fail
 STAND_IN_EXPORT(int) FSUIPC_Open(std::uint32_t simulator, std::uint32_t* result)
 {
     if (g_link.open) {
-        return Answer(fsuipc::kAlreadyOpen, result);
+        return answer(fsuipc::kAlreadyOpen, result);
     }
     g_link.open = g_link.failure == fsuipc::kOk;
     FSUIPC_Version = 0x51520003;
     FSUIPC_FS_Version = simulator == fsuipc::kAnySimulator ? 7 : simulator;
-    return Answer(g_link.failure, result);
+    return answer(g_link.failure, result);
 }
 
 #ifndef CIRRILON_STAND_IN_LACKS
@@ -117,17 +117,17 @@ STAND_IN_EXPORT(void) FSUIPC_Close()
 STAND_IN_EXPORT(int)
 FSUIPC_Read(std::uint32_t offset, std::uint32_t size, void* destination, std::uint32_t* result)
 {
-    return Answer(Queue({offset, size, destination, {}}), result);
+    return answer(enqueue({offset, size, destination, {}}), result);
 }
 
 STAND_IN_EXPORT(int)
 FSUIPC_Write(std::uint32_t offset, std::uint32_t size, const void* source, std::uint32_t* result)
 {
     const auto* bytes = static_cast<const unsigned char*>(source);
-    return Answer(Queue({offset, size, nullptr, {bytes, bytes + size}}), result);
+    return answer(enqueue({offset, size, nullptr, {bytes, bytes + size}}), result);
 }
 
 STAND_IN_EXPORT(int) FSUIPC_Process(std::uint32_t* result)
 {
-    return Answer(CarryOutAll(), result);
+    return answer(carryOutAll(), result);
 }

@@ -13,14 +13,14 @@ namespace {
 
 /// The next message, whole; a null pointer when none waits or it isn't of that kind and size.
 template <typename Message>
-const Message* Next(SimConnectApi& api, void* handle, MessageId id, std::size_t tail = 0)
+const Message* nextMessage(SimConnectApi& api, void* handle, MessageId id, std::size_t tail = 0)
 {
     const simconnect::Message* message = nullptr;
     std::uint32_t size = 0;
     const bool came = api.SimConnect_GetNextDispatch(handle, &message, &size) == kOk
                       && message->id == static_cast<std::uint32_t>(id)
                       && size == sizeof(Message) + tail && message->size == size;
-    True("message as expected", came);
+    checkTrue("message as expected", came);
     return came ? static_cast<const Message*>(message) : nullptr;
 }
 
@@ -45,12 +45,12 @@ constexpr const char* kSentCalls =
     "ClearDataDefinition 5\n";
 
 /// Each call once, all arguments different.
-void Send(SimConnectApi& api, void* handle)
+void send(SimConnectApi& api, void* handle)
 {
     double weight = 172.5;
     char text[] = "Hello";
     const auto ok = [](const char* name, simconnect::Result result) {
-        Equal(name, result, kOk);
+        checkEqual(name, result, kOk);
     };
     ok("add", api.SimConnect_AddToDataDefinition(handle, 5, "PAYLOAD STATION WEIGHT:1", "Pounds",
                                                  simconnect::DataType::Float64, 0.25F,
@@ -77,79 +77,82 @@ void Send(SimConnectApi& api, void* handle)
     ok("clear", api.SimConnect_ClearDataDefinition(handle, 5));
 }
 
-void CheckAnswers(SimConnectApi& api, void* handle)
+void checkAnswers(SimConnectApi& api, void* handle)
 {
-    if (const auto* opened = Next<simconnect::OpenMessage>(api, handle, MessageId::Open)) {
-        Equal("open", std::string(opened->applicationName), "Stand-in");
-        Equal("version", opened->applicationVersion[0], 10U);
-        Equal("build", opened->simConnectVersion[3], 259U);
+    if (const auto* opened = nextMessage<simconnect::OpenMessage>(api, handle, MessageId::Open)) {
+        checkEqual("open", std::string(opened->applicationName), "Stand-in");
+        checkEqual("version", opened->applicationVersion[0], 10U);
+        checkEqual("build", opened->simConnectVersion[3], 259U);
     }
-    if (const auto* event = Next<simconnect::EventMessage>(api, handle, MessageId::Event)) {
-        Equal("event id", event->eventId, 5U);
+    if (const auto* event = nextMessage<simconnect::EventMessage>(api, handle, MessageId::Event)) {
+        checkEqual("event id", event->eventId, 5U);
     }
-    if (const auto* data =
-            Next<simconnect::ObjectDataMessage>(api, handle, MessageId::ObjectData, sizeof(double)))
+    if (const auto* data = nextMessage<simconnect::ObjectDataMessage>(
+            api, handle, MessageId::ObjectData, sizeof(double)))
     {
         double weight = 0.0;
         std::memcpy(&weight, data + 1, sizeof weight);
-        Equal("data", weight, 172.5);
-        Equal("request", data->requestId, 9U);
+        checkEqual("data", weight, 172.5);
+        checkEqual("request", data->requestId, 9U);
     }
     if (const auto* state =
-            Next<simconnect::SystemStateMessage>(api, handle, MessageId::SystemState)) {
-        Equal("state", std::string(state->stringValue), "Sim");
-        Equal("state's number", state->integerValue, 1U);
+            nextMessage<simconnect::SystemStateMessage>(api, handle, MessageId::SystemState))
+    {
+        checkEqual("state", std::string(state->stringValue), "Sim");
+        checkEqual("state's number", state->integerValue, 1U);
     }
-    if (const auto* observation = Next<simconnect::ObservationMessage>(
+    if (const auto* observation = nextMessage<simconnect::ObservationMessage>(
             api, handle, MessageId::WeatherObservation, sizeof kMetar))
     {
-        Equal("observation", std::string(reinterpret_cast<const char*>(observation + 1)), kMetar);
+        checkEqual("observation", std::string(reinterpret_cast<const char*>(observation + 1)),
+                   kMetar);
     }
     if (const auto* clouds =
-            Next<simconnect::CloudStateMessage>(api, handle, MessageId::CloudState, 4096))
+            nextMessage<simconnect::CloudStateMessage>(api, handle, MessageId::CloudState, 4096))
     {
-        Equal("last cloud byte", reinterpret_cast<const char*>(clouds + 1)[4095], '\x7F');
+        checkEqual("last cloud byte", reinterpret_cast<const char*>(clouds + 1)[4095], '\x7F');
     }
 }
 
 /// What the library says no to comes back as it said it.
-void CheckRefusals(SimConnectApi& api, void* handle)
+void checkRefusals(SimConnectApi& api, void* handle)
 {
     const simconnect::Message* message = nullptr;
     std::uint32_t number = 0;
-    Equal("nothing waits", api.SimConnect_GetNextDispatch(handle, &message, &number), kFailed);
-    Equal("a result of its own", api.SimConnect_FlightPlanLoad(handle, ""),
-          static_cast<simconnect::Result>(0x80070057U));
+    checkEqual("nothing waits", api.SimConnect_GetNextDispatch(handle, &message, &number), kFailed);
+    checkEqual("a result of its own", api.SimConnect_FlightPlanLoad(handle, ""),
+               static_cast<simconnect::Result>(0x80070057U));
     api.SimConnect_WeatherSetObservation(handle, 0, "");
-    Equal("packet id", api.SimConnect_GetLastSentPacketID(handle, &number), kOk);
+    checkEqual("packet id", api.SimConnect_GetLastSentPacketID(handle, &number), kOk);
     if (const auto* exception =
-            Next<simconnect::ExceptionMessage>(api, handle, MessageId::Exception)) {
-        Equal("exception", exception->exception, 20U);
-        Equal("its packet", exception->sendId, number);
-        Equal("its argument", exception->index, 2U);
+            nextMessage<simconnect::ExceptionMessage>(api, handle, MessageId::Exception))
+    {
+        checkEqual("exception", exception->exception, 20U);
+        checkEqual("its packet", exception->sendId, number);
+        checkEqual("its argument", exception->index, 2U);
     }
-    Equal("close", api.SimConnect_Close(handle), kOk);
-    Equal("another connection", api.SimConnect_Close(nullptr), kFailed);
+    checkEqual("close", api.SimConnect_Close(handle), kOk);
+    checkEqual("another connection", api.SimConnect_Close(nullptr), kFailed);
 }
 
 } // namespace
 
-void TestSimConnectCalls()
+void testSimConnectCalls()
 {
     std::string problem;
-    const auto api = HostSimulatorClients().simConnect(Utf8(StandIns("full")), problem);
-    Equal("SimConnect loads", problem, "");
+    const auto api = HostSimulatorClients().simConnect(utf8(standIns("full")), problem);
+    checkEqual("SimConnect loads", problem, "");
     if (api == nullptr) {
         return;
     }
     void* const window = reinterpret_cast<void*>(std::uintptr_t{0x101});
     void* const event = reinterpret_cast<void*>(std::uintptr_t{0x202});
     void* handle = nullptr;
-    Equal("open", api->SimConnect_Open(&handle, "FSInterface", window, 1, event, 2), kOk);
-    Send(*api, handle);
+    checkEqual("open", api->SimConnect_Open(&handle, "FSInterface", window, 1, event, 2), kOk);
+    send(*api, handle);
     const auto calls =
-        StandInFunction<const char*(__stdcall*)()>(L"SimConnect.dll", "StandIn_Calls");
-    Equal("arguments as sent", std::string(calls()), kSentCalls);
-    CheckAnswers(*api, handle);
-    CheckRefusals(*api, handle);
+        standInFunction<const char*(__stdcall*)()>(L"SimConnect.dll", "StandIn_Calls");
+    checkEqual("arguments as sent", std::string(calls()), kSentCalls);
+    checkAnswers(*api, handle);
+    checkRefusals(*api, handle);
 }

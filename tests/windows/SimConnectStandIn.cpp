@@ -32,32 +32,32 @@ struct Simulator
 };
 Simulator g_simulator;
 
-void Write(std::ostream& line, const char* text)
+void writeValue(std::ostream& line, const char* text)
 {
     line << " '" << (text == nullptr ? "(null)" : text) << '\'';
 }
 
 template <typename Value>
-void Write(std::ostream& line, const Value& value)
+void writeValue(std::ostream& line, const Value& value)
 {
     line << ' ' << value;
 }
 
 /// Takes a call down. It fails for a connection that isn't open.
 template <typename... Arguments>
-Result Take(const void* handle, const char* name, const Arguments&... arguments)
+Result take(const void* handle, const char* name, const Arguments&... arguments)
 {
     std::ostringstream line;
     line.imbue(std::locale::classic());
     line << name;
-    (Write(line, arguments), ...);
+    (writeValue(line, arguments), ...);
     g_simulator.calls += line.str() + '\n';
     ++g_simulator.packet;
     return handle == &g_simulator ? simconnect::kOk : simconnect::kFailed;
 }
 
 template <typename Message>
-void Play(MessageId id, Message message, const std::string& tail = {})
+void play(MessageId id, Message message, const std::string& tail = {})
 {
     message.size = static_cast<Id>(sizeof message + tail.size());
     message.version = 4;
@@ -82,26 +82,26 @@ SimConnect_Open(void** handle, const char* name, void* window, Id userEvent, voi
     std::strcpy(opened.applicationName, "Stand-in");
     opened.applicationVersion[0] = 10;
     opened.simConnectVersion[3] = 259;
-    Play(MessageId::Open, opened);
-    return Take(*handle, "Open", name, window, userEvent, event, config);
+    play(MessageId::Open, opened);
+    return take(*handle, "Open", name, window, userEvent, event, config);
 }
 
 STAND_IN_EXPORT(Result) SimConnect_Close(void* handle)
 {
-    return Take(handle, "Close");
+    return take(handle, "Close");
 }
 
 STAND_IN_EXPORT(Result)
 SimConnect_AddToDataDefinition(void* handle, Id define, const char* name, const char* unit,
                                simconnect::DataType type, float epsilon, Id datum)
 {
-    return Take(handle, "AddToDataDefinition", define, name, unit, static_cast<Id>(type), epsilon,
+    return take(handle, "AddToDataDefinition", define, name, unit, static_cast<Id>(type), epsilon,
                 datum);
 }
 
 STAND_IN_EXPORT(Result) SimConnect_ClearDataDefinition(void* handle, Id define)
 {
-    return Take(handle, "ClearDataDefinition", define);
+    return take(handle, "ClearDataDefinition", define);
 }
 
 STAND_IN_EXPORT(Result)
@@ -110,8 +110,8 @@ SimConnect_SubscribeToSystemEvent(void* handle, Id event, const char* name)
     simconnect::EventMessage message;
     message.eventId = event;
     message.data = 1;
-    Play(MessageId::Event, message);
-    return Take(handle, "SubscribeToSystemEvent", event, name);
+    play(MessageId::Event, message);
+    return take(handle, "SubscribeToSystemEvent", event, name);
 }
 
 STAND_IN_EXPORT(Result)
@@ -122,8 +122,8 @@ SimConnect_RequestDataOnSimObject(void* handle, Id request, Id define, Id object
     message.requestId = request;
     message.objectId = object;
     message.defineId = define;
-    Play(MessageId::ObjectData, message, g_simulator.data[define]);
-    return Take(handle, "RequestDataOnSimObject", request, define, object, period, flags, origin,
+    play(MessageId::ObjectData, message, g_simulator.data[define]);
+    return take(handle, "RequestDataOnSimObject", request, define, object, period, flags, origin,
                 interval, limit);
 }
 
@@ -132,7 +132,7 @@ SimConnect_SetDataOnSimObject(void* handle, Id define, Id object, Id flags, Id c
                               void* data)
 {
     g_simulator.data[define].assign(static_cast<const char*>(data), unitSize);
-    return Take(handle, "SetDataOnSimObject", define, object, flags, count, unitSize);
+    return take(handle, "SetDataOnSimObject", define, object, flags, count, unitSize);
 }
 
 STAND_IN_EXPORT(Result)
@@ -143,8 +143,8 @@ SimConnect_RequestSystemState(void* handle, Id request, const char* state)
     message.integerValue = 1;
     message.floatValue = 0.5F;
     std::strncpy(message.stringValue, state, sizeof message.stringValue - 1);
-    Play(MessageId::SystemState, message);
-    return Take(handle, "RequestSystemState", request, state);
+    play(MessageId::SystemState, message);
+    return take(handle, "RequestSystemState", request, state);
 }
 
 STAND_IN_EXPORT(Result)
@@ -169,26 +169,26 @@ STAND_IN_EXPORT(Result) SimConnect_GetLastSentPacketID(void* handle, Id* packet)
 STAND_IN_EXPORT(Result)
 SimConnect_WeatherSetObservation(void* handle, Id seconds, const char* metar)
 {
-    const Result result = Take(handle, "WeatherSetObservation", seconds, metar);
+    const Result result = take(handle, "WeatherSetObservation", seconds, metar);
     g_simulator.observation = metar;
     if (g_simulator.observation.empty()) {
         simconnect::ExceptionMessage message;
         message.exception = 20;
         message.sendId = g_simulator.packet;
         message.index = 2;
-        Play(MessageId::Exception, message);
+        play(MessageId::Exception, message);
     }
     return result;
 }
 
 STAND_IN_EXPORT(Result) SimConnect_WeatherSetModeCustom(void* handle)
 {
-    return Take(handle, "WeatherSetModeCustom");
+    return take(handle, "WeatherSetModeCustom");
 }
 
 STAND_IN_EXPORT(Result) SimConnect_WeatherSetModeTheme(void* handle, const char* theme)
 {
-    return Take(handle, "WeatherSetModeTheme", theme);
+    return take(handle, "WeatherSetModeTheme", theme);
 }
 
 STAND_IN_EXPORT(Result)
@@ -197,15 +197,15 @@ SimConnect_WeatherRequestObservationAtNearestStation(void* handle, Id request, f
 {
     simconnect::ObservationMessage message;
     message.requestId = request;
-    Play(MessageId::WeatherObservation, message, g_simulator.observation + '\0');
-    return Take(handle, "WeatherRequestObservationAtNearestStation", request, latitude, longitude);
+    play(MessageId::WeatherObservation, message, g_simulator.observation + '\0');
+    return take(handle, "WeatherRequestObservationAtNearestStation", request, latitude, longitude);
 }
 
 STAND_IN_EXPORT(Result)
 SimConnect_WeatherCreateStation(void* handle, Id request, const char* icao, const char* name,
                                 float latitude, float longitude, float altitude)
 {
-    return Take(handle, "WeatherCreateStation", request, icao, name, latitude, longitude, altitude);
+    return take(handle, "WeatherCreateStation", request, icao, name, latitude, longitude, altitude);
 }
 
 STAND_IN_EXPORT(Result)
@@ -216,15 +216,15 @@ SimConnect_WeatherRequestCloudState(void* handle, Id request, float minLatitude,
     simconnect::CloudStateMessage message;
     message.requestId = request;
     message.arraySize = kCloudBytes;
-    Play(MessageId::CloudState, message, std::string(kCloudBytes - 1, '\0') + '\x7F');
-    return Take(handle, "WeatherRequestCloudState", request, minLatitude, minLongitude, minAltitude,
+    play(MessageId::CloudState, message, std::string(kCloudBytes - 1, '\0') + '\x7F');
+    return take(handle, "WeatherRequestCloudState", request, minLatitude, minLongitude, minAltitude,
                 maxLatitude, maxLongitude, maxAltitude, flags);
 }
 
 /// A result of its own for a plan without a name.
 STAND_IN_EXPORT(Result) SimConnect_FlightPlanLoad(void* handle, const char* file)
 {
-    const Result result = Take(handle, "FlightPlanLoad", file);
+    const Result result = take(handle, "FlightPlanLoad", file);
     return *file == '\0' ? kInvalidArgument : result;
 }
 
@@ -232,6 +232,6 @@ STAND_IN_EXPORT(Result) SimConnect_FlightPlanLoad(void* handle, const char* file
 STAND_IN_EXPORT(Result)
 SimConnect_Text(void* handle, Id type, float seconds, Id event, Id unitSize, void* text)
 {
-    return Take(handle, "Text", type, seconds, event, unitSize, static_cast<const char*>(text));
+    return take(handle, "Text", type, seconds, event, unitSize, static_cast<const char*>(text));
 }
 #endif

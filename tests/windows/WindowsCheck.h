@@ -14,7 +14,7 @@ inline int g_checks = 0;
 inline int g_failures = 0;
 
 template <typename Value>
-void Equal(const char* what, const Value& actual, const Value& expected)
+void checkEqual(const char* what, const Value& actual, const Value& expected)
 {
     ++g_checks;
     if (!(actual == expected)) {
@@ -24,23 +24,23 @@ void Equal(const char* what, const Value& actual, const Value& expected)
     }
 }
 
-inline void Equal(const char* what, const std::string& actual, const char* expected)
+inline void checkEqual(const char* what, const std::string& actual, const char* expected)
 {
-    Equal(what, actual, std::string(expected));
+    checkEqual(what, actual, std::string(expected));
 }
 
-inline void True(const char* what, bool holds)
+inline void checkTrue(const char* what, bool holds)
 {
-    Equal(what, holds, true);
+    checkEqual(what, holds, true);
 }
 
-inline std::string Utf8(const std::filesystem::path& path)
+inline std::string utf8(const std::filesystem::path& path)
 {
     const std::u8string text = path.u8string();
     return std::string(text.begin(), text.end());
 }
 
-inline std::filesystem::path ProgramFolder()
+inline std::filesystem::path programFolder()
 {
     wchar_t file[MAX_PATH] = {};
     GetModuleFileNameW(nullptr, file, MAX_PATH);
@@ -48,14 +48,14 @@ inline std::filesystem::path ProgramFolder()
 }
 
 /// Folder of the stand-ins, `form` "full" or "lacking".
-inline std::filesystem::path StandIns(const char* form)
+inline std::filesystem::path standIns(const char* form)
 {
-    return ProgramFolder() / form;
+    return programFolder() / form;
 }
 
 /// A function that a loaded stand-in exports for the tests; null when none is loaded.
 template <typename Function>
-Function StandInFunction(const wchar_t* library, const char* name)
+Function standInFunction(const wchar_t* library, const char* name)
 {
     const HMODULE module = GetModuleHandleW(library);
     return reinterpret_cast<Function>(
@@ -64,6 +64,6 @@ Function StandInFunction(const wchar_t* library, const char* name)
 
 } // namespace windows_check
 
-void TestLibrarySearch();
-void TestSimConnectCalls();
-void TestFsuipcCalls();
+void testLibrarySearch();
+void testSimConnectCalls();
+void testFsuipcCalls();

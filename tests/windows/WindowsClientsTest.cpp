@@ -4,11 +4,11 @@
 int main()
 {
     try {
-        TestLibrarySearch();
-        TestSimConnectCalls();
-        TestFsuipcCalls();
+        testLibrarySearch();
+        testSimConnectCalls();
+        testFsuipcCalls();
     } catch (const std::exception& error) {
-        windows_check::True(error.what(), false);
+        windows_check::checkTrue(error.what(), false);
     }
     std::cout << windows_check::g_checks << " checks, " << windows_check::g_failures << " failed\n";
     return windows_check::g_failures;

@@ -3,7 +3,7 @@
 #include "app/base/Settings.h"
 #include "app/base/SettingsValues.h"
 
-CompositionOptions CompositionOptions::FromSettings(const Settings& settings)
+CompositionOptions CompositionOptions::fromSettings(const Settings& settings)
 {
     CompositionOptions options;
     options.interfaceType = settings.interfaceType();
@@ -27,9 +27,9 @@ void CompositionOptions::drawRandomCavok(aviation::RandomSource& random)
 {
     constexpr int kLowestHeight = 5000;
     if (cavokCover == cavokcover::kRandom) {
-        cavokCover = random.Next() % (cavokcover::kRandom - 1) + 1;
+        cavokCover = random.next() % (cavokcover::kRandom - 1) + 1;
     }
     if (cavokHeight == cavokheight::kRandom) {
-        cavokHeight = random.Next() % (cavokheight::kRandom - kLowestHeight) + kLowestHeight;
+        cavokHeight = random.next() % (cavokheight::kRandom - kLowestHeight) + kLowestHeight;
     }
 }

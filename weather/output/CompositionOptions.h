@@ -30,7 +30,7 @@ struct CompositionOptions
     bool icingInClouds = true;
 
     /// The values as they stand now; no setting holds the simulator, so it is left as above.
-    static CompositionOptions FromSettings(const Settings& settings);
+    static CompositionOptions fromSettings(const Settings& settings);
 
     /// Draws cover (1 to 7 octas) and height (5000 to 9999 feet; both ranges are our choice) of the
     /// CAVOK cloud if they stand at the values that mean random, 8 octas and 10000 feet.

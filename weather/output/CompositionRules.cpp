@@ -6,22 +6,22 @@ namespace composition {
 
 using aviation::weather::GribLevel;
 
-double SpreadNm(const aviation::Position& a, const aviation::Position& b)
+double spreadNm(const aviation::Position& a, const aviation::Position& b)
 {
     return b.isKnown() ? a.DistanceTo(b) : aviation::kUnknownDistance;
 }
 
-RandomCirrus DrawCirrus(aviation::RandomSource& random)
+RandomCirrus drawCirrus(aviation::RandomSource& random)
 {
     constexpr std::int32_t kLowest = 33000;
     constexpr std::int32_t kSpan = 20000;
     RandomCirrus cirrus;
-    cirrus.baseFeet = random.Next() % kSpan + kLowest;
-    cirrus.cover = random.Next() % 8;
+    cirrus.baseFeet = random.next() % kSpan + kLowest;
+    cirrus.cover = random.next() % 8;
     return cirrus;
 }
 
-std::optional<double> TopFromHumidity(const std::vector<GribLevel>& levels, double base,
+std::optional<double> topFromHumidity(const std::vector<GribLevel>& levels, double base,
                                       double feetPerUnit, double humidityLimit)
 {
     constexpr double kDryAir = 90.0; // percent; at or below it a cloud ends
@@ -48,7 +48,7 @@ std::optional<double> TopFromHumidity(const std::vector<GribLevel>& levels, doub
     return top;
 }
 
-GribLevel LevelAt(const std::vector<GribLevel>& levels, std::int32_t altitudeFeet)
+GribLevel levelAt(const std::vector<GribLevel>& levels, std::int32_t altitudeFeet)
 {
     if (levels.empty()) {
         return {};

@@ -21,4 +21,4 @@ std::string MetarString(const aviation::weather::Metar& metar,
 
 /// Makes `text` the observation of the station `icao`, unless it begins with that name already: its
 /// first four characters give way to the name, also to a shorter one.
-void RelabelObservation(std::string& text, std::wstring_view icao);
+void relabelObservation(std::string& text, std::wstring_view icao);

@@ -22,27 +22,27 @@ constexpr double kLowestQnh = 900.0;              // hPa, below it the report is
 constexpr std::uint16_t kPressWithoutQnh = 16208; // 1013 hPa times 16
 constexpr std::wstring_view kGlobalStation = L"GLOB";
 
-std::int32_t FixedPointElevation(std::int32_t feet)
+std::int32_t fixedPointElevation(std::int32_t feet)
 {
-    const double fixedPoint = aviation::MetresFromFeet(static_cast<double>(feet) * 65536.0);
+    const double fixedPoint = aviation::metresFromFeet(static_cast<double>(feet) * 65536.0);
     constexpr std::int64_t kMin = std::numeric_limits<std::int32_t>::min();
     constexpr std::int64_t kMax = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(std::clamp(Truncated(fixedPoint), kMin, kMax));
+    return static_cast<std::int32_t>(std::clamp(truncated(fixedPoint), kMin, kMax));
 }
 
-std::uint16_t PressFromQnh(double qnh)
+std::uint16_t pressFromQnh(double qnh)
 {
     constexpr double kParts = 16.0;
-    return qnh < kLowestQnh ? kPressWithoutQnh : Word(Truncated(qnh * kParts));
+    return qnh < kLowestQnh ? kPressWithoutQnh : word(truncated(qnh * kParts));
 }
 
-void SetHeader(const Metar& metar, NewWeather& record, const CompositionOptions& options)
+void setHeader(const Metar& metar, NewWeather& record, const CompositionOptions& options)
 {
     const bool fs2004 = options.simulator == aviation::fsid::kFs2004;
     record.setIcao(metar.icao());
     record.Command = fs2004 ? kWriteWeatherFs2004 : kWriteWeather;
     record.Flag = 0;
-    record.Elev = FixedPointElevation(metar.elevation());
+    record.Elev = fixedPointElevation(metar.elevation());
     if (std::wstring_view(metar.icao()).substr(0, kGlobalStation.size()) == kGlobalStation) {
         record.Dynamic = 0;
         record.Seconds = 0;
@@ -55,7 +55,7 @@ void SetHeader(const Metar& metar, NewWeather& record, const CompositionOptions&
     record.Lat = 0.0;
     record.Lon = 0.0;
     record.Drift = 0;
-    record.Press = PressFromQnh(static_cast<double>(metar.qnh()));
+    record.Press = pressFromQnh(static_cast<double>(metar.qnh()));
 }
 
 } // namespace
@@ -64,10 +64,10 @@ int GenerateWeather(const Metar& metar, const Synop& synop, const Grib& grib, Ne
                     double magneticVariation, CompositionContext& context)
 {
     Metar surface = metar;
-    if (aviation::IsTimeGroupOld(surface.timeGroup(), aviation::Clock::Current().NowUtc())) {
+    if (aviation::isTimeGroupOld(surface.timeGroup(), aviation::Clock::current().NowUtc())) {
         synop.ToMetar(surface);
     }
-    SetHeader(surface, record, context.options);
+    setHeader(surface, record, context.options);
     SetWindAndTemperature(surface, synop, grib, record, magneticVariation, context.options);
     SetVisibility(surface, synop, record, context);
     SetClouds(surface, synop, grib, record, context);

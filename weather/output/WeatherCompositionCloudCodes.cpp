@@ -98,22 +98,22 @@ constexpr std::array<Shape, 10> kHighShapes{{{layertype::kCirrus, 0, From::Lower
 constexpr int kNoHighCloudCode = 10;
 
 template <typename Row>
-const Row* RowOf(const std::array<Row, 10>& table, int code)
+const Row* rowOf(const std::array<Row, 10>& table, int code)
 {
     return code >= 0 && code < 10 ? &table[static_cast<std::size_t>(code)] : nullptr;
 }
 
-void Apply(const Shape& shape, std::int64_t floorMetres, CloudLayer& layer)
+void applyShape(const Shape& shape, std::int64_t floorMetres, CloudLayer& layer)
 {
     const std::int64_t from = shape.from == From::Floor ? floorMetres : layer.LowerAlt;
     layer.Type = shape.type;
     layer.TopShape = shape.topShape;
-    layer.UpperAlt = Word(from + shape.height);
+    layer.UpperAlt = word(from + shape.height);
     layer.Dev = shape.deviation;
     layer.Turbulence = shape.turbulence > 0 ? shape.turbulence : layer.Turbulence;
 }
 
-std::optional<CloudLayer> ExtraLayer(const ExtraShape* shape, const CloudLayer& below,
+std::optional<CloudLayer> extraLayer(const ExtraShape* shape, const CloudLayer& below,
                                      const CompositionOptions& options)
 {
     if (!options.mixedClouds || shape == nullptr || shape->height == 0) {
@@ -121,8 +121,8 @@ std::optional<CloudLayer> ExtraLayer(const ExtraShape* shape, const CloudLayer& 
     }
     CloudLayer layer;
     layer.Cover = below.Cover;
-    layer.LowerAlt = Word(below.UpperAlt + 1);
-    layer.UpperAlt = Word(layer.LowerAlt + shape->height);
+    layer.LowerAlt = word(below.UpperAlt + 1);
+    layer.UpperAlt = word(layer.LowerAlt + shape->height);
     layer.Type = shape->type;
     layer.TopShape = shape->topShape;
     layer.Dev = shape->deviation;
@@ -130,67 +130,67 @@ std::optional<CloudLayer> ExtraLayer(const ExtraShape* shape, const CloudLayer& 
 }
 
 /// The weather goes to the layer written last, but a cumulonimbus keeps it below its stratus.
-void ShapeLow(ShapedCloud& shaped, const Cloud& cloud, const CloudScene& scene)
+void shapeLow(ShapedCloud& shaped, const Cloud& cloud, const CloudScene& scene)
 {
     const int code = scene.synop.lowCode();
     const bool mixedLayer = code == kMixedLayerCode && scene.options.mixedClouds;
-    if (const Shape* row = mixedLayer ? &kMixedLayer : RowOf(kLowShapes, code)) {
-        Apply(*row, MetresAboveSea(scene.metar.elevation(), cloud.base), shaped.layer);
+    if (const Shape* row = mixedLayer ? &kMixedLayer : rowOf(kLowShapes, code)) {
+        applyShape(*row, metresAboveSea(scene.metar.elevation(), cloud.base), shaped.layer);
     }
     if (code == kCumulonimbusCode) {
         AdjustLowCloud(shaped.layer, scene);
     }
-    shaped.extra = ExtraLayer(RowOf(kLowExtras, code), shaped.layer, scene.options);
+    shaped.extra = extraLayer(rowOf(kLowExtras, code), shaped.layer, scene.options);
     if (code != kCumulonimbusCode) {
         AdjustLowCloud(shaped.extra ? *shaped.extra : shaped.layer, scene);
     }
 }
 
-void ShapeMiddle(ShapedCloud& shaped, const CloudScene& scene)
+void shapeMiddle(ShapedCloud& shaped, const CloudScene& scene)
 {
     const int code = scene.synop.middleCode();
-    if (const Shape* row = RowOf(kMiddleShapes, code)) {
-        Apply(*row, 0, shaped.layer);
+    if (const Shape* row = rowOf(kMiddleShapes, code)) {
+        applyShape(*row, 0, shaped.layer);
     }
-    shaped.extra = ExtraLayer(RowOf(kMiddleExtras, code), shaped.layer, scene.options);
+    shaped.extra = extraLayer(rowOf(kMiddleExtras, code), shaped.layer, scene.options);
 }
 
-void ShapeHigh(ShapedCloud& shaped, const CloudScene& scene)
+void shapeHigh(ShapedCloud& shaped, const CloudScene& scene)
 {
     const int code = scene.synop.highCode();
     shaped.isCirrus = code != kNoHighCloudCode;
     shaped.layer.TopShape = 0;
-    if (const Shape* row = RowOf(kHighShapes, code)) {
-        Apply(*row, 0, shaped.layer);
+    if (const Shape* row = rowOf(kHighShapes, code)) {
+        applyShape(*row, 0, shaped.layer);
     }
 }
 
-std::uint8_t ShowerType(const Metar& metar)
+std::uint8_t showerType(const Metar& metar)
 {
     constexpr float kSnowBelow = 1.0F; // degrees Celsius
     return metar.temperature() < kSnowBelow ? preciptype::kSnow : preciptype::kRain;
 }
 
-void Precipitate(CloudLayer& layer, std::uint8_t type, int height)
+void precipitate(CloudLayer& layer, std::uint8_t type, int height)
 {
     layer.PrecipType = type;
-    layer.UpperAlt = Word(height + layer.LowerAlt);
+    layer.UpperAlt = word(height + layer.LowerAlt);
 }
 
 } // namespace
 
-std::int64_t MetresAboveSea(std::int32_t elevationFeet, std::int32_t feetAboveStation)
+std::int64_t metresAboveSea(std::int32_t elevationFeet, std::int32_t feetAboveStation)
 {
-    return WholeMetres(static_cast<double>(elevationFeet) + feetAboveStation);
+    return wholeMetres(static_cast<double>(elevationFeet) + feetAboveStation);
 }
 
 void CloudTopFromHumidity(CloudLayer& layer, const std::vector<GribLevel>& levels)
 {
     constexpr double kCloudyHumidity = 80.0; // percent
     if (const auto top =
-            TopFromHumidity(levels, layer.LowerAlt, aviation::kFeetPerMetre, kCloudyHumidity))
+            topFromHumidity(levels, layer.LowerAlt, aviation::kFeetPerMetre, kCloudyHumidity))
     {
-        layer.UpperAlt = Word(Truncated(*top));
+        layer.UpperAlt = word(truncated(*top));
     }
 }
 
@@ -207,24 +207,24 @@ void AdjustLowCloud(CloudLayer& layer, const CloudScene& scene)
         return;
     }
     layer.PrecipBase = 0;
-    layer.PrecipRate = Octet(intensity);
+    layer.PrecipRate = octet(intensity);
     layer.PrecipType = preciptype::kNone;
     if (metar.phenomenaContain(L"RA") || metar.phenomenaContain(L"DZ")) {
-        Precipitate(layer, preciptype::kRain, intensity * kShowerHeight);
+        precipitate(layer, preciptype::kRain, intensity * kShowerHeight);
         layer.Dev = 0;
     }
     if (metar.phenomenaContain(L"SN")) {
-        Precipitate(layer, preciptype::kSnow, intensity * kShowerHeight);
+        precipitate(layer, preciptype::kSnow, intensity * kShowerHeight);
         layer.Dev = 100;
     }
     if (metar.phenomenaContain(L"TS")) {
-        Precipitate(layer, ShowerType(metar), intensity * kThunderHeight);
+        precipitate(layer, showerType(metar), intensity * kThunderHeight);
         layer.Type = layertype::kCumulonimbus;
         layer.Dev = 100;
         layer.Turbulence = scene.options.turbulenceInCloud ? 3 : layer.Turbulence;
     }
     if (metar.phenomenaContain(L"SH")) {
-        Precipitate(layer, ShowerType(metar), intensity * kShowerHeight);
+        precipitate(layer, showerType(metar), intensity * kShowerHeight);
     }
     if (layer.Cover > kUnlikelyCover) {
         layer.Cover = 7;
@@ -233,18 +233,18 @@ void AdjustLowCloud(CloudLayer& layer, const CloudScene& scene)
     CloudTopFromHumidity(layer, scene.levels);
 }
 
-ShapedCloud ShapeByCloudCode(const CloudLayer& layer, const Cloud& cloud, const CloudScene& scene)
+ShapedCloud shapeByCloudCode(const CloudLayer& layer, const Cloud& cloud, const CloudScene& scene)
 {
     constexpr std::int32_t kLowFeet = 8000;
     constexpr std::int32_t kMiddleFeet = 25000;
     ShapedCloud shaped{layer, std::nullopt, false};
     const bool ordinary = cloud.type == aviation::weather::cloudtype::kOrdinary;
     if (cloud.base > kMiddleFeet) {
-        ShapeHigh(shaped, scene);
+        shapeHigh(shaped, scene);
     } else if (ordinary && cloud.base > kLowFeet) {
-        ShapeMiddle(shaped, scene);
+        shapeMiddle(shaped, scene);
     } else if (ordinary) {
-        ShapeLow(shaped, cloud, scene);
+        shapeLow(shaped, cloud, scene);
     }
     return shaped;
 }

@@ -50,7 +50,7 @@ struct ShapedCloud
 /// Shapes `layer`, made from `cloud`, by the code of the cloud's height band: up to 8000 feet the
 /// low, up to 25000 the middle, above it the high one. Low and middle codes leave towering and
 /// thunder clouds alone.
-ShapedCloud ShapeByCloudCode(const CloudLayer& layer, const aviation::weather::Cloud& cloud,
+ShapedCloud shapeByCloudCode(const CloudLayer& layer, const aviation::weather::Cloud& cloud,
                              const CloudScene& scene);
 
 /// Gives a low layer the precipitation of the phenomena text and a top by its intensity, then by
@@ -63,6 +63,6 @@ void CloudTopFromHumidity(CloudLayer& layer,
                           const std::vector<aviation::weather::GribLevel>& levels);
 
 /// Whole metres above sea level of a height in feet above the station, truncated.
-std::int64_t MetresAboveSea(std::int32_t elevationFeet, std::int32_t feetAboveStation);
+std::int64_t metresAboveSea(std::int32_t elevationFeet, std::int32_t feetAboveStation);
 
 } // namespace composition

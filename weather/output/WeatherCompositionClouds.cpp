@@ -58,17 +58,17 @@ private:
     bool m_hasCirrus = false;
 };
 
-double FeetAboveSea(const Metar& metar, std::int32_t feetAboveStation)
+double feetAboveSea(const Metar& metar, std::int32_t feetAboveStation)
 {
     return static_cast<double>(metar.elevation()) + feetAboveStation;
 }
 
-std::int64_t MetreAboveGround(const Metar& metar)
+std::int64_t metreAboveGround(const Metar& metar)
 {
-    return Truncated(aviation::MetresFromFeet(metar.elevation()) + 1.0);
+    return truncated(aviation::metresFromFeet(metar.elevation()) + 1.0);
 }
 
-bool IsFoggy(const Metar& metar, const CompositionOptions& options)
+bool isFoggy(const Metar& metar, const CompositionOptions& options)
 {
     constexpr std::int32_t kFogVisibility = 2000; // metres
     constexpr std::int32_t kLowCloudFeet = 1000;
@@ -80,59 +80,59 @@ bool IsFoggy(const Metar& metar, const CompositionOptions& options)
            && (metar.phenomenaContain(L"FG") || metar.phenomenaContain(L"BR"));
 }
 
-CloudLayer FogLayer(const Metar& metar)
+CloudLayer fogLayer(const Metar& metar)
 {
     CloudLayer layer;
     layer.Cover = 8;
     layer.Type = layertype::kStratus;
-    layer.LowerAlt = Word(MetreAboveGround(metar));
-    layer.UpperAlt = Word(layer.LowerAlt + 300);
+    layer.LowerAlt = word(metreAboveGround(metar));
+    layer.UpperAlt = word(layer.LowerAlt + 300);
     return layer;
 }
 
 /// Whole degrees between temperature and dew point.
-std::int64_t FairWeatherSpread(const Metar& metar)
+std::int64_t fairWeatherSpread(const Metar& metar)
 {
-    return Truncated(static_cast<double>(metar.temperature())
+    return truncated(static_cast<double>(metar.temperature())
                      - static_cast<double>(metar.dewPoint()));
 }
 
 /// The limit is compared with the degrees and not with the height above them, on purpose: real air
 /// never gets there, and skies under CAVOK stay clear.
-bool HasFairWeatherCumulus(const Metar& metar, const CompositionOptions& options)
+bool hasFairWeatherCumulus(const Metar& metar, const CompositionOptions& options)
 {
     constexpr std::int64_t kLeastSpread = 5000;
     return metar.clouds().empty() && metar.isCavok() && options.cavokCover > 0
-           && FairWeatherSpread(metar) > kLeastSpread;
+           && fairWeatherSpread(metar) > kLeastSpread;
 }
 
-CloudLayer FairWeatherCumulus(const Metar& metar, const CompositionOptions& options)
+CloudLayer fairWeatherCumulus(const Metar& metar, const CompositionOptions& options)
 {
     constexpr double kFeetPerDegree = 400.0;
     const double feet =
-        metar.elevation() + static_cast<double>(FairWeatherSpread(metar)) * kFeetPerDegree;
+        metar.elevation() + static_cast<double>(fairWeatherSpread(metar)) * kFeetPerDegree;
     CloudLayer layer;
     layer.Type = layertype::kCumulus;
-    layer.LowerAlt = Word(RoundedUp(aviation::MetresFromFeet(feet)));
-    layer.UpperAlt = Word(layer.LowerAlt + 100);
-    layer.Cover = Octet(options.cavokCover);
+    layer.LowerAlt = word(roundedUp(aviation::metresFromFeet(feet)));
+    layer.UpperAlt = word(layer.LowerAlt + 100);
+    layer.Cover = octet(options.cavokCover);
     return layer;
 }
 
 /// Rain, snow and showers below 10000 feet; the later ones overrule the earlier.
-void AddPrecipitation(CloudLayer& layer, const Metar& metar, bool turbulent)
+void addPrecipitation(CloudLayer& layer, const Metar& metar, bool turbulent)
 {
-    const std::uint8_t rate = Octet(metar.intensity());
+    const std::uint8_t rate = octet(metar.intensity());
     if (metar.phenomenaContain(L"RA") || metar.phenomenaContain(L"DZ")) {
         layer.PrecipType = preciptype::kRain;
         layer.PrecipRate = rate;
-        layer.UpperAlt = Word(layer.LowerAlt + 4000);
+        layer.UpperAlt = word(layer.LowerAlt + 4000);
         layer.Turbulence = turbulent ? 2 : layer.Turbulence;
     }
     if (metar.phenomenaContain(L"SN") || metar.phenomenaContain(L"SG")) {
         layer.PrecipType = preciptype::kSnow;
         layer.PrecipRate = rate;
-        layer.UpperAlt = Word(layer.LowerAlt + 3000);
+        layer.UpperAlt = word(layer.LowerAlt + 3000);
         layer.Icing = 2;
         layer.Turbulence = turbulent ? 1 : layer.Turbulence;
     }
@@ -144,7 +144,7 @@ void AddPrecipitation(CloudLayer& layer, const Metar& metar, bool turbulent)
     }
 }
 
-void AddThunder(CloudLayer& layer, const Metar& metar, std::int32_t base, bool turbulent)
+void addThunder(CloudLayer& layer, const Metar& metar, std::int32_t base, bool turbulent)
 {
     constexpr std::int32_t kHighestBaseFeet = 30000;
     constexpr double kThunderRate = 1.6;
@@ -152,7 +152,7 @@ void AddThunder(CloudLayer& layer, const Metar& metar, std::int32_t base, bool t
         return;
     }
     layer.PrecipType = preciptype::kRain;
-    layer.PrecipRate = Octet(Truncated(metar.intensity() * kThunderRate));
+    layer.PrecipRate = octet(truncated(metar.intensity() * kThunderRate));
     layer.UpperAlt = 10000;
     layer.Type = layertype::kCumulonimbus;
     layer.TopShape = 2;
@@ -160,14 +160,14 @@ void AddThunder(CloudLayer& layer, const Metar& metar, std::int32_t base, bool t
 }
 
 /// Towering and thunder clouds end as cumulus, whatever the phenomena made of them before.
-void ShapeByType(CloudLayer& layer, const Cloud& cloud, std::int64_t floorMetres)
+void shapeByType(CloudLayer& layer, const Cloud& cloud, std::int64_t floorMetres)
 {
     namespace cloudtype = aviation::weather::cloudtype;
     const auto shape = [&](int height, std::uint8_t turbulence, std::uint8_t topShape) {
         layer.Type = layertype::kCumulus;
         layer.Turbulence = turbulence;
         layer.TopShape = topShape;
-        layer.UpperAlt = Word(floorMetres + height);
+        layer.UpperAlt = word(floorMetres + height);
     };
     if (cloud.type == cloudtype::kToweringCumulus) {
         shape(4000, 3, 1);
@@ -178,25 +178,25 @@ void ShapeByType(CloudLayer& layer, const Cloud& cloud, std::int64_t floorMetres
     }
 }
 
-CloudLayer PlainLayer(const Cloud& cloud, const Metar& metar, const CompositionOptions& options)
+CloudLayer plainLayer(const Cloud& cloud, const Metar& metar, const CompositionOptions& options)
 {
     constexpr float kIcingBelow = 3.0F;              // degrees Celsius
     constexpr std::int32_t kHighestRainFeet = 10000; // above the station
     constexpr double kCirrusFeet = 28000.0;          // above the sea
     const bool turbulent = options.turbulenceInCloud;
     CloudLayer layer;
-    layer.Cover = cloud.coverage > 0 ? cloud.coverage : Octet(options.cavokCover);
-    layer.LowerAlt = Word(RoundedUp(aviation::MetresFromFeet(FeetAboveSea(metar, cloud.base))));
+    layer.Cover = cloud.coverage > 0 ? cloud.coverage : octet(options.cavokCover);
+    layer.LowerAlt = word(roundedUp(aviation::metresFromFeet(feetAboveSea(metar, cloud.base))));
     layer.Icing = metar.temperature() < kIcingBelow ? 1 : 0;
     layer.Turbulence = turbulent ? 1 : 0;
-    layer.UpperAlt = Word(layer.LowerAlt + 500);
+    layer.UpperAlt = word(layer.LowerAlt + 500);
     if (cloud.base < kHighestRainFeet) {
-        AddPrecipitation(layer, metar, turbulent);
+        addPrecipitation(layer, metar, turbulent);
     }
-    layer.PrecipBase = SignedWord(MetreAboveGround(metar));
+    layer.PrecipBase = signedWord(metreAboveGround(metar));
     layer.Type = layertype::kCumulus;
-    AddThunder(layer, metar, cloud.base, turbulent);
-    if (FeetAboveSea(metar, cloud.base) > kCirrusFeet) {
+    addThunder(layer, metar, cloud.base, turbulent);
+    if (feetAboveSea(metar, cloud.base) > kCirrusFeet) {
         layer.Type = layertype::kCirrus;
         layer.Turbulence = 0;
         layer.PrecipType = 0;
@@ -204,64 +204,64 @@ CloudLayer PlainLayer(const Cloud& cloud, const Metar& metar, const CompositionO
     return layer;
 }
 
-void EndBelow(CloudLayer& layer, double nextBaseFeet)
+void endBelow(CloudLayer& layer, double nextBaseFeet)
 {
-    const double next = aviation::MetresFromFeet(nextBaseFeet);
+    const double next = aviation::metresFromFeet(nextBaseFeet);
     if (layer.UpperAlt > next) {
-        layer.UpperAlt = Word(Truncated(next + 1.0));
+        layer.UpperAlt = word(truncated(next + 1.0));
     }
 }
 
-void AddReportedClouds(LayerList& list, const CloudScene& scene)
+void addReportedClouds(LayerList& list, const CloudScene& scene)
 {
     constexpr double kNearSynopNm = 200.0;
     const Metar& metar = scene.metar;
-    const bool codesHold = SpreadNm(metar, scene.synop) < kNearSynopNm;
+    const bool codesHold = spreadNm(metar, scene.synop) < kNearSynopNm;
     const std::vector<Cloud>& clouds = metar.clouds();
     for (std::size_t i = 0; i < clouds.size(); ++i) {
-        CloudLayer layer = PlainLayer(clouds[i], metar, scene.options);
+        CloudLayer layer = plainLayer(clouds[i], metar, scene.options);
         if (i + 1 < clouds.size()) {
-            EndBelow(layer, FeetAboveSea(metar, clouds[i + 1].base));
+            endBelow(layer, feetAboveSea(metar, clouds[i + 1].base));
         }
-        ShapeByType(layer, clouds[i], MetresAboveSea(metar.elevation(), clouds[i].base));
-        list.add(codesHold ? ShapeByCloudCode(layer, clouds[i], scene)
+        shapeByType(layer, clouds[i], metresAboveSea(metar.elevation(), clouds[i].base));
+        list.add(codesHold ? shapeByCloudCode(layer, clouds[i], scene)
                            : ShapedCloud{layer, std::nullopt, false});
     }
 }
 
 /// Writes the made-up cirrus behind `count` layers; returns the new count.
-std::size_t AddRandomCirrus(NewWeather& record, std::size_t count, aviation::RandomSource& random)
+std::size_t addRandomCirrus(NewWeather& record, std::size_t count, aviation::RandomSource& random)
 {
-    const RandomCirrus cirrus = DrawCirrus(random);
+    const RandomCirrus cirrus = drawCirrus(random);
     if (cirrus.cover == 0) {
         return count;
     }
     CloudLayer& layer = record.Cloud[count];
     layer = {};
-    layer.Cover = Octet(cirrus.cover);
-    layer.LowerAlt = Word(WholeMetres(cirrus.baseFeet));
-    layer.UpperAlt = Word(layer.LowerAlt + 100);
+    layer.Cover = octet(cirrus.cover);
+    layer.LowerAlt = word(wholeMetres(cirrus.baseFeet));
+    layer.UpperAlt = word(layer.LowerAlt + 100);
     layer.Type = layertype::kCirrus;
     return count + 1;
 }
 
 /// Keeps a layer below the next one, of which it may move the base.
-void PushApart(CloudLayer& layer, CloudLayer* next)
+void pushApart(CloudLayer& layer, CloudLayer* next)
 {
     constexpr int kGap = 3; // metres
     const int nextBase = next != nullptr ? next->LowerAlt : 0;
     if (next != nullptr && layer.UpperAlt >= nextBase) {
-        layer.UpperAlt = Word(nextBase - kGap);
+        layer.UpperAlt = word(nextBase - kGap);
     }
     if (layer.LowerAlt > layer.UpperAlt) {
-        layer.UpperAlt = Word(layer.LowerAlt + 100);
+        layer.UpperAlt = word(layer.LowerAlt + 100);
     }
     if (next != nullptr && nextBase < layer.UpperAlt) {
-        next->LowerAlt = Word(layer.UpperAlt + kGap);
+        next->LowerAlt = word(layer.UpperAlt + kGap);
     }
 }
 
-void CleanUp(std::span<CloudLayer> layers, const CompositionOptions& options)
+void cleanUp(std::span<CloudLayer> layers, const CompositionOptions& options)
 {
     constexpr std::uint8_t kOvercast = 8;
     constexpr int kHighestPrecipitation = 9000; // metres
@@ -269,13 +269,13 @@ void CleanUp(std::span<CloudLayer> layers, const CompositionOptions& options)
     for (std::size_t i = 0; i < layers.size(); ++i) {
         CloudLayer& layer = layers[i];
         layer.Cover = std::min(layer.Cover, kOvercast);
-        PushApart(layer, i + 1 < layers.size() ? &layers[i + 1] : nullptr);
+        pushApart(layer, i + 1 < layers.size() ? &layers[i + 1] : nullptr);
         if (layer.LowerAlt > kHighestPrecipitation) {
             layer.PrecipType = 0;
         }
         if (layer.Type == layertype::kStratus && layer.UpperAlt - layer.LowerAlt > kThickestStratus)
         {
-            layer.UpperAlt = Word(layer.LowerAlt + kThickestStratus);
+            layer.UpperAlt = word(layer.LowerAlt + kThickestStratus);
         }
         layer.Icing = options.icingInClouds ? layer.Icing : std::uint8_t{0};
         layer.Turbulence = options.turbulenceInCloud ? layer.Turbulence : std::uint8_t{0};
@@ -289,21 +289,21 @@ int SetClouds(const Metar& metar, const Synop& synop, const Grib& grib, NewWeath
 {
     const CompositionOptions& options = context.options;
     LayerList list;
-    if (IsFoggy(metar, options)) {
-        list.add({FogLayer(metar), std::nullopt, false});
+    if (isFoggy(metar, options)) {
+        list.add({fogLayer(metar), std::nullopt, false});
     }
-    if (HasFairWeatherCumulus(metar, options)) {
-        list.add({FairWeatherCumulus(metar, options), std::nullopt, false});
+    if (hasFairWeatherCumulus(metar, options)) {
+        list.add({fairWeatherCumulus(metar, options), std::nullopt, false});
     }
-    AddReportedClouds(list, {metar, synop, grib.levels(), options});
+    addReportedClouds(list, {metar, synop, grib.levels(), options});
     record.Cloud = {};
     std::ranges::copy(list.counted(), record.Cloud.begin());
     std::size_t count = list.counted().size();
     if (options.generateCirrus && !list.hasCirrus()) {
-        count = AddRandomCirrus(record, count, context.random);
+        count = addRandomCirrus(record, count, context.random);
     }
     record.nCloudCtr = static_cast<std::int32_t>(count);
-    CleanUp(std::span(record.Cloud).first(count), options);
+    cleanUp(std::span(record.Cloud).first(count), options);
     return 0;
 }
 

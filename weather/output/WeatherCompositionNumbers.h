@@ -11,43 +11,43 @@
 namespace composition {
 
 /// Truncates towards zero. NaN gives 0, absurd values end far outside of every field.
-inline std::int64_t Truncated(double value)
+inline std::int64_t truncated(double value)
 {
     constexpr double kFar = 1.0e15;
     return std::isnan(value) ? 0 : static_cast<std::int64_t>(std::clamp(value, -kFar, kFar));
 }
 
 /// The same, rounding up.
-inline std::int64_t RoundedUp(double value)
+inline std::int64_t roundedUp(double value)
 {
-    return Truncated(std::ceil(value));
+    return truncated(std::ceil(value));
 }
 
-inline std::uint16_t Word(std::int64_t value)
+inline std::uint16_t word(std::int64_t value)
 {
     return static_cast<std::uint16_t>(value);
 }
 
-inline std::int16_t SignedWord(std::int64_t value)
+inline std::int16_t signedWord(std::int64_t value)
 {
     return static_cast<std::int16_t>(static_cast<std::uint16_t>(value));
 }
 
-inline std::uint8_t Octet(std::int64_t value)
+inline std::uint8_t octet(std::int64_t value)
 {
     return static_cast<std::uint8_t>(value);
 }
 
 /// Degrees as the record holds directions and variances.
-inline std::uint16_t WordFromDegrees(double degrees)
+inline std::uint16_t wordFromDegrees(double degrees)
 {
-    return Word(Truncated(degrees * 65536.0 / 360.0));
+    return word(truncated(degrees * 65536.0 / 360.0));
 }
 
 /// Whole metres, truncated towards zero.
-inline std::int64_t WholeMetres(double feet)
+inline std::int64_t wholeMetres(double feet)
 {
-    return Truncated(aviation::MetresFromFeet(feet));
+    return truncated(aviation::metresFromFeet(feet));
 }
 
 } // namespace composition

@@ -39,22 +39,22 @@ constexpr std::array<VisibilityStep, 8> kSurfaceSteps{{{200, 371, 372},
 constexpr int kUpperStepFrom = 4972;
 constexpr int kUpperStep = 6214; // 100 km
 
-std::uint16_t Snapped(int range)
+std::uint16_t snapped(int range)
 {
     for (const VisibilityStep& step : kSurfaceSteps) {
         if (range >= step.from && range <= step.to) {
-            return Word(step.shown);
+            return word(step.shown);
         }
     }
-    return Word(range);
+    return word(range);
 }
 
-std::uint16_t SnappedAloft(int range)
+std::uint16_t snappedAloft(int range)
 {
-    return range >= kUpperStepFrom ? Word(kUpperStep) : Snapped(range);
+    return range >= kUpperStepFrom ? word(kUpperStep) : snapped(range);
 }
 
-std::uint16_t SurfaceRange(const Metar& metar, const Synop& synop,
+std::uint16_t surfaceRange(const Metar& metar, const Synop& synop,
                            const CompositionOptions& options)
 {
     constexpr std::int32_t kNoVisibility = 99999;
@@ -64,26 +64,26 @@ std::uint16_t SurfaceRange(const Metar& metar, const Synop& synop,
         return MetresToHundredthsOfMile(metar.visibility());
     }
     if (synop.visibility() != kNoVisibility && synop.visibility() > kTenKilometresOrMore
-        && SpreadNm(metar, synop) < kNearSynopNm)
+        && spreadNm(metar, synop) < kNearSynopNm)
     {
-        return Word(std::min(kLargest, Truncated(synop.visibility() / 1.592 / 10.0)));
+        return word(std::min(kLargest, truncated(synop.visibility() / 1.592 / 10.0)));
     }
     return MetresToHundredthsOfMile(static_cast<double>(options.vis9999) * 1000.0);
 }
 
-std::uint16_t HazeTop(const Metar& metar, std::uint16_t top)
+std::uint16_t hazeTop(const Metar& metar, std::uint16_t top)
 {
     constexpr std::int32_t kLowCloudFeet = 6000;
     if (metar.clouds().empty() || metar.clouds().front().base >= kLowCloudFeet) {
         return top;
     }
     const double cloudFeet = static_cast<double>(metar.elevation()) + metar.clouds().front().base;
-    const std::uint16_t cloud = Word(WholeMetres(cloudFeet));
-    return cloud > 3000 || cloud < kEndOfLowHaze ? Word(kEndOfLowHaze) : cloud;
+    const std::uint16_t cloud = word(wholeMetres(cloudFeet));
+    return cloud > 3000 || cloud < kEndOfLowHaze ? word(kEndOfLowHaze) : cloud;
 }
 
 /// Up to five layers on top of the surface layer. Returns the height at which the last one ends.
-int SetUpperLayers(NewWeather& record, int thickness)
+int setUpperLayers(NewWeather& record, int thickness)
 {
     constexpr int kLayers = 5;
     constexpr int kHighestTop = 4000; // metres; the layer that passes it is the last
@@ -92,9 +92,9 @@ int SetUpperLayers(NewWeather& record, int thickness)
     record.nUpperVisCtr = 0;
     for (VisLayer& layer : std::span(record.UpperVis).first(kLayers)) {
         layer = {};
-        layer.LowerAlt = SignedWord(lower);
-        layer.UpperAlt = Word(lower + thickness);
-        layer.Range = SnappedAloft(range);
+        layer.LowerAlt = signedWord(lower);
+        layer.UpperAlt = word(lower + thickness);
+        layer.Range = snappedAloft(range);
         ++record.nUpperVisCtr;
         lower += thickness;
         range = layer.Range + 1000;
@@ -105,7 +105,7 @@ int SetUpperLayers(NewWeather& record, int thickness)
     return lower;
 }
 
-void SetHighestLayer(NewWeather& record, int lower, const CompositionContext& context)
+void setHighestLayer(NewWeather& record, int lower, const CompositionContext& context)
 {
     const CompositionOptions& options = context.options;
     if (context.log) {
@@ -115,14 +115,14 @@ void SetHighestLayer(NewWeather& record, int lower, const CompositionContext& co
     }
     VisLayer& layer = record.UpperVis[static_cast<std::size_t>(record.nUpperVisCtr++)];
     layer = {};
-    layer.LowerAlt = SignedWord(lower);
+    layer.LowerAlt = signedWord(lower);
     layer.UpperAlt = options.interfaceType == aviation::interfaceid::kFsuipc
                          ? std::uint16_t{30470}
-                         : Word(29000 - layer.LowerAlt);
+                         : word(29000 - layer.LowerAlt);
     layer.Range = MetresToHundredthsOfMile(static_cast<double>(options.visMax) + 100000.0);
 }
 
-bool HasUpperVisibility(aviation::FsId simulator)
+bool hasUpperVisibility(aviation::FsId simulator)
 {
     return simulator >= aviation::fsid::kFsx && simulator <= aviation::fsid::kXPlaneId8;
 }
@@ -141,21 +141,21 @@ int SetVisibility(const Metar& metar, const Synop& synop, NewWeather& record,
     if (metar.elevation() > kHighestStationFeet) {
         return visibilityresult::kElevationTooHigh;
     }
-    const std::uint16_t top = Word(WholeMetres(static_cast<double>(metar.elevation()) + 2000.0));
+    const std::uint16_t top = word(wholeMetres(static_cast<double>(metar.elevation()) + 2000.0));
     record.Vis.UpperAlt = top;
     if (top > kHighestTop) {
         return visibilityresult::kTooHigh;
     }
     const int range =
-        std::max(SurfaceRange(metar, synop, options), MetresToHundredthsOfMile(options.visMin));
-    record.Vis.Range = Snapped(range);
-    record.Vis.UpperAlt = HazeTop(metar, top);
-    if (!HasUpperVisibility(options.simulator)) {
+        std::max(surfaceRange(metar, synop, options), MetresToHundredthsOfMile(options.visMin));
+    record.Vis.Range = snapped(range);
+    record.Vis.UpperAlt = hazeTop(metar, top);
+    if (!hasUpperVisibility(options.simulator)) {
         return visibilityresult::kDone;
     }
-    const int lower = SetUpperLayers(record, static_cast<int>(RoundedUp(top / 5.0)));
+    const int lower = setUpperLayers(record, static_cast<int>(roundedUp(top / 5.0)));
     if (options.visMax != highestvisibility::kUnlimited) {
-        SetHighestLayer(record, lower, context);
+        setHighestLayer(record, lower, context);
     }
     return visibilityresult::kDone;
 }

@@ -12,14 +12,14 @@ using aviation::Position;
 constexpr double kCellNm = 8.639308855291576; ///< 16 km
 constexpr double kCellKm = 16.0;
 
-int CellsInRange(int rangeNm)
+int cellsInRange(int rangeNm)
 {
     constexpr int kHalfTheEarthNm = 10800; // nothing lies farther away
     const int range = std::clamp(rangeNm, 0, kHalfTheEarthNm);
     return static_cast<int>(range * aviation::kKmPerNm * 0.0625 * 0.5);
 }
 
-Position SouthWestCorner(const Position& aircraft, int cells)
+Position southWestCorner(const Position& aircraft, int cells)
 {
     const double halfWidth = cells * kCellKm / aviation::kKmPerNm * 0.5;
     Position corner = aircraft;
@@ -28,7 +28,7 @@ Position SouthWestCorner(const Position& aircraft, int cells)
     return corner;
 }
 
-void AppendRow(std::vector<Position>& positions, const Position& first, int cells)
+void appendRow(std::vector<Position>& positions, const Position& first, int cells)
 {
     Position station = first;
     for (int column = 0; column < cells; ++column) {
@@ -41,31 +41,31 @@ void AppendRow(std::vector<Position>& positions, const Position& first, int cell
 
 /// The layers of a record that are used.
 template <class Layers>
-auto Used(const Layers& layers, std::int32_t count)
+auto usedLayers(const Layers& layers, std::int32_t count)
 {
     const auto room = static_cast<std::int32_t>(layers.size());
     return std::vector(layers.begin(), layers.begin() + std::clamp(count, 0, room));
 }
 
-float Degrees(std::uint16_t ofFullCircle)
+float degreesOf(std::uint16_t ofFullCircle)
 {
     return static_cast<float>(ofFullCircle * 360.0 / 65536.0);
 }
 
-ThemeWind ThemeWindOf(const WindLayer& layer, std::int32_t elevation)
+ThemeWind themeWindOf(const WindLayer& layer, std::int32_t elevation)
 {
     ThemeWind wind;
     wind.height = static_cast<float>(layer.UpperAlt - elevation);
     wind.speed = static_cast<float>(layer.Speed);
     wind.gust = static_cast<float>(layer.Gust);
-    wind.direction = Degrees(layer.Dir);
-    wind.variance = Degrees(layer.Variance);
+    wind.direction = degreesOf(layer.Dir);
+    wind.variance = degreesOf(layer.Variance);
     wind.turbulence = static_cast<float>(layer.Turbulence);
     wind.shear = static_cast<float>(layer.Shear);
     return wind;
 }
 
-ThemeVisibility ThemeVisibilityOf(const VisLayer& layer)
+ThemeVisibility themeVisibilityOf(const VisLayer& layer)
 {
     constexpr double kMetresPerNm = 1852.0;
     ThemeVisibility visibility;
@@ -76,7 +76,7 @@ ThemeVisibility ThemeVisibilityOf(const VisLayer& layer)
     return visibility;
 }
 
-ThemeCloud ThemeCloudOf(const CloudLayer& layer, std::int32_t elevation)
+ThemeCloud themeCloudOf(const CloudLayer& layer, std::int32_t elevation)
 {
     ThemeCloud cloud;
     cloud.type = layer.Type;
@@ -93,7 +93,7 @@ ThemeCloud ThemeCloudOf(const CloudLayer& layer, std::int32_t elevation)
     return cloud;
 }
 
-ThemeTemperature ThemeTemperatureOf(const TempLayer& layer, std::int32_t elevation)
+ThemeTemperature themeTemperatureOf(const TempLayer& layer, std::int32_t elevation)
 {
     ThemeTemperature temperature;
     temperature.height = static_cast<float>(layer.Alt - elevation);
@@ -103,20 +103,20 @@ ThemeTemperature ThemeTemperatureOf(const TempLayer& layer, std::int32_t elevati
 }
 
 /// All layers that the record uses.
-void FillBlocks(ThemeStation& station, const NewWeather& record, std::int32_t elevation)
+void fillBlocks(ThemeStation& station, const NewWeather& record, std::int32_t elevation)
 {
-    for (const WindLayer& layer : Used(record.Wind, record.nWindCtr)) {
-        station.winds.push_back(ThemeWindOf(layer, elevation));
+    for (const WindLayer& layer : usedLayers(record.Wind, record.nWindCtr)) {
+        station.winds.push_back(themeWindOf(layer, elevation));
     }
-    station.visibilities.push_back(ThemeVisibilityOf(record.Vis));
-    for (const VisLayer& layer : Used(record.UpperVis, record.nUpperVisCtr)) {
-        station.visibilities.push_back(ThemeVisibilityOf(layer));
+    station.visibilities.push_back(themeVisibilityOf(record.Vis));
+    for (const VisLayer& layer : usedLayers(record.UpperVis, record.nUpperVisCtr)) {
+        station.visibilities.push_back(themeVisibilityOf(layer));
     }
-    for (const CloudLayer& layer : Used(record.Cloud, record.nCloudCtr)) {
-        station.clouds.push_back(ThemeCloudOf(layer, elevation));
+    for (const CloudLayer& layer : usedLayers(record.Cloud, record.nCloudCtr)) {
+        station.clouds.push_back(themeCloudOf(layer, elevation));
     }
-    for (const TempLayer& layer : Used(record.Temp, record.nTempCtr)) {
-        station.temperatures.push_back(ThemeTemperatureOf(layer, elevation));
+    for (const TempLayer& layer : usedLayers(record.Temp, record.nTempCtr)) {
+        station.temperatures.push_back(themeTemperatureOf(layer, elevation));
     }
 }
 
@@ -127,7 +127,7 @@ struct Nearest
 };
 
 /// Distance kUnknownDistance when no station is in reach.
-Nearest NearestStation(const ThemeGrid& grid, const Position& aircraft)
+Nearest nearestStation(const ThemeGrid& grid, const Position& aircraft)
 {
     constexpr double kReachNm = 400.0;
     Nearest nearest;
@@ -142,22 +142,22 @@ Nearest NearestStation(const ThemeGrid& grid, const Position& aircraft)
 
 } // namespace
 
-std::vector<Position> ThemeGridPositions(const Position& aircraft, int rangeNm, int& columnsAndRows)
+std::vector<Position> themeGridPositions(const Position& aircraft, int rangeNm, int& columnsAndRows)
 {
-    const int cells = CellsInRange(rangeNm);
+    const int cells = cellsInRange(rangeNm);
     columnsAndRows = cells;
     std::vector<Position> positions{aircraft};
-    Position rowStart = SouthWestCorner(aircraft, cells);
+    Position rowStart = southWestCorner(aircraft, cells);
     const double westernLongitude = rowStart.longitude();
     for (int row = 0; row < cells; ++row) {
-        AppendRow(positions, rowStart, cells);
+        appendRow(positions, rowStart, cells);
         rowStart.MoveBy(360.0, kCellNm);
         rowStart.setPosition(Position(rowStart.latitude(), westernLongitude));
     }
     return positions;
 }
 
-ThemeGrid MakeThemeGrid(std::vector<ThemeStation> stations, int columnsAndRows)
+ThemeGrid makeThemeGrid(std::vector<ThemeStation> stations, int columnsAndRows)
 {
     ThemeGrid grid;
     grid.columns = columnsAndRows;
@@ -170,24 +170,24 @@ ThemeGrid MakeThemeGrid(std::vector<ThemeStation> stations, int columnsAndRows)
     return grid;
 }
 
-ThemeStation MakeThemeStation(const NewWeather& record, float qnh, const Position& position)
+ThemeStation makeThemeStation(const NewWeather& record, float qnh, const Position& position)
 {
     constexpr std::int32_t kFixedPointOne = 65536;
     const std::int32_t elevation = record.Elev / kFixedPointOne;
     ThemeStation station;
     station.setPosition(position);
-    station.surfaceWind = ThemeWindOf(record.Wind[0], elevation);
+    station.surfaceWind = themeWindOf(record.Wind[0], elevation);
     station.surfaceWind.gust = static_cast<float>(record.Wind[0].Speed + record.Wind[0].Gust);
-    FillBlocks(station, record, elevation);
+    fillBlocks(station, record, elevation);
     station.qnh = qnh;
     return station;
 }
 
-void KeepNearestStation(const ThemeGrid& previous, ThemeGrid& current, const Position& aircraft)
+void keepNearestStation(const ThemeGrid& previous, ThemeGrid& current, const Position& aircraft)
 {
     constexpr double kCloseNm = 50.0;
-    const Nearest former = NearestStation(previous, aircraft);
-    const Nearest now = NearestStation(current, aircraft);
+    const Nearest former = nearestStation(previous, aircraft);
+    const Nearest now = nearestStation(current, aircraft);
     if (former.distance >= kCloseNm || now.distance == aviation::kUnknownDistance) {
         return;
     }

@@ -100,29 +100,29 @@ struct ThemeGrid
 /// Where the stations of a theme lie: the aircraft first, then `columnsAndRows` rows of as many
 /// stations, 16 km apart, row by row from the south-west corner. A range too small for a cell gives
 /// the aircraft alone. The double of the last station, with which the file ends, isn't in the list:
-/// MakeThemeGrid adds it.
-std::vector<aviation::Position> ThemeGridPositions(const aviation::Position& aircraft, int rangeNm,
+/// makeThemeGrid adds it.
+std::vector<aviation::Position> themeGridPositions(const aviation::Position& aircraft, int rangeNm,
                                                    int& columnsAndRows);
 
-/// Puts the stations of ThemeGridPositions, in that order, together and ends with the last one once
+/// Puts the stations of themeGridPositions, in that order, together and ends with the last one once
 /// more.
-ThemeGrid MakeThemeGrid(std::vector<ThemeStation> stations, int columnsAndRows);
+ThemeGrid makeThemeGrid(std::vector<ThemeStation> stations, int columnsAndRows);
 
 /// The composed weather of one place as a station of the theme; qnh in hPa.
-ThemeStation MakeThemeStation(const NewWeather& record, float qnh,
+ThemeStation makeThemeStation(const NewWeather& record, float qnh,
                               const aviation::Position& position);
 
 /// Keeps the weather around the aircraft from jumping at a reload: when the former grid has a
 /// station within 50 NM, it replaces the first station of the new grid and the one nearest to the
 /// aircraft.
-void KeepNearestStation(const ThemeGrid& previous, ThemeGrid& current,
+void keepNearestStation(const ThemeGrid& previous, ThemeGrid& current,
                         const aviation::Position& aircraft);
 
 /// The whole ".WTB" file.
-QByteArray ThemeBytes(const ThemeGrid& grid);
+QByteArray themeBytes(const ThemeGrid& grid);
 
 /// The whole ".wt" file; its date is the present moment, UTC.
-std::string ThemeText();
+std::string themeText();
 
 /// Writes baseName + ".WTB" and baseName + ".wt". Each file is complete or as it was before.
 /// Returns false if one can't be written. What people see on the console goes to `console`: the

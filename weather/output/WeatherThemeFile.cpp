@@ -25,114 +25,114 @@ public:
     explicit Writer(QByteArray& bytes) : m_bytes(bytes) {}
 
     template <class... Values>
-    void Put(Values... values)
+    void put(Values... values)
     {
-        (PutOne(values), ...);
+        (putOne(values), ...);
     }
-    void PutRaw(const unsigned char* first, std::size_t count)
+    void putRaw(const unsigned char* first, std::size_t count)
     {
         std::copy_n(first, count, std::back_inserter(m_bytes));
     }
 
 private:
-    void PutOne(std::uint16_t value)
+    void putOne(std::uint16_t value)
     {
         m_bytes.append(static_cast<char>(value & 0xFFU));
         m_bytes.append(static_cast<char>(value >> 8U));
     }
-    void PutOne(std::uint32_t value)
+    void putOne(std::uint32_t value)
     {
-        PutOne(static_cast<std::uint16_t>(value & 0xFFFFU));
-        PutOne(static_cast<std::uint16_t>(value >> 16U));
+        putOne(static_cast<std::uint16_t>(value & 0xFFFFU));
+        putOne(static_cast<std::uint16_t>(value >> 16U));
     }
-    void PutOne(std::int32_t value) { PutOne(static_cast<std::uint32_t>(value)); }
-    void PutOne(float value) { PutOne(std::bit_cast<std::uint32_t>(value)); }
+    void putOne(std::int32_t value) { putOne(static_cast<std::uint32_t>(value)); }
+    void putOne(float value) { putOne(std::bit_cast<std::uint32_t>(value)); }
 
     QByteArray& m_bytes;
 };
 
 template <class Block>
-std::int32_t Count(const Block& block)
+std::int32_t countOf(const Block& block)
 {
     return static_cast<std::int32_t>(block.size());
 }
 
-void PutHeader(Writer& writer, const ThemeStation& station)
+void putHeader(Writer& writer, const ThemeStation& station)
 {
     const ThemeHeader& header = station.header;
-    writer.Put(Count(station.winds), Count(station.visibilities), Count(station.clouds),
-               Count(station.temperatures), header.reserved);
+    writer.put(countOf(station.winds), countOf(station.visibilities), countOf(station.clouds),
+               countOf(station.temperatures), header.reserved);
     for (const char letter : header.station) {
         const auto byte = static_cast<unsigned char>(letter);
-        writer.PutRaw(&byte, 1);
+        writer.putRaw(&byte, 1);
     }
-    writer.Put(header.marker);
+    writer.put(header.marker);
 }
 
-void PutWind(Writer& writer, const ThemeWind& wind)
+void putWind(Writer& writer, const ThemeWind& wind)
 {
-    writer.Put(wind.height, wind.speed, wind.gust, wind.direction, wind.variance, wind.turbulence,
+    writer.put(wind.height, wind.speed, wind.gust, wind.direction, wind.variance, wind.turbulence,
                wind.shear);
 }
 
-void PutCloud(Writer& writer, const ThemeCloud& cloud)
+void putCloud(Writer& writer, const ThemeCloud& cloud)
 {
-    writer.Put(cloud.type, cloud.base, cloud.top, 0.0F, cloud.coverage, cloud.topShape,
+    writer.put(cloud.type, cloud.base, cloud.top, 0.0F, cloud.coverage, cloud.topShape,
                cloud.turbulence, cloud.precipitationType, cloud.precipitationBase,
                cloud.precipitationRate, cloud.icing);
 }
 
-void PutStation(Writer& writer, const ThemeStation& station)
+void putStation(Writer& writer, const ThemeStation& station)
 {
-    PutHeader(writer, station);
-    PutWind(writer, station.surfaceWind);
+    putHeader(writer, station);
+    putWind(writer, station.surfaceWind);
     for (const ThemeWind& wind : station.winds) {
-        PutWind(writer, wind);
+        putWind(writer, wind);
     }
     for (const ThemeVisibility& layer : station.visibilities) {
-        writer.Put(layer.range, layer.lower, layer.upper);
+        writer.put(layer.range, layer.lower, layer.upper);
     }
     for (const ThemeCloud& cloud : station.clouds) {
-        PutCloud(writer, cloud);
+        putCloud(writer, cloud);
     }
     for (const ThemeTemperature& layer : station.temperatures) {
-        writer.Put(layer.height, layer.temperature, layer.variation, layer.dewPoint);
+        writer.put(layer.height, layer.temperature, layer.variation, layer.dewPoint);
     }
-    writer.Put(std::int32_t{0}, station.qnh);
+    writer.put(std::int32_t{0}, station.qnh);
 }
 
 /// The size of the grid, once in the file, between the QNH and the end mark of the first station.
 /// The last number is the offset at which the two 16-bit values begin, plus 9.
-void PutGridSize(Writer& writer, const ThemeGrid& grid, const QByteArray& bytes)
+void putGridSize(Writer& writer, const ThemeGrid& grid, const QByteArray& bytes)
 {
     constexpr unsigned kAhead = 9;
-    writer.PutRaw(kGridHead, std::size(kGridHead));
-    writer.Put(grid.columns, grid.rows);
+    writer.putRaw(kGridHead, std::size(kGridHead));
+    writer.put(grid.columns, grid.rows);
     const unsigned offset = static_cast<unsigned>(bytes.size()) + kAhead;
-    writer.Put(std::uint16_t{1}, static_cast<std::uint16_t>(offset & 0xFFFFU));
+    writer.put(std::uint16_t{1}, static_cast<std::uint16_t>(offset & 0xFFFFU));
 }
 
-std::string Whole(float value)
+std::string wholeNumber(float value)
 {
-    return aviation::FixedText(static_cast<double>(value), 0);
+    return aviation::fixedText(static_cast<double>(value), 0);
 }
 
 /// Says which layers high up are hot; they are written all the same.
-void TellHotLayers(const ThemeGrid& grid, std::ostream& console)
+void tellHotLayers(const ThemeGrid& grid, std::ostream& console)
 {
     constexpr float kHighMetres = 3000.0F;
     constexpr float kHotDegrees = 20.0F;
     for (const ThemeStation& station : grid.stations) {
         for (const ThemeTemperature& layer : station.temperatures) {
             if (layer.height > kHighMetres && layer.temperature > kHotDegrees) {
-                console << "Temp to height: " << Whole(layer.height) << "m, "
-                        << Whole(layer.temperature) << "C\n";
+                console << "Temp to height: " << wholeNumber(layer.height) << "m, "
+                        << wholeNumber(layer.temperature) << "C\n";
             }
         }
     }
 }
 
-bool OpenForWriting(QSaveFile& file, QIODevice::OpenMode mode, std::ostream& console)
+bool openForWriting(QSaveFile& file, QIODevice::OpenMode mode, std::ostream& console)
 {
     if (file.open(QIODevice::WriteOnly | mode)) {
         return true;
@@ -141,48 +141,48 @@ bool OpenForWriting(QSaveFile& file, QIODevice::OpenMode mode, std::ostream& con
     return false;
 }
 
-bool WriteWhole(QSaveFile& file, const QByteArray& bytes)
+bool writeWhole(QSaveFile& file, const QByteArray& bytes)
 {
     return file.write(bytes) >= bytes.size() && file.flush();
 }
 
 } // namespace
 
-QByteArray ThemeBytes(const ThemeGrid& grid)
+QByteArray themeBytes(const ThemeGrid& grid)
 {
     QByteArray bytes;
     Writer writer(bytes);
-    writer.PutRaw(kFileHead, std::size(kFileHead));
+    writer.putRaw(kFileHead, std::size(kFileHead));
     bool first = true;
     for (const ThemeStation& station : grid.stations) {
-        PutStation(writer, station);
+        putStation(writer, station);
         if (std::exchange(first, false)) {
-            PutGridSize(writer, grid, bytes);
+            putGridSize(writer, grid, bytes);
         }
-        writer.Put(kStationEnd);
+        writer.put(kStationEnd);
     }
     return bytes;
 }
 
-std::string ThemeText()
+std::string themeText()
 {
     // The size behind "Size:" stays empty. The time ends in a line feed of its own.
     return std::string("[Main]\nTitle = \"Cirrilon\"\nDescription = \"This is the weather model of "
                        "Cirrilon Pro. For further information ")
            + kProjectAddress + ". Size:  Date: "
-           + aviation::AscTime(aviation::Clock::Current().NowUtc()) + "\"\nVersion = 9.00";
+           + aviation::ascTime(aviation::Clock::current().NowUtc()) + "\"\nVersion = 9.00";
 }
 
 bool WriteTheme(const ThemeGrid& grid, const QString& baseName, std::ostream& console)
 {
     QSaveFile theme(baseName + QStringLiteral(".WTB"));
     QSaveFile text(baseName + QStringLiteral(".wt"));
-    if (!OpenForWriting(theme, QIODevice::NotOpen, console)) {
+    if (!openForWriting(theme, QIODevice::NotOpen, console)) {
         return false;
     }
-    TellHotLayers(grid, console);
-    if (!WriteWhole(theme, ThemeBytes(grid)) || !OpenForWriting(text, QIODevice::Text, console)
-        || !WriteWhole(text, QByteArray::fromStdString(ThemeText())))
+    tellHotLayers(grid, console);
+    if (!writeWhole(theme, themeBytes(grid)) || !openForWriting(text, QIODevice::Text, console)
+        || !writeWhole(text, QByteArray::fromStdString(themeText())))
     {
         return false;
     }

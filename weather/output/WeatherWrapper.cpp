@@ -21,7 +21,7 @@ using aviation::weather::WeatherManager;
 namespace {
 
 /// Looked for without a way out of the loop, so that the compiler takes many at once.
-bool HasSurrogates(QStringView text)
+bool hasSurrogates(QStringView text)
 {
     unsigned found = 0;
     for (const QChar unit : text) {
@@ -31,10 +31,10 @@ bool HasSurrogates(QStringView text)
 }
 
 /// Surrogate pairs become one character where wchar_t has room for it.
-std::wstring Wide(QStringView text)
+std::wstring wide(QStringView text)
 {
     std::wstring wide(static_cast<std::size_t>(text.size()), L'\0');
-    if (HasSurrogates(text)) {
+    if (hasSurrogates(text)) {
         wide.resize(static_cast<std::size_t>(text.toWCharArray(wide.data())));
         return wide;
     }
@@ -45,26 +45,26 @@ std::wstring Wide(QStringView text)
     return wide;
 }
 
-QString Narrow(const std::wstring& text)
+QString narrow(const std::wstring& text)
 {
     return QString::fromStdWString(text);
 }
 
-QStringList Narrow(const std::vector<std::wstring>& texts)
+QStringList narrow(const std::vector<std::wstring>& texts)
 {
     QStringList list;
     list.reserve(static_cast<int>(texts.size()));
     for (const std::wstring& text : texts) {
-        list.append(Narrow(text));
+        list.append(narrow(text));
     }
     return list;
 }
 
-Station StationOf(const QAirport& airport)
+Station stationOf(const QAirport& airport)
 {
-    std::wstring icao = Wide(airport.Ident);
-    std::wstring name = Wide(airport.Name);
-    std::wstring country = Wide(airport.Region);
+    std::wstring icao = wide(airport.Ident);
+    std::wstring name = wide(airport.Name);
+    std::wstring country = wide(airport.Region);
     return {icao, name, country, airport.Elevation, Position(airport.Lat, airport.Lon)};
 }
 
@@ -84,16 +84,16 @@ WeatherWrapper::~WeatherWrapper() = default;
 aviation::weather::StoreListener WeatherWrapper::signalsAsListener()
 {
     return {[this](int value, int total, const std::wstring& text) {
-                Q_EMIT sigProgress(value, total, Narrow(text));
+                Q_EMIT sigProgress(value, total, narrow(text));
             },
             [this](const std::wstring& text, int level) {
-                Q_EMIT sigDebugString(Narrow(text), level);
+                Q_EMIT sigDebugString(narrow(text), level);
             }};
 }
 
 void WeatherWrapper::addAirport(const QAirport& airport)
 {
-    m_store->AddAirport(StationOf(airport));
+    m_store->addAirport(stationOf(airport));
 }
 
 void WeatherWrapper::addAirports(const QVector<QAirport>& airports)
@@ -101,14 +101,14 @@ void WeatherWrapper::addAirports(const QVector<QAirport>& airports)
     std::vector<Station> stations;
     stations.reserve(static_cast<std::size_t>(airports.size()));
     for (const QAirport& airport : airports) {
-        stations.push_back(StationOf(airport));
+        stations.push_back(stationOf(airport));
     }
-    m_store->AddAirports(std::move(stations));
+    m_store->addAirports(std::move(stations));
 }
 
 void WeatherWrapper::setWeatherStations(QStringView text)
 {
-    m_store->SetWeatherStations(Wide(text));
+    m_store->setWeatherStations(wide(text));
 }
 
 bool WeatherWrapper::initializeWeather(const QString& text, int kind)
@@ -119,67 +119,67 @@ bool WeatherWrapper::initializeWeather(const QString& text, int kind)
 bool WeatherWrapper::initializeWeather(QStringView text, int kind)
 {
     const bool newestFirst = m_settings.weatherSource() == weathersource::kNoaa; // of a station
-    return m_store->Initialize(Wide(text), kind, newestFirst);
+    return m_store->Initialize(wide(text), kind, newestFirst);
 }
 
 int WeatherWrapper::deleteOldSynops(int maxAgeSeconds)
 {
-    return m_store->DeleteOldSynops(maxAgeSeconds);
+    return m_store->deleteOldSynops(maxAgeSeconds);
 }
 
 bool WeatherWrapper::getStation(const QString& icao, Station& station) const
 {
-    return m_store->GetStation(Wide(icao), station);
+    return m_store->getStation(wide(icao), station);
 }
 
 std::size_t WeatherWrapper::airportCount() const
 {
-    return m_store->AirportCount();
+    return m_store->airportCount();
 }
 
 std::size_t WeatherWrapper::stationCount() const
 {
-    return m_store->StationCount();
+    return m_store->stationCount();
 }
 
 std::size_t WeatherWrapper::metarCount() const
 {
-    return m_store->MetarCount();
+    return m_store->metarCount();
 }
 
 std::size_t WeatherWrapper::synopCount() const
 {
-    return m_store->SynopCount();
+    return m_store->synopCount();
 }
 
 std::size_t WeatherWrapper::tafCount() const
 {
-    return m_store->TafCount();
+    return m_store->tafCount();
 }
 
 std::size_t WeatherWrapper::gribCount() const
 {
-    return m_store->GribCount();
+    return m_store->gribCount();
 }
 
 std::vector<Metar> WeatherWrapper::getMetars() const
 {
-    return m_store->GetMetars();
+    return m_store->getMetars();
 }
 
 QString WeatherWrapper::GetTaf(const QString& icao) const
 {
-    return Narrow(m_store->GetTaf(Wide(icao)));
+    return narrow(m_store->GetTaf(wide(icao)));
 }
 
 QStringList WeatherWrapper::failedMetarStations() const
 {
-    return Narrow(m_store->FailedMetarStations());
+    return narrow(m_store->failedMetarStations());
 }
 
 QStringList WeatherWrapper::failedSynopStations() const
 {
-    return Narrow(m_store->FailedSynopStations());
+    return narrow(m_store->failedSynopStations());
 }
 
 bool WeatherWrapper::SearchMetar(const Position& position, Metar& metar)
@@ -216,7 +216,7 @@ int WeatherWrapper::GenerateWeather(const Metar& metar, const Synop& synop, cons
     const int result =
         composition::GenerateWeather(metar, synop, grib, record, magneticVariation, context);
     if (isLineTaken(loglevel::kDebug)) { // the text costs more than the record
-        Q_EMIT sigDebugString(QString::fromStdString(NewWeatherText(record)), loglevel::kDebug);
+        Q_EMIT sigDebugString(QString::fromStdString(newWeatherText(record)), loglevel::kDebug);
     }
     return result;
 }
@@ -244,7 +244,7 @@ bool WeatherWrapper::isLineTaken(int level) const
 
 CompositionContext WeatherWrapper::compositionContext()
 {
-    CompositionOptions options = CompositionOptions::FromSettings(m_settings);
+    CompositionOptions options = CompositionOptions::fromSettings(m_settings);
     options.simulator = simulator();
     options.drawRandomCavok(m_random);
     return {options, m_random, [this](const QString& text, int level) {

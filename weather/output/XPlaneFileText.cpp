@@ -12,8 +12,8 @@
 
 namespace {
 
-using aviation::IntegerText;
-using aviation::NarrowAscii;
+using aviation::integerText;
+using aviation::narrowAscii;
 using aviation::weather::Cloud;
 using aviation::weather::Grib;
 using aviation::weather::GribLevel;
@@ -35,13 +35,13 @@ struct Reports
     double synopNm;
 };
 
-std::int64_t Whole(double value)
+std::int64_t wholeNumber(double value)
 {
     constexpr double kLimit = 1e9;
     return std::isnan(value) ? 0 : static_cast<std::int64_t>(std::clamp(value, -kLimit, kLimit));
 }
 
-void LogReports(const Station& station, const Reports& reports, const CompositionContext& context)
+void logReports(const Station& station, const Reports& reports, const CompositionContext& context)
 {
     if (!context.log) {
         return;
@@ -55,68 +55,68 @@ void LogReports(const Station& station, const Reports& reports, const Compositio
 }
 
 /// Knots; X-Plane always gets a gust.
-std::int64_t GustOf(const Reports& reports)
+std::int64_t gustOf(const Reports& reports)
 {
     const Wind& wind = reports.metar.wind();
     const Wind& other = reports.synop.wind();
     if (reports.synopNm < 20.0 && other.Gust > 0.0F) {
-        return Whole(static_cast<double>(wind.Speed) + static_cast<double>(other.Gust)
-                     - static_cast<double>(other.Speed));
+        return wholeNumber(static_cast<double>(wind.Speed) + static_cast<double>(other.Gust)
+                           - static_cast<double>(other.Speed));
     }
-    const std::int64_t gust = Whole(static_cast<double>(wind.Gust));
-    return gust != 0 ? gust : Whole(static_cast<double>(wind.Speed) + 2.0);
+    const std::int64_t gust = wholeNumber(static_cast<double>(wind.Gust));
+    return gust != 0 ? gust : wholeNumber(static_cast<double>(wind.Speed) + 2.0);
 }
 
-std::string WindGroup(const Wind& wind, std::int64_t gust)
+std::string windGroup(const Wind& wind, std::int64_t gust)
 {
-    return IntegerText(Whole(static_cast<double>(wind.Dir)), 3)
-           + IntegerText(Whole(static_cast<double>(wind.Speed)), 2) + "G" + IntegerText(gust, 2)
-           + "KT";
+    return integerText(wholeNumber(static_cast<double>(wind.Dir)), 3)
+           + integerText(wholeNumber(static_cast<double>(wind.Speed)), 2) + "G"
+           + integerText(gust, 2) + "KT";
 }
 
-std::string WindText(const Reports& reports)
+std::string windText(const Reports& reports)
 {
     if (reports.metar.windSeen()) {
-        return WindGroup(reports.metar.wind(), GustOf(reports));
+        return windGroup(reports.metar.wind(), gustOf(reports));
     }
     const bool synopServes = reports.synopNm < 80.0 && reports.synop.windSeen();
-    return synopServes ? WindGroup(reports.synop.wind(), GustOf(reports)) : std::string();
+    return synopServes ? windGroup(reports.synop.wind(), gustOf(reports)) : std::string();
 }
 
-std::string SectorText(const Metar& metar)
+std::string sectorText(const Metar& metar)
 {
     if (metar.hasVariableLimits()) {
-        return IntegerText(metar.variableFrom(), 3) + "V" + IntegerText(metar.variableTo(), 3);
+        return integerText(metar.variableFrom(), 3) + "V" + integerText(metar.variableTo(), 3);
     }
     constexpr double kHalfSector = 10.0;
     const double direction = static_cast<double>(metar.wind().Dir);
-    return IntegerText(Whole(aviation::Normalize360(direction - kHalfSector)), 3) + "V"
-           + IntegerText(Whole(aviation::Normalize360(direction + kHalfSector)), 3);
+    return integerText(wholeNumber(aviation::Normalize360(direction - kHalfSector)), 3) + "V"
+           + integerText(wholeNumber(aviation::Normalize360(direction + kHalfSector)), 3);
 }
 
 /// The SYNOP sees farther than the four digits of a METAR can say.
-bool SynopKnowsVisibility(const Reports& reports)
+bool synopKnowsVisibility(const Reports& reports)
 {
     const double nm = reports.synopNm;
     return reports.synop.visibilitySeen() && reports.metar.visibility() == kLargestFourDigits
            && (nm < 20.0 || (nm < 100.0 && nm < reports.metarNm));
 }
 
-std::string VisibilityText(const Reports& reports)
+std::string visibilityText(const Reports& reports)
 {
-    const std::int32_t metres = SynopKnowsVisibility(reports)
+    const std::int32_t metres = synopKnowsVisibility(reports)
                                     ? reports.synop.visibility()
                                     : std::min(reports.metar.visibility(), kLargestFourDigits);
     if (metres <= kLargestFourDigits) {
-        return IntegerText(metres, 4);
+        return integerText(metres, 4);
     }
-    return IntegerText(Whole(std::ceil(metres / 1000.0 / aviation::kKmPerNm))) + "SM";
+    return integerText(wholeNumber(std::ceil(metres / 1000.0 / aviation::kKmPerNm))) + "SM";
 }
 
 /// The high cloud that a SYNOP tells: its first layer in the high band or, when only the code of
 /// the high clouds was reported, a cirrus of the total cover at an
 /// assumed height.
-Cloud HighCloudOf(const Synop& synop)
+Cloud highCloudOf(const Synop& synop)
 {
     constexpr std::int32_t kHighBand = 24000;      // feet
     constexpr std::int32_t kAssumedHeight = 30000; // feet
@@ -131,26 +131,26 @@ Cloud HighCloudOf(const Synop& synop)
     return high;
 }
 
-void AddIfCovering(std::vector<Cloud>& clouds, const Cloud& cloud)
+void addIfCovering(std::vector<Cloud>& clouds, const Cloud& cloud)
 {
     if (cloud.coverage >= 1) {
         clouds.push_back(cloud);
     }
 }
 
-void AddRandomCirrus(std::vector<Cloud>& clouds, aviation::RandomSource& random)
+void addRandomCirrus(std::vector<Cloud>& clouds, aviation::RandomSource& random)
 {
-    const composition::RandomCirrus drawn = composition::DrawCirrus(random);
+    const composition::RandomCirrus drawn = composition::drawCirrus(random);
     Cloud cirrus;
     cirrus.type = aviation::weather::cloudtype::kCirrus;
     // The drawn height in feet is brought to metres and then stands in a group of feet:
     // deliberate.
     cirrus.base = static_cast<std::int32_t>(drawn.baseFeet / aviation::kFeetPerMetre);
     cirrus.setCoverage(drawn.cover);
-    AddIfCovering(clouds, cirrus);
+    addIfCovering(clouds, cirrus);
 }
 
-std::vector<Cloud> LowClouds(const Reports& reports, const CompositionOptions& options)
+std::vector<Cloud> lowClouds(const Reports& reports, const CompositionOptions& options)
 {
     std::vector<Cloud> clouds = reports.metar.clouds();
     const Synop& synop = reports.synop;
@@ -166,48 +166,48 @@ std::vector<Cloud> LowClouds(const Reports& reports, const CompositionOptions& o
     return clouds;
 }
 
-std::string CloudsText(const Reports& reports, CompositionContext& context)
+std::string cloudsText(const Reports& reports, CompositionContext& context)
 {
-    std::vector<Cloud> clouds = LowClouds(reports, context.options);
+    std::vector<Cloud> clouds = lowClouds(reports, context.options);
     bool cirrus = false;
     if (clouds.size() < kMostClouds) {
         const Synop& synop = reports.synop;
         cirrus = reports.synopNm < 100.0 && synop.cloudsSeen() && synop.highCode() > 0;
-        AddIfCovering(clouds, cirrus ? HighCloudOf(synop) : reports.grib.highCloud());
+        addIfCovering(clouds, cirrus ? highCloudOf(synop) : reports.grib.highCloud());
     }
     if (clouds.size() < kMostClouds && context.options.generateCirrus && !cirrus) {
-        AddRandomCirrus(clouds, context.random);
+        addRandomCirrus(clouds, context.random);
     }
     std::string text;
     for (const Cloud& cloud : clouds) {
-        text += aviation::weather::MetarGroup(cloud) + " ";
+        text += aviation::weather::metarGroup(cloud) + " ";
     }
     return text;
 }
 
 /// The dew point takes the sign of the temperature: deliberate.
-std::string TemperatureText(float celsius, bool negative)
+std::string temperatureText(float celsius, bool negative)
 {
-    const std::string digits = IntegerText(std::abs(Whole(static_cast<double>(celsius))), 2);
+    const std::string digits = integerText(std::abs(wholeNumber(static_cast<double>(celsius))), 2);
     return negative ? "M" + digits : digits;
 }
 
 /// Weather, clouds and both temperatures; a CAVOK report has none of them, only their separators.
-std::string WeatherGroups(const Reports& reports, CompositionContext& context)
+std::string weatherGroups(const Reports& reports, CompositionContext& context)
 {
     const Metar& metar = reports.metar;
     if (metar.isCavok()) {
         return "CAVOK   /";
     }
     const bool negative = metar.temperature() < 0.0F;
-    return VisibilityText(reports) + " " + NarrowAscii(metar.phenomenaText()) + " "
-           + CloudsText(reports, context) + " " + TemperatureText(metar.temperature(), negative)
-           + "/" + TemperatureText(metar.dewPoint(), negative);
+    return visibilityText(reports) + " " + narrowAscii(metar.phenomenaText()) + " "
+           + cloudsText(reports, context) + " " + temperatureText(metar.temperature(), negative)
+           + "/" + temperatureText(metar.dewPoint(), negative);
 }
 
 /// Degrees with up to six digits; a place closer to the equator or to Greenwich than the digits
 /// tell is 0, so that no exponent comes up.
-std::string DegreesText(double degrees)
+std::string degreesText(double degrees)
 {
     constexpr double kSmallestWithoutExponent = 1e-4;
     constexpr int kDigits = 6;
@@ -217,14 +217,14 @@ std::string DegreesText(double degrees)
 
 /// Temperature of a level as the file wants it: none in the lowest, no sign up where it is always
 /// cold.
-std::string LevelTemperatureText(int celsius, std::int32_t altitudeFeet)
+std::string levelTemperatureText(int celsius, std::int32_t altitudeFeet)
 {
     constexpr std::int32_t kLowest = 3000;
     constexpr std::int32_t kUnsignedFrom = 34000;
     if (altitudeFeet == kLowest) {
         return {};
     }
-    const std::string digits = IntegerText(std::abs(celsius), 2);
+    const std::string digits = integerText(std::abs(celsius), 2);
     if (celsius >= 0) {
         return "+" + digits;
     }
@@ -232,11 +232,12 @@ std::string LevelTemperatureText(int celsius, std::int32_t altitudeFeet)
 }
 
 /// Direction in tens of degrees, speed, temperature.
-std::string LevelText(const GribLevel& level, std::int32_t altitudeFeet)
+std::string levelText(const GribLevel& level, std::int32_t altitudeFeet)
 {
-    const std::string direction = IntegerText(Whole(static_cast<double>(level.wind.Dir) / 10.0), 2);
-    return direction + IntegerText(Whole(static_cast<double>(level.wind.Speed)), 2)
-           + LevelTemperatureText(level.temperature, altitudeFeet);
+    const std::string direction =
+        integerText(wholeNumber(static_cast<double>(level.wind.Dir) / 10.0), 2);
+    return direction + integerText(wholeNumber(static_cast<double>(level.wind.Speed)), 2)
+           + levelTemperatureText(level.temperature, altitudeFeet);
 }
 
 } // namespace
@@ -244,13 +245,13 @@ std::string LevelText(const GribLevel& level, std::int32_t altitudeFeet)
 void XPlaneMetarText(const Station& station, const Metar& metar, const Synop& synop,
                      const Grib& grib, std::string& text, CompositionContext& context)
 {
-    const Reports reports{metar, synop, grib, composition::SpreadNm(metar, station),
-                          composition::SpreadNm(synop, station)};
-    LogReports(station, reports, context);
-    text = aviation::SlashedDateTime(aviation::Clock::Current().NowUtc()) + "\n"
-           + NarrowAscii(station.icao()) + " " + NarrowAscii(metar.timeGroup()) + "Z "
-           + WindText(reports) + " " + SectorText(metar) + " " + WeatherGroups(reports, context)
-           + " Q" + IntegerText(Whole(static_cast<double>(metar.qnh())), 4);
+    const Reports reports{metar, synop, grib, composition::spreadNm(metar, station),
+                          composition::spreadNm(synop, station)};
+    logReports(station, reports, context);
+    text = aviation::slashedDateTime(aviation::Clock::current().NowUtc()) + "\n"
+           + narrowAscii(station.icao()) + " " + narrowAscii(metar.timeGroup()) + "Z "
+           + windText(reports) + " " + sectorText(metar) + " " + weatherGroups(reports, context)
+           + " Q" + integerText(wholeNumber(static_cast<double>(metar.qnh())), 4);
 }
 
 void XPlaneWindsText(const Station& station, const Metar& /*metar*/, const Synop& /*synop*/,
@@ -258,8 +259,8 @@ void XPlaneWindsText(const Station& station, const Metar& /*metar*/, const Synop
 {
     constexpr std::int32_t kHeights[] = {3000,  6000,  9000,  12000, 18000,
                                          24000, 30000, 34000, 39000}; // feet
-    text = "DEG " + DegreesText(station.latitude()) + " " + DegreesText(station.longitude());
+    text = "DEG " + degreesText(station.latitude()) + " " + degreesText(station.longitude());
     for (const std::int32_t height : kHeights) {
-        text += ' ' + LevelText(composition::LevelAt(grib.levels(), height), height);
+        text += ' ' + levelText(composition::levelAt(grib.levels(), height), height);
     }
 }

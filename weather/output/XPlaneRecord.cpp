@@ -47,18 +47,18 @@ struct Sources
     double spreadNm; ///< between SYNOP and METAR
 };
 
-bool HasPrecipitation(const Metar& metar)
+bool hasPrecipitation(const Metar& metar)
 {
     return metar.phenomenaContain(L"RA") || metar.phenomenaContain(L"SH")
            || metar.phenomenaContain(L"SN");
 }
 
-float MetresOf(double feet)
+float metresOf(double feet)
 {
     return static_cast<float>(feet / kXPlaneFeetPerMetre);
 }
 
-float VisibilityOf(const Sources& from)
+float visibilityOf(const Sources& from)
 {
     const std::int64_t seen = from.synop.visibility();
     std::int64_t metres = from.metar.visibility();
@@ -71,12 +71,12 @@ float VisibilityOf(const Sources& from)
     return static_cast<float>(std::min(metres, from.options.visMax * kMetresPerSetting));
 }
 
-bool SynopHasCirrus(const Sources& from)
+bool synopHasCirrus(const Sources& from)
 {
     return from.synop.highCode() > 0 && from.spreadNm < 50.0;
 }
 
-void AddSynopCirrus(std::vector<Layer>& layers, const Sources& from)
+void addSynopCirrus(std::vector<Layer>& layers, const Sources& from)
 {
     constexpr std::int32_t kHighBand = 24000; // feet
     for (const Cloud& cloud : from.synop.clouds()) {
@@ -89,7 +89,7 @@ void AddSynopCirrus(std::vector<Layer>& layers, const Sources& from)
 
 /// The base of the fair-weather cloud counts from sea level, and the encoding adds the elevation
 /// once more: deliberate.
-Layer CavokLayer(const Sources& from)
+Layer cavokLayer(const Sources& from)
 {
     Cloud cloud;
     cloud.setCoverage(std::min(from.options.cavokCover, 8));
@@ -100,23 +100,23 @@ Layer CavokLayer(const Sources& from)
             static_cast<double>(from.metar.elevation()) + from.options.cavokHeight};
 }
 
-std::vector<Layer> ReportedLayers(const Sources& from)
+std::vector<Layer> reportedLayers(const Sources& from)
 {
     std::vector<Layer> layers;
     for (const Cloud& cloud : from.metar.clouds()) {
         layers.push_back({cloud.type, cloud.coverage, static_cast<double>(cloud.base)});
     }
-    if (SynopHasCirrus(from)) {
-        AddSynopCirrus(layers, from);
+    if (synopHasCirrus(from)) {
+        addSynopCirrus(layers, from);
     }
     if (from.metar.isCavok() && from.options.cavokCover > 0) {
-        layers.push_back(CavokLayer(from));
+        layers.push_back(cavokLayer(from));
     }
     return layers;
 }
 
 /// The top that humidity gives, in feet above the station.
-std::optional<double> HumidTop(const Layer& layer, const Sources& from)
+std::optional<double> humidTop(const Layer& layer, const Sources& from)
 {
     constexpr std::size_t kFewestLevels = 4;
     constexpr double kMoistAir = 90.0; // percent
@@ -125,29 +125,29 @@ std::optional<double> HumidTop(const Layer& layer, const Sources& from)
     }
     const double elevation = from.metar.elevation();
     const std::optional<double> top =
-        composition::TopFromHumidity(from.grib.levels(), layer.base + elevation, 1.0, kMoistAir);
+        composition::topFromHumidity(from.grib.levels(), layer.base + elevation, 1.0, kMoistAir);
     return top ? std::optional<double>(*top - elevation) : std::nullopt;
 }
 
-void SetTop(Layer& layer, const Sources& from)
+void setTop(Layer& layer, const Sources& from)
 {
     constexpr double kThickness = 500.0;
     constexpr double kThunderTop = 20000.0;
     constexpr double kRainTop = 10000.0;
-    layer.top = HumidTop(layer, from).value_or(layer.base + kThickness);
+    layer.top = humidTop(layer, from).value_or(layer.base + kThickness);
     if (layer.top >= kCirrusFrom) {
         return;
     }
     if (from.metar.phenomenaContain(L"TS")) {
         layer.top = std::max(layer.top, kThunderTop);
     }
-    if (HasPrecipitation(from.metar)) {
+    if (hasPrecipitation(from.metar)) {
         layer.top = std::max(layer.top, kRainTop);
     }
 }
 
 /// Type and coverage by octas; X-Plane 11 knows four kinds of layer and a scale of its own.
-XPlaneCloud OctasForEleven(int octas)
+XPlaneCloud octasForEleven(int octas)
 {
     static constexpr std::int32_t kTypes[] = {0, 1, 1, 2, 2, 3, 3, 3, 4};
     static constexpr float kCoverages[] = {0.0F, 1.0F, 1.0F, 3.0F, 3.0F, 4.0F, 4.0F, 4.0F, 5.0F};
@@ -158,9 +158,9 @@ XPlaneCloud OctasForEleven(int octas)
     return cloud;
 }
 
-XPlaneCloud EncodedForEleven(const Layer& layer, bool cirrus)
+XPlaneCloud encodedForEleven(const Layer& layer, bool cirrus)
 {
-    XPlaneCloud cloud = OctasForEleven(layer.coverage);
+    XPlaneCloud cloud = octasForEleven(layer.coverage);
     if (cirrus) {
         cloud.Type = 1;
         cloud.Coverage = 1.0F;
@@ -168,7 +168,7 @@ XPlaneCloud EncodedForEleven(const Layer& layer, bool cirrus)
     return cloud;
 }
 
-XPlaneCloud EncodedForTwelve(const Layer& layer, bool cirrus)
+XPlaneCloud encodedForTwelve(const Layer& layer, bool cirrus)
 {
     XPlaneCloud cloud;
     cloud.Type = cirrus ? 0 : 2;
@@ -176,76 +176,76 @@ XPlaneCloud EncodedForTwelve(const Layer& layer, bool cirrus)
     return cloud;
 }
 
-XPlaneCloud Encoded(const Layer& layer, const Sources& from)
+XPlaneCloud encoded(const Layer& layer, const Sources& from)
 {
     const double elevation = from.metar.elevation();
     const bool cirrus =
         layer.type == aviation::weather::cloudtype::kCirrus || layer.base + elevation > kCirrusFrom;
     XPlaneCloud cloud = from.generation == XPlaneGeneration::Twelve
-                            ? EncodedForTwelve(layer, cirrus)
-                            : EncodedForEleven(layer, cirrus);
-    cloud.Base = MetresOf(layer.base + elevation);
-    cloud.Top = MetresOf(layer.top + elevation);
+                            ? encodedForTwelve(layer, cirrus)
+                            : encodedForEleven(layer, cirrus);
+    cloud.Base = metresOf(layer.base + elevation);
+    cloud.Top = metresOf(layer.top + elevation);
     return cloud;
 }
 
-bool NeedsMist(const Sources& from, float visibility)
+bool needsMist(const Sources& from, float visibility)
 {
     constexpr float kMistMetres = 5000.0F;
-    return HasPrecipitation(from.metar) && from.metar.phenomenaContain(L"BR")
+    return hasPrecipitation(from.metar) && from.metar.phenomenaContain(L"BR")
            && from.options.generateStratus && visibility <= kMistMetres;
 }
 
-XPlaneCloud MistLayer(const Sources& from)
+XPlaneCloud mistLayer(const Sources& from)
 {
     constexpr std::int32_t kMistType = 5;
     constexpr double kAboveGround = 100.0; // feet
     constexpr float kThickness = 500.0F;   // metres
     XPlaneCloud mist;
     mist.Type = kMistType;
-    mist.Base = MetresOf(from.metar.elevation() + kAboveGround);
+    mist.Base = metresOf(from.metar.elevation() + kAboveGround);
     mist.Top = mist.Base + kThickness;
     return mist;
 }
 
 /// A made-up cirrus, none if chance gives no cover. Its height is converted like that of the
 /// layered record, to whole metres.
-std::optional<XPlaneCloud> RandomCirrusLayer(const Sources& from, aviation::RandomSource& random)
+std::optional<XPlaneCloud> randomCirrusLayer(const Sources& from, aviation::RandomSource& random)
 {
     constexpr float kThickness = 50.0F; // metres
-    const composition::RandomCirrus drawn = composition::DrawCirrus(random);
+    const composition::RandomCirrus drawn = composition::drawCirrus(random);
     if (drawn.cover == 0) {
         return std::nullopt;
     }
     const Layer layer{aviation::weather::cloudtype::kCirrus, drawn.cover,
                       static_cast<double>(drawn.baseFeet)};
-    XPlaneCloud cloud = Encoded(layer, from);
+    XPlaneCloud cloud = encoded(layer, from);
     cloud.Base = static_cast<float>(std::trunc(drawn.baseFeet / aviation::kFeetPerMetre));
     cloud.Top = cloud.Base + kThickness;
     return cloud;
 }
 
-std::vector<XPlaneCloud> CloudsOf(const Sources& from, float visibility,
+std::vector<XPlaneCloud> cloudsOf(const Sources& from, float visibility,
                                   aviation::RandomSource& random)
 {
     std::vector<XPlaneCloud> clouds;
-    for (Layer& layer : ReportedLayers(from)) {
-        SetTop(layer, from);
-        clouds.push_back(Encoded(layer, from));
+    for (Layer& layer : reportedLayers(from)) {
+        setTop(layer, from);
+        clouds.push_back(encoded(layer, from));
     }
-    if (clouds.empty() && NeedsMist(from, visibility)) {
-        clouds.push_back(MistLayer(from));
+    if (clouds.empty() && needsMist(from, visibility)) {
+        clouds.push_back(mistLayer(from));
     }
-    if (clouds.size() < kXPlaneCloudLayers && !SynopHasCirrus(from) && from.options.generateCirrus)
+    if (clouds.size() < kXPlaneCloudLayers && !synopHasCirrus(from) && from.options.generateCirrus)
     {
-        if (const auto cirrus = RandomCirrusLayer(from, random)) {
+        if (const auto cirrus = randomCirrusLayer(from, random)) {
             clouds.push_back(*cirrus);
         }
     }
     return clouds;
 }
 
-void SetPrecipitation(const Metar& metar, XPlaneWeather& record)
+void setPrecipitation(const Metar& metar, XPlaneWeather& record)
 {
     struct Row
     {
@@ -255,7 +255,7 @@ void SetPrecipitation(const Metar& metar, XPlaneWeather& record)
     };
     static constexpr Row kRows[] = {{0.2F, 0.3F, 0.4F}, {0.25F, 0.5F, 0.7F}, {0.5F, 0.8F, 1.0F}};
     const Row& row = kRows[std::clamp(metar.intensity() - 1, 0, 2)];
-    if (HasPrecipitation(metar)) {
+    if (hasPrecipitation(metar)) {
         record.RainPercent = row.rain;
     }
     if (metar.phenomenaContain(L"TS")) {
@@ -264,7 +264,7 @@ void SetPrecipitation(const Metar& metar, XPlaneWeather& record)
     }
 }
 
-Wind SurfaceWind(const Sources& from)
+Wind surfaceWind(const Sources& from)
 {
     constexpr float kNoWind = -1.0F;
     if (from.metar.wind().Speed != kNoWind) {
@@ -276,7 +276,7 @@ Wind SurfaceWind(const Sources& from)
     return from.grib.wind().Speed != kNoWind ? from.grib.wind() : from.metar.wind();
 }
 
-float ShearSpeedOf(const Wind& wind, const Sources& from)
+float shearSpeedOf(const Wind& wind, const Sources& from)
 {
     constexpr float kUsualShear = 5.0F; // knots
     if (wind.Gust > 0.0F) {
@@ -286,23 +286,23 @@ float ShearSpeedOf(const Wind& wind, const Sources& from)
     return from.spreadNm < 30.0 && gust > wind.Speed ? gust - wind.Speed : kUsualShear;
 }
 
-XPlaneWindLayer WindLayerAt(double altitudeFeet, const Wind& wind)
+XPlaneWindLayer windLayerAt(double altitudeFeet, const Wind& wind)
 {
     XPlaneWindLayer layer;
-    layer.Alt = MetresOf(altitudeFeet);
+    layer.Alt = metresOf(altitudeFeet);
     layer.Dir = wind.Dir;
     layer.Speed = wind.Speed;
     return layer;
 }
 
-XPlaneWindLayer SurfaceLayer(const Sources& from)
+XPlaneWindLayer surfaceLayer(const Sources& from)
 {
     constexpr float kShearDegrees = 5.0F;
     constexpr double kFullTurbulenceKnots = 30.0;
-    const Wind wind = SurfaceWind(from);
-    XPlaneWindLayer layer = WindLayerAt(from.metar.elevation(), wind);
+    const Wind wind = surfaceWind(from);
+    XPlaneWindLayer layer = windLayerAt(from.metar.elevation(), wind);
     layer.ShearDir = kShearDegrees;
-    layer.ShearSpeed = ShearSpeedOf(wind, from);
+    layer.ShearSpeed = shearSpeedOf(wind, from);
     if (from.options.gustySurfaceWind && wind.Speed > 0.0F) {
         layer.Turbulence =
             static_cast<float>(static_cast<double>(wind.Speed) / kFullTurbulenceKnots);
@@ -310,43 +310,43 @@ XPlaneWindLayer SurfaceLayer(const Sources& from)
     return layer;
 }
 
-void AddLookups(std::vector<XPlaneWindLayer>& winds, const Grib& grib,
+void addLookups(std::vector<XPlaneWindLayer>& winds, const Grib& grib,
                 std::initializer_list<std::int32_t> altitudesFeet)
 {
     for (const std::int32_t altitude : altitudesFeet) {
-        winds.push_back(WindLayerAt(altitude, composition::LevelAt(grib.levels(), altitude).wind));
+        winds.push_back(windLayerAt(altitude, composition::levelAt(grib.levels(), altitude).wind));
     }
 }
 
-std::vector<XPlaneWindLayer> WindsOf(const Sources& from)
+std::vector<XPlaneWindLayer> windsOf(const Sources& from)
 {
     constexpr std::size_t kFewestLevels = 3;
-    std::vector<XPlaneWindLayer> winds{SurfaceLayer(from)};
+    std::vector<XPlaneWindLayer> winds{surfaceLayer(from)};
     const std::vector<GribLevel>& levels = from.grib.levels();
     if (from.generation == XPlaneGeneration::Twelve) {
-        AddLookups(winds, from.grib, {3243, 6392, 9878, 13801, 18281, 23564, 30053, 34000, 39000});
+        addLookups(winds, from.grib, {3243, 6392, 9878, 13801, 18281, 23564, 30053, 34000, 39000});
     } else if (levels.size() < kFewestLevels) {
-        AddLookups(winds, from.grib, {30000, 50000});
+        addLookups(winds, from.grib, {30000, 50000});
     } else {
         for (const GribLevel& level : levels) {
-            winds.push_back(WindLayerAt(level.altitude, level.wind));
+            winds.push_back(windLayerAt(level.altitude, level.wind));
         }
     }
     return winds;
 }
 
-void SetSurface(const Sources& from, XPlaneWeather& record)
+void setSurface(const Sources& from, XPlaneWeather& record)
 {
     constexpr double kStandardHpa = 1013.2;
     constexpr double kStandardInches = 29.92;
     constexpr float kRateOfChange = 0.6F;
-    record.Vis = VisibilityOf(from);
+    record.Vis = visibilityOf(from);
     record.Temp = from.metar.SeaLevelTemperature();
     record.Dew = from.metar.SeaLevelDewPoint();
     record.Press =
         static_cast<float>(static_cast<double>(from.metar.qnh()) / kStandardHpa * kStandardInches);
     record.RateChangePercent = kRateOfChange;
-    SetPrecipitation(from.metar, record);
+    setPrecipitation(from.metar, record);
 }
 
 void SetClouds(const std::vector<XPlaneCloud>& clouds, XPlaneWeather& record,
@@ -366,12 +366,12 @@ void GenerateXPlaneWeather(const Metar& metar, const Synop& synop, const Grib& g
                            CompositionContext& context)
 {
     const Sources from{metar,           synop,      grib,
-                       context.options, generation, composition::SpreadNm(synop, metar)};
+                       context.options, generation, composition::spreadNm(synop, metar)};
     XPlaneWeather record;
-    SetSurface(from, record);
-    SetClouds(CloudsOf(from, record.Vis, context.random), record, context);
-    record.Winds = WindsOf(from);
-    record.TropoAltMeter = MetresOf(grib.tropopause().altitude);
+    setSurface(from, record);
+    SetClouds(cloudsOf(from, record.Vis, context.random), record, context);
+    record.Winds = windsOf(from);
+    record.TropoAltMeter = metresOf(grib.tropopause().altitude);
     record.TempTropo = static_cast<float>(grib.tropopause().temperature);
     out = std::move(record);
 }

@@ -10,7 +10,7 @@ constexpr double kGribLimitNm = 250.0;
 
 } // namespace
 
-bool GribManager::Add(Grib grib)
+bool GribManager::add(Grib grib)
 {
     const auto [found, isNew] = m_index.try_emplace(grib.key(), m_gribs.size());
     if (isNew) {

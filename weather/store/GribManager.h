@@ -18,7 +18,7 @@ public:
 
     /// Replaces the record with the same key or appends. The header must be decoded. False, without
     /// a change, when the key's entry lies outside the table.
-    [[nodiscard]] bool Add(Grib grib);
+    [[nodiscard]] bool add(Grib grib);
     /// Finds the nearest record within 250 NM and puts it into `out` decoded. Returns its status, 0
     /// is good. Without a record `out` becomes a blank one and the status that `out` had before the
     /// call is returned: hand in a new Grib, whose status isn't 0.

@@ -10,18 +10,18 @@ constexpr double kMetarLimitNm = 3000.0;
 
 } // namespace
 
-void MetarManager::Add(Metar metar)
+void MetarManager::add(Metar metar)
 {
     m_metars.add(std::move(metar));
-    NameLast();
+    nameLast();
 }
 
-void MetarManager::NameLast()
+void MetarManager::nameLast()
 {
     m_index.insert_or_assign(m_metars.entries().back().icao(), m_metars.size());
 }
 
-void MetarManager::MarkOutdated(std::wstring_view icao)
+void MetarManager::markOutdated(std::wstring_view icao)
 {
     const auto found = m_index.find(icao);
     if (found == m_index.end()) {

@@ -20,16 +20,16 @@ public:
     const std::vector<Metar>& metars() const { return m_metars.entries(); }
 
     /// Appends a placed report; its icao now names this one, earlier ones stay in the table.
-    void Add(Metar metar);
+    void add(Metar metar);
     /// Appends a report that the caller goes on with in its place, since moving one takes as long
-    /// as reading its header. NameLast makes it the one that its icao names, DropLast takes it
+    /// as reading its header. nameLast makes it the one that its icao names, dropLast takes it
     /// back.
-    Metar& Append(std::wstring reportText) { return m_metars.emplace(std::move(reportText)); }
-    void NameLast();
-    void DropLast() { m_metars.dropLast(); }
+    Metar& append(std::wstring reportText) { return m_metars.emplace(std::move(reportText)); }
+    void nameLast();
+    void dropLast() { m_metars.dropLast(); }
     bool contains(std::wstring_view icao) const { return m_index.find(icao) != m_index.end(); }
     /// Sets the outdated flag of the report that the icao names, if there is one.
-    void MarkOutdated(std::wstring_view icao);
+    void markOutdated(std::wstring_view icao);
     /// Finds the nearest report within 3000 NM and decodes it into `out`; without one `out` becomes
     /// a blank METAR.
     bool Nearest(const Position& position, Metar& out);

@@ -26,13 +26,13 @@ constexpr double kChordMargin = 2e-13;
 /// The squared chord between antipodes.
 constexpr double kWholeSphere = 4.0;
 
-bool IsFar(double latitude, double longitude)
+bool isFar(double latitude, double longitude)
 {
     return !(std::abs(latitude) <= kFarDegrees && std::abs(longitude) <= kFarDegrees);
 }
 
 /// Squared chord that a great-circle distance spans on the unit sphere.
-double SquaredChord(double nm)
+double squaredChord(double nm)
 {
     const double angle = std::clamp(nm * kKmPerNm / kEarthRadiusKm, 0.0, kPi);
     const double half = std::sin(angle / 2.0);
@@ -41,7 +41,7 @@ double SquaredChord(double nm)
 
 } // namespace
 
-double SearchDistanceNm(const Position& reference, const Position& entry)
+double searchDistanceNm(const Position& reference, const Position& entry)
 {
     if (!entry.isKnown()) {
         return kUnknownDistance;
@@ -49,10 +49,10 @@ double SearchDistanceNm(const Position& reference, const Position& entry)
     if (reference.samePlace(entry)) {
         return 0.0;
     }
-    const double phi1 = RadiansFromDegrees(reference.latitude());
-    const double phi2 = RadiansFromDegrees(entry.latitude());
-    const double lambda1 = RadiansFromDegrees(reference.longitude());
-    const double lambda2 = RadiansFromDegrees(entry.longitude());
+    const double phi1 = radiansFromDegrees(reference.latitude());
+    const double phi2 = radiansFromDegrees(entry.latitude());
+    const double lambda1 = radiansFromDegrees(reference.longitude());
+    const double lambda2 = radiansFromDegrees(entry.longitude());
     const double x = std::sin(phi1) * std::sin(phi2)
                      + std::cos(phi1) * std::cos(phi2) * std::cos(lambda2 - lambda1);
     if (x > 1.0) {
@@ -71,8 +71,8 @@ struct NearestIndex::Best
 
 NearestIndex::Vector NearestIndex::unitVector(const IndexedPlace& place)
 {
-    const double phi = RadiansFromDegrees(place.latitude);
-    const double lambda = RadiansFromDegrees(place.longitude);
+    const double phi = radiansFromDegrees(place.latitude);
+    const double lambda = radiansFromDegrees(place.longitude);
     return {std::cos(phi) * std::cos(lambda), std::cos(phi) * std::sin(lambda), std::sin(phi)};
 }
 
@@ -91,7 +91,7 @@ void NearestIndex::sortIn()
     order.reserve(m_places.size());
     for (std::uint32_t i = 0; i < m_places.size(); ++i) {
         const auto [latitude, longitude] = m_places[i];
-        if (IsFar(latitude, longitude)) {
+        if (isFar(latitude, longitude)) {
             m_far.push_back(i);
         } else if (latitude != 0.0 || longitude != 0.0) {
             order.push_back(i);
@@ -238,7 +238,7 @@ struct NearestIndex::Collecting : Reach
 double NearestIndex::distanceTo(const Position& reference, std::size_t entry) const
 {
     const auto [latitude, longitude] = m_places[entry];
-    return SearchDistanceNm(reference, Position(latitude, longitude));
+    return searchDistanceNm(reference, Position(latitude, longitude));
 }
 
 void NearestIndex::offer(const Position& reference, std::size_t entry, Best& best) const
@@ -253,7 +253,7 @@ void NearestIndex::offer(const Position& reference, std::size_t entry, Best& bes
 void NearestIndex::offerNearPoints(const Position& reference, double limitNm, Best& best) const
 {
     const Vector centre = unitVector({reference.latitude(), reference.longitude()});
-    Narrowing narrowing{{centre, SquaredChord(limitNm) + kChordMargin}};
+    Narrowing narrowing{{centre, squaredChord(limitNm) + kChordMargin}};
     visit(0, m_points.size(), narrowing);
     if (narrowing.entry == kLast) {
         return;
@@ -269,7 +269,7 @@ void NearestIndex::offerNearPoints(const Position& reference, double limitNm, Be
 std::size_t NearestIndex::nearest(const Position& reference, double limitNm) const
 {
     Best best{std::min(limitNm, kUnknownDistance)};
-    if (IsFar(reference.latitude(), reference.longitude())) {
+    if (isFar(reference.latitude(), reference.longitude())) {
         for (std::size_t entry = 0; entry < m_places.size(); ++entry) {
             offer(reference, entry, best);
         }
@@ -286,13 +286,13 @@ std::size_t NearestIndex::nearest(const Position& reference, double limitNm) con
 std::vector<std::size_t> NearestIndex::nearEntries(const Position& reference, double rangeNm) const
 {
     std::vector<std::size_t> entries;
-    if (IsFar(reference.latitude(), reference.longitude()) || rangeNm > kUnknownDistance) {
+    if (isFar(reference.latitude(), reference.longitude()) || rangeNm > kUnknownDistance) {
         entries.resize(m_places.size());
         std::iota(entries.begin(), entries.end(), std::size_t{0});
         return entries;
     }
     Collecting collecting{{unitVector({reference.latitude(), reference.longitude()}),
-                           SquaredChord(rangeNm) + kChordMargin},
+                           squaredChord(rangeNm) + kChordMargin},
                           {}};
     visit(0, m_points.size(), collecting);
     for (const std::uint32_t first : collecting.entries) {

@@ -12,7 +12,7 @@ namespace aviation::weather {
 /// Great-circle distance of a table entry from a reference point as every search of the store
 /// measures it, in NM: kUnknownDistance for an entry at exactly (0, 0), else 0 for equal points,
 /// else the spherical law of cosines. NaN when a coordinate isn't finite.
-double SearchDistanceNm(const Position& reference, const Position& entry);
+double searchDistanceNm(const Position& reference, const Position& entry);
 
 /// A place of the index, degrees. Smaller than a Position, which carries a virtual table pointer.
 struct IndexedPlace
@@ -22,7 +22,7 @@ struct IndexedPlace
 };
 
 /// Spatial index over the positions of a table: a k-d tree over unit vectors. Every answer is the
-/// one that a walk over the table in its order with SearchDistanceNm would give. The tree only
+/// one that a walk over the table in its order with searchDistanceNm would give. The tree only
 /// selects; among entries so near to each other that rounding could order them differently, that
 /// function decides. Built once, immutable, so any number of threads may ask.
 class NearestIndex

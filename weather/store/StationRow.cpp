@@ -24,14 +24,14 @@ constexpr Columns kLongitude{43, 6};
 constexpr Columns kElevation{50, 4};
 constexpr std::size_t kShortestRow = 49;
 
-std::wstring_view Cut(std::wstring_view row, Columns columns)
+std::wstring_view cutColumn(std::wstring_view row, Columns columns)
 {
     return row.substr(std::min(columns.first, row.size()), columns.width);
 }
 
-std::wstring TrimmedCut(std::wstring_view row, Columns columns)
+std::wstring trimmedCut(std::wstring_view row, Columns columns)
 {
-    const std::wstring_view cell = Cut(row, columns);
+    const std::wstring_view cell = cutColumn(row, columns);
     const std::size_t first = cell.find_first_not_of(L' ');
     if (first == std::wstring_view::npos) {
         return {};
@@ -39,54 +39,54 @@ std::wstring TrimmedCut(std::wstring_view row, Columns columns)
     return std::wstring(cell.substr(first, cell.find_last_not_of(L' ') - first + 1));
 }
 
-bool IsDigits(std::wstring_view text)
+bool isDigits(std::wstring_view text)
 {
     return std::all_of(text.begin(), text.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; });
 }
 
 /// "DDMM" or "DDDMM" with a letter behind it: degrees, negative for the second of the letters.
-std::optional<double> Degrees(std::wstring_view cell, std::wstring_view letters, double limit)
+std::optional<double> degreesFrom(std::wstring_view cell, std::wstring_view letters, double limit)
 {
     constexpr std::size_t kMinuteDigits = 2;
     const std::wstring_view digits = cell.substr(0, cell.size() - 1);
     const std::size_t letter = letters.find(cell.back());
-    if (!IsDigits(digits) || letter == std::wstring_view::npos) {
+    if (!isDigits(digits) || letter == std::wstring_view::npos) {
         return std::nullopt;
     }
     const std::size_t degreeDigits = digits.size() - kMinuteDigits;
-    const double degrees = IntegerFromText(digits.substr(0, degreeDigits))
-                           + IntegerFromText(digits.substr(degreeDigits)) / 60.0;
+    const double degrees = integerFromText(digits.substr(0, degreeDigits))
+                           + integerFromText(digits.substr(degreeDigits)) / 60.0;
     if (degrees > limit) {
         return std::nullopt;
     }
     return letter == 0 ? degrees : -degrees;
 }
 
-std::int32_t ElevationFeet(std::wstring_view cell)
+std::int32_t elevationFeet(std::wstring_view cell)
 {
-    return static_cast<std::int32_t>(IntegerFromText(cell) * kFeetPerMetre);
+    return static_cast<std::int32_t>(integerFromText(cell) * kFeetPerMetre);
 }
 
 } // namespace
 
-std::optional<StationRow> ParseStationRow(std::wstring_view row)
+std::optional<StationRow> parseStationRow(std::wstring_view row)
 {
     if (!row.empty() && row.back() == L'\r') {
         row.remove_suffix(1);
     }
-    if (row.size() < kShortestRow || !IsDigits(Cut(row, kNumber))) {
+    if (row.size() < kShortestRow || !isDigits(cutColumn(row, kNumber))) {
         return std::nullopt;
     }
-    const std::optional<double> latitude = Degrees(Cut(row, kLatitude), L"NS", 90.0);
-    const std::optional<double> longitude = Degrees(Cut(row, kLongitude), L"EW", 180.0);
+    const std::optional<double> latitude = degreesFrom(cutColumn(row, kLatitude), L"NS", 90.0);
+    const std::optional<double> longitude = degreesFrom(cutColumn(row, kLongitude), L"EW", 180.0);
     if (!latitude || !longitude) {
         return std::nullopt;
     }
-    std::wstring icao = TrimmedCut(row, kIcao);
-    std::wstring name = TrimmedCut(row, kName);
-    std::wstring country = TrimmedCut(row, kCountry);
-    return StationRow{std::wstring(Cut(row, kNumber)),
-                      Station(icao, name, country, ElevationFeet(Cut(row, kElevation)),
+    std::wstring icao = trimmedCut(row, kIcao);
+    std::wstring name = trimmedCut(row, kName);
+    std::wstring country = trimmedCut(row, kCountry);
+    return StationRow{std::wstring(cutColumn(row, kNumber)),
+                      Station(icao, name, country, elevationFeet(cutColumn(row, kElevation)),
                               Position(*latitude, *longitude))};
 }
 

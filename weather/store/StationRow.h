@@ -23,6 +23,6 @@ struct StationRow
 ///
 /// Empty for a row under 49 characters, and for one whose number, latitude or longitude is no
 /// number or out of range. A carriage return at the end doesn't count.
-std::optional<StationRow> ParseStationRow(std::wstring_view row);
+std::optional<StationRow> parseStationRow(std::wstring_view row);
 
 } // namespace aviation::weather

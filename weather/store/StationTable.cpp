@@ -21,7 +21,7 @@ std::vector<Station> StationTable::within(const Position& position, double range
 {
     std::vector<std::pair<double, std::size_t>> order; // table order breaks a tie
     for (const std::size_t index : m_stations.within(position, rangeNm)) {
-        order.emplace_back(SearchDistanceNm(position, *m_stations.at(index)), index);
+        order.emplace_back(searchDistanceNm(position, *m_stations.at(index)), index);
     }
     std::sort(order.begin(), order.end());
     std::vector<Station> stations;

@@ -11,14 +11,14 @@ constexpr std::size_t kProgressStep = 100;
 
 /// Whether only the full decoder can say that the report is valid: its header wasn't read, or its
 /// station number has slashes, which the header step alone lets pass.
-bool NeedsDecoding(const Synop& synop)
+bool needsDecoding(const Synop& synop)
 {
     return !synop.isTimeValid() || synop.icao().find(L'/') != std::wstring::npos;
 }
 
-bool IsExpired(Synop& synop, std::int64_t now, int maxAgeSeconds)
+bool isExpired(Synop& synop, std::int64_t now, int maxAgeSeconds)
 {
-    if (NeedsDecoding(synop)) {
+    if (needsDecoding(synop)) {
         synop.Decode();
     }
     return synop.CheckAge(now, maxAgeSeconds) || !synop.isKnown() || !synop.isTimeValid();
@@ -26,14 +26,14 @@ bool IsExpired(Synop& synop, std::int64_t now, int maxAgeSeconds)
 
 } // namespace
 
-std::vector<Synop> SynopManager::TakeOld(std::int64_t now, int maxAgeSeconds,
+std::vector<Synop> SynopManager::takeOld(std::int64_t now, int maxAgeSeconds,
                                          const Progress& progress)
 {
     std::vector<Synop> old;
     std::size_t walked = 0;
     const std::size_t total = m_synops.size();
     m_synops.eraseIf([&](Synop& synop) {
-        const bool isExpired = IsExpired(synop, now, maxAgeSeconds);
+        const bool isExpired = isExpired(synop, now, maxAgeSeconds);
         if (isExpired) {
             old.push_back(std::move(synop));
         }

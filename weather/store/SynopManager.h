@@ -22,16 +22,16 @@ public:
     std::size_t size() const { return m_synops.size(); }
     const std::vector<Synop>& synops() const { return m_synops.entries(); }
 
-    void Add(Synop synop) { m_synops.add(std::move(synop)); }
+    void add(Synop synop) { m_synops.add(std::move(synop)); }
     /// Appends a report that the caller goes on with in its place: they come by the ten thousand,
     /// and moving one costs as much as reading its header.
-    Synop& Append(std::wstring reportText) { return m_synops.emplace(std::move(reportText)); }
-    void DropLast() { m_synops.dropLast(); }
+    Synop& append(std::wstring reportText) { return m_synops.emplace(std::move(reportText)); }
+    void dropLast() { m_synops.dropLast(); }
     /// Takes out the reports older than the limit and those without a valid position or time; the
     /// order of the others stays. A header that was read tells all of that. `now` in seconds since
     /// 1970 UTC. `progress` is called every 100 entries and may be empty. Returns what went, so
     /// that the caller chooses where its memory is given back.
-    std::vector<Synop> TakeOld(std::int64_t now, int maxAgeSeconds, const Progress& progress);
+    std::vector<Synop> takeOld(std::int64_t now, int maxAgeSeconds, const Progress& progress);
     /// Finds the nearest report within 1000 NM and decodes it into `out`; without one `out` becomes
     /// a blank SYNOP.
     bool Nearest(const Position& position, Synop& out);

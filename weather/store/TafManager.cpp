@@ -16,7 +16,7 @@ constexpr std::size_t kShortestTaf = 10;
 
 } // namespace
 
-std::vector<std::wstring_view> SplitTafs(std::wstring_view text)
+std::vector<std::wstring_view> splitTafs(std::wstring_view text)
 {
     std::vector<std::wstring_view> reports;
     std::size_t start = text.find(kHead);
@@ -31,9 +31,9 @@ std::vector<std::wstring_view> SplitTafs(std::wstring_view text)
     return reports;
 }
 
-void TafManager::Add(std::wstring_view report)
+void TafManager::add(std::wstring_view report)
 {
-    std::wstring taf = WithoutLineEnds(report);
+    std::wstring taf = withoutLineEnds(report);
     if (taf.size() < kShortestTaf) {
         return;
     }
@@ -43,7 +43,7 @@ void TafManager::Add(std::wstring_view report)
     m_index.insert_or_assign(std::move(key), m_tafs.size());
 }
 
-std::wstring TafManager::Taf(std::wstring_view icao) const
+std::wstring TafManager::taf(std::wstring_view icao) const
 {
     const auto found = m_index.find(icao);
     return found == m_index.end() ? std::wstring() : m_tafs[found->second - 1];

@@ -39,7 +39,7 @@ private:
 };
 
 /// The text without its line feeds and carriage returns.
-inline std::wstring WithoutLineEnds(std::wstring_view text)
+inline std::wstring withoutLineEnds(std::wstring_view text)
 {
     std::wstring joined;
     joined.reserve(text.size());

@@ -10,10 +10,10 @@ namespace aviation::weather {
 namespace {
 
 /// As the C conversions read a long: leading blanks are skipped, nothing readable is 0.
-std::int64_t LongFromText(std::wstring_view text)
+std::int64_t longFromText(std::wstring_view text)
 {
     const std::string digits =
-        NarrowAscii(text.substr(std::min(text.find_first_not_of(L" \t"), text.size())));
+        narrowAscii(text.substr(std::min(text.find_first_not_of(L" \t"), text.size())));
     std::int64_t value = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), value);
     return value;
@@ -21,7 +21,7 @@ std::int64_t LongFromText(std::wstring_view text)
 
 } // namespace
 
-bool ReadUpperAirHeader(std::wstring_view text, UpperAirHeader& header)
+bool readUpperAirHeader(std::wstring_view text, UpperAirHeader& header)
 {
     constexpr std::wstring_view kTime = L"TIME:";
     constexpr std::size_t kTimeDigits = 10;
@@ -33,7 +33,7 @@ bool ReadUpperAirHeader(std::wstring_view text, UpperAirHeader& header)
     header.isError = line.find(L"Error") != std::wstring_view::npos;
     const std::size_t time = line.find(kTime);
     if (time != std::wstring_view::npos) {
-        header.time = LongFromText(line.substr(time + kTime.size(), kTimeDigits));
+        header.time = longFromText(line.substr(time + kTime.size(), kTimeDigits));
     }
     return true;
 }

@@ -16,6 +16,6 @@ struct UpperAirHeader
 
 /// Reads the header if the first line is one, that is, holds a "#" and at least one character more.
 /// The time stands in the ten characters behind "TIME:". False, without a change, otherwise.
-bool ReadUpperAirHeader(std::wstring_view text, UpperAirHeader& header);
+bool readUpperAirHeader(std::wstring_view text, UpperAirHeader& header);
 
 } // namespace aviation::weather

@@ -18,7 +18,7 @@ struct Marks
 };
 
 /// Notes the marker that stands at that place, if there is one.
-void Note(QStringView text, qsizetype at, Marks& marks)
+void note(QStringView text, qsizetype at, Marks& marks)
 {
     const QStringView rest = text.mid(at);
     if (rest.startsWith(marks.opening)) {
@@ -28,7 +28,7 @@ void Note(QStringView text, qsizetype at, Marks& marks)
     }
 }
 
-QStringView BlockBetween(QStringView text, const Marks& marks)
+QStringView blockBetween(QStringView text, const Marks& marks)
 {
     const qsizetype first = marks.start + marks.opening.size();
     if (marks.start == kNone || marks.end < first) {
@@ -40,7 +40,7 @@ QStringView BlockBetween(QStringView text, const Marks& marks)
 } // namespace
 
 /// In one pass over the brackets, since reports hold none and files have some million characters.
-WeatherBlocks ExtractWeatherBlocks(QStringView text)
+WeatherBlocks extractWeatherBlocks(QStringView text)
 {
     constexpr QLatin1Char kBracket('[');
     Marks metars{u"[METAR]", u"[/METAR]"};
@@ -48,10 +48,10 @@ WeatherBlocks ExtractWeatherBlocks(QStringView text)
     Marks tafs{u"[TAF]", u"[/TAF]"};
     for (qsizetype at = text.indexOf(kBracket); at >= 0; at = text.indexOf(kBracket, at + 1)) {
         for (Marks* marks : {&metars, &synops, &tafs}) {
-            Note(text, at, *marks);
+            note(text, at, *marks);
         }
     }
-    return {BlockBetween(text, metars), BlockBetween(text, synops), BlockBetween(text, tafs)};
+    return {blockBetween(text, metars), blockBetween(text, synops), blockBetween(text, tafs)};
 }
 
 } // namespace aviation::weather

@@ -15,6 +15,6 @@ struct WeatherBlocks
 /// Cuts a weather file ("weather.wx") into its blocks "[METAR]...[/METAR]", "[SYNOP]...[/SYNOP]"
 /// and "[TAF]...[/TAF]". Of repeated markers the last one counts, opening and closing alike, and
 /// case matters. Text outside the blocks is ignored. The text must outlive the result.
-WeatherBlocks ExtractWeatherBlocks(QStringView text);
+WeatherBlocks extractWeatherBlocks(QStringView text);
 
 } // namespace aviation::weather

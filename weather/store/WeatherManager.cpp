@@ -21,12 +21,12 @@ constexpr double kAirportLimitNm = 20.0;
 constexpr std::size_t kStationStep = 500;
 
 /// std::to_wstring looks at the locale and takes ten times as long.
-std::wstring NumberText(std::size_t value)
+std::wstring numberText(std::size_t value)
 {
-    return Widen(std::to_string(value));
+    return widen(std::to_string(value));
 }
 
-int ClampedInt(std::size_t value)
+int clampedInt(std::size_t value)
 {
     constexpr std::size_t kMax = std::numeric_limits<int>::max();
     return static_cast<int>(std::min(value, kMax));
@@ -61,14 +61,14 @@ bool WeatherManager::isQuiet() const
 void WeatherManager::tell(std::size_t value, std::size_t total, std::wstring text)
 {
     if (!isQuiet()) {
-        progress(ClampedInt(value), ClampedInt(total), std::move(text));
+        progress(clampedInt(value), clampedInt(total), std::move(text));
     }
 }
 
 void WeatherManager::tellCount(const wchar_t* text, std::size_t value, std::size_t total)
 {
     if (!isQuiet()) {
-        tell(value, total, text + (L" " + NumberText(value)) + L" from " + NumberText(total));
+        tell(value, total, text + (L" " + numberText(value)) + L" from " + numberText(total));
     }
 }
 
@@ -76,19 +76,19 @@ void WeatherManager::tellEnd(const wchar_t* what, std::size_t count)
 {
     if (!isQuiet()) {
         tell(0, 0, what);
-        debug(std::wstring(L"(WeatherManager) - ") + what + L": " + NumberText(count),
+        debug(std::wstring(L"(WeatherManager) - ") + what + L": " + numberText(count),
               loglevel::kNotification);
     }
 }
 
-void WeatherManager::AddAirport(Station airport)
+void WeatherManager::addAirport(Station airport)
 {
     const ScopedLock lock(m_mutex);
     std::wstring icao = airport.icao();
     m_airports.add(std::move(icao), std::move(airport));
 }
 
-void WeatherManager::AddAirports(std::vector<Station> airports)
+void WeatherManager::addAirports(std::vector<Station> airports)
 {
     const ScopedLock lock(m_mutex);
     for (Station& airport : airports) {
@@ -97,13 +97,13 @@ void WeatherManager::AddAirports(std::vector<Station> airports)
     }
 }
 
-void WeatherManager::SetWeatherStations(std::wstring_view text)
+void WeatherManager::setWeatherStations(std::wstring_view text)
 {
     std::vector<StationRow> rows;
     TextPieces lines(text, L'\n');
     const std::size_t total = lines.count();
     for (std::size_t number = 1; const auto line = lines.next(); ++number) {
-        if (auto row = ParseStationRow(*line)) {
+        if (auto row = parseStationRow(*line)) {
             rows.push_back(std::move(*row));
         }
         if (number % kStationStep == 0) {
@@ -119,9 +119,9 @@ void WeatherManager::SetWeatherStations(std::wstring_view text)
     tell(0, 0, {});
 }
 
-int WeatherManager::DeleteOldSynops(int maxAgeSeconds)
+int WeatherManager::deleteOldSynops(int maxAgeSeconds)
 {
-    const std::int64_t now = EpochSeconds(Clock::Current().NowUtc());
+    const std::int64_t now = epochSeconds(Clock::current().NowUtc());
     std::vector<std::array<std::size_t, 3>> steps; // told when the lock is free
     const auto note = [&steps](std::size_t walked, std::size_t total, std::size_t deleted) {
         steps.push_back({walked, total, deleted});
@@ -129,53 +129,53 @@ int WeatherManager::DeleteOldSynops(int maxAgeSeconds)
     std::vector<Synop> old;
     {
         const ScopedLock lock(m_mutex);
-        old = m_synops.TakeOld(now, maxAgeSeconds, isQuiet() ? SynopManager::Progress() : note);
+        old = m_synops.takeOld(now, maxAgeSeconds, isQuiet() ? SynopManager::Progress() : note);
     }
     for (const auto& [walked, total, deleted] : steps) {
         tell(walked, total,
-             L"check of additional weather data " + NumberText(walked) + L" from "
-                 + NumberText(total) + L", deleted: " + NumberText(deleted));
+             L"check of additional weather data " + numberText(walked) + L" from "
+                 + numberText(total) + L", deleted: " + numberText(deleted));
     }
     return static_cast<int>(old.size());
 }
 
-std::size_t WeatherManager::AirportCount() const
+std::size_t WeatherManager::airportCount() const
 {
     const ScopedLock lock(m_mutex);
     return m_airports.size();
 }
 
-std::size_t WeatherManager::StationCount() const
+std::size_t WeatherManager::stationCount() const
 {
     const ScopedLock lock(m_mutex);
     return m_stations.size();
 }
 
-std::size_t WeatherManager::MetarCount() const
+std::size_t WeatherManager::metarCount() const
 {
     const ScopedLock lock(m_mutex);
     return m_metars.size();
 }
 
-std::size_t WeatherManager::SynopCount() const
+std::size_t WeatherManager::synopCount() const
 {
     const ScopedLock lock(m_mutex);
     return m_synops.size();
 }
 
-std::size_t WeatherManager::TafCount() const
+std::size_t WeatherManager::tafCount() const
 {
     const ScopedLock lock(m_mutex);
     return m_tafs.size();
 }
 
-std::size_t WeatherManager::GribCount() const
+std::size_t WeatherManager::gribCount() const
 {
     const ScopedLock lock(m_mutex);
     return m_gribs.size();
 }
 
-bool WeatherManager::GetStation(std::wstring_view icao, Station& station) const
+bool WeatherManager::getStation(std::wstring_view icao, Station& station) const
 {
     const ScopedLock lock(m_mutex);
     const Station* entry = m_airports.entry(m_airports.indexOf(icao));
@@ -186,7 +186,7 @@ bool WeatherManager::GetStation(std::wstring_view icao, Station& station) const
     return true;
 }
 
-std::vector<Metar> WeatherManager::GetMetars() const
+std::vector<Metar> WeatherManager::getMetars() const
 {
     const ScopedLock lock(m_mutex);
     return m_metars.metars();
@@ -195,16 +195,16 @@ std::vector<Metar> WeatherManager::GetMetars() const
 std::wstring WeatherManager::GetTaf(std::wstring_view icao) const
 {
     const ScopedLock lock(m_mutex);
-    return m_tafs.Taf(icao);
+    return m_tafs.taf(icao);
 }
 
-std::vector<std::wstring> WeatherManager::FailedMetarStations() const
+std::vector<std::wstring> WeatherManager::failedMetarStations() const
 {
     const ScopedLock lock(m_mutex);
     return m_failedMetars;
 }
 
-std::vector<std::wstring> WeatherManager::FailedSynopStations() const
+std::vector<std::wstring> WeatherManager::failedSynopStations() const
 {
     const ScopedLock lock(m_mutex);
     return m_failedSynops;
@@ -212,14 +212,14 @@ std::vector<std::wstring> WeatherManager::FailedSynopStations() const
 
 bool WeatherManager::SearchMetar(const Position& position, Metar& metar)
 {
-    const Clock::UtcTime now = Clock::Current().NowUtc();
+    const Clock::UtcTime now = Clock::current().NowUtc();
     const ScopedLock lock(m_mutex);
     if (!m_metars.Nearest(position, metar)) {
         return false;
     }
     metar.setOutdated(false); // only the entry tells, also when an earlier search has flagged it
-    if (IsTimeGroupOld(metar.timeGroup(), now)) {
-        m_metars.MarkOutdated(metar.icao());
+    if (isTimeGroupOld(metar.timeGroup(), now)) {
+        m_metars.markOutdated(metar.icao());
     }
     return true;
 }

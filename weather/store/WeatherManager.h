@@ -42,7 +42,7 @@ struct StoreListener
 /// and upper-air reports.
 ///
 /// Every operation may be called from any thread. Initialize builds the new table aside and swaps
-/// it in, DeleteOldSynops changes it in one go, so readers see the old table or the new one. Two
+/// it in, deleteOldSynops changes it in one go, so readers see the old table or the new one. Two
 /// Initialize at the same time for the same kind are safe but the later swap wins; the weather
 /// worker runs them one after the other. The memory of what went is given back with the lock free.
 /// The listener is called on the calling thread and never under the store's lock, so it may ask the
@@ -56,10 +56,10 @@ public:
     ~WeatherManager();
 
     /// Appends an airport to the table; its icao, blanks included, is the key.
-    void AddAirport(Station airport);
-    void AddAirports(std::vector<Station> airports);
-    /// Appends the rows of the weather station resource (see ParseStationRow).
-    void SetWeatherStations(std::wstring_view text);
+    void addAirport(Station airport);
+    void addAirports(std::vector<Station> airports);
+    /// Appends the rows of the weather station resource (see parseStationRow).
+    void setWeatherStations(std::wstring_view text);
 
     /// Takes a whole text of one kind (storekind): a METAR, SYNOP or TAF block replaces all earlier
     /// reports of its kind, upper-air records replace those of the same grid points. With
@@ -68,24 +68,24 @@ public:
     bool Initialize(std::wstring_view text, int kind, bool noaaFormat);
     /// Removes the SYNOPs older than the limit and those without a valid position or time. Returns
     /// how many.
-    int DeleteOldSynops(int maxAgeSeconds);
+    int deleteOldSynops(int maxAgeSeconds);
 
-    std::size_t AirportCount() const;
-    std::size_t StationCount() const;
-    std::size_t MetarCount() const;
-    std::size_t SynopCount() const;
-    std::size_t TafCount() const;
-    std::size_t GribCount() const;
+    std::size_t airportCount() const;
+    std::size_t stationCount() const;
+    std::size_t metarCount() const;
+    std::size_t synopCount() const;
+    std::size_t tafCount() const;
+    std::size_t gribCount() const;
 
     /// The airport of that icao; false leaves `station` alone.
-    bool GetStation(std::wstring_view icao, Station& station) const;
+    bool getStation(std::wstring_view icao, Station& station) const;
     /// Copies of all METARs in arrival order.
-    std::vector<Metar> GetMetars() const;
+    std::vector<Metar> getMetars() const;
     /// The report without its leading "TAF ", empty when there is none.
     std::wstring GetTaf(std::wstring_view icao) const;
     /// Identifiers of reports that no table places, in order of appearance, one each report.
-    std::vector<std::wstring> FailedMetarStations() const;
-    std::vector<std::wstring> FailedSynopStations() const;
+    std::vector<std::wstring> failedMetarStations() const;
+    std::vector<std::wstring> failedSynopStations() const;
 
     /// The nearest METAR within 3000 NM, decoded; a blank one when there is none. A report that the
     /// three-hour rule finds old is returned as well, and its entry in the store is flagged.

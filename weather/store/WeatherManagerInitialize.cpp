@@ -19,7 +19,7 @@ constexpr std::size_t kTafStep = 11;
 
 /// A line too short for a report, or the date line that the NOAA format writes above each one,
 /// "2011/11/23 02:15".
-bool IsNoReportLine(std::wstring_view line)
+bool isNoReportLine(std::wstring_view line)
 {
     constexpr std::size_t kDateSlash = 4;
     return line.size() < kShortestReport || line[kDateSlash] == L'/';
@@ -27,7 +27,7 @@ bool IsNoReportLine(std::wstring_view line)
 
 /// How many reports to expect. Real ones are longer than the divisor, so a text of many empty
 /// pieces can't ask for memory that it doesn't fill.
-std::size_t LikelyReports(std::wstring_view text, std::size_t pieces)
+std::size_t likelyReports(std::wstring_view text, std::size_t pieces)
 {
     constexpr std::size_t kLittleReport = 40;
     return std::min(pieces, text.size() / kLittleReport);
@@ -94,7 +94,7 @@ void WeatherManager::initializeMetars(std::wstring_view text, bool noaaFormat)
     MetarRun run;
     TextPieces lines(text, L'\n');
     const std::size_t total = lines.count();
-    run.metars.reserve(LikelyReports(text, total));
+    run.metars.reserve(likelyReports(text, total));
     for (std::size_t number = 1; const auto line = lines.next(); ++number) {
         addMetar(*line, noaaFormat, run);
         if (number % kMetarStep == 0) {
@@ -112,21 +112,21 @@ void WeatherManager::initializeMetars(std::wstring_view text, bool noaaFormat)
 
 void WeatherManager::addMetar(std::wstring_view line, bool noaaFormat, MetarRun& run)
 {
-    if (IsNoReportLine(line)) {
+    if (isNoReportLine(line)) {
         return;
     }
-    Metar& metar = run.metars.Append(std::wstring(line));
+    Metar& metar = run.metars.append(std::wstring(line));
     if (metar.DecodeHeader() != metarstatus::kDecoded) {
         debug(metar.GetMessage(), loglevel::kDebug); // no reason to drop it
     }
     // The list is ordered newest first, so an older report of the same station isn't wanted.
     if (noaaFormat && run.metars.contains(metar.icao())) {
-        run.metars.DropLast();
+        run.metars.dropLast();
     } else if (placeReport(m_airports, metar.icao(), metar)) {
-        run.metars.NameLast();
+        run.metars.nameLast();
     } else {
         run.failed.push_back(metar.icao());
-        run.metars.DropLast();
+        run.metars.dropLast();
     }
 }
 
@@ -136,7 +136,7 @@ void WeatherManager::initializeSynops(std::wstring_view text)
     SynopRun run;
     TextPieces pieces(text, L'=');
     const std::size_t total = pieces.count();
-    run.synops.reserve(LikelyReports(text, total));
+    run.synops.reserve(likelyReports(text, total));
     for (std::size_t number = 1; const auto piece = pieces.next(); ++number) {
         addSynop(*piece, run);
         if (number % kSynopStep == 0) {
@@ -154,21 +154,21 @@ void WeatherManager::initializeSynops(std::wstring_view text)
 
 void WeatherManager::addSynop(std::wstring_view piece, SynopRun& run)
 {
-    std::wstring text = WithoutLineEnds(piece);
+    std::wstring text = withoutLineEnds(piece);
     if (text.size() < kShortestReport) {
         return;
     }
-    Synop& synop = run.synops.Append(std::move(text));
+    Synop& synop = run.synops.append(std::move(text));
     if (synop.DecodeHeader() != synopstatus::kDecoded) {
         debug(synop.GetMessage(), loglevel::kDebug);
-        run.synops.DropLast();
+        run.synops.dropLast();
         return;
     }
     // Reports give five digits of a number that has six in the table.
     run.key.assign(synop.icao()).push_back(L'0');
     if (!placeReport(m_stations, run.key, synop) && !synop.hasOwnPosition()) {
         run.failed.push_back(synop.icao());
-        run.synops.DropLast();
+        run.synops.dropLast();
     }
 }
 
@@ -179,7 +179,7 @@ bool WeatherManager::initializeGribs(std::wstring_view text)
     const std::size_t total = lines.count();
     std::size_t number = 1;
     UpperAirHeader header;
-    if (ReadUpperAirHeader(text, header)) {
+    if (readUpperAirHeader(text, header)) {
         lines.next();
         ++number;
     }
@@ -209,7 +209,7 @@ void WeatherManager::storeGribs(std::vector<Grib> gribs)
     {
         const ScopedLock lock(m_mutex);
         for (Grib& grib : gribs) {
-            failures += m_gribs.Add(std::move(grib)) ? 0 : 1;
+            failures += m_gribs.add(std::move(grib)) ? 0 : 1;
         }
     }
     for (; failures > 0; --failures) {
@@ -221,10 +221,10 @@ void WeatherManager::storeGribs(std::vector<Grib> gribs)
 void WeatherManager::initializeTafs(std::wstring_view text)
 {
     tell(0, 1, L"Initialize of TAF");
-    const std::vector<std::wstring_view> reports = SplitTafs(text);
+    const std::vector<std::wstring_view> reports = splitTafs(text);
     TafManager tafs;
     for (std::size_t number = 1; const std::wstring_view report : reports) {
-        tafs.Add(report);
+        tafs.add(report);
         if (number % kTafStep == 0) {
             tellCount(L"Initialize of TAF", number, reports.size());
         }

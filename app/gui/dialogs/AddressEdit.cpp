@@ -58,7 +58,7 @@ void AddressEdit::setReadOnly(bool readOnly)
 
 QString AddressEdit::fault() const
 {
-    const bool good = address().isEmpty() || IsWebAddress(QUrl(expandUrlTemplate(address())));
+    const bool good = address().isEmpty() || isWebAddress(QUrl(expandUrlTemplate(address())));
     return good ? QString()
                 : tr("An address begins with http:// or https:// and the name of a server.");
 }

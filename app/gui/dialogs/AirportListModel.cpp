@@ -7,7 +7,7 @@ using airportlist::Kind;
 
 namespace {
 
-QString FaultText(Fault fault)
+QString faultText(Fault fault)
 {
     switch (fault) {
     case Fault::IcaoForm:
@@ -32,7 +32,7 @@ QString FaultText(Fault fault)
     return QString();
 }
 
-QStringList Headers(Kind kind)
+QStringList headersOf(Kind kind)
 {
     if (kind == Kind::OldIcaos) {
         return {AirportListModel::tr("Old ICAO"), AirportListModel::tr("New ICAO")};
@@ -105,7 +105,7 @@ QModelIndex AirportListModel::firstFault(QString& reason) const
         for (int field = 0; field < columnCount(); ++field) {
             const Fault fault = faultAt(row, field);
             if (fault != Fault::None) {
-                reason = FaultText(fault);
+                reason = faultText(fault);
                 return index(row, field);
             }
         }
@@ -120,7 +120,7 @@ int AirportListModel::rowCount(const QModelIndex& parent) const
 
 int AirportListModel::columnCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : Headers(m_kind).size();
+    return parent.isValid() ? 0 : headersOf(m_kind).size();
 }
 
 QVariant AirportListModel::data(const QModelIndex& index, int role) const
@@ -139,7 +139,7 @@ QVariant AirportListModel::data(const QModelIndex& index, int role) const
     if (fault == Fault::None) {
         return QVariant();
     }
-    return role == Qt::ToolTipRole ? QVariant(FaultText(fault))
+    return role == Qt::ToolTipRole ? QVariant(faultText(fault))
                                    : QVariant(Icons::appIcon(Icons::Name::Error));
 }
 
@@ -169,7 +169,7 @@ QVariant AirportListModel::headerData(int section, Qt::Orientation orientation, 
     if (role != Qt::DisplayRole) {
         return QVariant();
     }
-    return orientation == Qt::Horizontal ? QVariant(Headers(m_kind).at(section))
+    return orientation == Qt::Horizontal ? QVariant(headersOf(m_kind).at(section))
                                          : QVariant(section + 1);
 }
 

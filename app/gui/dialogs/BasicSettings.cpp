@@ -68,7 +68,7 @@ BasicSettings::BasicSettings(Settings& settings, const NetworkFactory& network, 
     for (SettingsPage* page : m_pages) {
         page->load(m_settings);
     }
-    ResizeToScreen(*this, QSize(kWidth, kHeight));
+    resizeToScreen(*this, QSize(kWidth, kHeight));
 }
 
 void BasicSettings::addStep(SettingsPage* page, const QString& title, const QString& subTitle)

@@ -19,33 +19,34 @@ constexpr int kWidth = 620;
 constexpr int kHeight = 460;
 constexpr int kIconEdge = 64;
 
-QString Row(const QString& what, const QString& origin, const QString& licence)
+QString tableRow(const QString& what, const QString& origin, const QString& licence)
 {
     return QStringLiteral("<tr><td>%1&nbsp;&nbsp;</td><td>%2&nbsp;&nbsp;</td><td>%3</td></tr>")
         .arg(what.toHtmlEscaped(), origin.toHtmlEscaped(), licence.toHtmlEscaped());
 }
 
-QString DataTable()
+QString dataTable()
 {
     const QString publicDomain = DlgAbout::tr("public domain");
-    return Row(DlgAbout::tr("Airports"), QStringLiteral("OurAirports"), publicDomain)
-           + Row(DlgAbout::tr("Stations"), QStringLiteral("NOAA/NCEI, NWS"), publicDomain)
-           + Row(DlgAbout::tr("Stations"), QStringLiteral("NCAR/Unidata"), QStringLiteral("BSD"))
-           + Row(DlgAbout::tr("Reports of the demonstration"), DlgAbout::tr("NOAA, WMO exchange"),
-                 publicDomain)
-           + Row(DlgAbout::tr("Upper air of the demonstration"), QStringLiteral("NOAA, GFS"),
-                 publicDomain)
-           + Row(DlgAbout::tr("Icons and drawings"), QStringLiteral("Cirrilon"), QString());
+    return tableRow(DlgAbout::tr("Airports"), QStringLiteral("OurAirports"), publicDomain)
+           + tableRow(DlgAbout::tr("Stations"), QStringLiteral("NOAA/NCEI, NWS"), publicDomain)
+           + tableRow(DlgAbout::tr("Stations"), QStringLiteral("NCAR/Unidata"),
+                      QStringLiteral("BSD"))
+           + tableRow(DlgAbout::tr("Reports of the demonstration"),
+                      DlgAbout::tr("NOAA, WMO exchange"), publicDomain)
+           + tableRow(DlgAbout::tr("Upper air of the demonstration"), QStringLiteral("NOAA, GFS"),
+                      publicDomain)
+           + tableRow(DlgAbout::tr("Icons and drawings"), QStringLiteral("Cirrilon"), QString());
 }
 
-QString LibraryTable()
+QString libraryTable()
 {
-    return Row(QStringLiteral("Qt"), QLatin1String(qVersion()), QStringLiteral("LGPL 3"))
-           + Row(QStringLiteral("zlib"), QLatin1String(zlibVersion()),
-                 DlgAbout::tr("zlib licence"));
+    return tableRow(QStringLiteral("Qt"), QLatin1String(qVersion()), QStringLiteral("LGPL 3"))
+           + tableRow(QStringLiteral("zlib"), QLatin1String(zlibVersion()),
+                      DlgAbout::tr("zlib licence"));
 }
 
-QString AboutText()
+QString aboutText()
 {
     const QString section = QStringLiteral("<h3>%1</h3><table>%2</table>");
     return QStringLiteral("<p>%1</p>")
@@ -53,9 +54,9 @@ QString AboutText()
                                  "of the world, composes the weather around your aircraft and "
                                  "brings it into the simulator. Not for real-world navigation.")
                         .toHtmlEscaped())
-           + section.arg(DlgAbout::tr("Data").toHtmlEscaped(), DataTable())
+           + section.arg(DlgAbout::tr("Data").toHtmlEscaped(), dataTable())
            + QStringLiteral("<br>") // a heading has no room of its own below a table
-           + section.arg(DlgAbout::tr("Libraries").toHtmlEscaped(), LibraryTable());
+           + section.arg(DlgAbout::tr("Libraries").toHtmlEscaped(), libraryTable());
 }
 
 } // namespace
@@ -76,7 +77,7 @@ DlgAbout::DlgAbout(QWidget* parent) : QDialog(parent)
     auto* text = new QTextBrowser(this);
     text->setAccessibleName(tr("About Cirrilon"));
     text->setOpenLinks(false);
-    text->setHtml(AboutText());
+    text->setHtml(aboutText());
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
@@ -90,6 +91,6 @@ DlgAbout::DlgAbout(QWidget* parent) : QDialog(parent)
     column->addLayout(head);
     column->addWidget(text, 1);
     column->addWidget(buttons);
-    UsePlainButtons(*this);
-    ResizeToScreen(*this, QSize(kWidth, kHeight));
+    usePlainButtons(*this);
+    resizeToScreen(*this, QSize(kWidth, kHeight));
 }

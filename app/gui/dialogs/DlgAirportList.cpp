@@ -27,25 +27,25 @@ namespace {
 constexpr int kWidth = 820;
 constexpr int kHeight = 560;
 
-QPushButton* RowButton(QWidget* parent, Icons::Name icon, const QString& text)
+QPushButton* rowButton(QWidget* parent, Icons::Name icon, const QString& text)
 {
     auto* button = new QPushButton(Icons::appIcon(icon), text, parent);
     button->setAutoDefault(false);
     return button;
 }
 
-bool AskDiscard(DlgAirportList& dialog)
+bool askDiscard(DlgAirportList& dialog)
 {
     QMessageBox box(QMessageBox::Question, dialog.windowTitle(),
                     DlgAirportList::tr("Close without saving the changes?"),
                     QMessageBox::Yes | QMessageBox::No, &dialog);
     box.setDefaultButton(QMessageBox::No);
-    UsePlainButtons(box);
+    usePlainButtons(box);
     return box.exec() == QMessageBox::Yes;
 }
 
 /// The rows of the selected cells, last first.
-std::vector<int> SelectedRows(const QTableView& table)
+std::vector<int> selectedRows(const QTableView& table)
 {
     std::vector<int> rows;
     for (const QModelIndex& index : table.selectionModel()->selectedIndexes()) {
@@ -63,7 +63,7 @@ DlgAirportList::DlgAirportList(const QString& workFolder, QWidget* parent)
     , m_workFolder(workFolder)
     , m_tabs(new QTabWidget(this))
     , m_note(new NoteLabel(this))
-    , m_askDiscard([this] { return AskDiscard(*this); })
+    , m_askDiscard([this] { return askDiscard(*this); })
 {
     setWindowTitle(tr("Airport list"));
     m_tabs->addTab(buildPage(m_airports, tr("Additional airports"),
@@ -79,10 +79,10 @@ DlgAirportList::DlgAirportList(const QString& workFolder, QWidget* parent)
     column->addWidget(m_tabs, 1);
     column->addWidget(m_note);
     column->addWidget(buttons);
-    UsePlainButtons(*this);
-    ResizeToScreen(*this, QSize(kWidth, kHeight));
+    usePlainButtons(*this);
+    resizeToScreen(*this, QSize(kWidth, kHeight));
     OnReadOldIcaos();
-    OnReadAirports();
+    onReadAirports();
 }
 
 QWidget* DlgAirportList::buildPage(Page& page, const QString& name, const QString& hint)
@@ -98,9 +98,9 @@ QWidget* DlgAirportList::buildPage(Page& page, const QString& name, const QStrin
     auto* label = new QLabel(hint, box);
     label->setWordWrap(true);
     label->setBuddy(page.table);
-    auto* add = RowButton(box, Icons::Name::Add, tr("A&dd"));
-    auto* edit = RowButton(box, Icons::Name::Edit, tr("&Edit"));
-    auto* remove = RowButton(box, Icons::Name::Remove, tr("&Remove"));
+    auto* add = rowButton(box, Icons::Name::Add, tr("A&dd"));
+    auto* edit = rowButton(box, Icons::Name::Edit, tr("&Edit"));
+    auto* remove = rowButton(box, Icons::Name::Remove, tr("&Remove"));
     connect(add, &QPushButton::clicked, this, [this, &page] { addRow(page); });
     connect(edit, &QPushButton::clicked, this, [this, &page] { editRow(page); });
     connect(remove, &QPushButton::clicked, this, [this, &page] { removeRows(page); });
@@ -178,12 +178,12 @@ bool DlgAirportList::write(Page& page)
     return false;
 }
 
-void DlgAirportList::OnReadAirports()
+void DlgAirportList::onReadAirports()
 {
     read(m_airports);
 }
 
-void DlgAirportList::OnWriteAirports()
+void DlgAirportList::onWriteAirports()
 {
     write(m_airports);
 }
@@ -243,7 +243,7 @@ void DlgAirportList::editRow(const Page& page)
 
 void DlgAirportList::removeRows(const Page& page)
 {
-    for (const int row : SelectedRows(*page.table)) {
+    for (const int row : selectedRows(*page.table)) {
         page.model->removeRow(row);
     }
 }

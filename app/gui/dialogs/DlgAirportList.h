@@ -34,8 +34,8 @@ public:
 public Q_SLOTS:
     void OnReadOldIcaos();
     void OnWriteOldIcaos();
-    void OnReadAirports();
-    void OnWriteAirports();
+    void onReadAirports();
+    void onWriteAirports();
 
 Q_SIGNALS:
     /// A file was written, so what was read from it is out of date.

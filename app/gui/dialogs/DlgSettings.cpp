@@ -33,13 +33,13 @@ constexpr int kFirstServer = 1;
 constexpr int kSecondServer = 2;
 
 /// Folders of the settings end with a separator.
-QString AsFolder(const QString& path)
+QString asFolder(const QString& path)
 {
     const QString clean = QDir::cleanPath(QDir::fromNativeSeparators(path));
     return clean.endsWith(QLatin1Char('/')) ? clean : clean + QLatin1Char('/');
 }
 
-DlgSettings::Files AskFiles(QWidget* parent, const QString& from, const QString& to)
+DlgSettings::Files askFiles(QWidget* parent, const QString& from, const QString& to)
 {
     QMessageBox box(QMessageBox::Question, DlgSettings::tr("Work folder"),
                     DlgSettings::tr("Move the files of the work folder?\n\nFrom: %1\nTo: %2")
@@ -49,7 +49,7 @@ DlgSettings::Files AskFiles(QWidget* parent, const QString& from, const QString&
     auto* move = box.addButton(DlgSettings::tr("&Move the files"), QMessageBox::YesRole);
     auto* leave = box.addButton(DlgSettings::tr("&Leave them there"), QMessageBox::NoRole);
     box.setDefaultButton(move);
-    UsePlainButtons(box);
+    usePlainButtons(box);
     box.exec();
     if (box.clickedButton() == move) {
         return DlgSettings::Files::Move;
@@ -63,7 +63,7 @@ DlgSettings::DlgSettings(Settings& settings, const NetworkFactory& network, QWid
     : QDialog(parent)
     , m_settings(settings)
     , m_askFiles(
-          [this](const QString& from, const QString& to) { return AskFiles(this, from, to); })
+          [this](const QString& from, const QString& to) { return askFiles(this, from, to); })
     , m_list(new QListWidget(this))
     , m_stack(new QStackedWidget(this))
     , m_problem(new NoteLabel(this))
@@ -73,7 +73,7 @@ DlgSettings::DlgSettings(Settings& settings, const NetworkFactory& network, QWid
     buildLayout();
     loadPages();
     m_list->setCurrentRow(0);
-    ResizeToScreen(*this, QSize(kWidth, kHeight));
+    resizeToScreen(*this, QSize(kWidth, kHeight));
 }
 
 void DlgSettings::buildPages(const NetworkFactory& network)
@@ -134,7 +134,7 @@ void DlgSettings::buildLayout()
     column->addLayout(row, 1);
     column->addWidget(m_problem);
     column->addWidget(buttons);
-    UsePlainButtons(*this);
+    usePlainButtons(*this);
 }
 
 void DlgSettings::loadPages()
@@ -216,8 +216,8 @@ void DlgSettings::accept()
 bool DlgSettings::changeWorkFolder()
 {
     const QString before = m_settings.workFolder();
-    const QString folder = AsFolder(m_general->workFolder());
-    if (folder == AsFolder(before)) {
+    const QString folder = asFolder(m_general->workFolder());
+    if (folder == asFolder(before)) {
         return true;
     }
     const Files files = QDir(before).exists() ? m_askFiles(before, folder) : Files::Leave;

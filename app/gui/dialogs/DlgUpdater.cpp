@@ -42,13 +42,13 @@ DlgUpdater::DlgUpdater(const UpdateOffer& offer, DownloadContext context, QWidge
     setWindowTitle(tr("New version of Cirrilon"));
     m_context.dialogs = nullptr;
     m_context.limits.replyBytes = kLargestInstaller;
-    m_download->setEnabled(IsWebAddress(QUrl(offer.automaticUrl)));
-    m_page->setEnabled(IsWebAddress(QUrl(offer.manualUrl)));
+    m_download->setEnabled(isWebAddress(QUrl(offer.automaticUrl)));
+    m_page->setEnabled(isWebAddress(QUrl(offer.manualUrl)));
     buildLayout();
     connect(m_download, &QPushButton::clicked, this, &DlgUpdater::download);
     connect(m_page, &QPushButton::clicked, this, &DlgUpdater::openPage);
     connect(m_later, &QPushButton::clicked, this, &DlgUpdater::reject);
-    ResizeToScreen(*this, QSize(kWidth, kHeight));
+    resizeToScreen(*this, QSize(kWidth, kHeight));
 }
 
 DlgUpdater::~DlgUpdater()
@@ -114,14 +114,14 @@ void DlgUpdater::showDownloading(bool downloading)
     m_progress->setVisible(downloading);
     m_progress->setRange(0, 0); // busy until the size is known
     m_download->setEnabled(!downloading);
-    m_page->setEnabled(!downloading && IsWebAddress(QUrl(m_offer.manualUrl)));
+    m_page->setEnabled(!downloading && isWebAddress(QUrl(m_offer.manualUrl)));
     m_later->setText(downloading ? tr("&Cancel") : m_offer.mandatory ? tr("&Close") : tr("&Later"));
 }
 
 void DlgUpdater::download()
 {
     const QUrl url(m_offer.automaticUrl);
-    if (!IsWebAddress(url) || m_manager != nullptr) {
+    if (!isWebAddress(url) || m_manager != nullptr) {
         return;
     }
     m_note->clear();
@@ -156,7 +156,7 @@ void DlgUpdater::reject()
 void DlgUpdater::openPage()
 {
     const QUrl url(m_offer.manualUrl);
-    if (!IsWebAddress(url)) {
+    if (!isWebAddress(url)) {
         return;
     }
     if (m_openPage(url)) {

@@ -21,7 +21,7 @@ constexpr int kNumberWidth = 16; // characters; boxes of one group line up
 
 } // namespace
 
-QString SpokenName(const QString& label)
+QString spokenName(const QString& label)
 {
     QString name = label;
     name.remove(QLatin1Char('&'));
@@ -172,7 +172,7 @@ QLineEdit* SettingsPage::addText(QFormLayout* form, const QString& label, const 
 FolderEdit* SettingsPage::addFolder(QFormLayout* form, const QString& label, FolderEdit::Rule rule,
                                     const TextOption& option)
 {
-    auto* edit = new FolderEdit(rule, SpokenName(label), form->parentWidget());
+    auto* edit = new FolderEdit(rule, spokenName(label), form->parentWidget());
     edit->setObjectName(QLatin1String(option.key));
     addLabelled(form, label, edit);
     bindText(
@@ -198,7 +198,7 @@ void SettingsPage::addLabelled(QFormLayout* form, const QString& label, QWidget*
 {
     auto* words = new QLabel(label, form->parentWidget());
     words->setBuddy(field);
-    field->setAccessibleName(SpokenName(label));
+    field->setAccessibleName(spokenName(label));
     form->addRow(words, field);
 }
 

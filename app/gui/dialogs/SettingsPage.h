@@ -105,4 +105,4 @@ private:
 };
 
 /// The label without its mnemonic and colon, as screen readers say it.
-QString SpokenName(const QString& label);
+QString spokenName(const QString& label);

@@ -18,7 +18,7 @@ namespace {
 constexpr int kLongestProfileName = 60;
 
 /// Letters, digits and a few marks that are good in a file name everywhere.
-bool IsProfileName(const QString& name)
+bool isProfileName(const QString& name)
 {
     const auto isGood = [](QChar c) {
         return c.isLetterOrNumber() || c == QLatin1Char(' ') || c == QLatin1Char('-')
@@ -101,7 +101,7 @@ QString SettingsPageGeneral::profile() const
 QString SettingsPageGeneral::addProfile(const QString& name)
 {
     const QString plain = name.trimmed();
-    if (!IsProfileName(plain)) {
+    if (!isProfileName(plain)) {
         return tr("A name has letters, digits, blanks, \"-\" and \"_\", at most %1.")
             .arg(kLongestProfileName);
     }
@@ -122,12 +122,12 @@ void SettingsPageGeneral::askForProfile()
     QInputDialog question(this);
     question.setWindowTitle(tr("New profile"));
     question.setLabelText(tr("Name of the profile:")); // makes its buttons as well
-    UsePlainButtons(question);
+    usePlainButtons(question);
     const bool accepted = question.exec() == QDialog::Accepted;
     const QString reason = accepted ? addProfile(question.textValue()) : QString();
     if (!reason.isEmpty()) {
         QMessageBox box(QMessageBox::Warning, tr("New profile"), reason, QMessageBox::Ok, this);
-        UsePlainButtons(box);
+        usePlainButtons(box);
         box.exec();
     }
 }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kHighestPort = 65535;
 
-QStringList OwnAddresses()
+QStringList ownAddresses()
 {
     QStringList list;
     for (const QHostAddress& address : QNetworkInterface::allAddresses()) {
@@ -29,7 +29,7 @@ QStringList OwnAddresses()
 
 } // namespace
 
-bool IsIpAddress(const QString& text)
+bool isIpAddress(const QString& text)
 {
     QHostAddress address;
     const bool parses = address.setAddress(text);
@@ -39,7 +39,7 @@ bool IsIpAddress(const QString& text)
                || text.count(QLatin1Char('.')) == 3);
 }
 
-SettingsPage::Choices InterfaceChoices()
+SettingsPage::Choices interfaceChoices()
 {
     return {{SettingsPageInterface::tr("Automatic"), aviation::interfaceid::kAuto},
             {QStringLiteral("FSUIPC"), aviation::interfaceid::kFsuipc},
@@ -68,7 +68,7 @@ bool SettingsPageInterface::usesBridge() const
 void SettingsPageInterface::buildInterface()
 {
     QFormLayout* form = addGroup(tr("Interface"));
-    m_type = addChoice(form, tr("&Interface:"), InterfaceChoices(), option::interfaceType);
+    m_type = addChoice(form, tr("&Interface:"), interfaceChoices(), option::interfaceType);
 }
 
 void SettingsPageInterface::buildServer()
@@ -76,14 +76,14 @@ void SettingsPageInterface::buildServer()
     QFormLayout* form = addGroup(tr("Bridge server"));
     m_address = addText(form, tr("&Server's IP address:"), option::serverIp);
     addRule(m_address, [this] {
-        const bool good = !usesBridge() || IsIpAddress(m_address->text().trimmed());
+        const bool good = !usesBridge() || isIpAddress(m_address->text().trimmed());
         return good ? QString() : tr("The server's address is no IP address.");
     });
     m_port = addNumber(form, tr("&Port:"), {1, kHighestPort, 1, {}, {}}, option::serverPort);
     m_ownAddress = new QComboBox(form->parentWidget());
     m_ownAddress->setObjectName(QLatin1String(option::myIp.key));
     m_ownAddress->setEditable(true);
-    m_ownAddress->addItems(OwnAddresses());
+    m_ownAddress->addItems(ownAddresses());
     m_ownAddress->lineEdit()->setAccessibleName(tr("Own IP address"));
     addLabelled(form, tr("&Own IP address:"), m_ownAddress);
     bindText(
@@ -91,7 +91,7 @@ void SettingsPageInterface::buildServer()
         [this](const QString& text) { m_ownAddress->setEditText(text); });
     addRule(m_ownAddress, [this] {
         const QString text = m_ownAddress->currentText().trimmed();
-        const bool good = !usesBridge() || text.isEmpty() || IsIpAddress(text);
+        const bool good = !usesBridge() || text.isEmpty() || isIpAddress(text);
         return good ? QString() : tr("The own address is no IP address.");
     });
     connect(m_ownAddress, &QComboBox::editTextChanged, this, &SettingsPage::sigEdited);
@@ -139,7 +139,7 @@ void SettingsPageInterface::test()
         return;
     }
     const QString address = m_address->text().trimmed();
-    if (!IsIpAddress(address)) {
+    if (!isIpAddress(address)) {
         onTested(false, tr("The server's address is no IP address."));
         return;
     }

@@ -37,6 +37,6 @@ private:
 };
 
 /// True for an IPv4 address of four numbers and for an IPv6 address.
-bool IsIpAddress(const QString& text);
+bool isIpAddress(const QString& text);
 /// The interfaces with their names, as the setting numbers them.
-SettingsPage::Choices InterfaceChoices();
+SettingsPage::Choices interfaceChoices();

@@ -15,7 +15,7 @@ constexpr int kIvao = 2;
 constexpr int kNoaa = 3;
 constexpr int kExternal = 3;
 
-QString WithPath(QString base, const QString& path)
+QString withPath(QString base, const QString& path)
 {
     while (base.endsWith(QLatin1Char('/'))) {
         base.chop(1);
@@ -69,10 +69,10 @@ void SettingsPageServers::buildServers(const Settings& settings)
     const QVector<QPair<QString, QString>> servers{{tr("&First server:"), settings.serverOne()},
                                                    {tr("S&econd server:"), settings.serverTwo()}};
     for (const auto& [label, base] : servers) {
-        auto* edit = new AddressEdit(SpokenName(label), m_network, form->parentWidget());
+        auto* edit = new AddressEdit(spokenName(label), m_network, form->parentWidget());
         edit->setReadOnly(true);
         edit->setAddress(base);
-        edit->setTestAddress([this, url = base] { return WithPath(url, listPath()); });
+        edit->setTestAddress([this, url = base] { return withPath(url, listPath()); });
         addLabelled(form, label, edit);
     }
     addHint(form, tr("The test fetches the list of the chosen source. The addresses are set by the "
@@ -106,7 +106,7 @@ void SettingsPageServers::buildExternal()
 AddressEdit* SettingsPageServers::addAddress(QFormLayout* form, const QString& label,
                                              const TextOption& option)
 {
-    auto* edit = new AddressEdit(SpokenName(label), m_network, form->parentWidget());
+    auto* edit = new AddressEdit(spokenName(label), m_network, form->parentWidget());
     edit->setObjectName(QLatin1String(option.key));
     edit->lineEdit()->setPlaceholderText(QStringLiteral("https://"));
     addLabelled(form, label, edit);

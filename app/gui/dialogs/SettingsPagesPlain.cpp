@@ -12,12 +12,12 @@ namespace {
 
 constexpr auto kFolder = FolderEdit::Rule::Optional;
 
-bool HasFolders(const QDir& folder, const char* first, const char* second)
+bool hasFolders(const QDir& folder, const char* first, const char* second)
 {
     return folder.exists(QLatin1String(first)) && folder.exists(QLatin1String(second));
 }
 
-void AddFlightPlanPaths(SettingsPage* page)
+void addFlightPlanPaths(SettingsPage* page)
 {
     QFormLayout* form = page->addGroup(SettingsPagesPlain::tr("Flight plans"));
     page->addFolder(form, QStringLiteral("&Prepar3D:"), kFolder, option::flightplanPathP3D);
@@ -34,7 +34,7 @@ void AddFlightPlanPaths(SettingsPage* page)
 
 } // namespace
 
-QString SimulatorFolderText(const QString& path)
+QString simulatorFolderText(const QString& path)
 {
     const QDir folder(path);
     if (path.isEmpty()) {
@@ -44,10 +44,10 @@ QString SimulatorFolderText(const QString& path)
     if (!folder.exists()) {
         return QString();
     }
-    if (HasFolders(folder, "Output", "Resources")) {
+    if (hasFolders(folder, "Output", "Resources")) {
         return SettingsPagesPlain::tr("It looks like the main folder of X-Plane.");
     }
-    if (HasFolders(folder, "SimObjects", "Weather")) {
+    if (hasFolders(folder, "SimObjects", "Weather")) {
         return SettingsPagesPlain::tr("It looks like the main folder of FSX or Prepar3D.");
     }
     return SettingsPagesPlain::tr(
@@ -63,7 +63,7 @@ void SettingsPagesPlain::addSimulator(SettingsPage* page)
     auto* note = new NoteLabel(form->parentWidget());
     form->addRow(note);
     const auto describe = [note](const QString& path) {
-        note->setNote(NoteLabel::Kind::Info, SimulatorFolderText(path));
+        note->setNote(NoteLabel::Kind::Info, simulatorFolderText(path));
     };
     QObject::connect(folder, &FolderEdit::folderChanged, note, describe);
     describe(QString());
@@ -77,7 +77,7 @@ SettingsPage* SettingsPagesPlain::paths(QWidget* parent)
     page->addFolder(reports, tr("&Export METARs to:"), kFolder, option::exportMetarFile);
     page->addHint(reports, tr("With a folder here all METARs are written to a file in it "
                               "after each download."));
-    AddFlightPlanPaths(page);
+    addFlightPlanPaths(page);
     return page;
 }
 

@@ -22,4 +22,4 @@ public:
 };
 
 /// What a simulator's main folder looks like to the program; a text for the user.
-QString SimulatorFolderText(const QString& path);
+QString simulatorFolderText(const QString& path);

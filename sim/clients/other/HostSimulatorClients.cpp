@@ -4,7 +4,7 @@
 
 namespace {
 
-std::string OnlyOnWindows(const char* name)
+std::string onlyOnWindows(const char* name)
 {
     return std::string(name)
            + " exists on Windows only. Choose the bridge as the interface in the settings and "
@@ -16,13 +16,13 @@ std::string OnlyOnWindows(const char* name)
 std::unique_ptr<SimConnectApi>
 HostSimulatorClients::simConnect(const std::string& /*simulatorFolder*/, std::string& problem)
 {
-    problem = OnlyOnWindows("SimConnect");
+    problem = onlyOnWindows("SimConnect");
     return nullptr;
 }
 
 std::unique_ptr<FsuipcApi> HostSimulatorClients::fsuipc(const std::string& /*simulatorFolder*/,
                                                         std::string& problem)
 {
-    problem = OnlyOnWindows("FSUIPC");
+    problem = onlyOnWindows("FSUIPC");
     return nullptr;
 }

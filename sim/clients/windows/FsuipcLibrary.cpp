@@ -9,7 +9,7 @@ constexpr const char* kFileName = sizeof(void*) == 8 ? "FSUIPC_User64.dll" : "FS
 constexpr const wchar_t* kModulesFolder = L"Modules";
 
 /// A call that failed has a code that says so, whatever the library put there.
-std::uint32_t CodeOf(int success, std::uint32_t result)
+std::uint32_t codeOf(int success, std::uint32_t result)
 {
     if (success != 0) {
         return fsuipc::kOk;
@@ -67,7 +67,7 @@ std::uint32_t FsuipcLibrary::doOpen(std::uint32_t simulator)
 {
     std::uint32_t result = fsuipc::kOk;
     const int success = m_exports.open(simulator, &result);
-    return CodeOf(success, result);
+    return codeOf(success, result);
 }
 
 void FsuipcLibrary::doClose()
@@ -79,19 +79,19 @@ std::uint32_t FsuipcLibrary::doRead(std::uint32_t offset, std::uint32_t size, vo
 {
     std::uint32_t result = fsuipc::kOk;
     const int success = m_exports.read(offset, size, destination, &result);
-    return CodeOf(success, result);
+    return codeOf(success, result);
 }
 
 std::uint32_t FsuipcLibrary::doWrite(std::uint32_t offset, std::uint32_t size, const void* source)
 {
     std::uint32_t result = fsuipc::kOk;
     const int success = m_exports.write(offset, size, source, &result);
-    return CodeOf(success, result);
+    return codeOf(success, result);
 }
 
 std::uint32_t FsuipcLibrary::doProcess()
 {
     std::uint32_t result = fsuipc::kOk;
     const int success = m_exports.process(&result);
-    return CodeOf(success, result);
+    return codeOf(success, result);
 }

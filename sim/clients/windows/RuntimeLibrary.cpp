@@ -23,7 +23,7 @@ private:
 };
 
 /// Empty for bytes that aren't UTF-8.
-std::wstring WideText(const std::string& utf8)
+std::wstring wideText(const std::string& utf8)
 {
     const int bytes = static_cast<int>(utf8.size());
     const int length =
@@ -33,7 +33,7 @@ std::wstring WideText(const std::string& utf8)
     return wide;
 }
 
-std::string Utf8Text(const std::wstring& wide)
+std::string utf8Text(const std::wstring& wide)
 {
     const int units = static_cast<int>(wide.size());
     const int length =
@@ -43,14 +43,14 @@ std::string Utf8Text(const std::wstring& wide)
     return utf8;
 }
 
-std::filesystem::path ProgramFolder()
+std::filesystem::path programFolder()
 {
     std::wstring file(kLongestPath, L'\0');
     file.resize(GetModuleFileNameW(nullptr, file.data(), kLongestPath));
     return std::filesystem::path(file).parent_path();
 }
 
-std::filesystem::path SystemFolder()
+std::filesystem::path systemFolder()
 {
     std::wstring folder(kLongestPath, L'\0');
     const UINT length = GetSystemDirectoryW(folder.data(), kLongestPath);
@@ -58,19 +58,19 @@ std::filesystem::path SystemFolder()
     return folder;
 }
 
-bool Exists(const std::filesystem::path& file)
+bool isFile(const std::filesystem::path& file)
 {
     const DWORD attributes = GetFileAttributesW(file.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-std::string Quoted(const std::filesystem::path& path)
+std::string quoted(const std::filesystem::path& path)
 {
-    return '"' + Utf8Text(path.native()) + '"';
+    return '"' + utf8Text(path.native()) + '"';
 }
 
 /// What is wrong with a library that exists, empty if nothing is.
-std::string FaultOf(const RuntimeLibrary& library)
+std::string faultOf(const RuntimeLibrary& library)
 {
     constexpr const char* kWidth = sizeof(void*) == 8 ? "64" : "32";
     if (library) {
@@ -111,9 +111,9 @@ LibrarySearch::LibrarySearch(const char* fileName, const std::string& simulatorF
                              const wchar_t* kitFolder)
     : m_fileName(fileName)
 {
-    const std::filesystem::path simulator(WideText(simulatorFolder));
+    const std::filesystem::path simulator(wideText(simulatorFolder));
     for (const std::filesystem::path& folder :
-         {ProgramFolder(), simulator, simulator / kitFolder, SystemFolder()})
+         {programFolder(), simulator, simulator / kitFolder, systemFolder()})
     {
         if (folder.is_absolute()) {
             // Windows loads no library by a path with forward slashes.
@@ -128,7 +128,7 @@ std::string LibrarySearch::places() const
     for (std::size_t i = 0; i < m_folders.size(); ++i) {
         const bool last = i + 1 == m_folders.size();
         text += i == 0 ? "" : (last ? " and " : ", ");
-        text += Quoted(m_folders[i]);
+        text += quoted(m_folders[i]);
     }
     return text;
 }
@@ -139,19 +139,19 @@ RuntimeLibrary LibrarySearch::load(const std::function<void(RuntimeLibrary&)>& b
     std::string fault;
     for (const std::filesystem::path& folder : m_folders) {
         const std::filesystem::path file = folder / m_fileName;
-        if (!Exists(file)) {
+        if (!isFile(file)) {
             continue;
         }
         RuntimeLibrary library(file);
         if (library) {
             bind(library);
         }
-        const std::string found = FaultOf(library);
+        const std::string found = faultOf(library);
         if (found.empty()) {
             return library;
         }
         // The first place is the one that somebody chose on purpose.
-        fault = fault.empty() ? Quoted(file) + ' ' + found : fault;
+        fault = fault.empty() ? quoted(file) + ' ' + found : fault;
     }
     problem = fault.empty() ? '"' + std::string(m_fileName) + "\" wasn't found in " + places()
                                   + "; copy it into one of these folders."

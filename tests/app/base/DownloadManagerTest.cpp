@@ -23,7 +23,7 @@ class DownloadManagerTest : public SettingsFixture
 protected:
     DownloadContext context()
     {
-        return {&m_settings, HostNetwork(), &m_dialogs, &m_stop, m_limits};
+        return {&m_settings, hostNetwork(), &m_dialogs, &m_stop, m_limits};
     }
     QString tmp(const char* name) const { return m_settings.tmpFolder() + QLatin1String(name); }
     /// Runs a queue of paths; the last file and error.

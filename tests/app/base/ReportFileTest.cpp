@@ -8,7 +8,7 @@
 
 namespace {
 
-QByteArray Packed(const QByteArray& plain)
+QByteArray packedForm(const QByteArray& plain)
 {
     QTemporaryFile file;
     EXPECT_TRUE(file.open());
@@ -25,15 +25,15 @@ TEST(GzipTest, InflatesMembersAndIgnoresPadding)
     for (int i = 0; i < 100000; ++i) {
         plain += QByteArray::number(i * 7919) + '\n';
     }
-    EXPECT_EQ(inflateGzip(Packed(plain)).data, plain);
-    EXPECT_EQ(inflateGzip(Packed("one ") + Packed("") + Packed("two")).data, "one two");
-    EXPECT_EQ(inflateGzip(Packed("one") + QByteArray(512, '\0')).data, "one");
-    EXPECT_TRUE(inflateGzip(Packed("")).ok());
+    EXPECT_EQ(inflateGzip(packedForm(plain)).data, plain);
+    EXPECT_EQ(inflateGzip(packedForm("one ") + packedForm("") + packedForm("two")).data, "one two");
+    EXPECT_EQ(inflateGzip(packedForm("one") + QByteArray(512, '\0')).data, "one");
+    EXPECT_TRUE(inflateGzip(packedForm("")).ok());
 }
 
 TEST(GzipTest, SaysWhatIsWrong)
 {
-    const QByteArray packed = Packed("EDDF 011200Z 27010KT CAVOK 20/10 Q1013");
+    const QByteArray packed = packedForm("EDDF 011200Z 27010KT CAVOK 20/10 Q1013");
     for (int size = 0; size < packed.size(); ++size) {
         const GzipResult cut = inflateGzip(packed.left(size));
         ASSERT_TRUE(cut.error.startsWith("truncated"_q)) << size;
@@ -51,14 +51,14 @@ TEST(GzipTest, SaysWhatIsWrong)
 
 TEST(GzipTest, StopsABombAtTheLimit)
 {
-    const QByteArray bomb = Packed(QByteArray(8 << 20, '0'));
+    const QByteArray bomb = packedForm(QByteArray(8 << 20, '0'));
     ASSERT_LT(bomb.size(), 64 << 10);
     const GzipResult result = inflateGzip(bomb, 1 << 20);
     EXPECT_TRUE(result.error.startsWith("too large"_q)) << result.error.toStdString();
     EXPECT_TRUE(result.data.isEmpty());
     EXPECT_EQ(inflateGzip(bomb, 8 << 20).data.size(), 8 << 20);
     EXPECT_FALSE(inflateGzip(bomb, (8 << 20) - 1).ok());
-    EXPECT_FALSE(inflateGzip(Packed("x"), 0).ok());
+    EXPECT_FALSE(inflateGzip(packedForm("x"), 0).ok());
 }
 
 using ReportFileTest = SettingsFixture;
@@ -71,7 +71,7 @@ TEST_F(ReportFileTest, ReplacesInvalidBytesOneByOne)
                            13);
     const QString expected = "a\uFFFD\uFFFDb"_q + QChar(0) + "c\u00e4\uFFFD\uFFFD"_q;
     write(path("r.txt"), bytes);
-    write(path("r.txt.gz"), Packed(bytes));
+    write(path("r.txt.gz"), packedForm(bytes));
     EXPECT_EQ(readReportFile(path("r.txt")).text, expected);
     EXPECT_EQ(readReportFile(path("r.txt.gz")).text, expected);
 }
@@ -90,8 +90,8 @@ TEST_F(ReportFileTest, LineEndsOfOtherSystemsBecomeLineFeeds)
 TEST_F(ReportFileTest, NamesTheFileAndTheReason)
 {
     write(path("big.txt"), QByteArray(1001, 'x'));
-    write(path("cut.gz"), Packed("x").left(12));
-    write(path("bomb.gz"), Packed(QByteArray(1001, 'x')));
+    write(path("cut.gz"), packedForm("x").left(12));
+    write(path("bomb.gz"), packedForm(QByteArray(1001, 'x')));
     const std::pair<const char*, const char*> rows[] = {{"none.txt", "no such file"},
                                                         {".", "is a folder"},
                                                         {"big.txt", "too large"},

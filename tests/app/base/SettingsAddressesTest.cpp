@@ -23,7 +23,7 @@ TEST_F(SettingsAddressesTest, ServerTypeChoosesTheWeatherServer)
         write(file, "[weather]\nwxservertype=" + QByteArray::number(type));
         FakeRandom random({drawn, -7});
         EXPECT_EQ(Settings(file, random).weatherServer(), server) << type;
-        EXPECT_EQ(random.Next(), draws ? -7 : drawn) << type;
+        EXPECT_EQ(random.next(), draws ? -7 : drawn) << type;
     }
 }
 

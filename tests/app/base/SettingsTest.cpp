@@ -10,23 +10,23 @@ namespace {
 
 using SettingsTest = SettingsFixture;
 
-bool Other(bool value)
+bool other(bool value)
 {
     return !value;
 }
 
-int Other(int value)
+int other(int value)
 {
     return -3 - value;
 }
 
-QString Other(const QString& value)
+QString other(const QString& value)
 {
     return " \"%1\",; =\\@\n\t\u00e4\u0416a1 "_q.arg(value) + QChar(0xD83D) + QChar(0xDE00)
            + "f%2"_q;
 }
 
-QByteArray Other(const QByteArray& /*value*/)
+QByteArray other(const QByteArray& /*value*/)
 {
     QByteArray bytes(512, '\0');
     for (int i = 0; i < bytes.size(); ++i) {
@@ -51,7 +51,7 @@ TEST_F(SettingsTest, EveryOptionComesBackFromItsFiles)
 {
     Settings settings(mainFile(), m_random);
 #define CIRRILON_SET(type, getter, Setter, key, value, optionClass)                                \
-    settings.Setter(Other(settings.getter()));
+    settings.Setter(other(settings.getter()));
     CIRRILON_OPTIONS(CIRRILON_SET)
 #undef CIRRILON_SET
     settings.setMapLastPos("-33.9:151.2"_q);

@@ -12,10 +12,10 @@ namespace {
 TEST(CycleRulesTest, CountersStartAtNeverAndStopAtTheLargestNumber)
 {
     constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
-    EXPECT_EQ(cycle::AddElapsed(cycle::kNever, 0), cycle::kNever);
-    EXPECT_EQ(cycle::AddElapsed(cycle::kNever, 1000), 999);
-    EXPECT_EQ(cycle::AddElapsed(5, -3), 5);
-    EXPECT_EQ(cycle::AddElapsed(kLargest - 1, 5'000'000'000), kLargest);
+    EXPECT_EQ(cycle::addElapsed(cycle::kNever, 0), cycle::kNever);
+    EXPECT_EQ(cycle::addElapsed(cycle::kNever, 1000), 999);
+    EXPECT_EQ(cycle::addElapsed(5, -3), 5);
+    EXPECT_EQ(cycle::addElapsed(kLargest - 1, 5'000'000'000), kLargest);
 }
 
 TEST(CycleRulesTest, PollingIsFastNearTheGroundAndMoving)
@@ -29,7 +29,7 @@ TEST(CycleRulesTest, PollingIsFastNearTheGroundAndMoving)
         {-5, 30, kMax, kMin},  {5000, 250, kMax, kMax},
     };
     for (const auto& [height, speed, current, expected] : rows) {
-        EXPECT_EQ(cycle::PollInterval(height, speed, current, kMin, kMax), expected)
+        EXPECT_EQ(cycle::pollInterval(height, speed, current, kMin, kMax), expected)
             << height << " ft " << speed << " kt " << current;
     }
 }
@@ -42,22 +42,22 @@ TEST(CycleRulesTest, AnUpdateIsDueByTimeByDistanceAndAtFirst)
         {0, 50.0, 101, false},           {0, 50.2, 101, true},
     };
     for (const auto& [since, distance, range, due] : rows) {
-        EXPECT_EQ(cycle::UpdateDue(since, 600, distance, range), due) << since << ' ' << distance;
+        EXPECT_EQ(cycle::updateDue(since, 600, distance, range), due) << since << ' ' << distance;
     }
-    EXPECT_EQ(cycle::DistanceFromLastUpdate(Position(50, 8), Position()), 0.0);
-    EXPECT_NEAR(cycle::DistanceFromLastUpdate(Position(50, 8), Position(51, 8)), 60.1, 0.1);
+    EXPECT_EQ(cycle::distanceFromLastUpdate(Position(50, 8), Position()), 0.0);
+    EXPECT_NEAR(cycle::distanceFromLastUpdate(Position(50, 8), Position(51, 8)), 60.1, 0.1);
 }
 
 TEST(CycleRulesTest, RemainingValuesAreCutOffAndMayBeNegative)
 {
-    const cycle::Remaining left = cycle::UntilUpdate(1999, 600, 10.4, 101);
+    const cycle::Remaining left = cycle::untilUpdate(1999, 600, 10.4, 101);
     EXPECT_EQ(left.seconds, 599);
     EXPECT_EQ(left.distanceNm, 39);
-    EXPECT_EQ(cycle::UntilUpdate(700000, 600, 60.9, 100).seconds, -100);
-    EXPECT_EQ(cycle::UntilUpdate(700000, 600, 60.9, 100).distanceNm, -10);
-    EXPECT_EQ(cycle::UntilDownload(cycle::kNever), 900);
-    EXPECT_EQ(cycle::UntilDownload(899999), 1);
-    EXPECT_EQ(cycle::UntilDownload(1800000), -900);
+    EXPECT_EQ(cycle::untilUpdate(700000, 600, 60.9, 100).seconds, -100);
+    EXPECT_EQ(cycle::untilUpdate(700000, 600, 60.9, 100).distanceNm, -10);
+    EXPECT_EQ(cycle::untilDownload(cycle::kNever), 900);
+    EXPECT_EQ(cycle::untilDownload(899999), 1);
+    EXPECT_EQ(cycle::untilDownload(1800000), -900);
 }
 
 TEST(CycleRulesTest, EachConnectionHasItsPrepareJob)
@@ -73,13 +73,13 @@ TEST(CycleRulesTest, EachConnectionHasItsPrepareJob)
         {4, 3, 0, 0, QString()},  {4, 7, 1, 0, QString()},  {5, 8, 0, 0, QString()},
     };
     for (const auto& [type, fsId, mode, id, name] : rows) {
-        const cycle::PrepareJob job = cycle::PrepareJobFor({type, fsId}, mode, {icao, theme});
+        const cycle::PrepareJob job = cycle::prepareJobFor({type, fsId}, mode, {icao, theme});
         EXPECT_EQ(job.id, id) << type << ' ' << fsId << ' ' << mode;
         EXPECT_EQ(job.name, name);
         EXPECT_EQ(job.wrongMode, type == 1 && mode == 1);
     }
-    EXPECT_EQ(cycle::ThemeFile(4, "/tmp/"_q, "/sim"_q), "/tmp/cirrilon"_q);
-    EXPECT_EQ(cycle::ThemeFile(3, "/tmp/"_q, "/sim"_q), "/sim/Weather/themes/cirrilon"_q);
+    EXPECT_EQ(cycle::themeFile(4, "/tmp/"_q, "/sim"_q), "/tmp/cirrilon"_q);
+    EXPECT_EQ(cycle::themeFile(3, "/tmp/"_q, "/sim"_q), "/sim/Weather/themes/cirrilon"_q);
 }
 
 TEST(CycleRulesTest, VisibilityGrowsWithHeightUpToTheLimit)
@@ -91,7 +91,7 @@ TEST(CycleRulesTest, VisibilityGrowsWithHeightUpToTheLimit)
         {800.0F, -30, 100, 800},      {800.0F, 2147483647, 2147483647, 2147483647},
     };
     for (const auto& [surface, height, maximumKm, expected] : rows) {
-        EXPECT_EQ(cycle::VisibilityAt(surface, height, maximumKm), expected)
+        EXPECT_EQ(cycle::visibilityAt(surface, height, maximumKm), expected)
             << surface << " m, " << height << " ft";
     }
     for (const auto& [type, fsId, steps] :
@@ -99,14 +99,14 @@ TEST(CycleRulesTest, VisibilityGrowsWithHeightUpToTheLimit)
           std::tuple(7, 0, true), std::tuple(4, 13, false), std::tuple(8, 8, false),
           std::tuple(2, 8, false)})
     {
-        EXPECT_EQ(cycle::HasVisibilitySteps({type, fsId}), steps) << type << ' ' << fsId;
+        EXPECT_EQ(cycle::hasVisibilitySteps({type, fsId}), steps) << type << ' ' << fsId;
     }
 }
 
 TEST(CycleRulesTest, TheWaitForTheNextConnectDoublesToALimit)
 {
-    EXPECT_EQ(cycle::NextReconnectDelay(80000), 160000);
-    EXPECT_EQ(cycle::NextReconnectDelay(160000), 160000);
+    EXPECT_EQ(cycle::nextReconnectDelay(80000), 160000);
+    EXPECT_EQ(cycle::nextReconnectDelay(160000), 160000);
 }
 
 } // namespace

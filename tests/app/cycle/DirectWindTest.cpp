@@ -54,7 +54,7 @@ protected:
     }
     void tick(std::chrono::milliseconds after, bool ready = true)
     {
-        clock.Advance(after);
+        clock.advance(after);
         wind->update(simulator, aircraft, ready);
     }
     /// The reports that a search gives.

@@ -41,7 +41,7 @@ TEST(ReportChoiceTest, TheSynopIsShownWhenItIsNearerOrTheMetarOld)
     for (const auto& [metarNm, synopNm, time, synopShown] : rows) {
         Synop synop = synopAt(synopNm);
         const Metar shown =
-            reportchoice::ForAircraft(metarAt(metarNm, time), synop, kAircraft, clock.NowUtc());
+            reportchoice::forAircraft(metarAt(metarNm, time), synop, kAircraft, clock.NowUtc());
         EXPECT_EQ(shown.reportText().substr(0, 4) == L"LAND", synopShown)
             << metarNm << ' ' << synopNm;
         if (!synopShown) {
@@ -49,7 +49,7 @@ TEST(ReportChoiceTest, TheSynopIsShownWhenItIsNearerOrTheMetarOld)
         }
     }
     Synop none;
-    EXPECT_EQ(reportchoice::ForAircraft(metarAt(500.0), none, kAircraft, clock.NowUtc()).icao(),
+    EXPECT_EQ(reportchoice::forAircraft(metarAt(500.0), none, kAircraft, clock.NowUtc()).icao(),
               L"EDDF");
 }
 
@@ -60,23 +60,23 @@ TEST(ReportChoiceTest, ARequestShowsTheSynopFirstWhenAnotherStationAnswers)
         {L"EDFH", 8, 20.0, 1, false}, {L"EDFH", 9, 20.0, 2, false},
     };
     for (const auto& [icao, error, synopNm, shown, visibility] : rows) {
-        const auto reports = reportchoice::ForRequest(metarAt(5.0), synopAt(synopNm), kAircraft,
+        const auto reports = reportchoice::forRequest(metarAt(5.0), synopAt(synopNm), kAircraft,
                                                       {icao, error, L"EDDF 0112/0218"});
         ASSERT_EQ(reports.size(), shown) << error;
         EXPECT_EQ(reports.back().icao(), L"EDDF");
         EXPECT_EQ(reports.back().tafText(), L"EDDF 0112/0218");
         EXPECT_EQ(reports.back().visFromSynop() != -1, visibility) << error;
     }
-    EXPECT_EQ(reportchoice::ForRequest(metarAt(5.0), Synop(), kAircraft, {L"EDFH", 0, {}}).size(),
+    EXPECT_EQ(reportchoice::forRequest(metarAt(5.0), Synop(), kAircraft, {L"EDFH", 0, {}}).size(),
               1U);
 }
 
 TEST(ReportChoiceTest, WithoutAMetarTheSynopStandsIn)
 {
     const Synop synop = synopAt(3.0);
-    EXPECT_EQ(reportchoice::MetarForRequest(Metar(), synop, 7).latitude(), synop.latitude());
-    EXPECT_EQ(reportchoice::MetarForRequest(metarAt(1.0), synop, 0).icao(), L"EDDF");
-    EXPECT_TRUE(reportchoice::MetarForRequest(Metar(), Synop(), 7).reportText().empty());
+    EXPECT_EQ(reportchoice::metarForRequest(Metar(), synop, 7).latitude(), synop.latitude());
+    EXPECT_EQ(reportchoice::metarForRequest(metarAt(1.0), synop, 0).icao(), L"EDDF");
+    EXPECT_TRUE(reportchoice::metarForRequest(Metar(), Synop(), 7).reportText().empty());
 }
 
 } // namespace

@@ -31,7 +31,7 @@ QString resultOf(ConnectionProbe& probe, Start start)
 }
 
 /// "[METAR]", one report and "[/METAR]" on lines of their own.
-QByteArray Zipped()
+QByteArray zipped()
 {
     return QByteArray::fromBase64("H4sIAAAAAAACA4v2dQ1xDIrl8vYNDlAwMDQ0NDWOUnAMDfHnitaHSgEAGkO1"
                                   "WSMAAAA=");
@@ -48,10 +48,10 @@ TEST(ConnectionProbeTest, AnswersAreRecognised)
         {QByteArray("GRIB\0\0", 6), "GRIB file"_q, true},
         {"\x1f\x8b\x08 torn", "gzip data that can't be read"_q, false},
         {"Error <b>no\ndata", "begins with: Error <b>no data"_q, false},
-        {Zipped(), "gzip data. It is a weather file with a METAR block with 1"_q, true},
+        {zipped(), "gzip data. It is a weather file with a METAR block with 1"_q, true},
     };
     for (const auto& [data, says, ok] : rows) {
-        const ProbeResult result = DescribeWeatherAnswer(data);
+        const ProbeResult result = describeWeatherAnswer(data);
         EXPECT_EQ(result.ok, ok) << data.constData();
         EXPECT_TRUE(result.text.contains(says)) << qPrintable(result.text);
     }
@@ -60,10 +60,10 @@ TEST(ConnectionProbeTest, AnswersAreRecognised)
 TEST(ConnectionProbeTest, TellsWhatAnAddressGives)
 {
     LoopbackHttp server;
-    server.serve("/good.gz", Zipped());
+    server.serve("/good.gz", zipped());
     server.serve("/refused", "x", "403 Forbidden");
     server.stall("/silent");
-    ConnectionProbe probe(HostNetwork());
+    ConnectionProbe probe(hostNetwork());
     probe.setTimeLimits(300, 300);
     const std::pair<QString, QString> rows[] = {
         {server.url("/good.gz"_q), "ok: HTTP status 200"_q},
@@ -85,7 +85,7 @@ TEST(ConnectionProbeTest, ACancelledTestTellsNothing)
     server.stall("/half", "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf");
     QTcpServer silent;
     silent.listen(QHostAddress::LocalHost);
-    ConnectionProbe probe(HostNetwork());
+    ConnectionProbe probe(hostNetwork());
     QSignalSpy finished(&probe, &ConnectionProbe::sigFinished);
     for (const int waitMs : {0, 50}) {
         for (const bool bridge : {false, true}) {
@@ -108,21 +108,21 @@ TEST(ConnectionProbeTest, ACancelledTestTellsNothing)
 
 TEST(ConnectionProbeTest, TellsWhatABridgeServerIs)
 {
-    const QByteArray hello = FrameBytes(1, 1, "SERVERAPI=3.30");
+    const QByteArray hello = frameBytes(1, 1, "SERVERAPI=3.30");
     const QString old = "no: A server answers at 127.0.0.1:PORT, but its API version is "_q;
     const std::pair<QList<QByteArray>, QString> rows[] = {
-        {{hello, FrameBytes(2, 81, "FS;ID=13;NAME=X-Plane 12;IFID=8;IF=Plug-in")},
+        {{hello, frameBytes(2, 81, "FS;ID=13;NAME=X-Plane 12;IFID=8;IF=Plug-in")},
          "ok: Connected to 127.0.0.1:PORT, server API version 3.30. "
          "Simulator: X-Plane 12, through Plug-in."_q},
-        {{hello, FrameBytes(2, 81, "nothing")},
+        {{hello, frameBytes(2, 81, "nothing")},
          "ok: Connected to 127.0.0.1:PORT, server API version 3.30. The server has no simulator"_q},
-        {{FrameBytes(1, 1, "SERVERAPI=2.9")}, old + "2.9 and 3.3 is needed. Please update the s"_q},
-        {{FrameBytes(1, 1, "SERVERAPI=4.0")}, old + "4.0 and 3.3 is needed. Please update Cirr"_q},
+        {{frameBytes(1, 1, "SERVERAPI=2.9")}, old + "2.9 and 3.3 is needed. Please update the s"_q},
+        {{frameBytes(1, 1, "SERVERAPI=4.0")}, old + "4.0 and 3.3 is needed. Please update Cirr"_q},
         {{"HTTP/1.1 400 Bad Request\r\n\r\n"}, "no: Something answers"_q},
         {{"@0001;0001;99999999;"}, "no: Something answers"_q},
         {{}, "no: Something is listening there"_q},
     };
-    ConnectionProbe probe(HostNetwork());
+    ConnectionProbe probe(hostNetwork());
     probe.setTimeLimits(1000, 1000);
     const auto ask = [&probe](int port) {
         return resultOf(probe, [&] { probe.testBridge("127.0.0.1"_q, port); });

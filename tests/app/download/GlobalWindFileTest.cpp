@@ -18,7 +18,7 @@ TEST(GlobalWindFileTest, TakesTheLatestRunThatIsOut)
     };
     for (const auto& [hour, minute, date, name] : rows) {
         const FakeClock clock(2024, 3, 1, hour, minute);
-        const GlobalWindFile file = GlobalWindFile::At(clock.NowUtc());
+        const GlobalWindFile file = GlobalWindFile::at(clock.NowUtc());
         EXPECT_EQ(file.date, QLatin1String(date)) << hour;
         EXPECT_EQ(file.name, QLatin1String(name)) << hour;
     }

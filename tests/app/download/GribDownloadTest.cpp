@@ -88,12 +88,12 @@ TEST_F(GribDownloadTest, TheRawGribNeedsWgrib2)
     settings->setUrlExternGrib(server.url("/%s/none"_q));
     for (int attempt = 0; attempt < 3; ++attempt) {
         EXPECT_EQ(grib(), 0);
-        clock.Advance(std::chrono::seconds(1)); // the address has the time in it
+        clock.advance(std::chrono::seconds(1)); // the address has the time in it
     }
     EXPECT_EQ(server.requests.size(), 2);
 
     settings->setUrlExternGrib(server.url("/raw"_q));
-    clock.Advance(std::chrono::minutes(2));
+    clock.advance(std::chrono::minutes(2));
     write(path("program/wgrib2"), "#!");
     QFile::setPermissions(path("program/wgrib2"), QFile::ReadOwner | QFile::ExeOwner);
     processes.outputs = QStringList("1:0:<b>"_q);

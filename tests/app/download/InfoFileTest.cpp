@@ -17,7 +17,7 @@ const char kText[] = "[Version]\r\ncirrilonv3=3.2.0\r\ncirrilonv3min = 2.9.9\r\n
 
 TEST(InfoFileTest, ReadsItsKeys)
 {
-    const InfoFile info = InfoFile::Parse(kText);
+    const InfoFile info = InfoFile::parse(kText);
     EXPECT_EQ(info.version, "3.2.0"_q);
     EXPECT_EQ(info.minimumVersion, "2.9.9"_q);
     EXPECT_EQ(info.betaVersion, "3.3.0"_q);
@@ -28,10 +28,10 @@ TEST(InfoFileTest, ReadsItsKeys)
     EXPECT_TRUE(info.betaInstaller.isEmpty());
     EXPECT_DOUBLE_EQ(info.firstServerLoad, 2.01);
     EXPECT_DOUBLE_EQ(info.secondServerLoad, 0.0);
-    EXPECT_TRUE(info.FirstServerBusy());
-    EXPECT_FALSE(InfoFile::Parse("[Serverload]\nwxdata=2.0").FirstServerBusy());
+    EXPECT_TRUE(info.firstServerBusy());
+    EXPECT_FALSE(InfoFile::parse("[Serverload]\nwxdata=2.0").firstServerBusy());
     for (const char* other : {"", "<html>=</html>", "cirrilonv3=3.2.0"}) {
-        EXPECT_FALSE(InfoFile::Parse(other).IsValid()) << other;
+        EXPECT_FALSE(InfoFile::parse(other).isValid()) << other;
     }
 }
 
@@ -53,7 +53,7 @@ TEST(InfoFileTest, ComparesVersionsAsWholeNumbers)
         info.minimumVersion = minimum;
         info.version = latest;
         info.betaVersion = beta;
-        EXPECT_EQ(JudgeVersion(running, info, betaWanted), state)
+        EXPECT_EQ(judgeVersion(running, info, betaWanted), state)
             << qPrintable(running + " "_q + latest) << betaWanted;
     }
 }

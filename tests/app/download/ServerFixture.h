@@ -38,7 +38,7 @@ protected:
 
     DownloadContext context()
     {
-        return {settings.get(), HostNetwork(), &dialogs, &stop, DownloadLimits()};
+        return {settings.get(), hostNetwork(), &dialogs, &stop, DownloadLimits()};
     }
     Reporting reporting()
     {

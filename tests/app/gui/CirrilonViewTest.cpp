@@ -133,14 +133,14 @@ TEST_F(CirrilonViewTest, ShowsTheConnectionInEveryLanguage)
 
 TEST_F(CirrilonViewTest, EveryControlHasANameAndAMnemonicOfItsOwn)
 {
-    EXPECT_EQ(NamelessControls(*view).join(", "_q).toStdString(), "");
+    EXPECT_EQ(namelessControls(*view).join(", "_q).toStdString(), "");
     QSet<QChar> menus;
     for (const QAction* menu : view->menuBar()->actions()) {
-        const QChar letter = Mnemonic(menu->text());
+        const QChar letter = mnemonic(menu->text());
         EXPECT_FALSE(letter.isNull() || menus.contains(letter)) << menu->text().toStdString();
         menus.insert(letter);
     }
-    EXPECT_EQ(ClashingMnemonics(*view, menus).join(", "_q).toStdString(), "");
+    EXPECT_EQ(clashingMnemonics(*view, menus).join(", "_q).toStdString(), "");
 }
 
 TEST_F(CirrilonViewTest, LevelZeroGoesToTheFileOnly)

@@ -19,7 +19,7 @@ TEST(AircraftTextsTest, Visibility)
                                                   {99999.0F, "99999 km"},
                                                   {10000000.0F, "unlimited"}};
     for (const auto& [kilometres, text] : rows) {
-        EXPECT_EQ(aircrafttexts::Visibility(kilometres).toStdString(), text);
+        EXPECT_EQ(aircrafttexts::visibilityText(kilometres).toStdString(), text);
     }
 }
 
@@ -31,14 +31,14 @@ TEST(AircraftTextsTest, CoursesAreFoldedIntoTheCircle)
         {-10.0, 0.0, "350 T 350 Mag"},
     };
     for (const auto& [course, variation, text] : rows) {
-        EXPECT_EQ(aircrafttexts::Course(course, variation).toStdString(), text);
+        EXPECT_EQ(aircrafttexts::courseText(course, variation).toStdString(), text);
     }
     aviation::structs::AircraftData data;
     data.heading = 100.0;
     data.magneticVariation = 4.0F;
-    EXPECT_EQ(aircrafttexts::Heading(data).toStdString(), "104 T 100 Mag");
+    EXPECT_EQ(aircrafttexts::headingText(data).toStdString(), "104 T 100 Mag");
     data.headingMagnetic = 96.0;
-    EXPECT_EQ(aircrafttexts::Heading(data).toStdString(), "100 T 096 Mag");
+    EXPECT_EQ(aircrafttexts::headingText(data).toStdString(), "100 T 096 Mag");
 }
 
 TEST(DataPageTest, ShowsTheAircraftAndEmptiesItself)

@@ -38,7 +38,7 @@ protected:
     }
 
     Settings m_settings{QString(), m_random};
-    DownloadContext m_context{&m_settings, HostNetwork(), nullptr, nullptr, {}};
+    DownloadContext m_context{&m_settings, hostNetwork(), nullptr, nullptr, {}};
 };
 
 TEST_F(DlgOthersTest, AirportsAreEditedAndSavedWithWhatElseStandsInTheFile)
@@ -60,8 +60,8 @@ TEST_F(DlgOthersTest, AirportsAreEditedAndSavedWithWhatElseStandsInTheFile)
     dialog.OnWriteOldIcaos();
     EXPECT_EQ(read(renamed()), "#old icao,new icao\nEDDT,EDDB\n");
     EXPECT_EQ(changed.size(), 2);
-    EXPECT_EQ(NamelessControls(dialog), QStringList());
-    EXPECT_EQ(NamelessControls(DlgAbout()), QStringList());
+    EXPECT_EQ(namelessControls(dialog), QStringList());
+    EXPECT_EQ(namelessControls(DlgAbout()), QStringList());
 }
 
 TEST_F(DlgOthersTest, BadRowsAreNotSavedAndChangesNotLost)
@@ -99,7 +99,7 @@ TEST_F(DlgOthersTest, AFileThatCanNotBeReadIsNotOverwritten)
     EXPECT_EQ(QFileInfo(added()).size(), 17LL * 1024 * 1024);
 }
 
-UpdateOffer OfferOf(const QString& automatic, const QString& manual = QString())
+UpdateOffer offerOf(const QString& automatic, const QString& manual = QString())
 {
     UpdateOffer offer;
     offer.info = "New:<br><b>much</b>"_q;
@@ -112,9 +112,9 @@ TEST_F(DlgOthersTest, TheUpdaterFetchesTheInstaller)
 {
     LoopbackHttp server;
     server.serve("/setup.exe", "installer");
-    DlgUpdater dialog(OfferOf(server.url("/setup.exe"_q)), m_context);
+    DlgUpdater dialog(offerOf(server.url("/setup.exe"_q)), m_context);
     EXPECT_EQ(dialog.findChild<QPlainTextEdit*>()->toPlainText(), "New:\n<b>much</b>"_q);
-    EXPECT_EQ(NamelessControls(dialog), QStringList());
+    EXPECT_EQ(namelessControls(dialog), QStringList());
     QSignalSpy accepted(&dialog, &QDialog::accepted);
     button(dialog, "Download")->click();
     ASSERT_TRUE(accepted.wait(kPatienceMs)) << qPrintable(dialog.problem());
@@ -126,7 +126,7 @@ TEST_F(DlgOthersTest, TheUpdaterTellsFailuresAndGivesWay)
 {
     LoopbackHttp server;
     server.stall("/setup.exe", "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf");
-    DlgUpdater dialog(OfferOf(server.url("/setup.exe"_q)), m_context);
+    DlgUpdater dialog(offerOf(server.url("/setup.exe"_q)), m_context);
     QSignalSpy rejected(&dialog, &QDialog::rejected);
     button(dialog, "Download")->click();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !server.requests.isEmpty(); }, kPatienceMs));
@@ -136,7 +136,7 @@ TEST_F(DlgOthersTest, TheUpdaterTellsFailuresAndGivesWay)
     dialog.reject();
     EXPECT_EQ(rejected.size(), 1);
 
-    DlgUpdater missing(OfferOf(server.url("/gone.exe"_q)), m_context);
+    DlgUpdater missing(offerOf(server.url("/gone.exe"_q)), m_context);
     button(missing, "Download")->click();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !missing.problem().isEmpty(); }, kPatienceMs));
     EXPECT_EQ(missing.installerPath(), QString());
@@ -147,11 +147,11 @@ TEST_F(DlgOthersTest, TheUpdaterTakesWebAddressesOnly)
     for (const QString& url :
          {"file:///etc/passwd"_q, "ftp://a/b"_q, "javascript:1"_q, QString(), "https://"_q})
     {
-        DlgUpdater dialog(OfferOf(url, url), m_context);
+        DlgUpdater dialog(offerOf(url, url), m_context);
         EXPECT_FALSE(button(dialog, "Download")->isEnabled()) << qPrintable(url);
         EXPECT_FALSE(button(dialog, "Open")->isEnabled()) << qPrintable(url);
     }
-    DlgUpdater dialog(OfferOf(QString(), "https://a.example/page"_q), m_context);
+    DlgUpdater dialog(offerOf(QString(), "https://a.example/page"_q), m_context);
     QUrl opened;
     dialog.setPageOpener([&opened](const QUrl& url) {
         opened = url;

@@ -48,7 +48,7 @@ protected:
     }
     QSpinBox* number(const char* key) const { return qobject_cast<QSpinBox*>(control(key)); }
     /// A dialog over the settings as they are now.
-    void remake() { m_dialog = std::make_unique<DlgSettings>(m_settings, HostNetwork()); }
+    void remake() { m_dialog = std::make_unique<DlgSettings>(m_settings, hostNetwork()); }
     /// Gives a control the value that is written so.
     void set(const char* key, const QString& value)
     {
@@ -87,7 +87,7 @@ protected:
     FakeClock m_clock{2019, 7, 1, 12, 10, 0};
     Settings m_settings{QString(), m_random};
     std::unique_ptr<DlgSettings> m_dialog =
-        std::make_unique<DlgSettings>(m_settings, HostNetwork());
+        std::make_unique<DlgSettings>(m_settings, hostNetwork());
 };
 
 TEST_F(DlgSettingsTest, EveryOptionIsShownAndWrittenOnOkAndOnlyThen)
@@ -104,14 +104,14 @@ TEST_F(DlgSettingsTest, EveryOptionIsShownAndWrittenOnOkAndOnlyThen)
     EXPECT_EQ(m_dialog->problem(), QString());
     EXPECT_EQ(changed.size(), 1);
     const auto after = optionsOf(m_settings);
-    DlgSettings again(m_settings, HostNetwork());
+    DlgSettings again(m_settings, hostNetwork());
     for (const auto& [key, value] : after) {
         EXPECT_EQ(value == before.at(key), kNotInTheDialog.count(key) == 1) << key;
     }
     EXPECT_EQ(again.findChild<QSpinBox*>("weather/range"_q)->value(), 101);
     again.reject();
     m_settings.setRange(1000); // out of what the box shows: not touched
-    DlgSettings wide(m_settings, HostNetwork());
+    DlgSettings wide(m_settings, hostNetwork());
     EXPECT_TRUE(wide.apply());
     EXPECT_EQ(m_settings.range(), 1000);
 }
@@ -258,10 +258,10 @@ TEST_F(DlgSettingsTest, TheHighestValueIsAWord)
 
 TEST_F(DlgSettingsTest, TheAssistantKeepsItsStepsGoodAndWritesAtTheEnd)
 {
-    BasicSettings assistant(m_settings, HostNetwork());
+    BasicSettings assistant(m_settings, hostNetwork());
     assistant.restart();
     QSignalSpy changed(&assistant, &BasicSettings::sigSettingsChanged);
-    EXPECT_EQ(NamelessControls(assistant), QStringList());
+    EXPECT_EQ(namelessControls(assistant), QStringList());
     auto* type = assistant.findChild<QComboBox*>(QLatin1String(option::interfaceType.key));
     type->setCurrentIndex(type->findData(4));
     auto* ip = assistant.findChild<QLineEdit*>(QLatin1String(option::serverIp.key));
@@ -282,9 +282,9 @@ TEST_F(DlgSettingsTest, TheAssistantKeepsItsStepsGoodAndWritesAtTheEnd)
 
 TEST_F(DlgSettingsTest, EveryControlHasANameAndAMnemonicOfItsOwn)
 {
-    EXPECT_EQ(NamelessControls(*m_dialog), QStringList());
+    EXPECT_EQ(namelessControls(*m_dialog), QStringList());
     for (const SettingsPage* page : m_dialog->findChildren<SettingsPage*>()) {
-        EXPECT_EQ(ClashingMnemonics(*page), QStringList());
+        EXPECT_EQ(clashingMnemonics(*page), QStringList());
     }
 }
 

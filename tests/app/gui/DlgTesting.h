@@ -18,7 +18,7 @@
 #include <initializer_list>
 
 /// True for what the user can operate by itself, not for the inside of such a control.
-inline bool IsControl(const QWidget& widget)
+inline bool isControl(const QWidget& widget)
 {
     const auto isOneOf = [](const QObject* object, std::initializer_list<const char*> kinds) {
         return std::any_of(kinds.begin(), kinds.end(), [object](const char* kind) {
@@ -33,14 +33,14 @@ inline bool IsControl(const QWidget& widget)
 }
 
 /// The controls below a window that a screen reader has no name for.
-inline QStringList NamelessControls(const QWidget& window)
+inline QStringList namelessControls(const QWidget& window)
 {
     QStringList nameless;
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
         const auto* button = qobject_cast<const QAbstractButton*>(widget);
         const bool named =
             !widget->accessibleName().isEmpty() || (button != nullptr && !button->text().isEmpty());
-        if (IsControl(*widget) && !named) {
+        if (isControl(*widget) && !named) {
             nameless << QString::fromLatin1(widget->metaObject()->className()) + QLatin1Char(' ')
                             + widget->objectName();
         }
@@ -49,14 +49,14 @@ inline QStringList NamelessControls(const QWidget& window)
 }
 
 /// The letter behind the mark of a mnemonic, in lower case; null without one.
-inline QChar Mnemonic(const QString& text)
+inline QChar mnemonic(const QString& text)
 {
     const int mark = text.indexOf(QLatin1Char('&'));
     return mark >= 0 && mark + 1 < text.size() ? text.at(mark + 1).toLower() : QChar();
 }
 
 /// The texts below a window whose mnemonic another text, or one of `taken`, has as well.
-inline QStringList ClashingMnemonics(const QWidget& window, QSet<QChar> taken = {})
+inline QStringList clashingMnemonics(const QWidget& window, QSet<QChar> taken = {})
 {
     QStringList texts;
     for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
@@ -67,7 +67,7 @@ inline QStringList ClashingMnemonics(const QWidget& window, QSet<QChar> taken = 
     }
     QStringList clashing;
     for (const QString& text : texts) {
-        const QChar letter = Mnemonic(text);
+        const QChar letter = mnemonic(text);
         if (!letter.isNull() && taken.contains(letter)) {
             clashing << text;
         }

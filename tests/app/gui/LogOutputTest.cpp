@@ -24,7 +24,7 @@
 
 namespace {
 
-QByteArray Contents(const QString& path)
+QByteArray contents(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly | QIODevice::Text) ? file.readAll() : QByteArray();
@@ -46,7 +46,7 @@ TEST(LogFileTest, BeginsAnewAndHasEachLineOnDiskAtOnce)
     {
         log.write("<b>\u00FC</b>"_q, level);
         expected += QByteArray(name) + ": <b>\xC3\xBC</b>\n";
-        EXPECT_EQ(Contents(path), expected);
+        EXPECT_EQ(contents(path), expected);
     }
 }
 
@@ -61,7 +61,7 @@ TEST(LogFileTest, LinesFromBeforeTheFolderFollow)
     EXPECT_FALSE(QDir(work).exists());
     QDir().mkpath(work);
     log.write("second"_q, 2);
-    EXPECT_EQ(Contents(work + "/cirrilonv3.log"_q), "Notification: first\nWarning: second\n");
+    EXPECT_EQ(contents(work + "/cirrilonv3.log"_q), "Notification: first\nWarning: second\n");
     EXPECT_EQ(seen.size(), 2);
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 using aviation::weather::Metar;
 
-Metar Report(const std::wstring& text, const std::wstring& name = L"Somewhere")
+Metar reportOf(const std::wstring& text, const std::wstring& name = L"Somewhere")
 {
     Metar metar(text);
     metar.DecodeHeader();
@@ -44,10 +44,10 @@ protected:
 
 TEST_F(MetarPageTest, NewestReportIsOnTopAndTheSameTextStandsOnce)
 {
-    page.displayMetar(Report(kFrankfurt));
-    page.displayMetar(Report(kFrankfurt));
-    page.displayMetar(Report(L"KDEN 251153Z 18008KT 10SM CLR 02/M09 A3021"));
-    page.displayMetar(Report(kFrankfurt));
+    page.displayMetar(reportOf(kFrankfurt));
+    page.displayMetar(reportOf(kFrankfurt));
+    page.displayMetar(reportOf(L"KDEN 251153Z 18008KT 10SM CLR 02/M09 A3021"));
+    page.displayMetar(reportOf(kFrankfurt));
     ASSERT_EQ(list.count(), 3);
     EXPECT_TRUE(text(0).startsWith("EDDF"_q));
     EXPECT_TRUE(text(1).startsWith("KDEN"_q));
@@ -61,7 +61,7 @@ TEST_F(MetarPageTest, RowsAndTheirTipsArePlainText)
 {
     page.displayMetar(Metar(L"NO WEATHER"));
     EXPECT_EQ(text(0), "No metar found"_q);
-    Metar metar = Report(kFrankfurt, L"<b>Main</b>");
+    Metar metar = reportOf(kFrankfurt, L"<b>Main</b>");
     metar.setTafText(L"EDDF 251100Z\n 2512/2618\r\n\tCAVOK");
     metar.setVisFromSynop(4200);
     page.displayMetar(metar);
@@ -76,7 +76,7 @@ TEST_F(MetarPageTest, RowsAndTheirTipsArePlainText)
 TEST_F(MetarPageTest, KeepsFiveHundredRows)
 {
     for (int number = 0; number < 510; ++number) {
-        page.displayMetar(Report(kFrankfurt + L" " + std::to_wstring(number)));
+        page.displayMetar(reportOf(kFrankfurt + L" " + std::to_wstring(number)));
     }
     EXPECT_EQ(list.count(), 500);
     EXPECT_TRUE(text(0).endsWith(" 509"_q));
@@ -109,9 +109,9 @@ TEST_F(MetarPageTest, UnknownCodeIsRedWithReadableText)
 
 TEST_F(MetarPageTest, RowsOpenTheNewestReportOfTheirStation)
 {
-    page.displayMetar(Report(kFrankfurt));
-    page.displayMetar(Report(L"LAND 251150Z 24012KT 9999 09/04 Q1006", L"10637"));
-    page.displayMetar(Report(kFrankfurt + L" NOSIG"));
+    page.displayMetar(reportOf(kFrankfurt));
+    page.displayMetar(reportOf(L"LAND 251150Z 24012KT 9999 09/04 Q1006", L"10637"));
+    page.displayMetar(reportOf(kFrankfurt + L" NOSIG"));
     const auto windowOf = [this](int row) {
         Q_EMIT list.itemDoubleClicked(list.item(row));
         const auto windows = page.findChildren<WidgetMetarUndock*>();

@@ -71,7 +71,7 @@ TEST_F(LinkedRadarTest, SaysWhyThereAreNone)
     simulator.setResults("GetCloudState"_q, {8});
     request();
     EXPECT_TRUE(note().startsWith("The simulator gave no clouds: "_q));
-    EXPECT_EQ(NamelessControls(*radar), QStringList());
+    EXPECT_EQ(namelessControls(*radar), QStringList());
 }
 
 } // namespace

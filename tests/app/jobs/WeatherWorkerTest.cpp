@@ -80,7 +80,7 @@ class WeatherWorkerTest : public SettingsFixture
 protected:
     WeatherWorkerTest()
     {
-        store.addAirports(ReadAirportTable(kAirports));
+        store.addAirports(readAirportTable(kAirports));
         store.setWeatherStations(QString::fromLatin1(kStations));
         useSource(nullptr);
     }

@@ -29,7 +29,7 @@ TEST(RadarColourTest, GoesFromBlackOverGreenAndYellowToRed)
         {0, {0, 0, 0}},      {1, {0, 20, 0}},    {12, {0, 240, 0}},   {13, {130, 255, 0}},
         {25, {250, 255, 0}}, {26, {255, 0, 26}}, {255, {255, 0, 255}}};
     for (const auto& [density, colour] : rows) {
-        EXPECT_EQ(RadarColour(static_cast<unsigned char>(density)), colour) << density;
+        EXPECT_EQ(radarColour(static_cast<unsigned char>(density)), colour) << density;
     }
 }
 

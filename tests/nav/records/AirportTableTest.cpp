@@ -6,7 +6,7 @@ namespace {
 
 TEST(AirportTableTest, ReadsRowsOfTheBuiltInTable)
 {
-    const QVector<QAirport> airports = ReadAirportTable(
+    const QVector<QAirport> airports = readAirportTable(
         "# "
         "icao;name;country;elev;lat;lon;fs9_station;fsx_station;p3d_station;xplane_station;"
         "active\r\n"
@@ -36,7 +36,7 @@ TEST(AirportTableTest, BrokenRowCostsItsLineOnly)
     };
     for (const char* row : broken) {
         const QByteArray text = QByteArray("AAAA;a;;1;50;8\n") + row + "\nBBBB;b;;2;-90;180\n";
-        const QVector<QAirport> airports = ReadAirportTable(text);
+        const QVector<QAirport> airports = readAirportTable(text);
         ASSERT_EQ(airports.size(), 2) << row;
         EXPECT_EQ(airports[1].Ident, QStringLiteral("BBBB")) << row;
     }
@@ -47,7 +47,7 @@ TEST(AirportTableTest, ElevationOutOfRangeSaturates)
     const std::pair<const char*, int> rows[] = {
         {"99999999999999999999", 2147483647}, {"-1e300", -2147483647 - 1}, {"high", 0}, {"nan", 0}};
     for (const auto& [elevation, feet] : rows) {
-        const auto airports = ReadAirportTable(QByteArray("A;;;") + elevation + ";1;1\n");
+        const auto airports = readAirportTable(QByteArray("A;;;") + elevation + ";1;1\n");
         EXPECT_EQ(airports.value(0).Elevation, feet) << elevation;
     }
 }
@@ -55,22 +55,22 @@ TEST(AirportTableTest, ElevationOutOfRangeSaturates)
 TEST(AirportTableTest, OnlyTheUsersTableHasDecimalCommas)
 {
     const QByteArray row = "# icao;name;country;elev;lat;lon;\nEDXX;Own;Germany;120;50,25;-8,75;\n";
-    const QVector<QAirport> own = ReadAdditionalAirports(row);
+    const QVector<QAirport> own = parseAdditionalAirports(row);
     ASSERT_EQ(own.size(), 1);
     EXPECT_DOUBLE_EQ(own[0].Lat, 50.25);
     EXPECT_DOUBLE_EQ(own[0].Lon, -8.75);
-    EXPECT_DOUBLE_EQ(ReadAirportTable(row)[0].Lat, 50.0);
+    EXPECT_DOUBLE_EQ(readAirportTable(row)[0].Lat, 50.0);
 }
 
 TEST(AirportTableTest, HostileTextIsReadInOnePass)
 {
     QByteArray text(2'000'000, ';');
-    EXPECT_TRUE(ReadAirportTable(text).isEmpty());
+    EXPECT_TRUE(readAirportTable(text).isEmpty());
     text.fill('7');
-    EXPECT_TRUE(ReadAirportTable(text).isEmpty());
+    EXPECT_TRUE(readAirportTable(text).isEmpty());
     text = QByteArray("\0\0;\xFF\xFE;\0;0;1;", 13) + QByteArray(2'000'000, '1') + "\n";
-    EXPECT_TRUE(ReadAirportTable(text).isEmpty());
-    EXPECT_TRUE(ReadAirportTable(QByteArray(500'000, '\n')).isEmpty());
+    EXPECT_TRUE(readAirportTable(text).isEmpty());
+    EXPECT_TRUE(readAirportTable(QByteArray(500'000, '\n')).isEmpty());
 }
 
 } // namespace

@@ -42,8 +42,8 @@ NewWeather recordWithLayers()
 
 TEST_F(MessageHandlerTest, WhatCantBeReadIsRefusedAndChangesNothing)
 {
-    const QByteArray record = QByteArray::fromStdString(NewWeatherText(recordWithLayers()));
-    const QByteArray data = QByteArray::fromStdString(XPlaneWeatherText(XPlaneWeather()));
+    const QByteArray record = QByteArray::fromStdString(newWeatherText(recordWithLayers()));
+    const QByteArray data = QByteArray::fromStdString(xPlaneWeatherText(XPlaneWeather()));
     using Row = std::pair<int, QByteArray>;
     EXPECT_TRUE(write(message::kWeatherRecord, record).isWeather);
     model.clearWeather();

@@ -48,9 +48,9 @@ protected:
 TEST_F(WeatherContentsTest, FollowsTheClockFromHourToHour)
 {
     const QByteArray before = text("/external/%Y/metar.txt");
-    m_clock.Advance(std::chrono::minutes(4));
+    m_clock.advance(std::chrono::minutes(4));
     EXPECT_EQ(text("/external/%Y/metar.txt"), before);
-    m_clock.Advance(std::chrono::minutes(2));
+    m_clock.advance(std::chrono::minutes(2));
     const QByteArray after = text("/external/%Y/metar.txt");
     EXPECT_NE(after, before);
     EXPECT_TRUE(before.startsWith("2024/02/29 23:")) << before.left(20).toStdString();

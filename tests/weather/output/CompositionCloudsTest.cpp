@@ -25,7 +25,7 @@ struct Layer
     bool operator==(const Layer&) const = default;
 };
 
-Layer LayerOf(const CloudLayer& layer)
+Layer layerOf(const CloudLayer& layer)
 {
     return {layer.LowerAlt,   layer.UpperAlt, layer.Type,       layer.TopShape,
             layer.Turbulence, layer.Icing,    layer.PrecipType, layer.PrecipRate};
@@ -42,19 +42,19 @@ std::ostream& operator<<(std::ostream& stream, const Layer& layer)
 class CompositionCloudsTest : public CompositionTest
 {
 protected:
-    static Metar Sky(const std::string& groups, const std::string& temperatures = "15/08",
-                     int elevation = 0)
+    static Metar skyFrom(const std::string& groups, const std::string& temperatures = "15/08",
+                         int elevation = 0)
     {
-        return MetarOf("EDDF 011220Z 27010KT 9999 " + groups + " " + temperatures + " Q1013",
+        return metarOf("EDDF 011220Z 27010KT 9999 " + groups + " " + temperatures + " Q1013",
                        elevation);
     }
-    static Metar SkyOf(const Cloud& cloud)
+    static Metar skyOf(const Cloud& cloud)
     {
-        Metar metar = Sky("");
+        Metar metar = skyFrom("");
         metar.addCloud(cloud);
         return metar;
     }
-    NewWeather CloudsOf(const Metar& metar, const Synop& synop = {}, const Grib& grib = {})
+    NewWeather cloudsOf(const Metar& metar, const Synop& synop = {}, const Grib& grib = {})
     {
         NewWeather record;
         EXPECT_EQ(composition::SetClouds(metar, synop, grib, record, context), 0);
@@ -92,14 +92,14 @@ TEST_F(CompositionCloudsTest, ShapesALayerByTheWeather)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.groups);
-        const NewWeather record = CloudsOf(Sky(row.groups, row.temperatures));
+        const NewWeather record = cloudsOf(skyFrom(row.groups, row.temperatures));
         ASSERT_EQ(record.nCloudCtr, 1);
-        EXPECT_EQ(LayerOf(record.Cloud[0]), row.layer);
+        EXPECT_EQ(layerOf(record.Cloud[0]), row.layer);
         EXPECT_EQ(record.Cloud[0].Cover, 2);
         EXPECT_EQ(record.Cloud[0].PrecipBase, 1);
         EXPECT_EQ(record.Cloud[0].Dev, 0);
     }
-    EXPECT_EQ(LayerOf(CloudsOf(SkyOf({9, 3, 3000, -1, 0})).Cloud[0]), (Layer{915, 1914, 9, 1, 2}));
+    EXPECT_EQ(layerOf(cloudsOf(skyOf({9, 3, 3000, -1, 0})).Cloud[0]), (Layer{915, 1914, 9, 1, 2}));
 }
 
 TEST_F(CompositionCloudsTest, FollowsTheOptions)
@@ -107,13 +107,13 @@ TEST_F(CompositionCloudsTest, FollowsTheOptions)
     options.turbulenceInCloud = false;
     options.icingInClouds = false;
     for (const char* groups : {"FEW030", "+TSRA FEW030", "SHSN FEW030", "FEW030TCU"}) {
-        const NewWeather record = CloudsOf(Sky(groups, "M05/M06"));
+        const NewWeather record = cloudsOf(skyFrom(groups, "M05/M06"));
         EXPECT_EQ(record.Cloud[0].Turbulence, 0) << groups;
         EXPECT_EQ(record.Cloud[0].Icing, 0) << groups;
     }
     for (const auto& [option, cover] : {std::pair(3, 3), std::pair(12, 8)}) {
         options.cavokCover = option; // of a cloud without coverage
-        EXPECT_EQ(CloudsOf(SkyOf({0, 0, 3000, -1, 0})).Cloud[0].Cover, cover);
+        EXPECT_EQ(cloudsOf(skyOf({0, 0, 3000, -1, 0})).Cloud[0].Cover, cover);
     }
 }
 
@@ -129,7 +129,7 @@ TEST_F(CompositionCloudsTest, PushesOverlappingLayersApart)
         {"BKN000 OVC000", {{0, 65533}, {0, 500}}},
     };
     for (const auto& [groups, expected] : rows) {
-        const NewWeather record = CloudsOf(Sky(groups));
+        const NewWeather record = cloudsOf(skyFrom(groups));
         std::vector<std::pair<int, int>> layers;
         for (std::size_t i = 0; i < static_cast<std::size_t>(record.nCloudCtr); ++i) {
             layers.emplace_back(record.Cloud[i].LowerAlt, record.Cloud[i].UpperAlt);
@@ -141,14 +141,14 @@ TEST_F(CompositionCloudsTest, PushesOverlappingLayersApart)
 
 TEST_F(CompositionCloudsTest, MeasuresLayersFromTheSea)
 {
-    const NewWeather high = CloudsOf(Sky("RA FEW030", "15/08", 5000));
-    EXPECT_EQ(LayerOf(high.Cloud[0]), (Layer{2439, 6439, 9, 0, 2, 0, 1, 2}));
+    const NewWeather high = cloudsOf(skyFrom("RA FEW030", "15/08", 5000));
+    EXPECT_EQ(layerOf(high.Cloud[0]), (Layer{2439, 6439, 9, 0, 2, 0, 1, 2}));
     EXPECT_EQ(high.Cloud[0].PrecipBase, 1524);
-    const NewWeather low = CloudsOf(Sky("FEW030", "15/08", -1266));
-    EXPECT_EQ(LayerOf(low.Cloud[0]), (Layer{529, 1029, 9}));
+    const NewWeather low = cloudsOf(skyFrom("FEW030", "15/08", -1266));
+    EXPECT_EQ(layerOf(low.Cloud[0]), (Layer{529, 1029, 9}));
     EXPECT_EQ(low.Cloud[0].PrecipBase, -384);
     // above 9000 metres nothing falls
-    EXPECT_EQ(CloudsOf(Sky("RA FEW099", "15/08", 20000)).Cloud[0].PrecipType, 0);
+    EXPECT_EQ(cloudsOf(skyFrom("RA FEW099", "15/08", 20000)).Cloud[0].PrecipType, 0);
 }
 
 using CompositionCloudCodesTest = CompositionCloudsTest;
@@ -214,19 +214,19 @@ TEST_F(CompositionCloudCodesTest, ShapeLayersByTheWeatherAndAddSomeWithMixedClou
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.groups << testing::PrintToString(row.codes));
-        const Metar sky = Sky(row.groups, row.temperatures, row.elevation);
-        const Synop synop = CloudCodes(row.codes[0], row.codes[1], row.codes[2]);
+        const Metar sky = skyFrom(row.groups, row.temperatures, row.elevation);
+        const Synop synop = cloudCodes(row.codes[0], row.codes[1], row.codes[2]);
         options.mixedClouds = false;
-        const NewWeather plain = CloudsOf(sky, synop);
+        const NewWeather plain = cloudsOf(sky, synop);
         ASSERT_EQ(plain.nCloudCtr, 1);
-        EXPECT_EQ(LayerOf(plain.Cloud[0]), row.layer);
+        EXPECT_EQ(layerOf(plain.Cloud[0]), row.layer);
         EXPECT_EQ(plain.Cloud[0].Dev, row.deviation);
         EXPECT_EQ(plain.Cloud[0].PrecipBase == 0, row.layer.lower <= 3000) << "low clouds only";
         options.mixedClouds = true;
-        const NewWeather mixed = CloudsOf(sky, synop);
+        const NewWeather mixed = cloudsOf(sky, synop);
         ASSERT_EQ(mixed.nCloudCtr, row.extra.upper > 0 ? 2 : 1);
         if (row.extra.upper > 0) {
-            EXPECT_EQ(LayerOf(mixed.Cloud[1]), row.extra);
+            EXPECT_EQ(layerOf(mixed.Cloud[1]), row.extra);
             EXPECT_EQ(mixed.Cloud[1].Dev, row.extraDeviation);
             EXPECT_EQ(mixed.Cloud[1].Cover, mixed.Cloud[0].Cover);
             EXPECT_EQ(mixed.Cloud[1].PrecipBase, 0);
@@ -237,59 +237,59 @@ TEST_F(CompositionCloudCodesTest, ShapeLayersByTheWeatherAndAddSomeWithMixedClou
 TEST_F(CompositionCloudCodesTest, ChangesTheMainLayerOfSpreadOutCumulusOnlyWhenMixed)
 {
     options.mixedClouds = true;
-    const NewWeather record = CloudsOf(Sky("RA FEW030"), CloudCodes(4, 0, 0));
+    const NewWeather record = cloudsOf(skyFrom("RA FEW030"), cloudCodes(4, 0, 0));
     // rain stays as the plain layer has it; the layer on top gets the fine adjustment
-    EXPECT_EQ(LayerOf(record.Cloud[0]), (Layer{915, 1114, 8, 0, 2, 0, 1, 2}));
-    EXPECT_EQ(LayerOf(record.Cloud[1]), (Layer{1115, 5115, 9, 1, 0, 0, 1, 2}));
+    EXPECT_EQ(layerOf(record.Cloud[0]), (Layer{915, 1114, 8, 0, 2, 0, 1, 2}));
+    EXPECT_EQ(layerOf(record.Cloud[1]), (Layer{1115, 5115, 9, 1, 0, 0, 1, 2}));
     EXPECT_EQ(record.Cloud[0].PrecipBase, 1);
 }
 
 TEST_F(CompositionCloudCodesTest, ChoosesTheBandByTheBaseAndSparesThunderclouds)
 {
-    const Synop synop = CloudCodes(3, 1, 7);
+    const Synop synop = cloudCodes(3, 1, 7);
     const std::tuple<Cloud, int, int> rows[] = {
         {{0, 2, 8000, -1, 0}, 9, 1},  {{0, 2, 8001, -1, 0}, 8, 0},   {{10, 2, 25000, -1, 0}, 9, 2},
         {{10, 2, 8000, -1, 0}, 9, 2}, {{10, 2, 25001, -1, 0}, 8, 0},
     };
     for (const auto& [cloud, type, topShape] : rows) {
-        const NewWeather record = CloudsOf(SkyOf(cloud), synop);
+        const NewWeather record = cloudsOf(skyOf(cloud), synop);
         EXPECT_EQ(record.Cloud[0].Type, type) << cloud.base;
         EXPECT_EQ(record.Cloud[0].TopShape, topShape) << cloud.base;
     }
-    EXPECT_EQ(CloudsOf(SkyOf({0, 2, 25000, -1, 0}), synop).Cloud[0].UpperAlt, 8120);
-    EXPECT_EQ(CloudsOf(SkyOf({0, 2, 25001, -1, 0}), synop).Cloud[0].UpperAlt, 7721);
+    EXPECT_EQ(cloudsOf(skyOf({0, 2, 25000, -1, 0}), synop).Cloud[0].UpperAlt, 8120);
+    EXPECT_EQ(cloudsOf(skyOf({0, 2, 25001, -1, 0}), synop).Cloud[0].UpperAlt, 7721);
 }
 
 TEST_F(CompositionCloudCodesTest, BelievesASynopUpToTwoHundredMiles)
 {
     const auto typeAt = [this](double nm) {
-        return CloudsOf(Sky("FEW030"), CloudCodes(6, 0, 0, North(nm))).Cloud[0].Type;
+        return cloudsOf(skyFrom("FEW030"), cloudCodes(6, 0, 0, north(nm))).Cloud[0].Type;
     };
     EXPECT_EQ(typeAt(199), 8);
     EXPECT_EQ(typeAt(201), 9);
-    EXPECT_EQ(CloudsOf(Sky("FEW030"), CloudCodes(6, 0, 0, {})).Cloud[0].Type, 9);
+    EXPECT_EQ(cloudsOf(skyFrom("FEW030"), cloudCodes(6, 0, 0, {})).Cloud[0].Type, 9);
 }
 
 TEST_F(CompositionCloudCodesTest, EndsLowCloudsWhereTheAirDries)
 {
-    const Grib grib = GribOf({{92, 800, "10004"}, {85, 1500, "08005"}, {70, 3100, "00160"}});
-    EXPECT_EQ(CloudsOf(Sky("FEW030"), CloudCodes(2, 0, 0), grib).Cloud[0].UpperAlt, 1499);
+    const Grib grib = gribOf({{92, 800, "10004"}, {85, 1500, "08005"}, {70, 3100, "00160"}});
+    EXPECT_EQ(cloudsOf(skyFrom("FEW030"), cloudCodes(2, 0, 0), grib).Cloud[0].UpperAlt, 1499);
     // a stratus is cut to 4000 metres after that
-    const Grib moist = GribOf({{92, 800, "10004"}, {85, 1500, "08004"}, {50, 5600, "01204"}});
-    EXPECT_EQ(CloudsOf(Sky("FEW030"), CloudCodes(6, 0, 0), moist).Cloud[0].UpperAlt, 4915);
-    EXPECT_EQ(CloudsOf(Sky("FEW030"), CloudCodes(2, 0, 0), moist).Cloud[0].UpperAlt, 5599);
+    const Grib moist = gribOf({{92, 800, "10004"}, {85, 1500, "08004"}, {50, 5600, "01204"}});
+    EXPECT_EQ(cloudsOf(skyFrom("FEW030"), cloudCodes(6, 0, 0), moist).Cloud[0].UpperAlt, 4915);
+    EXPECT_EQ(cloudsOf(skyFrom("FEW030"), cloudCodes(2, 0, 0), moist).Cloud[0].UpperAlt, 5599);
 }
 
 TEST_F(CompositionCloudsTest, CountsEightLayersAtMost)
 {
-    const Synop mixing = CloudCodes(5, 0, 0);
+    const Synop mixing = cloudCodes(5, 0, 0);
     const auto count = [&](int clouds, bool mixed) {
         options.mixedClouds = mixed;
-        Metar metar = Sky("");
+        Metar metar = skyFrom("");
         for (int i = 0; i < clouds; ++i) {
             metar.addCloud({0, 2, 500 + i, -1, 0});
         }
-        const NewWeather record = CloudsOf(metar, mixing);
+        const NewWeather record = cloudsOf(metar, mixing);
         EXPECT_EQ(record.nUpperVisCtr, 0) << "what lies behind the clouds";
         return record.nCloudCtr;
     };
@@ -306,29 +306,29 @@ TEST_F(CompositionCloudsTest, CountsEightLayersAtMost)
 TEST_F(CompositionCloudsTest, MakesUpACirrusUnlessTheSkyHasOne)
 {
     random.setNumbers({21000, 11});
-    const NewWeather made = CloudsOf(Sky("FEW030"));
+    const NewWeather made = cloudsOf(skyFrom("FEW030"));
     ASSERT_EQ(made.nCloudCtr, 2);
-    EXPECT_EQ(LayerOf(made.Cloud[1]), (Layer{10363, 10463, 1, 0, 0}));
+    EXPECT_EQ(layerOf(made.Cloud[1]), (Layer{10363, 10463, 1, 0, 0}));
     EXPECT_EQ(made.Cloud[1].Cover, 3);
-    EXPECT_EQ(CloudsOf(Sky("FEW300"), CloudCodes(0, 0, 0)).nCloudCtr, 1);
-    EXPECT_EQ(CloudsOf(Sky("FEW300")).nCloudCtr, 2); // unless no SYNOP tells
+    EXPECT_EQ(cloudsOf(skyFrom("FEW300"), cloudCodes(0, 0, 0)).nCloudCtr, 1);
+    EXPECT_EQ(cloudsOf(skyFrom("FEW300")).nCloudCtr, 2); // unless no SYNOP tells
     random.setNumbers({21000, 8});
-    EXPECT_EQ(CloudsOf(Sky("FEW030")).nCloudCtr, 1);
+    EXPECT_EQ(cloudsOf(skyFrom("FEW030")).nCloudCtr, 1);
     random.setNumbers({21000, 11});
     options.generateCirrus = false;
-    EXPECT_EQ(CloudsOf(Sky("FEW030")).nCloudCtr, 1);
+    EXPECT_EQ(cloudsOf(skyFrom("FEW030")).nCloudCtr, 1);
 }
 
 TEST_F(CompositionCloudsTest, FillsFs2004FogWithStratus)
 {
     const auto foggy = [this](const std::string& groups) {
-        return CloudsOf(MetarOf("EDDF 011220Z 00000KT " + groups + " 05/05 Q1013", 364));
+        return cloudsOf(metarOf("EDDF 011220Z 00000KT " + groups + " 05/05 Q1013", 364));
     };
     options.simulator = aviation::fsid::kFs2004;
     options.generateStratus = true;
     const NewWeather fog = foggy("0800 FG FEW020");
     ASSERT_EQ(fog.nCloudCtr, 2);
-    EXPECT_EQ(LayerOf(fog.Cloud[0]), (Layer{111, 411, 8, 0, 0}));
+    EXPECT_EQ(layerOf(fog.Cloud[0]), (Layer{111, 411, 8, 0, 0}));
     EXPECT_EQ(fog.Cloud[0].Cover, 8);
     EXPECT_EQ(fog.Cloud[1].LowerAlt, 721);
     EXPECT_EQ(foggy("1900 BR FEW010").nCloudCtr, 2);
@@ -344,15 +344,15 @@ TEST_F(CompositionCloudsTest, FillsFs2004FogWithStratus)
 
 TEST_F(CompositionCloudsTest, KeepsCavokClearInRealAir)
 {
-    Metar metar = MetarOf("EDDF 011220Z 27010KT CAVOK 40/M20 Q1013");
-    EXPECT_EQ(CloudsOf(metar).nCloudCtr, 0);
+    Metar metar = metarOf("EDDF 011220Z 27010KT CAVOK 40/M20 Q1013");
+    EXPECT_EQ(cloudsOf(metar).nCloudCtr, 0);
     metar.setDewPoint(0.0F);
     metar.setTemperature(5000.0F);
-    EXPECT_EQ(CloudsOf(metar).nCloudCtr, 0);
+    EXPECT_EQ(cloudsOf(metar).nCloudCtr, 0);
     metar.setTemperature(5001.0F);
-    EXPECT_EQ(CloudsOf(metar).nCloudCtr, 1);
+    EXPECT_EQ(cloudsOf(metar).nCloudCtr, 1);
     options.cavokCover = 0;
-    EXPECT_EQ(CloudsOf(metar).nCloudCtr, 0);
+    EXPECT_EQ(cloudsOf(metar).nCloudCtr, 0);
 }
 
 } // namespace

@@ -21,36 +21,36 @@ protected:
     static constexpr double kLatitude = 50.0;
     static constexpr double kLongitude = 8.5;
 
-    static aviation::Position Here() { return {kLatitude, kLongitude}; }
+    static aviation::Position here() { return {kLatitude, kLongitude}; }
     /// As many nautical miles north of the METAR.
-    static aviation::Position North(double nm) { return {kLatitude + nm / 60.1, kLongitude}; }
+    static aviation::Position north(double nm) { return {kLatitude + nm / 60.1, kLongitude}; }
 
-    static aviation::weather::Metar MetarOf(const std::string& text, std::int32_t elevation = 0,
-                                            const aviation::Position& position = Here())
+    static aviation::weather::Metar metarOf(const std::string& text, std::int32_t elevation = 0,
+                                            const aviation::Position& position = here())
     {
-        aviation::weather::Metar metar(aviation::Widen(text));
+        aviation::weather::Metar metar(aviation::widen(text));
         metar.setElevation(elevation);
         metar.setPosition(position);
         metar.Decode();
         return metar;
     }
 
-    static aviation::weather::Synop SynopOf(const std::string& text,
-                                            const aviation::Position& position = Here())
+    static aviation::weather::Synop synopOf(const std::string& text,
+                                            const aviation::Position& position = here())
     {
-        aviation::weather::Synop synop(aviation::Widen(text));
+        aviation::weather::Synop synop(aviation::widen(text));
         synop.setPosition(position);
         synop.Decode();
         return synop;
     }
 
     /// A SYNOP that says nothing but its cloud codes.
-    static aviation::weather::Synop CloudCodes(int low, int middle, int high,
-                                               const aviation::Position& position = Here())
+    static aviation::weather::Synop cloudCodes(int low, int middle, int high,
+                                               const aviation::Position& position = here())
     {
         const std::string codes =
             std::to_string(low) + std::to_string(middle) + std::to_string(high);
-        return SynopOf("AAXX 01123 10637 46/// /0000 8/" + codes, position);
+        return synopOf("AAXX 01123 10637 46/// /0000 8/" + codes, position);
     }
 
     /// One level of an upper-air record.
@@ -62,21 +62,21 @@ protected:
         const char* wind = "27010";        ///< dddff
     };
 
-    static aviation::weather::Grib GribOf(const std::vector<Level>& levels,
+    static aviation::weather::Grib gribOf(const std::vector<Level>& levels,
                                           const char* surfaceWind = "18007")
     {
         std::string text = std::string("GRIB 01120 00000 99500 10085 99013 15250 ") + surfaceWind;
         for (const Level& level : levels) {
-            text += " " + aviation::IntegerText(level.code, 2)
-                    + aviation::IntegerText(level.metres, 5) + " " + level.temperature + " "
+            text += " " + aviation::integerText(level.code, 2)
+                    + aviation::integerText(level.metres, 5) + " " + level.temperature + " "
                     + level.wind;
         }
-        aviation::weather::Grib grib(aviation::Widen(text));
+        aviation::weather::Grib grib(aviation::widen(text));
         grib.Decode();
         return grib;
     }
 
-    NewWeather Compose(const aviation::weather::Metar& metar,
+    NewWeather compose(const aviation::weather::Metar& metar,
                        const aviation::weather::Synop& synop = {},
                        const aviation::weather::Grib& grib = {}, double magneticVariation = 0.0)
     {

@@ -11,7 +11,7 @@ const char* const kQuiet = "EDDF 011220Z 27010KT 9999 FEW030 15/08 Q1013";
 
 TEST_F(CompositionRecordTest, ClearsTheGlobalStation)
 {
-    Metar metar = MetarOf(kQuiet, 364);
+    Metar metar = metarOf(kQuiet, 364);
     metar.setIcao(L"GLOB");
     NewWeather record;
     record.Dynamic = 4;
@@ -21,7 +21,7 @@ TEST_F(CompositionRecordTest, ClearsTheGlobalStation)
     EXPECT_EQ(record.Dynamic, 0);
     EXPECT_EQ(record.Flag, 0);
     EXPECT_EQ(record.Wind[0].UpperAlt, 210); // the layers stay those of the station
-    EXPECT_EQ(Compose(MetarOf(kQuiet, -1266)).Elev, -25288821);
+    EXPECT_EQ(compose(metarOf(kQuiet, -1266)).Elev, -25288821);
 }
 
 TEST_F(CompositionRecordTest, StoresSixteenthsOfPressure)
@@ -29,19 +29,19 @@ TEST_F(CompositionRecordTest, StoresSixteenthsOfPressure)
     const std::pair<float, int> rows[] = {
         {1013.2F, 16211}, {850.0F, 16208}, {899.9F, 16208}, {900.0F, 14400}, {1050.0F, 16800}};
     for (const auto& [qnh, press] : rows) {
-        Metar metar = MetarOf(kQuiet);
+        Metar metar = metarOf(kQuiet);
         metar.setQnh(qnh);
-        EXPECT_EQ(Compose(metar).Press, press) << qnh;
+        EXPECT_EQ(compose(metar).Press, press) << qnh;
     }
 }
 
 TEST_F(CompositionRecordTest, ReplacesAnOldMetarByTheSynop)
 {
-    const Synop synop = SynopOf("AAXX 01123 10637 46/57 /2030 10124 20082 40150");
+    const Synop synop = synopOf("AAXX 01123 10637 46/57 /2030 10124 20082 40150");
     for (const bool old : {false, true}) {
         const FakeClock now(2019, 7, 1, old ? 16 : 15, 0); // old by more than three hours
-        const Metar metar = MetarOf("EDDF 011200Z 27010KT 9999 FEW030 15/08 Q1013");
-        const NewWeather record = Compose(metar, synop);
+        const Metar metar = metarOf("EDDF 011200Z 27010KT 9999 FEW030 15/08 Q1013");
+        const NewWeather record = compose(metar, synop);
         EXPECT_EQ(record.Wind[0].Speed, old ? 30 : 10);
         EXPECT_EQ(record.Press, (old ? 1015 : 1013) * 16);
         EXPECT_EQ(record.nCloudCtr, old ? 0 : 1);
@@ -52,7 +52,7 @@ TEST_F(CompositionRecordTest, ReplacesAnOldMetarByTheSynop)
 TEST_F(CompositionRecordTest, SurvivesAbsurdValues)
 {
     constexpr float kHuge = 3.0e38F;
-    Metar metar = MetarOf(kQuiet);
+    Metar metar = metarOf(kQuiet);
     metar.setElevation(2147483647);
     metar.setWind({kHuge, -kHuge, kHuge, 0.0F});
     metar.setTemperature(-kHuge);
@@ -63,7 +63,7 @@ TEST_F(CompositionRecordTest, SurvivesAbsurdValues)
     metar.addCloud({10, 255, -2147483647, -1, 0});
     options.visMax = -2147483647;
     options.cavokCover = -2147483647;
-    const NewWeather record = Compose(metar, CloudCodes(9, 9, 9), {}, 1.0e300);
+    const NewWeather record = compose(metar, cloudCodes(9, 9, 9), {}, 1.0e300);
     EXPECT_LE(record.nCloudCtr, 16);
     EXPECT_EQ(record.nWindCtr, 2);
 }

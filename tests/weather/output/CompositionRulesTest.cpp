@@ -8,7 +8,7 @@ using aviation::weather::GribLevel;
 
 namespace {
 
-std::vector<GribLevel> LevelsOf(const std::vector<std::pair<int, float>>& air)
+std::vector<GribLevel> levelsOf(const std::vector<std::pair<int, float>>& air)
 {
     std::vector<GribLevel> levels;
     for (const auto& [altitude, humidity] : air) {
@@ -37,12 +37,12 @@ TEST(CompositionRulesTest, FindsTheTopWhereTheAirDries)
         {"nor is dry air above it", {{500, 91}, {2000, 92}, {3000, 60}, {4000, 99}}, 2000},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(composition::TopFromHumidity(LevelsOf(row.air), 1000, 1.0, 80.0).value_or(-1.0),
+        EXPECT_EQ(composition::topFromHumidity(levelsOf(row.air), 1000, 1.0, 80.0).value_or(-1.0),
                   row.top)
             << row.what;
     }
-    const std::vector<GribLevel> high = LevelsOf({{0, 95}, {82021, 95}});
-    EXPECT_EQ(composition::TopFromHumidity(high, 100, aviation::kFeetPerMetre, 80.0), 25000.0);
+    const std::vector<GribLevel> high = levelsOf({{0, 95}, {82021, 95}});
+    EXPECT_EQ(composition::topFromHumidity(high, 100, aviation::kFeetPerMetre, 80.0), 25000.0);
 }
 
 } // namespace

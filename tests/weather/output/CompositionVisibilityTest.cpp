@@ -8,14 +8,14 @@ namespace {
 class CompositionVisibilityTest : public CompositionTest
 {
 protected:
-    static Metar MetarWith(int visibility, int elevation = 0)
+    static Metar metarWith(int visibility, int elevation = 0)
     {
-        Metar metar = MetarOf("EDDF 011220Z 27010KT 9999 15/08 Q1013", elevation);
+        Metar metar = metarOf("EDDF 011220Z 27010KT 9999 15/08 Q1013", elevation);
         metar.setVisibility(visibility);
         return metar;
     }
 
-    NewWeather VisibilityOf(const Metar& metar, const Synop& synop = {}, int result = 0)
+    NewWeather visibilityOf(const Metar& metar, const Synop& synop = {}, int result = 0)
     {
         NewWeather record;
         EXPECT_EQ(composition::SetVisibility(metar, synop, record, context), result);
@@ -32,7 +32,7 @@ TEST_F(CompositionVisibilityTest, SnapsTheSurfaceRangeToShownSteps)
                                         {4972, 622},  {65535, 622}, {68351, 622}, {-1, 0}};
     for (const auto& [range, shown] : rows) {
         const int metres = static_cast<int>(range / 0.0621371);
-        EXPECT_EQ(VisibilityOf(MetarWith(metres)).Vis.Range, shown) << range;
+        EXPECT_EQ(visibilityOf(metarWith(metres)).Vis.Range, shown) << range;
     }
 }
 
@@ -55,9 +55,9 @@ TEST_F(CompositionVisibilityTest, OpensTenKilometresByOptionOrNearSynop)
     };
     for (const Row& row : rows) {
         options.vis9999 = row.vis9999;
-        Synop synop = SynopOf(std::string("AAXX 01123 10637 46/") + row.synopVisibility + " /0909",
-                              North(row.synopNm));
-        EXPECT_EQ(VisibilityOf(MetarWith(row.visibility), synop).Vis.Range, row.range)
+        Synop synop = synopOf(std::string("AAXX 01123 10637 46/") + row.synopVisibility + " /0909",
+                              north(row.synopNm));
+        EXPECT_EQ(visibilityOf(metarWith(row.visibility), synop).Vis.Range, row.range)
             << row.vis9999 << " " << row.synopVisibility << " " << row.synopNm;
     }
 }
@@ -66,32 +66,32 @@ TEST_F(CompositionVisibilityTest, OpensUpInLayersForTheirSimulators)
 {
     for (const aviation::FsId simulator : {0, 1, 2, 9, 10, 12, 13}) {
         options.simulator = simulator;
-        EXPECT_EQ(VisibilityOf(MetarWith(9999)).nUpperVisCtr, 0) << simulator;
+        EXPECT_EQ(visibilityOf(metarWith(9999)).nUpperVisCtr, 0) << simulator;
     }
     for (const aviation::FsId simulator : {3, 4, 5, 6, 8}) {
         options.simulator = simulator;
-        EXPECT_EQ(VisibilityOf(MetarWith(9999)).nUpperVisCtr, 5) << simulator;
+        EXPECT_EQ(visibilityOf(metarWith(9999)).nUpperVisCtr, 5) << simulator;
     }
-    const NewWeather record = VisibilityOf(MetarWith(9999));
+    const NewWeather record = visibilityOf(metarWith(9999));
     EXPECT_EQ(record.UpperVis[0].LowerAlt, 610);
     EXPECT_EQ(record.UpperVis[4].UpperAlt, 1220);
     EXPECT_EQ(record.UpperVis[1].Range, 2175);
     // above a high station the first layer passes 4000 metres already
-    EXPECT_EQ(VisibilityOf(MetarWith(2000, 9000)).nUpperVisCtr, 1);
-    VisibilityOf(MetarWith(5000, 30000));
-    VisibilityOf(MetarWith(5000, 30001), {}, composition::visibilityresult::kElevationTooHigh);
+    EXPECT_EQ(visibilityOf(metarWith(2000, 9000)).nUpperVisCtr, 1);
+    visibilityOf(metarWith(5000, 30000));
+    visibilityOf(metarWith(5000, 30001), {}, composition::visibilityresult::kElevationTooHigh);
 }
 
 TEST_F(CompositionVisibilityTest, ClosesTheSkyAtTheHighestVisibility)
 {
     options.visMax = 50500;
-    const NewWeather fsuipc = VisibilityOf(MetarWith(9999));
+    const NewWeather fsuipc = visibilityOf(metarWith(9999));
     ASSERT_EQ(fsuipc.nUpperVisCtr, 6);
     EXPECT_EQ(fsuipc.UpperVis[5].UpperAlt, 30470);
     EXPECT_EQ(fsuipc.UpperVis[5].Range, 9352);
     options.interfaceType = aviation::interfaceid::kSimConnect;
     options.visMax = 2000000000;
-    const NewWeather other = VisibilityOf(MetarWith(9999));
+    const NewWeather other = visibilityOf(metarWith(9999));
     EXPECT_EQ(other.UpperVis[5].UpperAlt, 29000 - 1220);
     EXPECT_EQ(other.UpperVis[5].Range, 65535);
 }

@@ -9,12 +9,12 @@ using aviation::weather::Wind;
 
 namespace {
 
-std::uint16_t Steps(int degrees)
+std::uint16_t steps(int degrees)
 {
     return static_cast<std::uint16_t>(degrees * 65536 / 360);
 }
 
-std::string Report(const std::string& wind)
+std::string reportWith(const std::string& wind)
 {
     return "EDDF 011220Z " + wind + " 9999 FEW030 15/08 Q1013";
 }
@@ -22,7 +22,7 @@ std::string Report(const std::string& wind)
 class CompositionWindTest : public CompositionTest
 {
 protected:
-    NewWeather WindsOf(const Metar& metar, const Synop& synop = {}, const Grib& grib = {},
+    NewWeather windsOf(const Metar& metar, const Synop& synop = {}, const Grib& grib = {},
                        double magneticVariation = 0.0)
     {
         NewWeather record;
@@ -52,39 +52,39 @@ TEST_F(CompositionWindTest, TakesTheSurfaceWindFromTheFirstReportThatHasOne)
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.metarWind << row.synopWind << row.synopNm);
         const Synop synop =
-            SynopOf(std::string("AAXX 01123 10637 46/// ") + row.synopWind, North(row.synopNm));
+            synopOf(std::string("AAXX 01123 10637 46/// ") + row.synopWind, north(row.synopNm));
         const NewWeather record =
-            WindsOf(MetarOf(Report(row.metarWind)), synop, GribOf({}, row.gribWind));
-        EXPECT_EQ(record.Wind[0].Dir, Steps(row.direction));
+            windsOf(metarOf(reportWith(row.metarWind)), synop, gribOf({}, row.gribWind));
+        EXPECT_EQ(record.Wind[0].Dir, steps(row.direction));
         EXPECT_EQ(record.Wind[0].Speed, row.speed);
         EXPECT_EQ(record.Wind[1].Speed, row.speed + 2);
     }
     Grib grib;
     grib.setWind({200.0F, -1.0F, -1.0F, 0.0F}); // calm too
-    const NewWeather record = WindsOf(MetarOf(Report("00000KT")), {}, grib);
+    const NewWeather record = windsOf(metarOf(reportWith("00000KT")), {}, grib);
     EXPECT_EQ(record.Wind[0].Dir, 0);
     EXPECT_EQ(record.Wind[0].Speed, 0);
 }
 
 TEST_F(CompositionWindTest, AddsTheVariationToTheSurfaceOnlyAndWraps)
 {
-    const Grib grib = GribOf({{85, 1500, "15050", "27010"}});
-    const NewWeather east = WindsOf(MetarOf(Report("27010KT")), {}, grib, 3.0);
+    const Grib grib = gribOf({{85, 1500, "15050", "27010"}});
+    const NewWeather east = windsOf(metarOf(reportWith("27010KT")), {}, grib, 3.0);
     EXPECT_EQ(east.Wind[0].Dir, 49698);
     EXPECT_EQ(east.Wind[1].Dir, 52428); // 270 + 15 + 3
     EXPECT_EQ(east.Wind[2].Dir, 49152);
-    const NewWeather west = WindsOf(MetarOf(Report("00103KT")), {}, grib, -11.5);
+    const NewWeather west = windsOf(metarOf(reportWith("00103KT")), {}, grib, -11.5);
     EXPECT_EQ(west.Wind[0].Dir, 65536 - 1911); // -10.5 degrees
-    EXPECT_EQ(WindsOf(MetarOf(Report("36005KT"))).Wind[0].Dir, 0);
+    EXPECT_EQ(windsOf(metarOf(reportWith("36005KT"))).Wind[0].Dir, 0);
 }
 
 TEST_F(CompositionWindTest, TurnsTheSecondLayerFromTheDirectionOfTheMetarItself)
 {
-    EXPECT_EQ(WindsOf(MetarOf(Report("35010KT"))).Wind[1].Dir, Steps(5));
+    EXPECT_EQ(windsOf(metarOf(reportWith("35010KT"))).Wind[1].Dir, steps(5));
     // the surface wind comes from the model, the turn starts from the calm METAR
-    const NewWeather record = WindsOf(MetarOf(Report("00000KT")), {}, GribOf({}, "18007"));
-    EXPECT_EQ(record.Wind[0].Dir, Steps(180));
-    EXPECT_EQ(record.Wind[1].Dir, Steps(15));
+    const NewWeather record = windsOf(metarOf(reportWith("00000KT")), {}, gribOf({}, "18007"));
+    EXPECT_EQ(record.Wind[0].Dir, steps(180));
+    EXPECT_EQ(record.Wind[1].Dir, steps(15));
 }
 
 TEST_F(CompositionWindTest, DerivesTurbulenceFromTheSpeed)
@@ -96,7 +96,7 @@ TEST_F(CompositionWindTest, DerivesTurbulenceFromTheSpeed)
         for (const auto& [gusty, direct] : {std::pair(true, true), {false, true}, {false, false}}) {
             options.gustySurfaceWind = gusty;
             options.directWindControl = direct;
-            EXPECT_EQ(WindsOf(MetarOf(Report(wind))).Wind[0].Turbulence,
+            EXPECT_EQ(windsOf(metarOf(reportWith(wind))).Wind[0].Turbulence,
                       gusty || !direct ? turbulence : 0)
                 << wind << gusty << direct;
         }
@@ -122,7 +122,7 @@ TEST_F(CompositionWindTest, MakesGustAndVarianceByReportAndOption)
     };
     for (const auto& [wind, gusty, gust, variance] : rows) {
         options.gustySurfaceWind = gusty;
-        const NewWeather record = WindsOf(MetarOf(Report(wind)), {}, GribOf({}, "18007"));
+        const NewWeather record = windsOf(metarOf(reportWith(wind)), {}, gribOf({}, "18007"));
         for (const int layer : {0, 1}) {
             EXPECT_EQ(record.Wind[layer].Gust, gust) << wind;
             EXPECT_EQ(record.Wind[layer].Variance, variance) << wind;
@@ -132,12 +132,12 @@ TEST_F(CompositionWindTest, MakesGustAndVarianceByReportAndOption)
 
 TEST_F(CompositionWindTest, OpensTheWholeCircleForADirectionOfMinusOne)
 {
-    Metar metar = MetarOf(Report("27010KT"));
+    Metar metar = metarOf(reportWith("27010KT"));
     metar.setWind({-1.0F, 5.0F, 0.0F, 0.0F});
-    const NewWeather record = WindsOf(metar);
+    const NewWeather record = windsOf(metar);
     EXPECT_EQ(record.Wind[0].Dir, 182);
     EXPECT_EQ(record.Wind[0].Variance, 65353);
-    EXPECT_EQ(record.Wind[1].Dir, Steps(14));
+    EXPECT_EQ(record.Wind[1].Dir, steps(14));
 }
 
 TEST_F(CompositionWindTest, PutsTheSurfaceLayersOnTopOfTheStation)
@@ -146,7 +146,7 @@ TEST_F(CompositionWindTest, PutsTheSurfaceLayersOnTopOfTheStation)
                                         {-4, 200}, {-1266, 200}, {14472, 4411}};
     for (const auto& [elevation, metres] : rows) {
         SCOPED_TRACE(elevation);
-        const NewWeather record = WindsOf(MetarOf(Report("27010KT"), elevation));
+        const NewWeather record = windsOf(metarOf(reportWith("27010KT"), elevation));
         EXPECT_EQ(record.Wind[0].UpperAlt, metres + 100);
         EXPECT_EQ(record.Wind[1].UpperAlt, metres + 300);
         EXPECT_EQ(record.Temp[0].Alt, metres + 10);
@@ -156,10 +156,10 @@ TEST_F(CompositionWindTest, PutsTheSurfaceLayersOnTopOfTheStation)
 
 TEST_F(CompositionWindTest, TruncatesTemperaturesTowardsZero)
 {
-    Metar metar = MetarOf(Report("27010KT"));
+    Metar metar = metarOf(reportWith("27010KT"));
     metar.setTemperature(-0.6F);
     metar.setDewPoint(-2.4F);
-    const NewWeather record = WindsOf(metar);
+    const NewWeather record = windsOf(metar);
     EXPECT_EQ(record.Temp[0].Day, 0);
     EXPECT_EQ(record.Temp[0].Dew, -2);
     EXPECT_EQ(record.Temp[1].Day, -1);
@@ -169,21 +169,21 @@ TEST_F(CompositionWindTest, TruncatesTemperaturesTowardsZero)
 TEST_F(CompositionWindTest, MakesALayerOfEachLevelAThousandFeetAboveTheStation)
 {
     // 305 metres are 1000.6 feet
-    const Grib grib = GribOf(
+    const Grib grib = gribOf(
         {{0, 305, "15050", "10011"}, {85, 1500, "03355", "36030"}, {50, 5600, "21560", "725120"}});
-    const NewWeather low = WindsOf(MetarOf(Report("27010KT"), 0), {}, grib);
+    const NewWeather low = windsOf(metarOf(reportWith("27010KT"), 0), {}, grib);
     EXPECT_EQ(low.nTempCtr, 5);
     EXPECT_EQ(low.Wind[2].UpperAlt, 304);
-    EXPECT_EQ(low.Wind[2].Dir, Steps(100));
+    EXPECT_EQ(low.Wind[2].Dir, steps(100));
     EXPECT_EQ(low.Wind[3].Dir, 0); // 360 degrees wrap
-    EXPECT_EQ(low.Wind[4].Dir, Steps(5));
+    EXPECT_EQ(low.Wind[4].Dir, steps(5));
     EXPECT_EQ(low.Wind[4].Speed, 220);
     EXPECT_EQ(low.Temp[3].Alt, low.Wind[3].UpperAlt);
     EXPECT_EQ(low.Temp[3].Day, -3);
     EXPECT_EQ(low.Temp[3].Dew, -8);
     for (const auto& [elevation, layers] : {std::pair(0, 5), std::pair(1, 4), std::pair(20000, 2)})
     {
-        EXPECT_EQ(WindsOf(MetarOf(Report("27010KT"), elevation), {}, grib).nWindCtr, layers);
+        EXPECT_EQ(windsOf(metarOf(reportWith("27010KT"), elevation), {}, grib).nWindCtr, layers);
     }
 }
 
@@ -194,7 +194,7 @@ TEST_F(CompositionWindTest, ThinsOutTheLowerLevelsForThemeFiles)
         levels.push_back({76 - i, 1000 + i * 500, "15050", "27010"});
     }
     options.weatherMode = 1;
-    const NewWeather record = WindsOf(MetarOf(Report("27010KT")), {}, GribOf(levels));
+    const NewWeather record = windsOf(metarOf(reportWith("27010KT")), {}, gribOf(levels));
     std::vector<int> heights;
     for (int i = 2; i < record.nWindCtr; ++i) {
         heights.push_back((record.Wind[static_cast<std::size_t>(i)].UpperAlt + 5) / 10 * 10);
@@ -205,9 +205,9 @@ TEST_F(CompositionWindTest, ThinsOutTheLowerLevelsForThemeFiles)
 TEST_F(CompositionWindTest, StaysInsideTheRecordWithThousandsOfLevels)
 {
     const std::vector<Level> levels(5000, Level{50, 5500, "15050", "27010"});
-    const Grib grib = GribOf(levels);
+    const Grib grib = gribOf(levels);
     ASSERT_EQ(grib.levels().size(), levels.size());
-    NewWeather record = WindsOf(MetarOf(Report("27010KT")), {}, grib);
+    NewWeather record = windsOf(metarOf(reportWith("27010KT")), {}, grib);
     EXPECT_EQ(record.nWindCtr, 24);
     EXPECT_EQ(record.nTempCtr, 24);
     EXPECT_EQ(record.Wind[23].Speed, 10);

@@ -8,7 +8,7 @@ class ObservationStringTest : public CompositionTest
 {
 protected:
     /// A record with one wind, one temperature layer and no cloud.
-    static NewWeather Plain()
+    static NewWeather plain()
     {
         NewWeather record;
         record.Wind[0].Dir = 49152;
@@ -18,9 +18,9 @@ protected:
         record.nWindCtr = 1;
         return record;
     }
-    static std::string TextOf(const NewWeather& record)
+    static std::string textOf(const NewWeather& record)
     {
-        return MetarString(MetarOf("EDDF 011220Z 27009KT 9999 15/08 Q1013"), {}, {}, record);
+        return MetarString(metarOf("EDDF 011220Z 27009KT 9999 15/08 Q1013"), {}, {}, record);
     }
 };
 
@@ -33,20 +33,20 @@ TEST_F(ObservationStringTest, SpreadsTheVariableSectorAroundTheDirection)
         {49152, 32768, " 180V000 "},
         {182, 65353, " 181V179 "}};
     for (const auto& [direction, variance, sector] : rows) {
-        NewWeather record = Plain();
+        NewWeather record = plain();
         record.Wind[0].Dir = direction; // both in steps
         record.Wind[0].Variance = variance;
-        EXPECT_EQ(TextOf(record).substr(28, 9), sector);
+        EXPECT_EQ(textOf(record).substr(28, 9), sector);
     }
 }
 
 TEST_F(ObservationStringTest, ListsTheWindsAloft)
 {
-    NewWeather record = Plain();
+    NewWeather record = plain();
     const auto aloft = [&record](int winds, int temperatures) {
         record.nWindCtr = winds;
         record.nTempCtr = temperatures;
-        const std::string text = TextOf(record);
+        const std::string text = textOf(record);
         return text.substr(text.find("@@@") + 3);
     };
     record.Wind[1] = {410, 11, 5, 51882, 0, 0, 0, 0, 0};
@@ -68,7 +68,7 @@ TEST(RelabelObservationTest, ReplacesFourCharactersByAnotherName)
         {"EDDF 011220Z", "GLOB 011220Z"}, {"ABC", "GLOB"}, {"", "GLOB"}};
     for (const auto& [text, result] : rows) {
         std::string changed = text;
-        RelabelObservation(changed, L"GLOB");
+        relabelObservation(changed, L"GLOB");
         EXPECT_EQ(changed, result);
     }
 }

@@ -18,12 +18,12 @@ TEST(WeatherThemeTest, BlocksHoldWhatTheRecordHoldsAndAreNeverNegative)
     record.nTempCtr = 100;
     record.nCloudCtr = 17;
     record.nUpperVisCtr = -1;
-    const ThemeStation station = MakeThemeStation(record, 1013.0F, Position(50.0, 8.5));
+    const ThemeStation station = makeThemeStation(record, 1013.0F, Position(50.0, 8.5));
     EXPECT_EQ(station.winds.size(), 24U);
     EXPECT_EQ(station.temperatures.size(), 24U);
     EXPECT_EQ(station.clouds.size(), 16U);
     EXPECT_EQ(station.visibilities.size(), 1U);
-    const QByteArray bytes = ThemeBytes(MakeThemeGrid({station}, 0));
+    const QByteArray bytes = themeBytes(makeThemeGrid({station}, 0));
     EXPECT_EQ(bytes.mid(6, 16).toHex(), "18000000010000001000000018000000");
 }
 
@@ -33,15 +33,15 @@ TEST(ThemeGridPositionsTest, CountsCellsByTheRange)
                                         {17, 0},  {-100, 0}, {2147483647, 625}};
     for (const auto& [rangeNm, wanted] : rows) {
         int cells = -1;
-        const auto positions = ThemeGridPositions(Position(50.0, 8.5), rangeNm, cells);
+        const auto positions = themeGridPositions(Position(50.0, 8.5), rangeNm, cells);
         EXPECT_EQ(cells, wanted) << rangeNm;
         EXPECT_EQ(positions.size(), 1U + static_cast<std::size_t>(cells * cells));
     }
 }
 
-ThemeStation StationAt(double latitude, float qnh)
+ThemeStation stationAt(double latitude, float qnh)
 {
-    return MakeThemeStation(NewWeather(), qnh, Position(latitude, 8.0));
+    return makeThemeStation(NewWeather(), qnh, Position(latitude, 8.0));
 }
 
 TEST(KeepNearestStationTest, CarriesTheCloseStationOver)
@@ -57,11 +57,11 @@ TEST(KeepNearestStationTest, CarriesTheCloseStationOver)
         ThemeGrid previous;
         float qnh = 900.0F;
         for (const double latitude : former) {
-            previous.stations.push_back(StationAt(latitude, qnh++));
+            previous.stations.push_back(stationAt(latitude, qnh++));
         }
         ThemeGrid current;
-        current.stations = {StationAt(50.3, 0.0F), StationAt(49.5, 1.0F), StationAt(50.1, 2.0F)};
-        KeepNearestStation(previous, current, aircraft);
+        current.stations = {stationAt(50.3, 0.0F), stationAt(49.5, 1.0F), stationAt(50.1, 2.0F)};
+        keepNearestStation(previous, current, aircraft);
         for (std::size_t i = 0; i < wanted.size(); ++i) {
             EXPECT_EQ(current.stations[i].qnh, wanted[i]) << i;
         }
@@ -71,7 +71,7 @@ TEST(KeepNearestStationTest, CarriesTheCloseStationOver)
 TEST(WriteThemeTest, FailureLeavesNoHalfFile)
 {
     const QTemporaryDir folder;
-    const ThemeGrid grid = MakeThemeGrid({StationAt(50.0, 1013.0F)}, 0);
+    const ThemeGrid grid = makeThemeGrid({stationAt(50.0, 1013.0F)}, 0);
     std::ostringstream console;
     EXPECT_FALSE(WriteTheme(grid, folder.filePath(QStringLiteral("missing/theme")), console));
     EXPECT_EQ(console.str(), "no good file failed! \n");

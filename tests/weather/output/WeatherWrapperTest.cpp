@@ -20,7 +20,7 @@ class WeatherWrapperTest : public ::testing::Test
 {
 protected:
     /// True if a signal of the spy carried this text.
-    static bool Told(const QSignalSpy& spy, int argument, const QString& text)
+    static bool told(const QSignalSpy& spy, int argument, const QString& text)
     {
         return std::any_of(spy.begin(), spy.end(), [&](const QList<QVariant>& arguments) {
             return arguments.at(argument).toString() == text;
@@ -62,9 +62,9 @@ TEST_F(WeatherWrapperTest, PassesProgressAndLogOn)
 {
     wrapper.addAirports({{QString(), QStringLiteral("EDDF"), QString(), 50.03, 8.57, 364}});
     wrapper.initializeWeather(QStringLiteral("EDDF 011220Z 27010KT 9999 15/08 Q1013\n"), 1);
-    EXPECT_TRUE(Told(progressSpy, 2, QStringLiteral("Initialize of metar data")));
+    EXPECT_TRUE(told(progressSpy, 2, QStringLiteral("Initialize of metar data")));
     EXPECT_TRUE(
-        Told(debugSpy, 0, QStringLiteral("(WeatherManager) - metar initialization completed: 1")));
+        told(debugSpy, 0, QStringLiteral("(WeatherManager) - metar initialization completed: 1")));
     EXPECT_EQ(debugSpy.last().at(1).toInt(), loglevel::kNotification);
     EXPECT_EQ(progressSpy.last().mid(0, 2), QList<QVariant>({0, 0}));
 }
@@ -92,7 +92,7 @@ TEST_F(WeatherWrapperTest, ComposesWithTheOptionsAsTheyStandAndLogsTheRecord)
     EXPECT_EQ(record.Wind[0].Dir, 49698);
     EXPECT_EQ(record.nCloudCtr, 2);
     ASSERT_EQ(debugSpy.size(), 1);
-    EXPECT_EQ(debugSpy[0].at(0).toString().toStdString(), NewWeatherText(record));
+    EXPECT_EQ(debugSpy[0].at(0).toString().toStdString(), newWeatherText(record));
     EXPECT_EQ(debugSpy[0].at(1).toInt(), loglevel::kDebug);
 
     settings.setGenerateCirrus(false);
@@ -100,7 +100,7 @@ TEST_F(WeatherWrapperTest, ComposesWithTheOptionsAsTheyStandAndLogsTheRecord)
     settings.setVisMax(50000);
     wrapper.GenerateWeather(metar, {}, {}, record, 3.0, atFrankfurt);
     EXPECT_EQ(record.nCloudCtr, 1);
-    EXPECT_TRUE(Told(debugSpy, 0, QStringLiteral("(WeatherWrapper) - set max vis: 50km")));
+    EXPECT_TRUE(told(debugSpy, 0, QStringLiteral("(WeatherWrapper) - set max vis: 50km")));
 }
 
 TEST_F(WeatherWrapperTest, LogsTheRecordOnlyWhereDebugLinesAreTaken)
@@ -130,7 +130,7 @@ TEST_F(WeatherWrapperTest, ReadsEveryCompositionOption)
     };
     for (const auto& [set, option, value] : numbers) {
         (settings.*set)(value);
-        EXPECT_EQ(CompositionOptions::FromSettings(settings).*option, value);
+        EXPECT_EQ(CompositionOptions::fromSettings(settings).*option, value);
     }
     const std::pair<void (Settings::*)(bool), bool CompositionOptions::*> switches[] = {
         {&Settings::setGustySurfaceWind, &CompositionOptions::gustySurfaceWind},
@@ -144,7 +144,7 @@ TEST_F(WeatherWrapperTest, ReadsEveryCompositionOption)
     for (const auto& [set, option] : switches) {
         for (const bool value : {false, true}) {
             (settings.*set)(value);
-            EXPECT_EQ(CompositionOptions::FromSettings(settings).*option, value);
+            EXPECT_EQ(CompositionOptions::fromSettings(settings).*option, value);
         }
     }
 }

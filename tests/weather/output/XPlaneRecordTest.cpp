@@ -29,14 +29,14 @@ class XPlaneRecordTest : public CompositionTest
 protected:
     XPlaneRecordTest() { random.setNumbers({7000, 3}); }
 
-    static Metar DecodedMetar(const std::string& text) { return MetarOf(text, 364); }
-    static Metar WithGroups(const std::string& groups)
+    static Metar decodedMetar(const std::string& text) { return metarOf(text, 364); }
+    static Metar withGroups(const std::string& groups)
     {
-        return DecodedMetar("EDDF 011150Z 09009KT " + groups + " 15/10 Q1013");
+        return decodedMetar("EDDF 011150Z 09009KT " + groups + " 15/10 Q1013");
     }
-    static Synop DecodedSynop(double northNm, const std::string& text = kCloudySynop)
+    static Synop decodedSynop(double northNm, const std::string& text = kCloudySynop)
     {
-        return SynopOf(text, North(northNm));
+        return synopOf(text, north(northNm));
     }
     XPlaneWeather generate(const Metar& metar, const Synop& synop = {}, const Grib& grib = kGrib)
     {
@@ -49,7 +49,7 @@ protected:
     XPlaneGeneration m_generation = XPlaneGeneration::Eleven;
 };
 
-void ExpectCloud(const XPlaneCloud& cloud, const XPlaneCloud& wanted)
+void expectCloud(const XPlaneCloud& cloud, const XPlaneCloud& wanted)
 {
     EXPECT_EQ(cloud.Type, wanted.Type);
     EXPECT_EQ(cloud.Coverage, wanted.Coverage);
@@ -69,11 +69,11 @@ TEST_F(XPlaneRecordTest, CoverageOfBothGenerations)
         {"OVC276", {4, 5.0F, 8523.5F, 8675.9F}, {2, 1.0F, 8523.5F, 8675.9F}},
     };
     for (const auto& [group, eleven, twelve] : rows) {
-        const Metar metar = WithGroups(std::string("9999 ") + group);
+        const Metar metar = withGroups(std::string("9999 ") + group);
         m_generation = XPlaneGeneration::Eleven;
-        ExpectCloud(generate(metar).Clouds[0], eleven);
+        expectCloud(generate(metar).Clouds[0], eleven);
         m_generation = XPlaneGeneration::Twelve;
-        ExpectCloud(generate(metar).Clouds[0], twelve);
+        expectCloud(generate(metar).Clouds[0], twelve);
     }
 }
 
@@ -89,54 +89,54 @@ TEST_F(XPlaneRecordTest, TopsFollowHumidityAndRain)
         {"9999 TSRA BKN275", 28364.0}, // high enough as it is
     };
     for (const auto& [groups, feet] : rows) { // above sea level
-        EXPECT_NEAR(generate(WithGroups(groups)).Clouds[0].Top, feet / 3.2808, 0.5) << feet;
+        EXPECT_NEAR(generate(withGroups(groups)).Clouds[0].Top, feet / 3.2808, 0.5) << feet;
     }
     // Without upper air a cloud is 500 feet thick.
-    EXPECT_NEAR(generate(DecodedMetar(kFair), {}, Grib()).Clouds[0].Top, 2264 / 3.2808, 0.5);
+    EXPECT_NEAR(generate(decodedMetar(kFair), {}, Grib()).Clouds[0].Top, 2264 / 3.2808, 0.5);
 }
 
 TEST_F(XPlaneRecordTest, VisibilityByReportsAndOptions)
 {
-    EXPECT_EQ(generate(DecodedMetar(kFair)).Vis, 30000000.0F);
-    EXPECT_EQ(generate(DecodedMetar(kFair), DecodedSynop(49.0)).Vis, 25000.0F);
-    EXPECT_EQ(generate(DecodedMetar(kFair), DecodedSynop(51.0)).Vis, 30000000.0F);
-    EXPECT_EQ(generate(DecodedMetar(kThunder), DecodedSynop(1.0)).Vis, 4500.0F);
+    EXPECT_EQ(generate(decodedMetar(kFair)).Vis, 30000000.0F);
+    EXPECT_EQ(generate(decodedMetar(kFair), decodedSynop(49.0)).Vis, 25000.0F);
+    EXPECT_EQ(generate(decodedMetar(kFair), decodedSynop(51.0)).Vis, 30000000.0F);
+    EXPECT_EQ(generate(decodedMetar(kThunder), decodedSynop(1.0)).Vis, 4500.0F);
     options.visMin = 6;
-    EXPECT_EQ(generate(DecodedMetar(kThunder)).Vis, 6000.0F);
+    EXPECT_EQ(generate(decodedMetar(kThunder)).Vis, 6000.0F);
     options.visMax = 40;
-    EXPECT_EQ(generate(DecodedMetar(kFair)).Vis, 40000.0F);
+    EXPECT_EQ(generate(decodedMetar(kFair)).Vis, 40000.0F);
     options.vis9999 = 2147483647;
-    EXPECT_EQ(generate(DecodedMetar(kFair)).Vis, 40000.0F);
+    EXPECT_EQ(generate(decodedMetar(kFair)).Vis, 40000.0F);
 }
 
 TEST_F(XPlaneRecordTest, SynopCirrusTakesThePlaceOfTheRandomOne)
 {
-    const XPlaneWeather near = generate(DecodedMetar(kFair), DecodedSynop(49.0));
-    ExpectCloud(near.Clouds[1], {1, 1.0F, 8645.5F, 8797.9F});
-    ExpectCloud(near.Clouds[2], {});
-    const XPlaneWeather far = generate(DecodedMetar(kFair), DecodedSynop(51.0));
-    ExpectCloud(far.Clouds[1], {1, 1.0F, 12191.0F, 12241.0F});
+    const XPlaneWeather near = generate(decodedMetar(kFair), decodedSynop(49.0));
+    expectCloud(near.Clouds[1], {1, 1.0F, 8645.5F, 8797.9F});
+    expectCloud(near.Clouds[2], {});
+    const XPlaneWeather far = generate(decodedMetar(kFair), decodedSynop(51.0));
+    expectCloud(far.Clouds[1], {1, 1.0F, 12191.0F, 12241.0F});
 }
 
 TEST_F(XPlaneRecordTest, CavokGetsACloudFromOptionsOrSynop)
 {
-    const Metar cavok = WithGroups("CAVOK");
+    const Metar cavok = withGroups("CAVOK");
     m_generation = XPlaneGeneration::Twelve;
     // 5000 feet and twice the elevation.
-    ExpectCloud(generate(cavok).Clouds[0], {2, 0.125F, 1745.9F, 1898.3F});
-    EXPECT_EQ(generate(cavok, DecodedSynop(99.0)).Clouds[0].Coverage, 0.625F);
-    EXPECT_EQ(generate(cavok, DecodedSynop(101.0)).Clouds[0].Coverage, 0.125F);
-    const Synop nine = DecodedSynop(60.0, "AAXX 01123 10637 11575 72712 82900");
+    expectCloud(generate(cavok).Clouds[0], {2, 0.125F, 1745.9F, 1898.3F});
+    EXPECT_EQ(generate(cavok, decodedSynop(99.0)).Clouds[0].Coverage, 0.625F);
+    EXPECT_EQ(generate(cavok, decodedSynop(101.0)).Clouds[0].Coverage, 0.125F);
+    const Synop nine = decodedSynop(60.0, "AAXX 01123 10637 11575 72712 82900");
     EXPECT_EQ(generate(cavok, nine).Clouds[0].Coverage, 0.125F) << "nine octas don't exist";
     options.cavokCover = 0;
-    ExpectCloud(generate(cavok).Clouds[0], {0, 0.375F, 12191.0F, 12241.0F});
+    expectCloud(generate(cavok).Clouds[0], {0, 0.375F, 12191.0F, 12241.0F});
 }
 
 TEST_F(XPlaneRecordTest, FourthLayerIsDroppedAndLogged)
 {
-    generate(WithGroups("9999 FEW010 SCT050 BKN060"));
+    generate(withGroups("9999 FEW010 SCT050 BKN060"));
     EXPECT_TRUE(logged.empty());
-    EXPECT_EQ(generate(WithGroups("9999 FEW010 SCT050 BKN060 OVC100")).Clouds[2].Type, 3);
+    EXPECT_EQ(generate(withGroups("9999 FEW010 SCT050 BKN060 OVC100")).Clouds[2].Type, 3);
     ASSERT_EQ(logged.size(), 1U);
     EXPECT_EQ(logged[0].first, "(Weather Converter) - XPlane clouds > 3");
 }
@@ -144,10 +144,10 @@ TEST_F(XPlaneRecordTest, FourthLayerIsDroppedAndLogged)
 TEST_F(XPlaneRecordTest, MistUnderAnEmptySky)
 {
     options.generateStratus = true;
-    const Metar mist = WithGroups("5000 RA BR");
-    ExpectCloud(generate(mist).Clouds[0], {5, 0.0F, 141.4F, 641.4F});
+    const Metar mist = withGroups("5000 RA BR");
+    expectCloud(generate(mist).Clouds[0], {5, 0.0F, 141.4F, 641.4F});
     for (const char* groups : {"5001 RA BR", "5000 BR"}) {
-        EXPECT_NE(generate(WithGroups(groups)).Clouds[0].Type, 5) << groups;
+        EXPECT_NE(generate(withGroups(groups)).Clouds[0].Type, 5) << groups;
     }
     options.generateStratus = false;
     EXPECT_NE(generate(mist).Clouds[0].Type, 5);
@@ -161,7 +161,7 @@ TEST_F(XPlaneRecordTest, RainAndThunderByIntensity)
         {"9999 TSGR BKN014", 0.7F, 0.5F}, {"9999 +TSRA BKN014", 1.0F, 0.8F},
         {"9999 +DZ BKN014", 0.0F, 0.0F}};
     for (const auto& [groups, rain, thunder] : rows) {
-        const XPlaneWeather record = generate(WithGroups(groups));
+        const XPlaneWeather record = generate(withGroups(groups));
         EXPECT_EQ(record.RainPercent, rain) << groups;
         EXPECT_EQ(record.ThunderstromPercent, thunder) << groups;
     }
@@ -179,21 +179,21 @@ TEST_F(XPlaneRecordTest, SurfaceWindAndItsShear)
         {{0.0F, -1.0F, 0.0F, 0.0F}, 51.0, 260.0F, 8.0F, 5.0F}, // surface wind of the upper air
     };
     for (const auto& [wind, synopNm, direction, speed, shear] : rows) {
-        Metar metar = DecodedMetar(kFair);
+        Metar metar = decodedMetar(kFair);
         metar.setWind(wind);
-        const XPlaneWindLayer layer = generate(metar, DecodedSynop(synopNm)).Winds[0];
+        const XPlaneWindLayer layer = generate(metar, decodedSynop(synopNm)).Winds[0];
         EXPECT_EQ(layer.Dir, direction);
         EXPECT_EQ(layer.Speed, speed);
         EXPECT_EQ(layer.ShearSpeed, shear);
         EXPECT_FLOAT_EQ(layer.Turbulence, speed / 30.0F);
     }
     options.gustySurfaceWind = false;
-    EXPECT_EQ(generate(DecodedMetar(kThunder)).Winds[0].Turbulence, 0.0F);
+    EXPECT_EQ(generate(decodedMetar(kThunder)).Winds[0].Turbulence, 0.0F);
 }
 
 TEST_F(XPlaneRecordTest, ThinUpperAirIsAskedAtTwoHeights)
 {
-    const XPlaneWeather record = generate(DecodedMetar(kFair), {}, Grib());
+    const XPlaneWeather record = generate(decodedMetar(kFair), {}, Grib());
     ASSERT_EQ(record.Winds.size(), 3U);
     EXPECT_NEAR(record.Winds[1].Alt, 9144.1F, 0.1F);
     EXPECT_NEAR(record.Winds[2].Alt, 15240.2F, 0.1F);
@@ -202,7 +202,7 @@ TEST_F(XPlaneRecordTest, ThinUpperAirIsAskedAtTwoHeights)
 
 TEST_F(XPlaneRecordTest, FileTextTakesFromANearSynopWhatTheMetarLacks)
 {
-    const Metar calm = DecodedMetar("EDDF 011150Z /////KT 9999 05/M02 Q1021");
+    const Metar calm = decodedMetar("EDDF 011150Z /////KT 9999 05/M02 Q1021");
     const std::pair<double, const char*> rows[] = {
         {10.0, "27012G13KT 350V010 14SM  BKN033 FEW280CI  05/02 Q1021"}, // gust and visibility too
         {60.0, "27012G02KT 350V010 9999  BKN033 FEW280CI  05/02 Q1021"},
@@ -211,7 +211,7 @@ TEST_F(XPlaneRecordTest, FileTextTakesFromANearSynopWhatTheMetarLacks)
     };
     for (const auto& [synopNm, groups] : rows) {
         std::string text;
-        XPlaneMetarText(calm, calm, DecodedSynop(synopNm), {}, text, context);
+        XPlaneMetarText(calm, calm, decodedSynop(synopNm), {}, text, context);
         EXPECT_EQ(text, std::string("2019/07/01 12:30\nEDDF 011150Z ") + groups) << synopNm;
     }
 }

@@ -24,7 +24,7 @@ TEST(NewWeatherTextTest, PrintsEveryFieldInTheOrderOfTheBridge)
     record.Cloud[0] = {1800, 1300, 50, 7, 9, 1, 1, -112, 1, 2, 0, 0};
     record.nUpperVisCtr = 1;
     record.UpperVis[0] = {850, 709, 994, 0};
-    EXPECT_EQ(NewWeatherText(record),
+    EXPECT_EQ(newWeatherText(record),
               "Command=2:Flag=0:Signature=-1:Icao=EDDF:Dynamic=0:Seconds=0:Lat=50.033333:"
               "Lon=-8.500000:Elev=7271936:Timestamp=0:Press=16211:Drift=0:"
               "UpperAlt=708:LowerAlt=-500:Range=622:"
@@ -42,7 +42,7 @@ TEST(NewWeatherTextTest, CountsBeyondTheSlotsReadNoForeignMemory)
     NewWeather record;
     record.nTempCtr = -7;
     record.nWindCtr = 1000;
-    const std::string text = NewWeatherText(record);
+    const std::string text = newWeatherText(record);
     EXPECT_NE(text.find(":TempLayer{}:"), std::string::npos);
     EXPECT_EQ(std::count(text.begin(), text.end(), '|'), 24);
 }

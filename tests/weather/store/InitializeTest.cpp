@@ -15,9 +15,9 @@ class InitializeTest : public ::testing::Test
 protected:
     InitializeTest()
     {
-        m_store.AddAirports(
-            {MakeStation(L"EDDF", 50.03, 8.57, 364), MakeStation(L"KDEN", 39.86, -104.67, 5431)});
-        m_store.SetWeatherStations(L"106370 EDDF   FRANKFURT/MAIN      DL 5003N 00836E 0112   \n");
+        m_store.addAirports(
+            {makeStation(L"EDDF", 50.03, 8.57, 364), makeStation(L"KDEN", 39.86, -104.67, 5431)});
+        m_store.setWeatherStations(L"106370 EDDF   FRANKFURT/MAIN      DL 5003N 00836E 0112   \n");
     }
 
     bool metars(const std::wstring& text) { return fill(text, storekind::kMetar); }
@@ -36,9 +36,9 @@ TEST_F(InitializeTest, PlacesMetarsByTheAirportTable)
            L"2019/07/01 11:50\n"
            L"\n"
            L"KDEN 011153Z 18005KT 10SM CLR 21/10 A3005");
-    ASSERT_EQ(m_store.MetarCount(), 1U) << "an unclosed last line counts";
-    EXPECT_TRUE(m_store.FailedMetarStations().empty());
-    const Metar metar = m_store.GetMetars().front();
+    ASSERT_EQ(m_store.metarCount(), 1U) << "an unclosed last line counts";
+    EXPECT_TRUE(m_store.failedMetarStations().empty());
+    const Metar metar = m_store.getMetars().front();
     EXPECT_EQ(metar.name(), L"Name of KDEN");
     EXPECT_EQ(metar.elevation(), 5431);
     EXPECT_EQ(metar.latitude(), 39.86);
@@ -52,7 +52,7 @@ TEST_F(InitializeTest, ListsMetarsWithoutAnAirport)
            L"YYYY 011150Z 18005KT 9999 21/10 Q1013\n"
            L"XXXX 011120Z 18005KT 9999 21/10 Q1013\n"
            L"no header at all\n");
-    EXPECT_EQ(m_store.FailedMetarStations(), (Names{L"XXXX", L"YYYY", L"XXXX", L""}));
+    EXPECT_EQ(m_store.failedMetarStations(), (Names{L"XXXX", L"YYYY", L"XXXX", L""}));
 }
 
 TEST_F(InitializeTest, PlacesLandSynopsByTheirNumberWithAZero)
@@ -60,8 +60,8 @@ TEST_F(InitializeTest, PlacesLandSynopsByTheirNumberWithAZero)
     EXPECT_TRUE(synops(L"AAXX 01124 10637 42960 50000 10210\r\n20100 40150=\n"
                        L"AAXX 01124 10638 42960 50000 10210=\n"
                        L"NIL NIL NIL NIL=short=\n"));
-    ASSERT_EQ(m_store.SynopCount(), 1U);
-    EXPECT_EQ(m_store.FailedSynopStations(), Names{L"10638"});
+    ASSERT_EQ(m_store.synopCount(), 1U);
+    EXPECT_EQ(m_store.failedSynopStations(), Names{L"10638"});
     Synop synop;
     ASSERT_TRUE(m_store.SearchSynop(aviation::Position(50, 8), synop));
     EXPECT_EQ(synop.name(), L"FRANKFURT/MAIN");
@@ -73,24 +73,24 @@ TEST_F(InitializeTest, KeepsSynopsThatCarryTheirPosition)
 {
     synops(
         L"BBXX DBBH 01124 99500 10100 41498 51010=OOXX AB12 01124 99400 71050 12345 46/// 41498=");
-    EXPECT_EQ(m_store.SynopCount(), 2U);
+    EXPECT_EQ(m_store.synopCount(), 2U);
     Synop synop;
     ASSERT_TRUE(m_store.SearchSynop(aviation::Position(50, 10.1), synop));
     EXPECT_EQ(synop.name(), L"DBBH");
 }
 
-std::wstring GribLine(const std::wstring& place, const std::wstring& qnh = L"013")
+std::wstring gribLine(const std::wstring& place, const std::wstring& qnh = L"013")
 {
     return L"GRIB 01121 00000 " + place + L" 99" + qnh + L" 15055 27010 0000100 15055 27010\n";
 }
 
 TEST_F(InitializeTest, GribsAccumulateAndReplaceTheirGridPoint)
 {
-    EXPECT_TRUE(gribs(GribLine(L"99450 70930") + L"\n" + GribLine(L"99450 70940")));
-    EXPECT_EQ(m_store.GribCount(), 2U);
-    EXPECT_TRUE(gribs(L"# TIME:2561982400 GFS\n" + GribLine(L"99450 70930", L"020")
-                      + GribLine(L"99460 70930")));
-    EXPECT_EQ(m_store.GribCount(), 3U);
+    EXPECT_TRUE(gribs(gribLine(L"99450 70930") + L"\n" + gribLine(L"99450 70940")));
+    EXPECT_EQ(m_store.gribCount(), 2U);
+    EXPECT_TRUE(gribs(L"# TIME:2561982400 GFS\n" + gribLine(L"99450 70930", L"020")
+                      + gribLine(L"99460 70930")));
+    EXPECT_EQ(m_store.gribCount(), 3U);
     Grib grib;
     ASSERT_TRUE(m_store.SearchGrib(aviation::Position(45, -93), grib));
     EXPECT_EQ(grib.qnh(), 1020.0F);
@@ -101,9 +101,9 @@ TEST_F(InitializeTest, GribsAccumulateAndReplaceTheirGridPoint)
 
 TEST_F(InitializeTest, UpperAirHeaderThatTellsAnErrorChangesNothing)
 {
-    gribs(GribLine(L"99450 70930"));
-    EXPECT_FALSE(gribs(L"#Error: no data\n" + GribLine(L"99450 70940")));
-    EXPECT_EQ(m_store.GribCount(), 1U);
+    gribs(gribLine(L"99450 70930"));
+    EXPECT_FALSE(gribs(L"#Error: no data\n" + gribLine(L"99450 70940")));
+    EXPECT_EQ(m_store.gribCount(), 1U);
     EXPECT_EQ(m_store.lines.back(), ListeningStore::Line(L"#Error: no data", 0));
 }
 
@@ -114,7 +114,7 @@ TEST_F(InitializeTest, StoresTafsByTheirFirstFourCharacters)
                      L"TAF AMD KDEN 011120Z 0112/0218 18005KT\n\n"
                      L"TAF KD\n\n"
                      L"TAF KMSP 011120Z 0112/0218 18005KT\n"));
-    EXPECT_EQ(m_store.TafCount(), 3U) << "too short, and without its empty line";
+    EXPECT_EQ(m_store.tafCount(), 3U) << "too short, and without its empty line";
     EXPECT_EQ(m_store.GetTaf(L"EDDF"), L"EDDF 011100Z 0112/0218 BECMG 0114/0116") << "the later";
     EXPECT_EQ(m_store.GetTaf(L"AMD "), L"AMD KDEN 011120Z 0112/0218 18005KT");
     tafs(L"");
@@ -129,10 +129,10 @@ TEST_F(InitializeTest, DeletesSynopsByAgeAndValidity)
         text.append(L"AAXX ").append(dayHour).append(L"4 10637 42960 50000 10210=");
     }
     synops(text);
-    EXPECT_EQ(m_store.DeleteOldSynops(25200), 4);
-    EXPECT_EQ(m_store.SynopCount(), 3U);
-    EXPECT_EQ(m_store.DeleteOldSynops(5400), 1) << "that of 06:00, the limit itself stays";
-    EXPECT_EQ(m_store.DeleteOldSynops(1799), 2);
+    EXPECT_EQ(m_store.deleteOldSynops(25200), 4);
+    EXPECT_EQ(m_store.synopCount(), 3U);
+    EXPECT_EQ(m_store.deleteOldSynops(5400), 1) << "that of 06:00, the limit itself stays";
+    EXPECT_EQ(m_store.deleteOldSynops(1799), 2);
 }
 
 TEST_F(InitializeTest, TellsHowManySynopsItDeletesAndLeavesTheOthersInPlace)
@@ -143,11 +143,11 @@ TEST_F(InitializeTest, TellsHowManySynopsItDeletesAndLeavesTheOthersInPlace)
     }
     synops(text);
     m_store.steps.clear();
-    EXPECT_EQ(m_store.DeleteOldSynops(25200), 50);
+    EXPECT_EQ(m_store.deleteOldSynops(25200), 50);
     EXPECT_EQ(m_store.steps,
               (Names{L"check of additional weather data 100 from 250, deleted: 20",
                      L"check of additional weather data 200 from 250, deleted: 40"}));
-    EXPECT_EQ(m_store.DeleteOldSynops(25200), 0);
+    EXPECT_EQ(m_store.deleteOldSynops(25200), 0);
     Synop synop;
     EXPECT_TRUE(m_store.SearchSynop(aviation::Position(50, 8), synop));
     EXPECT_EQ(synop.timeGroup(), L"011200Z");
@@ -164,10 +164,10 @@ TEST(SynopManagerTest, TakesOutWhatTheFullDecoderRefuses)
             if (isHeaderRead) {
                 EXPECT_EQ(synop.DecodeHeader(), synopstatus::kDecoded);
             }
-            synops.Add(std::move(synop));
+            synops.add(std::move(synop));
         }
     }
-    EXPECT_EQ(synops.TakeOld(clock.NowSeconds(), 25200, {}).size(), 2U);
+    EXPECT_EQ(synops.takeOld(clock.nowSeconds(), 25200, {}).size(), 2U);
     EXPECT_EQ(synops.synops().at(1).icao(), L"10637");
 }
 

@@ -20,20 +20,20 @@ protected:
 
 TEST_F(SearchTest, MetarComesDecodedAndTheEarlierOfEqualsWins)
 {
-    m_store.AddAirports({MakeStation(L"EDDF", 50, 8), MakeStation(L"ETOU", 50, 8)});
+    m_store.addAirports({makeStation(L"EDDF", 50, 8), makeStation(L"ETOU", 50, 8)});
     metars(L"ETOU 011150Z 18005KT 9999 21/10 Q1013\n"
            L"EDDF 011150Z 19005KT 9999 21/10 Q1014\n"
            L"ETOU 011120Z 20005KT 9999 21/10 Q1015\n");
     Metar metar;
     ASSERT_TRUE(m_store.SearchMetar(Position(50.2, 8), metar));
     EXPECT_EQ(metar.qnh(), 1013.0F);
-    EXPECT_FALSE(m_store.GetMetars().front().isDecoded()) << "the entry stays as it came";
+    EXPECT_FALSE(m_store.getMetars().front().isDecoded()) << "the entry stays as it came";
 }
 
 TEST_F(SearchTest, LimitsDifferByKind)
 {
-    m_store.AddAirport(MakeStation(L"EDDF", 50, 8));
-    m_store.SetWeatherStations(L"106370 EDDF   FRANKFURT/MAIN      DL 5000N 00800E 0112   \n");
+    m_store.addAirport(makeStation(L"EDDF", 50, 8));
+    m_store.setWeatherStations(L"106370 EDDF   FRANKFURT/MAIN      DL 5000N 00800E 0112   \n");
     metars(L"EDDF 011150Z 18005KT 9999 21/10 Q1013\n");
     m_store.Initialize(L"AAXX 01124 10637 42960 50000 10210=", storekind::kSynop, false);
     m_store.Initialize(L"GRIB 01121 00000 99500 10080 99013 15055 27010\n", storekind::kUpperAir,
@@ -57,7 +57,7 @@ TEST_F(SearchTest, LimitsDifferByKind)
 
 TEST_F(SearchTest, FlagsAnOldEntryInTheStoreOnly)
 {
-    m_store.AddAirport(MakeStation(L"EDDF", 50, 8));
+    m_store.addAirport(makeStation(L"EDDF", 50, 8));
     for (const bool isOld : {false, true}) { // 12:30 now
         metars(isOld ? L"EDDF 010859Z 18005KT 9999 21/10 Q1013\n"
                      : L"EDDF 010900Z 18005KT 9999 21/10 Q1013\n");
@@ -66,15 +66,15 @@ TEST_F(SearchTest, FlagsAnOldEntryInTheStoreOnly)
             EXPECT_TRUE(m_store.SearchMetar(Position(50, 8), metar)) << "old ones are found too";
             EXPECT_FALSE(metar.isOutdated());
         }
-        EXPECT_EQ(m_store.GetMetars().front().isOutdated(), isOld);
+        EXPECT_EQ(m_store.getMetars().front().isOutdated(), isOld);
     }
 }
 
 TEST_F(SearchTest, StationsInRangeAreSortedAndTheLimitIsExcluded)
 {
-    m_store.AddAirports({MakeStation(L"FAR ", 51, 8), MakeStation(L"NEAR", 50.1, 8),
-                         MakeStation(L"NONE", 0, 0), MakeStation(L"MID ", 49.5, 8)});
-    std::vector<Station> stations{MakeStation(L"OLD ", 1, 1)};
+    m_store.addAirports({makeStation(L"FAR ", 51, 8), makeStation(L"NEAR", 50.1, 8),
+                         makeStation(L"NONE", 0, 0), makeStation(L"MID ", 49.5, 8)});
+    std::vector<Station> stations{makeStation(L"OLD ", 1, 1)};
     const auto namesWithin = [&](int nm) {
         m_store.StationsInRange(Position(50.1, 8), nm, stations);
         std::wstring names;
@@ -90,14 +90,14 @@ TEST_F(SearchTest, StationsInRangeAreSortedAndTheLimitIsExcluded)
 
 TEST_F(SearchTest, NearestAirportLiesWithin20Nm)
 {
-    m_store.AddAirports({MakeStation(L"AAAA", 50, 8), MakeStation(L"BBBB", 50.2, 8),
-                         MakeStation(L"CCCC", 50.2, 8)});
+    m_store.addAirports({makeStation(L"AAAA", 50, 8), makeStation(L"BBBB", 50.2, 8),
+                         makeStation(L"CCCC", 50.2, 8)});
     Station station;
     m_store.NearestAirport(Position(50.15, 8), station);
     EXPECT_EQ(station.icao(), L"BBBB");
     m_store.NearestAirport(Position(49, 8), station);
     EXPECT_EQ(station.icao(), L"BBBB") << "nothing near leaves the output alone";
-    m_store.AddAirport(MakeStation(L"DDDD", 49, 8));
+    m_store.addAirport(makeStation(L"DDDD", 49, 8));
     m_store.NearestAirport(Position(49, 8), station);
     EXPECT_EQ(station.icao(), L"DDDD") << "an airport added later is found";
 }

@@ -25,7 +25,7 @@ public:
     std::vector<Line> lines;
 };
 
-inline aviation::weather::Station MakeStation(std::wstring icao, double latitude, double longitude,
+inline aviation::weather::Station makeStation(std::wstring icao, double latitude, double longitude,
                                               int elevation = 0)
 {
     std::wstring name = L"Name of " + icao;

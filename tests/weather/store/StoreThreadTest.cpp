@@ -19,7 +19,7 @@ std::wstring fill(WeatherManager& store)
     std::wstring metars;
     for (int i = 10; i < 10 + kReports; ++i) {
         const std::wstring icao = L"ED" + std::to_wstring(i);
-        store.AddAirport(MakeStation(icao, i, 8));
+        store.addAirport(makeStation(icao, i, 8));
         metars += icao + L" 011150Z 18005KT 9999 21/10 Q1013\n";
     }
     store.Initialize(metars, storekind::kMetar, false);
@@ -35,13 +35,13 @@ void renew(WeatherManager& store, const std::wstring& metars, int round)
     store.Initialize(L"TAF EDDF 011100Z 0112/0218\n\n", storekind::kTaf, false);
     store.Initialize(L"GRIB 01121 00000 99500 1008" + number + L" 99013 15055 27010\n",
                      storekind::kUpperAir, false);
-    store.DeleteOldSynops(25200);
-    store.AddAirport(MakeStation(L"NEW ", -50, round));
+    store.deleteOldSynops(25200);
+    store.addAirport(makeStation(L"NEW ", -50, round));
 }
 
 void readOnce(WeatherManager& store)
 {
-    EXPECT_EQ(store.GetMetars().size(), std::size_t{kReports});
+    EXPECT_EQ(store.getMetars().size(), std::size_t{kReports});
     Metar metar;
     EXPECT_TRUE(store.SearchMetar(Position(30, 8), metar));
     EXPECT_EQ(metar.icao(), L"ED30");
@@ -50,10 +50,10 @@ void readOnce(WeatherManager& store)
     Synop synop;
     store.SearchSynop(Position(50, 8), synop);
     Station station;
-    EXPECT_TRUE(store.GetStation(L"ED12", station));
+    EXPECT_TRUE(store.getStation(L"ED12", station));
     store.NearestAirport(Position(30, 8), station);
     store.GetTaf(L"EDDF");
-    store.FailedSynopStations();
+    store.failedSynopStations();
 }
 
 /// The worker renews the store while the main thread reads it: a reader sees whole tables only.
@@ -72,7 +72,7 @@ TEST(StoreThreadTest, ReadersSeeWholeTables)
     }
     isDone = true;
     reader.join();
-    EXPECT_EQ(store.AirportCount(), std::size_t{kReports + kRounds});
+    EXPECT_EQ(store.airportCount(), std::size_t{kReports + kRounds});
 }
 
 /// A listener may ask the store from within a callback.
@@ -81,10 +81,10 @@ TEST(StoreThreadTest, CallbacksMayAskTheStore)
     const WeatherManager* asked = nullptr;
     std::size_t count = 0;
     WeatherManager store({[&](int, int, const std::wstring&) {
-                              count += asked->MetarCount() + asked->GribCount() + 1;
+                              count += asked->metarCount() + asked->gribCount() + 1;
                           },
                           [&](const std::wstring&, int) {
-                              count += asked->SynopCount() + 1;
+                              count += asked->synopCount() + 1;
                           }});
     asked = &store;
     store.Initialize(L"EDDF 011150Z 18005KT 9999 21/10 Q1013\n", storekind::kMetar, false);
@@ -95,7 +95,7 @@ TEST(StoreThreadTest, CallbacksMayAskTheStore)
     }
     store.Initialize(synops, storekind::kSynop, false);
     count = 0;
-    store.DeleteOldSynops(25200);
+    store.deleteOldSynops(25200);
     EXPECT_GE(count, 1U);
 }
 

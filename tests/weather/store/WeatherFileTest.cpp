@@ -6,7 +6,7 @@
 
 #include <array>
 
-using aviation::weather::ExtractWeatherBlocks;
+using aviation::weather::extractWeatherBlocks;
 using aviation::weather::WeatherBlocks;
 
 namespace {
@@ -27,7 +27,7 @@ TEST(WeatherFileTest, CutsBlocks)
     };
     for (const auto& [text, metars, synops, tafs] : rows) {
         const QString whole = QString::fromLatin1(text);
-        const WeatherBlocks blocks = ExtractWeatherBlocks(whole);
+        const WeatherBlocks blocks = extractWeatherBlocks(whole);
         EXPECT_EQ(blocks.metars, QLatin1String(metars)) << text;
         EXPECT_EQ(blocks.synops, QLatin1String(synops)) << text;
         EXPECT_EQ(blocks.tafs, QLatin1String(tafs)) << text;
@@ -38,7 +38,7 @@ TEST(WeatherFileTest, ManyHalfMarkersAreReadInOnePass)
 {
     const QString text = QStringLiteral("[METAR]ok[/METAR]")
                          + QStringLiteral("[META[/META[SYNO[/SYNO[TA[/TA").repeated(400000);
-    EXPECT_EQ(ExtractWeatherBlocks(text).metars, QLatin1String("ok"));
+    EXPECT_EQ(extractWeatherBlocks(text).metars, QLatin1String("ok"));
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 
 void NewWeather::setIcao(std::wstring_view icao)
 {
-    const std::string narrow = aviation::NarrowAscii(icao.substr(0, Icao.size()));
+    const std::string narrow = aviation::narrowAscii(icao.substr(0, Icao.size()));
     Icao.fill('\0');
     std::copy(narrow.begin(), narrow.end(), Icao.begin());
 }

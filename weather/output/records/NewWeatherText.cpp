@@ -9,28 +9,28 @@
 
 namespace {
 
-using recordtext::AppendIntegers;
+using recordtext::appendIntegers;
 
 /// Characters of a record with all its layers in use; texts of thousands grow slowly without it.
 constexpr std::size_t kUsualLength = 4096;
 
-void Append(std::string& text, const VisLayer& layer)
+void append(std::string& text, const VisLayer& layer)
 {
-    AppendIntegers(
+    appendIntegers(
         text, {{"UpperAlt", layer.UpperAlt}, {"LowerAlt", layer.LowerAlt}, {"Range", layer.Range}});
 }
 
-void Append(std::string& text, const TempLayer& layer)
+void append(std::string& text, const TempLayer& layer)
 {
-    AppendIntegers(text, {{"Alt", layer.Alt},
+    appendIntegers(text, {{"Alt", layer.Alt},
                           {"Day", layer.Day},
                           {"DayNightVar", layer.DayNightVar},
                           {"Dew", layer.Dew}});
 }
 
-void Append(std::string& text, const WindLayer& layer)
+void append(std::string& text, const WindLayer& layer)
 {
-    AppendIntegers(text, {{"UpperAlt", layer.UpperAlt},
+    appendIntegers(text, {{"UpperAlt", layer.UpperAlt},
                           {"Speed", layer.Speed},
                           {"Gust", layer.Gust},
                           {"Dir", layer.Dir},
@@ -41,9 +41,9 @@ void Append(std::string& text, const WindLayer& layer)
                           {"CapAbove", layer.CapAbove}});
 }
 
-void Append(std::string& text, const CloudLayer& layer)
+void append(std::string& text, const CloudLayer& layer)
 {
-    AppendIntegers(text, {{"UpperAlt", layer.UpperAlt},
+    appendIntegers(text, {{"UpperAlt", layer.UpperAlt},
                           {"LowerAlt", layer.LowerAlt},
                           {"Dev", layer.Dev},
                           {"Cover", layer.Cover},
@@ -58,12 +58,12 @@ void Append(std::string& text, const CloudLayer& layer)
 
 /// "Name{layer|layer|}", a count below 1 leaves nothing between the braces.
 template <class Layers>
-void AppendSection(std::string& text, const char* name, const Layers& layers, std::int32_t count)
+void appendSection(std::string& text, const char* name, const Layers& layers, std::int32_t count)
 {
     const auto used = std::clamp<std::int64_t>(count, 0, static_cast<std::int64_t>(layers.size()));
     text.append(name) += '{';
     std::for_each_n(layers.begin(), used, [&text](const auto& layer) {
-        Append(text, layer);
+        append(text, layer);
         text += '|';
     });
     text += '}';
@@ -71,23 +71,23 @@ void AppendSection(std::string& text, const char* name, const Layers& layers, st
 
 /// Everything in front of the layers, each group with its ":". The two unsigned 32-bit fields are
 /// printed as signed ones, as the bridge's "%i" does.
-void AppendHead(std::string& text, const NewWeather& record)
+void appendHead(std::string& text, const NewWeather& record)
 {
-    AppendIntegers(text, {{"Command", record.Command},
+    appendIntegers(text, {{"Command", record.Command},
                           {"Flag", record.Flag},
                           {"Signature", static_cast<std::int32_t>(record.Signature)}});
     text.append(":Icao=").append(record.icaoText()) += ':';
-    AppendIntegers(text, {{"Dynamic", record.Dynamic}, {"Seconds", record.Seconds}});
-    text.append(":Lat=").append(aviation::FixedText(record.Lat, 6));
-    text.append(":Lon=").append(aviation::FixedText(record.Lon, 6)) += ':';
-    AppendIntegers(text, {{"Elev", record.Elev},
+    appendIntegers(text, {{"Dynamic", record.Dynamic}, {"Seconds", record.Seconds}});
+    text.append(":Lat=").append(aviation::fixedText(record.Lat, 6));
+    text.append(":Lon=").append(aviation::fixedText(record.Lon, 6)) += ':';
+    appendIntegers(text, {{"Elev", record.Elev},
                           {"Timestamp", static_cast<std::int32_t>(record.Timestamp)},
                           {"Press", record.Press},
                           {"Drift", record.Drift}});
     text += ':';
-    Append(text, record.Vis);
+    append(text, record.Vis);
     text += ':';
-    AppendIntegers(text, {{"nTempCtr", record.nTempCtr},
+    appendIntegers(text, {{"nTempCtr", record.nTempCtr},
                           {"nWindCtr", record.nWindCtr},
                           {"nCloudCtr", record.nCloudCtr},
                           {"nUpperVisCtr", record.nUpperVisCtr}});
@@ -96,22 +96,22 @@ void AppendHead(std::string& text, const NewWeather& record)
 
 } // namespace
 
-std::string NewWeatherText(const NewWeather& record)
+std::string newWeatherText(const NewWeather& record)
 {
     std::string text;
     text.reserve(kUsualLength);
-    AppendHead(text, record);
-    AppendSection(text, "TempLayer", record.Temp, record.nTempCtr);
+    appendHead(text, record);
+    appendSection(text, "TempLayer", record.Temp, record.nTempCtr);
     text += ':';
-    AppendSection(text, "WindLayer", record.Wind, record.nWindCtr);
+    appendSection(text, "WindLayer", record.Wind, record.nWindCtr);
     text += ':';
-    AppendSection(text, "VisLayer", record.UpperVis, record.nUpperVisCtr);
+    appendSection(text, "VisLayer", record.UpperVis, record.nUpperVisCtr);
     text += ':';
-    AppendSection(text, "CloudLayer", record.Cloud, record.nCloudCtr);
+    appendSection(text, "CloudLayer", record.Cloud, record.nCloudCtr);
     return text;
 }
 
-std::string RecordHex(const NewWeather& record)
+std::string recordHex(const NewWeather& record)
 {
     static_assert(std::endian::native == std::endian::little, "the record is little-endian");
     constexpr char kDigits[] = "0123456789abcdef";

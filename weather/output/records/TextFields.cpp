@@ -10,7 +10,7 @@ namespace recordtext {
 
 namespace {
 
-void AppendName(std::string& text, std::string_view name)
+void appendName(std::string& text, std::string_view name)
 {
     if (!name.empty()) {
         text.append(name) += '=';
@@ -19,7 +19,7 @@ void AppendName(std::string& text, std::string_view name)
 
 } // namespace
 
-void AppendIntegers(std::string& text, std::initializer_list<IntegerField> fields)
+void appendIntegers(std::string& text, std::initializer_list<IntegerField> fields)
 {
     std::array<char, 20> digits{}; // the longest value is -9223372036854775808
     bool isFirst = true;
@@ -27,28 +27,28 @@ void AppendIntegers(std::string& text, std::initializer_list<IntegerField> field
         if (!std::exchange(isFirst, false)) {
             text += ':';
         }
-        AppendName(text, field.name);
+        appendName(text, field.name);
         const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), field.value);
         text.append(digits.data(), end.ptr);
     }
 }
 
-std::string JoinedIntegers(std::initializer_list<IntegerField> fields)
+std::string joinedIntegers(std::initializer_list<IntegerField> fields)
 {
     std::string text;
-    AppendIntegers(text, fields);
+    appendIntegers(text, fields);
     return text;
 }
 
-std::string JoinedFixed(std::initializer_list<FixedField> fields)
+std::string joinedFixed(std::initializer_list<FixedField> fields)
 {
     std::string text;
     for (const FixedField& field : fields) {
         if (!text.empty()) {
             text += ':';
         }
-        AppendName(text, field.name);
-        text += aviation::FixedText(static_cast<double>(field.value), field.precision);
+        appendName(text, field.name);
+        text += aviation::fixedText(static_cast<double>(field.value), field.precision);
     }
     return text;
 }

@@ -22,9 +22,9 @@ struct FixedField
 };
 
 /// The fields with ":" between them; the decimal point doesn't depend on the locale.
-std::string JoinedIntegers(std::initializer_list<IntegerField> fields);
+std::string joinedIntegers(std::initializer_list<IntegerField> fields);
 /// The same at the end of a text that has other fields already.
-void AppendIntegers(std::string& text, std::initializer_list<IntegerField> fields);
-std::string JoinedFixed(std::initializer_list<FixedField> fields);
+void appendIntegers(std::string& text, std::initializer_list<IntegerField> fields);
+std::string joinedFixed(std::initializer_list<FixedField> fields);
 
 } // namespace recordtext

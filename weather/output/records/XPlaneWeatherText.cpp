@@ -4,12 +4,12 @@
 
 namespace {
 
-using recordtext::JoinedFixed;
-using recordtext::JoinedIntegers;
+using recordtext::joinedFixed;
+using recordtext::joinedIntegers;
 
-std::string ValuesText(const XPlaneWeather& record)
+std::string valuesText(const XPlaneWeather& record)
 {
-    return JoinedFixed({{"Press", record.Press, 2},
+    return joinedFixed({{"Press", record.Press, 2},
                         {"Vis", record.Vis, 1},
                         {"Temp", record.Temp, 1},
                         {"Dew", record.Dew, 1},
@@ -25,22 +25,22 @@ std::string ValuesText(const XPlaneWeather& record)
                         {"TropoAltMeter", record.TropoAltMeter, 1}});
 }
 
-std::string CloudsText(const XPlaneWeather& record)
+std::string cloudsText(const XPlaneWeather& record)
 {
     std::string text = "Cloudlayer{";
     for (const XPlaneCloud& layer : record.Clouds) {
         text +=
-            JoinedIntegers({{"Type", layer.Type}}) + ":"
-            + JoinedFixed(
+            joinedIntegers({{"Type", layer.Type}}) + ":"
+            + joinedFixed(
                 {{"Coverage", layer.Coverage, 2}, {"Base", layer.Base, 0}, {"Top", layer.Top, 0}})
             + "|";
     }
     return text + "}:";
 }
 
-std::string LongText(const XPlaneWindLayer& layer)
+std::string longText(const XPlaneWindLayer& layer)
 {
-    return JoinedFixed({{"Alt", layer.Alt, 0},
+    return joinedFixed({{"Alt", layer.Alt, 0},
                         {"Dir", layer.Dir, 1},
                         {"Speed", layer.Speed, 0},
                         {"Turbulence", layer.Turbulence, 1},
@@ -48,9 +48,9 @@ std::string LongText(const XPlaneWindLayer& layer)
                         {"ShearSpeed", layer.ShearSpeed, 1}});
 }
 
-std::string ShortText(const XPlaneWindLayer& layer)
+std::string shortText(const XPlaneWindLayer& layer)
 {
-    return JoinedFixed({{"", layer.Alt, 0},
+    return joinedFixed({{"", layer.Alt, 0},
                         {"", layer.Dir, 1},
                         {"", layer.Speed, 0},
                         {"", layer.Turbulence, 1},
@@ -60,7 +60,7 @@ std::string ShortText(const XPlaneWindLayer& layer)
                         {"", layer.Further[1], 1}});
 }
 
-std::string WindLayersText(const std::vector<XPlaneWindLayer>& layers,
+std::string windLayersText(const std::vector<XPlaneWindLayer>& layers,
                            std::string (*layerText)(const XPlaneWindLayer&))
 {
     std::string text = "WindLayer{";
@@ -72,23 +72,23 @@ std::string WindLayersText(const std::vector<XPlaneWindLayer>& layers,
 
 } // namespace
 
-std::string XPlaneWeatherText(const XPlaneWeather& record)
+std::string xPlaneWeatherText(const XPlaneWeather& record)
 {
-    return ValuesText(record) + CloudsText(record) + WindLayersLongText(record.Winds);
+    return valuesText(record) + cloudsText(record) + windLayersLongText(record.Winds);
 }
 
-std::string XPlaneWeatherWxText(const XPlaneWeather& record)
+std::string xPlaneWeatherWxText(const XPlaneWeather& record)
 {
-    return ValuesText(record) + ":WX=" + record.WX + ":" + CloudsText(record)
-           + WindLayersShortText(record.Winds);
+    return valuesText(record) + ":WX=" + record.WX + ":" + cloudsText(record)
+           + windLayersShortText(record.Winds);
 }
 
-std::string WindLayersLongText(const std::vector<XPlaneWindLayer>& layers)
+std::string windLayersLongText(const std::vector<XPlaneWindLayer>& layers)
 {
-    return WindLayersText(layers, LongText);
+    return windLayersText(layers, longText);
 }
 
-std::string WindLayersShortText(const std::vector<XPlaneWindLayer>& layers)
+std::string windLayersShortText(const std::vector<XPlaneWindLayer>& layers)
 {
-    return WindLayersText(layers, ShortText);
+    return windLayersText(layers, shortText);
 }

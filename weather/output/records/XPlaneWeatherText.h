@@ -8,15 +8,15 @@
 /// Text of the bridge's message 9, weather for X-Plane 10 and 11:
 /// "Press=29.92:...:TropoAltMeter=-99.0Cloudlayer{...}:WindLayer{...}". Deliberately no
 /// colon stands in front of "Cloudlayer{".
-std::string XPlaneWeatherText(const XPlaneWeather& record);
+std::string xPlaneWeatherText(const XPlaneWeather& record);
 
 /// Text of the bridge's message 28, weather for X-Plane 12: as above with ":WX=" and the record's
 /// weather text, and with the winds in the short form.
-std::string XPlaneWeatherWxText(const XPlaneWeather& record);
+std::string xPlaneWeatherWxText(const XPlaneWeather& record);
 
 /// "WindLayer{Alt=...:Dir=...:Speed=...:Turbulence=...:ShearDir=...:ShearSpeed=...|}", the form of
 /// the bridge's messages 9 and 13.
-std::string WindLayersLongText(const std::vector<XPlaneWindLayer>& layers);
+std::string windLayersLongText(const std::vector<XPlaneWindLayer>& layers);
 
 /// "WindLayer{" and the first eight values of each layer without names, the form of message 28.
-std::string WindLayersShortText(const std::vector<XPlaneWindLayer>& layers);
+std::string windLayersShortText(const std::vector<XPlaneWindLayer>& layers);
