@@ -10,7 +10,7 @@
 /// The program's own drawings, SVG files on a grid of 24 x 24 under ":/images/". Main thread.
 namespace Icons {
 
-/// One drawing each; resourcePath tells the file.
+/// One drawing each; resourcePath says the file.
 enum class Name
 {
     // Actions of menus and tool bar

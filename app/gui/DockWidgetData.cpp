@@ -256,7 +256,7 @@ void DockWidgetData::setAircraftData(const aviation::structs::AircraftData& airc
 
 QString DockWidgetData::groundTrack(const aviation::structs::AircraftData& aircraft)
 {
-    // The simulator doesn't tell the track: it is the course between the last two places.
+    // The simulator doesn't send the track: it is the course between the last two places.
     const bool moved = m_lastPosition.isKnown() && m_lastPosition != aircraft.position;
     if (moved && aircraft.groundSpeed > 0) {
         m_track = aircrafttexts::courseText(aviation::BearingTo(m_lastPosition, aircraft.position),

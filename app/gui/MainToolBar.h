@@ -18,9 +18,9 @@ class MainToolBar : public QToolBar
 public:
     explicit MainToolBar(QWidget* parent = nullptr);
 
-    /// Adds the widgets behind the actions that are there already.
+    /// Adds the widgets after the actions that are there already.
     void addWidgets();
-    /// The names behind an empty entry, which stands for no profile; no signal.
+    /// The names after an empty entry, which stands for no profile; no signal.
     void setProfiles(const QStringList& names, const QString& selected);
     void setRecording(bool enabled);
     /// Does nothing while the title is the same.

@@ -16,7 +16,7 @@ class UpperAirTable;
 class WidgetMetarUndock;
 
 /// The METAR page: the reports of the flight with the newest on top, a search by ICAO code, and the
-/// upper air of the last report. It keeps its newest 500 reports. Main thread.
+/// upper air of the last report. Of the reports only the newest 500 stay. Main thread.
 class MainWidgetWeather : public QWidget, public WeatherPage
 {
     Q_OBJECT

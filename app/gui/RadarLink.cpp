@@ -8,7 +8,7 @@
 
 namespace {
 
-/// What became of a request for clouds. A grid has come by itself before.
+/// What became of a request for clouds. Where it is good, the grid came before and says it.
 void showResult(WidgetRadar& radar, const Controller& controller, int error)
 {
     switch (error) {

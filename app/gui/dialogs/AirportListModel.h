@@ -8,7 +8,7 @@
 #include <QString>
 
 /// One of the user's lists as a table to edit. Every text may be typed; what can't be taken carries
-/// a sign and the reason as tool tip, and firstFault tells where.
+/// a sign and the reason as tool tip, and firstFault says where.
 class AirportListModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
 
     /// Adds an empty row at the end; gives its number.
     int addRow();
-    /// Kept lines in front of the row stay in the file.
+    /// Comments and lines that can't be read, before the row, stay in the file.
     void removeRow(int row);
     /// The first field that can't be taken, and why; an invalid index if all are good.
     QModelIndex firstFault(QString& reason) const;
