@@ -212,7 +212,7 @@ bool writeSettings(const QString& folder, const Servers& servers)
     return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) > 0;
 }
 
-/// What one run of the program told, by key; "usable" in milliseconds since the process's start.
+/// What one run of the program printed, by key; "usable" in milliseconds since the process's start.
 QMap<QByteArray, double> runOnce(const Servers& servers)
 {
     QMap<QByteArray, double> results;

@@ -30,6 +30,7 @@ NoteLabel::NoteLabel(QWidget* parent)
     , m_sign(new QLabel(this))
     , m_text(new QLabel(this))
 {
+    m_text->setObjectName(QStringLiteral("label_note"));
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -42,15 +43,9 @@ NoteLabel::NoteLabel(QWidget* parent)
 
 void NoteLabel::setNote(Kind kind, const QString& text)
 {
-    m_kind = kind;
     m_text->setText(text);
     m_text->setAccessibleName(text);
     const int edge = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_sign->setPixmap(Icons::appPixmap(signOf(kind), QSize(edge, edge), devicePixelRatioF()));
     setVisible(!text.isEmpty());
-}
-
-QString NoteLabel::text() const
-{
-    return m_text->text();
 }

@@ -20,7 +20,6 @@ public:
 
     /// Checks and loads the language of the system.
     void useSystemLocale();
-    QString currentLocale() const { return m_current; }
     /// "de" of "de_DE".
     static QString shortName(const QString& localeName);
     /// The folder "languages" under the application's folder.

@@ -90,12 +90,6 @@ bool WindowDialogs::question(const QString& title, const QString& text)
     return box.exec() == QMessageBox::Yes;
 }
 
-int WindowDialogs::openBoxes() const
-{
-    return static_cast<int>(std::count_if(m_boxes.begin(), m_boxes.end(),
-                                          [](const auto& box) { return !box.isNull(); }));
-}
-
 QString WindowDialogs::offerUpdate(const UpdateOffer& offer)
 {
     DlgUpdater dialog(offer, m_downloads, m_parent);

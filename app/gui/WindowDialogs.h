@@ -29,9 +29,6 @@ public:
     bool question(const QString& title, const QString& text) override;
     QString offerUpdate(const UpdateOffer& offer) override;
 
-    /// Boxes that are open.
-    int openBoxes() const;
-
 private:
     void show(QMessageBox::Icon icon, const QString& title, const QString& text);
     void open(QMessageBox::Icon icon, const QString& title, const QString& text);

@@ -63,11 +63,6 @@ QString AddressEdit::fault() const
                 : tr("An address begins with http:// or https:// and the name of a server.");
 }
 
-QString AddressEdit::result() const
-{
-    return m_probe->isRunning() ? QString() : m_note->text();
-}
-
 void AddressEdit::onTextChanged()
 {
     const QString expanded = expandUrlTemplate(address());

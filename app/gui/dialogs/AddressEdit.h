@@ -29,8 +29,6 @@ public:
     /// Why the address can't be taken; empty for a good one and for none.
     QString fault() const;
     QLineEdit* lineEdit() const { return m_edit; }
-    /// The result of the last test, empty while it runs.
-    QString result() const;
 
 Q_SIGNALS:
     void addressChanged();

@@ -63,7 +63,6 @@ DlgAirportList::DlgAirportList(const QString& workFolder, QWidget* parent)
     , m_workFolder(workFolder)
     , m_tabs(new QTabWidget(this))
     , m_note(new NoteLabel(this))
-    , m_askDiscard([this] { return askDiscard(*this); })
 {
     setWindowTitle(tr("Airport list"));
     m_tabs->addTab(buildPage(m_airports, tr("Additional airports"),
@@ -123,11 +122,6 @@ QWidget* DlgAirportList::buildPage(Page& page, const QString& name, const QStrin
 QString DlgAirportList::pathOf(const Page& page) const
 {
     return QDir(m_workFolder).filePath(airportlist::fileName(page.kind));
-}
-
-QString DlgAirportList::problem() const
-{
-    return m_note->kind() == NoteLabel::Kind::Bad ? m_note->text() : QString();
 }
 
 void DlgAirportList::read(Page& page)
@@ -212,7 +206,7 @@ bool DlgAirportList::save()
 void DlgAirportList::reject()
 {
     const bool changed = m_airports.model->isChanged() || m_icaos.model->isChanged();
-    if (!changed || m_askDiscard()) {
+    if (!changed || askDiscard(*this)) {
         QDialog::reject();
     }
 }

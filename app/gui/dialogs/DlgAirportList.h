@@ -5,8 +5,6 @@
 #include <QDialog>
 #include <QString>
 
-#include <functional>
-
 class AirportListModel;
 class NoteLabel;
 class QTableView;
@@ -23,13 +21,8 @@ public:
     /// Writes the lists that were changed. False if one can't be: the place comes up with the
     /// reason.
     bool save();
+    /// Asks before changes are thrown away.
     void reject() override;
-    /// Asked before changes are thrown away; true to throw them away. Instead of a box.
-    void setDiscardQuestion(std::function<bool()> question) { m_askDiscard = std::move(question); }
-    /// Why saving or reading failed; empty otherwise.
-    QString problem() const;
-    AirportListModel& airports() { return *m_airports.model; }
-    AirportListModel& oldIcaos() { return *m_icaos.model; }
 
 public Q_SLOTS:
     void OnReadOldIcaos();
@@ -67,5 +60,4 @@ private:
     Page m_icaos{airportlist::Kind::OldIcaos};
     QTabWidget* m_tabs;
     NoteLabel* m_note;
-    std::function<bool()> m_askDiscard;
 };

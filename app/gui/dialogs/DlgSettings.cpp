@@ -39,7 +39,15 @@ QString asFolder(const QString& path)
     return clean.endsWith(QLatin1Char('/')) ? clean : clean + QLatin1Char('/');
 }
 
-DlgSettings::Files askFiles(QWidget* parent, const QString& from, const QString& to)
+/// What becomes of the files when the work folder changes.
+enum class Files
+{
+    Move,
+    Leave,
+    Cancel ///< change nothing at all
+};
+
+Files askFiles(QWidget* parent, const QString& from, const QString& to)
 {
     QMessageBox box(QMessageBox::Question, DlgSettings::tr("Work folder"),
                     DlgSettings::tr("Move the files of the work folder?\n\nFrom: %1\nTo: %2")
@@ -52,9 +60,9 @@ DlgSettings::Files askFiles(QWidget* parent, const QString& from, const QString&
     usePlainButtons(box);
     box.exec();
     if (box.clickedButton() == move) {
-        return DlgSettings::Files::Move;
+        return Files::Move;
     }
-    return box.clickedButton() == leave ? DlgSettings::Files::Leave : DlgSettings::Files::Cancel;
+    return box.clickedButton() == leave ? Files::Leave : Files::Cancel;
 }
 
 } // namespace
@@ -62,8 +70,6 @@ DlgSettings::Files askFiles(QWidget* parent, const QString& from, const QString&
 DlgSettings::DlgSettings(Settings& settings, const NetworkFactory& network, QWidget* parent)
     : QDialog(parent)
     , m_settings(settings)
-    , m_askFiles(
-          [this](const QString& from, const QString& to) { return askFiles(this, from, to); })
     , m_list(new QListWidget(this))
     , m_stack(new QStackedWidget(this))
     , m_problem(new NoteLabel(this))
@@ -158,21 +164,6 @@ void DlgSettings::onEdited()
     m_problem->clear();
 }
 
-void DlgSettings::showPage(Page page)
-{
-    m_list->setCurrentRow(static_cast<int>(page));
-}
-
-DlgSettings::Page DlgSettings::page() const
-{
-    return static_cast<Page>(m_list->currentRow());
-}
-
-QString DlgSettings::problem() const
-{
-    return m_problem->text();
-}
-
 void DlgSettings::refuse(int page, QWidget* control, const QString& reason)
 {
     m_list->setCurrentRow(page);
@@ -220,7 +211,7 @@ bool DlgSettings::changeWorkFolder()
     if (folder == asFolder(before)) {
         return true;
     }
-    const Files files = QDir(before).exists() ? m_askFiles(before, folder) : Files::Leave;
+    const Files files = QDir(before).exists() ? askFiles(this, before, folder) : Files::Leave;
     if (files == Files::Cancel) {
         return false;
     }

@@ -5,7 +5,6 @@
 #include <QDialog>
 #include <QString>
 
-#include <functional>
 #include <vector>
 
 class NoteLabel;
@@ -25,38 +24,9 @@ class DlgSettings : public QDialog
 {
     Q_OBJECT
 public:
-    enum class Page
-    {
-        General,
-        Weather,
-        Servers,
-        Interface,
-        Paths,
-        Messages,
-        Recorder,
-        Units,
-        Map,
-        Airac,
-        Logging
-    };
-    /// What becomes of the files when the work folder changes.
-    enum class Files
-    {
-        Move,
-        Leave,
-        Cancel ///< change nothing at all
-    };
-    using FilesQuestion = std::function<Files(const QString& from, const QString& to)>;
-
     /// The settings outlive the dialog.
     DlgSettings(Settings& settings, const NetworkFactory& network, QWidget* parent = nullptr);
 
-    /// Instead of asking in a box.
-    void setFilesQuestion(FilesQuestion question) { m_askFiles = std::move(question); }
-    void showPage(Page page);
-    Page page() const;
-    /// Why OK was refused; empty otherwise.
-    QString problem() const;
     /// OK without closing. False if it was refused.
     bool apply();
     void accept() override;
@@ -77,7 +47,6 @@ private:
     void onEdited();
 
     Settings& m_settings;
-    FilesQuestion m_askFiles;
     SettingsPageGeneral* m_general = nullptr;
     std::vector<SettingsPage*> m_pages;
     std::vector<QScrollArea*> m_areas;

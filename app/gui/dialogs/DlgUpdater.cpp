@@ -31,7 +31,6 @@ DlgUpdater::DlgUpdater(const UpdateOffer& offer, DownloadContext context, QWidge
     : QDialog(parent)
     , m_offer(offer)
     , m_context(std::move(context))
-    , m_openPage([](const QUrl& url) { return QDesktopServices::openUrl(url); })
     , m_download(new QPushButton(Icons::appIcon(Icons::Name::CheckVersion),
                                  tr("&Download and install"), this))
     , m_page(new QPushButton(tr("Open the download &page"), this))
@@ -104,11 +103,6 @@ void DlgUpdater::buildLayout()
     column->addLayout(row);
 }
 
-QString DlgUpdater::problem() const
-{
-    return m_note->kind() == NoteLabel::Kind::Bad ? m_note->text() : QString();
-}
-
 void DlgUpdater::showDownloading(bool downloading)
 {
     m_progress->setVisible(downloading);
@@ -159,7 +153,7 @@ void DlgUpdater::openPage()
     if (!isWebAddress(url)) {
         return;
     }
-    if (m_openPage(url)) {
+    if (QDesktopServices::openUrl(url)) {
         QDialog::reject();
     } else {
         m_note->setNote(NoteLabel::Kind::Bad,

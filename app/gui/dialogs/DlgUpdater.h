@@ -7,8 +7,6 @@
 #include <QPointer>
 #include <QString>
 
-#include <functional>
-
 class NoteLabel;
 class QProgressBar;
 class QPushButton;
@@ -21,18 +19,12 @@ class DlgUpdater : public QDialog
 {
     Q_OBJECT
 public:
-    using PageOpener = std::function<bool(const QUrl&)>;
-
     /// Settings and stop flag of the context outlive the dialog; its dialogs aren't used.
     DlgUpdater(const UpdateOffer& offer, DownloadContext context, QWidget* parent = nullptr);
     ~DlgUpdater() override;
 
     /// Path of the downloaded installer; empty if there is none.
     QString installerPath() const { return m_installerPath; }
-    /// Instead of the host's browser.
-    void setPageOpener(PageOpener open) { m_openPage = std::move(open); }
-    /// What went wrong; empty otherwise.
-    QString problem() const;
     /// Ends a download that is under way; closes otherwise.
     void reject() override;
 
@@ -50,7 +42,6 @@ private:
 
     UpdateOffer m_offer;
     DownloadContext m_context;
-    PageOpener m_openPage;
     QPointer<DownloadManager> m_manager; ///< the download under way; deletes itself
     QString m_errorText;
     QString m_installerPath;

@@ -152,8 +152,3 @@ void SettingsPageInterface::onTested(bool ok, const QString& text)
     m_note->setNote(ok ? NoteLabel::Kind::Good : NoteLabel::Kind::Bad, text);
     Q_EMIT sigTested(ok);
 }
-
-QString SettingsPageInterface::testResult() const
-{
-    return m_probe->isRunning() ? QString() : m_note->text();
-}

@@ -13,9 +13,6 @@ class SettingsPageInterface : public SettingsPage
 public:
     explicit SettingsPageInterface(const NetworkFactory& network, QWidget* parent = nullptr);
 
-    /// What the last test found; empty while it runs.
-    QString testResult() const;
-
 Q_SIGNALS:
     void sigTested(bool ok);
 

@@ -6,13 +6,27 @@
 #include "tests/app/gui/DlgTesting.h"
 #include "tests/support/LoopbackHttp.h"
 
+#include <QDesktopServices>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTest>
+
+#include <stdexcept>
 
 namespace {
 
 constexpr int kPatienceMs = 10000;
+
+/// In place of the host's.
+class Browser : public QObject
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE void open(const QUrl& url) { opened = url; }
+
+    QUrl opened;
+};
 
 class DlgOthersTest : public SettingsFixture
 {
@@ -23,6 +37,16 @@ protected:
         for (int field = 0; field < texts.size(); ++field) {
             model.setData(model.index(row, field), texts.at(field), Qt::EditRole);
         }
+    }
+    /// The model of a table by its accessible name.
+    static AirportListModel& listOf(const QWidget& dialog, const char* name)
+    {
+        for (const QTableView* table : dialog.findChildren<QTableView*>()) {
+            if (table->accessibleName() == QLatin1String(name)) {
+                return *qobject_cast<AirportListModel*>(table->model());
+            }
+        }
+        throw std::out_of_range(name);
     }
     QString added() const { return path("airportsadd.dat"); }
     QString renamed() const { return path("icaosoldnew.dat"); }
@@ -47,16 +71,17 @@ TEST_F(DlgOthersTest, AirportsAreEditedAndSavedWithWhatElseStandsInTheFile)
           "# icao;name;country;elev;lat;lon;\n# mine\nZZ1;a;b;1;2;3\n???\nZZ2;a;b;1;2;3\n");
     DlgAirportList dialog(path("."));
     QSignalSpy changed(&dialog, &DlgAirportList::sigAirportsChanged);
-    AirportListModel& airports = dialog.airports();
+    AirportListModel& airports = listOf(dialog, "Additional airports");
     airports.removeRow(0);
     fill(airports, airports.addRow(), "zz1|Field|DE|100|50,5|-8");
-    EXPECT_TRUE(dialog.save()) << qPrintable(dialog.problem());
+    EXPECT_TRUE(dialog.save()) << qPrintable(noteOf(dialog));
     EXPECT_EQ(read(added()).toStdString(), "# icao;name;country;elev;lat;lon;\n# mine\n???\n"
                                            "ZZ2;a;b;1;2;3\nZZ1;Field;DE;100;50.5;-8\n");
     EXPECT_EQ(changed.size(), 1);
     EXPECT_FALSE(QFile::exists(renamed())) << "the other list wasn't changed";
 
-    fill(dialog.oldIcaos(), dialog.oldIcaos().addRow(), "eddt|eddb");
+    AirportListModel& renamings = listOf(dialog, "Renamed ICAO codes");
+    fill(renamings, renamings.addRow(), "eddt|eddb");
     dialog.OnWriteOldIcaos();
     EXPECT_EQ(read(renamed()), "#old icao,new icao\nEDDT,EDDB\n");
     EXPECT_EQ(changed.size(), 2);
@@ -67,24 +92,27 @@ TEST_F(DlgOthersTest, AirportsAreEditedAndSavedWithWhatElseStandsInTheFile)
 TEST_F(DlgOthersTest, BadRowsAreNotSavedAndChangesNotLost)
 {
     DlgAirportList dialog(path("."));
-    AirportListModel& airports = dialog.airports();
+    AirportListModel& airports = listOf(dialog, "Additional airports");
     fill(airports, airports.addRow(), "ZZ1|a|b|1|2|3");
     for (const char* bad : {"ZZ1|a|b|1|2|3", "ZZ2|a;b|b|1|2|3", "ZZ2|a|b|1|95|3", "||||| "}) {
         const int row = airports.addRow();
         fill(airports, row, bad);
         EXPECT_FALSE(dialog.save()) << bad;
-        EXPECT_FALSE(dialog.problem().isEmpty()) << bad;
+        EXPECT_TRUE(noteOf(dialog).startsWith("Row "_q)) << bad;
         airports.removeRow(row);
     }
     EXPECT_FALSE(QFile::exists(added()));
-    int asked = 0;
-    dialog.setDiscardQuestion([&asked] { return ++asked > 1; });
-    dialog.setVisible(true);
+    dialog.show();
+    answerNextBox("No"_q);
     dialog.reject();
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_TRUE(dialog.save());
     dialog.reject();
-    EXPECT_EQ(asked, 1);
+    EXPECT_FALSE(dialog.isVisible()) << "nothing to ask";
+    dialog.show();
+    fill(airports, airports.addRow(), "ZZ2|a|b|1|2|3");
+    answerNextBox("Yes"_q);
+    dialog.reject();
     EXPECT_FALSE(dialog.isVisible());
 }
 
@@ -93,8 +121,9 @@ TEST_F(DlgOthersTest, AFileThatCanNotBeReadIsNotOverwritten)
     write(added(), "ZZ1;a;b;1;2;3\n");
     ASSERT_TRUE(QFile(added()).resize(17LL * 1024 * 1024));
     DlgAirportList dialog(path("."));
-    EXPECT_FALSE(dialog.problem().isEmpty());
-    fill(dialog.airports(), dialog.airports().addRow(), "ZZ9|a|b|1|2|3");
+    EXPECT_TRUE(noteOf(dialog).startsWith("Can not read "_q));
+    AirportListModel& airports = listOf(dialog, "Additional airports");
+    fill(airports, airports.addRow(), "ZZ9|a|b|1|2|3");
     EXPECT_FALSE(dialog.save());
     EXPECT_EQ(QFileInfo(added()).size(), 17LL * 1024 * 1024);
 }
@@ -117,7 +146,7 @@ TEST_F(DlgOthersTest, TheUpdaterFetchesTheInstaller)
     EXPECT_EQ(namelessControls(dialog), QStringList());
     QSignalSpy accepted(&dialog, &QDialog::accepted);
     button(dialog, "Download")->click();
-    ASSERT_TRUE(accepted.wait(kPatienceMs)) << qPrintable(dialog.problem());
+    ASSERT_TRUE(accepted.wait(kPatienceMs)) << qPrintable(noteOf(dialog));
     EXPECT_EQ(read(dialog.installerPath()), "installer");
     EXPECT_TRUE(dialog.installerPath().startsWith(m_settings.tmpFolder()));
 }
@@ -138,7 +167,8 @@ TEST_F(DlgOthersTest, TheUpdaterTellsFailuresAndGivesWay)
 
     DlgUpdater missing(offerOf(server.url("/gone.exe"_q)), m_context);
     button(missing, "Download")->click();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !missing.problem().isEmpty(); }, kPatienceMs));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return noteOf(missing).startsWith("The download failed: "_q); }, kPatienceMs));
     EXPECT_EQ(missing.installerPath(), QString());
 }
 
@@ -152,14 +182,14 @@ TEST_F(DlgOthersTest, TheUpdaterTakesWebAddressesOnly)
         EXPECT_FALSE(button(dialog, "Open")->isEnabled()) << qPrintable(url);
     }
     DlgUpdater dialog(offerOf(QString(), "https://a.example/page"_q), m_context);
-    QUrl opened;
-    dialog.setPageOpener([&opened](const QUrl& url) {
-        opened = url;
-        return true;
-    });
+    Browser browser;
+    QDesktopServices::setUrlHandler("https"_q, &browser, "open");
     button(dialog, "Open")->click();
-    EXPECT_EQ(opened, QUrl("https://a.example/page"_q));
+    QDesktopServices::unsetUrlHandler("https"_q);
+    EXPECT_EQ(browser.opened, QUrl("https://a.example/page"_q));
     EXPECT_EQ(dialog.installerPath(), QString());
 }
 
 } // namespace
+
+#include "DlgOthersTest.moc"

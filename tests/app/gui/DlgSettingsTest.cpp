@@ -12,6 +12,7 @@
 #include "tests/support/FakeClock.h"
 #include "tests/support/LoopbackHttp.h"
 
+#include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
@@ -25,7 +26,7 @@ namespace {
 
 constexpr int kPatienceMs = 10000;
 
-/// Options that other parts of the program keep, or that have a test of their own.
+/// Options that other parts of the program set, or that have a test of their own.
 const std::set<std::string> kNotInTheDialog = {
     "main/windowstate", "main/windowgeometry",
     "map/lastpos",      "main/flightplannerwindowstate",
@@ -101,7 +102,7 @@ TEST_F(DlgSettingsTest, EveryOptionIsShownAndWrittenOnOkAndOnlyThen)
     EXPECT_EQ(optionsOf(m_settings), before) << "written before OK";
     QSignalSpy changed(m_dialog.get(), &DlgSettings::sigSettingsChanged);
     m_dialog->accept();
-    EXPECT_EQ(m_dialog->problem(), QString());
+    EXPECT_EQ(noteOf(*m_dialog), QString());
     EXPECT_EQ(changed.size(), 1);
     const auto after = optionsOf(m_settings);
     DlgSettings again(m_settings, hostNetwork());
@@ -130,20 +131,19 @@ TEST_F(DlgSettingsTest, CancelWritesNothing)
 
 TEST_F(DlgSettingsTest, BadValuesBringUpTheirPage)
 {
-    using Page = DlgSettings::Page;
     const std::pair<const char*, QString> bridge{"interface/interfacetype", "4"_q};
     const std::pair<const char*, QString> external{"weather/wxservertype", "3"_q};
-    const std::pair<Page, QVector<std::pair<const char*, QString>>> rows[] = {
-        {Page::General, {{"paths/workfolder", QString()}}},
-        {Page::General, {{"paths/workfolder", "a/b"_q}}},
-        {Page::Weather, {{"weather/vis_min", "5000"_q}, {"weather/vis_max", "4000"_q}}},
-        {Page::Servers, {external}},
-        {Page::Servers, {external, {"waather/urlexternmetar", "ftp://a/b"_q}}},
-        {Page::Interface, {bridge, {"interface/ip", "127.1"_q}}},
-        {Page::Interface, {bridge, {"interface/myip", "1.2.3.256"_q}}},
-        {Page::Interface, {{"interface/serverupdatetimemin", "1001"_q}}},
-        {Page::Paths, {{"paths/sim", path("gone")}}},
-        {Page::Airac, {{"airac/pmdg_path", path("gone")}}},
+    const std::pair<const char*, QVector<std::pair<const char*, QString>>> rows[] = {
+        {"General", {{"paths/workfolder", QString()}}},
+        {"General", {{"paths/workfolder", "a/b"_q}}},
+        {"Weather", {{"weather/vis_min", "5000"_q}, {"weather/vis_max", "4000"_q}}},
+        {"Servers", {external}},
+        {"Servers", {external, {"waather/urlexternmetar", "ftp://a/b"_q}}},
+        {"Interface", {bridge, {"interface/ip", "127.1"_q}}},
+        {"Interface", {bridge, {"interface/myip", "1.2.3.256"_q}}},
+        {"Interface", {{"interface/serverupdatetimemin", "1001"_q}}},
+        {"Folders", {{"paths/sim", path("gone")}}},
+        {"AIRAC", {{"airac/pmdg_path", path("gone")}}},
     };
     const auto before = optionsOf(m_settings);
     for (const auto& [page, values] : rows) {
@@ -152,10 +152,11 @@ TEST_F(DlgSettingsTest, BadValuesBringUpTheirPage)
         for (const auto& [key, value] : values) {
             set(key, value);
         }
-        m_dialog->showPage(Page::Logging);
+        auto* pages = m_dialog->findChild<QListWidget*>();
+        pages->setCurrentRow(pages->count() - 1);
         EXPECT_FALSE(m_dialog->apply());
-        EXPECT_EQ(m_dialog->page(), page);
-        EXPECT_FALSE(m_dialog->problem().isEmpty());
+        EXPECT_EQ(pages->currentItem()->text(), QLatin1String(page));
+        EXPECT_FALSE(noteOf(*m_dialog).isEmpty());
     }
     EXPECT_EQ(optionsOf(m_settings), before);
 }
@@ -165,26 +166,24 @@ TEST_F(DlgSettingsTest, AStoredFolderThatHasGoneIsNoFault)
     m_settings.setSimPath(path("gone"));
     remake();
     change("weather/range");
-    EXPECT_TRUE(m_dialog->apply()) << qPrintable(m_dialog->problem());
+    EXPECT_TRUE(m_dialog->apply()) << qPrintable(noteOf(*m_dialog));
     EXPECT_EQ(m_settings.simPath(), path("gone"));
 }
 
 TEST_F(DlgSettingsTest, AChangedWorkFolderTakesItsFilesAlongIfWanted)
 {
-    using Files = DlgSettings::Files;
-    const std::tuple<Files, const char*, const char*> rows[] = {
-        {Files::Cancel, "old/", "old/profiles/a.ini"},
-        {Files::Leave, "new/deep/", "old/profiles/a.ini"},
-        {Files::Move, "new/deep/", "new/deep/profiles/a.ini"},
+    const std::tuple<QString, const char*, const char*> rows[] = {
+        {"Cancel"_q, "old/", "old/profiles/a.ini"},
+        {"Leave them there"_q, "new/deep/", "old/profiles/a.ini"},
+        {"Move the files"_q, "new/deep/", "new/deep/profiles/a.ini"},
     };
     write(path("old/profiles/a.ini"), "x");
     for (const auto& [answer, folder, file] : rows) {
         m_settings.setWorkFolder(path("old/"));
         remake();
-        m_dialog->setFilesQuestion(
-            [answer = answer](const QString&, const QString&) { return answer; });
         set("paths/workfolder", path("new/deep"));
-        EXPECT_EQ(m_dialog->apply(), answer != Files::Cancel);
+        answerNextBox(answer);
+        EXPECT_EQ(m_dialog->apply(), answer != "Cancel"_q);
         EXPECT_EQ(m_settings.workFolder(), path(folder));
         EXPECT_EQ(read(path(file)), "x");
     }
@@ -225,19 +224,19 @@ TEST_F(DlgSettingsTest, AddressesShowTheirTokensAndTellWhatTheTestFound)
     QSignalSpy tested(address, &AddressEdit::sigTested);
     address->findChild<QPushButton*>()->click();
     ASSERT_TRUE(tested.wait(kPatienceMs));
-    EXPECT_TRUE(address->result().contains("a METAR block with 1 reports"_q))
-        << qPrintable(address->result());
+    EXPECT_TRUE(noteOf(*address).contains("a METAR block with 1 reports"_q))
+        << qPrintable(noteOf(*address));
 
     auto* button = m_dialog->findChild<QPushButton*>("button_testConnection"_q);
     auto* page = m_dialog->findChild<SettingsPageInterface*>();
     button->click();
-    EXPECT_TRUE(page->testResult().contains("tried when connecting"_q));
+    EXPECT_TRUE(noteIn(*page).contains("tried when connecting"_q));
     set("interface/interfacetype", "4"_q);
     set("interface/port", "1"_q);
     QSignalSpy bridge(page, &SettingsPageInterface::sigTested);
     button->click();
     ASSERT_TRUE(bridge.wait(kPatienceMs));
-    EXPECT_TRUE(page->testResult().contains("refused"_q));
+    EXPECT_TRUE(noteIn(*page).contains("refused"_q));
 }
 
 TEST_F(DlgSettingsTest, TheHighestValueIsAWord)

@@ -1,18 +1,25 @@
 #pragma once
 
+#include "gui/NoteLabel.h"
+#include "tests/support/NoteText.h"
 #include "tests/support/Text.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QSet>
 #include <QStringList>
 #include <QTextEdit>
+#include <QTimer>
 #include <QWidget>
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <initializer_list>
@@ -48,7 +55,30 @@ inline QStringList namelessControls(const QWidget& window)
     return nameless;
 }
 
-/// The letter behind the mark of a mnemonic, in lower case; null without one.
+/// The text of a dialog's own note, not of those within its controls.
+inline QString noteOf(const QWidget& dialog)
+{
+    return noteIn(*dialog.findChild<NoteLabel*>(QString(), Qt::FindDirectChildrenOnly));
+}
+
+/// Clicks the button of the message box that comes up next, by its text without the mnemonic. A box
+/// without it is closed, so that a test fails and doesn't hang.
+inline void answerNextBox(const QString& text)
+{
+    QTimer::singleShot(0, qApp, [text] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        for (QAbstractButton* button : box->buttons()) {
+            if (button->text().remove(QLatin1Char('&')) == text) {
+                button->click();
+                return;
+            }
+        }
+        ADD_FAILURE() << "no button " << text.toStdString();
+        box->reject();
+    });
+}
+
+/// The letter after the mark of a mnemonic, in lower case; null without one.
 inline QChar mnemonic(const QString& text)
 {
     const int mark = text.indexOf(QLatin1Char('&'));

@@ -1,6 +1,5 @@
 #include "app/gui/RadarLink.h"
 
-#include "gui/NoteLabel.h"
 #include "maps/gui/WidgetRadar.h"
 #include "tests/app/ControllerFixture.h"
 #include "tests/app/gui/DlgTesting.h"
@@ -33,7 +32,7 @@ protected:
         radar->findChild<QPushButton*>("pushButton_request"_q)->click();
         settle();
     }
-    QString note() const { return radar->findChild<NoteLabel*>()->text(); }
+    QString note() const { return noteIn(*radar); }
 
     std::unique_ptr<WidgetRadar> radar;
 };

@@ -1,6 +1,6 @@
 #include "maps/gui/WidgetRadar.h"
 
-#include "gui/NoteLabel.h"
+#include "tests/support/NoteText.h"
 #include "tests/support/Text.h"
 
 #include <QBrush>
@@ -56,7 +56,7 @@ protected:
         const double degrees = std::atan2(turned.m12(), turned.m11()) * 180.0 / std::numbers::pi;
         return degrees < 0.0 ? degrees + 360.0 : degrees;
     }
-    QString note() const { return radar.findChild<NoteLabel*>()->text(); }
+    QString note() const { return noteIn(radar); }
     QString lastLogLine() const { return log.isEmpty() ? QString() : log.last().at(0).toString(); }
 
     WidgetRadar radar;
