@@ -3,6 +3,7 @@
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
+#include "app/base/SettingsValues.h"
 #include "app/download/WeatherDownload.h"
 #include "aviation/Station.h"
 #include "nav/NavdataIntern.h"
@@ -18,8 +19,7 @@ namespace {
 
 QString serverName(const Settings& settings)
 {
-    constexpr int kExtern = 3; // weather/wxservertype
-    if (settings.wxServerType() == kExtern) {
+    if (settings.wxServerType() == wxservertype::kExternal) {
         return QStringLiteral("extern");
     }
     return settings.weatherServer() == settings.serverOne() ? QStringLiteral("wxdata1")

@@ -4,6 +4,7 @@
 #include "app/base/OutsideText.h"
 #include "app/base/ProcessRunner.h"
 #include "app/base/Settings.h"
+#include "app/base/SettingsValues.h"
 #include "app/base/StopFlag.h"
 #include "app/base/UrlTemplate.h"
 #include "app/download/DownloadReport.h"
@@ -26,8 +27,7 @@ using aviation::ScopedLock;
 
 namespace {
 
-constexpr int kServerExternal = 3; ///< of weather/wxservertype
-constexpr int kUpperAirKind = 3;   ///< of WeatherWrapper::initializeWeather
+constexpr int kUpperAirKind = 3; ///< of WeatherWrapper::initializeWeather
 
 QString twoDecimals(double value)
 {
@@ -72,7 +72,7 @@ int GribDownload::DownloadGrib(const aviation::Position& position, bool single)
 int GribDownload::download(const aviation::Position& position, bool single)
 {
     constexpr int kShortestUrl = 6;
-    const bool raw = m_context.settings->wxServerType() == kServerExternal
+    const bool raw = m_context.settings->wxServerType() == wxservertype::kExternal
                      && m_context.settings->urlExternGrib().size() >= kShortestUrl;
     const int result = raw ? downloadRaw() : downloadText(position, single);
     if (!m_stop.raised()) {

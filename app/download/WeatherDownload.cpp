@@ -3,6 +3,7 @@
 #include "app/base/LogLevel.h"
 #include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
+#include "app/base/SettingsValues.h"
 #include "app/base/StopFlag.h"
 #include "app/base/UrlTemplate.h"
 #include "app/base/UserDialogs.h"
@@ -13,16 +14,6 @@
 #include <QUrl>
 
 #include <utility>
-
-namespace {
-
-// Values of weather/source.
-constexpr int kVatsim = 1;
-constexpr int kIvao = 2;
-constexpr int kNoaa = 3;
-constexpr int kServerExternal = 3; ///< of weather/wxservertype
-
-} // namespace
 
 WeatherDownload::WeatherDownload(Settings& settings, DownloadContext context,
                                  std::function<aviation::FsId()> simulator, Reporting reporting,
@@ -56,7 +47,7 @@ void WeatherDownload::download(int source)
     }
     m_underWay = true;
     Q_EMIT sigBegun();
-    if (m_settings.wxServerType() == kServerExternal) {
+    if (m_settings.wxServerType() == wxservertype::kExternal) {
         fetchExternal();
     } else {
         fetchList(source);
@@ -82,15 +73,15 @@ QString WeatherDownload::addressOf(int source)
         m_reporting.log(from + QStringLiteral("MSFS2020"), loglevel::kNotification);
         return m_settings.fs2020Url(true);
     }
-    if (source == kVatsim) {
+    if (source == weathersource::kVatsim) {
         m_reporting.log(from + QStringLiteral("VATSIM"), loglevel::kNotification);
         return m_settings.vatsimUrl(true);
     }
-    if (source == kIvao) {
+    if (source == weathersource::kIvao) {
         m_reporting.log(from + QStringLiteral("IVAO"), loglevel::kNotification);
         return m_settings.ivaoUrl(true);
     }
-    if (source != kNoaa) {
+    if (source != weathersource::kNoaa) {
         m_reporting.log(
             QStringLiteral("(Controller Weather) - There is no weather source %1, NOAA is used. "
                            "Choose a source in the settings.")

@@ -1,6 +1,7 @@
 #include "app/gui/dialogs/DlgSettings.h"
 
 #include "app/base/Settings.h"
+#include "app/base/SettingsValues.h"
 #include "app/gui/dialogs/SettingsPageGeneral.h"
 #include "app/gui/dialogs/SettingsPageInterface.h"
 #include "app/gui/dialogs/SettingsPageServers.h"
@@ -29,8 +30,6 @@ constexpr int kWidth = 880;
 constexpr int kHeight = 640;
 constexpr int kIconEdge = 22;
 constexpr int kListPadding = 12;
-constexpr int kFirstServer = 1;
-constexpr int kSecondServer = 2;
 
 /// Folders of the settings end with a separator.
 QString asFolder(const QString& path)
@@ -235,9 +234,9 @@ void DlgSettings::storePages()
     }
     m_settings.setWorkFolder(folder);
     const int server = m_settings.wxServerType();
-    if (server != serverBefore && server == kFirstServer) {
+    if (server != serverBefore && server == wxservertype::kFirst) {
         m_settings.setWeatherServer(m_settings.serverOne());
-    } else if (server != serverBefore && server == kSecondServer) {
+    } else if (server != serverBefore && server == wxservertype::kSecond) {
         m_settings.setWeatherServer(m_settings.serverTwo());
     }
 }

@@ -1,5 +1,6 @@
 #include "app/gui/dialogs/SettingsPageServers.h"
 
+#include "app/base/SettingsValues.h"
 #include "app/gui/dialogs/AddressEdit.h"
 
 #include <QComboBox>
@@ -9,11 +10,6 @@
 #include <utility>
 
 namespace {
-
-constexpr int kVatsim = 1;
-constexpr int kIvao = 2;
-constexpr int kNoaa = 3;
-constexpr int kExternal = 3;
 
 QString withPath(QString base, const QString& path)
 {
@@ -39,24 +35,24 @@ void SettingsPageServers::buildSource()
 {
     QFormLayout* form = addGroup(tr("Reports"));
     m_source = addChoice(form, tr("&Source:"),
-                         {{QStringLiteral("VATSIM"), kVatsim},
-                          {QStringLiteral("IVAO"), kIvao},
-                          {QStringLiteral("NOAA"), kNoaa}},
+                         {{QStringLiteral("VATSIM"), weathersource::kVatsim},
+                          {QStringLiteral("IVAO"), weathersource::kIvao},
+                          {QStringLiteral("NOAA"), weathersource::kNoaa}},
                          option::weatherSource);
     m_type = addChoice(form, tr("Ser&ver:"),
-                       {{tr("Automatic"), 0},
-                        {tr("First server"), 1},
-                        {tr("Second server"), 2},
-                        {tr("External addresses"), kExternal}},
+                       {{tr("Automatic"), wxservertype::kAuto},
+                        {tr("First server"), wxservertype::kFirst},
+                        {tr("Second server"), wxservertype::kSecond},
+                        {tr("External addresses"), wxservertype::kExternal}},
                        option::wxServerType);
 }
 
 QString SettingsPageServers::listPath() const
 {
     switch (m_source->currentData().toInt()) {
-    case kVatsim:
+    case weathersource::kVatsim:
         return QStringLiteral("/weather_vatsim.gz");
-    case kIvao:
+    case weathersource::kIvao:
         return QStringLiteral("/weather_ivao.gz");
     default:
         return QStringLiteral("/weather_noaa.gz");
@@ -120,5 +116,5 @@ AddressEdit* SettingsPageServers::addAddress(QFormLayout* form, const QString& l
 
 bool SettingsPageServers::usesExternal() const
 {
-    return m_type->currentData().toInt() == kExternal;
+    return m_type->currentData().toInt() == wxservertype::kExternal;
 }

@@ -1,16 +1,10 @@
 #include "app/gui/dialogs/SettingsPageWeather.h"
 
+#include "app/base/SettingsValues.h"
+
 #include <QCheckBox>
 #include <QFormLayout>
 #include <QSpinBox>
-
-namespace {
-
-constexpr int kRandomCover = 8;
-constexpr int kRandomHeight = 10000;         // feet
-constexpr int kUnlimitedVisibility = 100000; // metres
-
-} // namespace
 
 SettingsPageWeather::SettingsPageWeather(QWidget* parent) : SettingsPage(parent)
 {
@@ -28,7 +22,8 @@ void SettingsPageWeather::buildUpdates()
     addNumber(form, tr("&Download every:"), {60, 21600, 60, seconds, {}},
               option::downloadUpdateTime);
     addNumber(form, tr("&Range of stations:"), {10, 500, 10, tr("NM"), {}}, option::range);
-    addChoice(form, tr("&Mode:"), {{tr("Direct"), 0}, {tr("Weather file"), 1}},
+    addChoice(form, tr("&Mode:"),
+              {{tr("Direct"), weathermode::kDirect}, {tr("Weather file"), weathermode::kFiles}},
               option::weatherMode);
     addHint(form, tr("The weather is also set after half of the range has been flown."));
     addCheck(form, tr("No update in a&pproach"), option::noUpdateApproach);
@@ -57,13 +52,13 @@ void SettingsPageWeather::buildVisibility()
 {
     QFormLayout* form = addGroup(tr("Visibility"));
     const QString metres = tr("m", "metres");
-    addNumber(form, tr("&For 9999 or 10SM:"), {1000, kUnlimitedVisibility, 1000, metres, {}},
-              option::vis9999);
-    auto* lowest =
-        addNumber(form, tr("&Lowest:"), {0, kUnlimitedVisibility, 100, metres, {}}, option::visMin);
+    addNumber(form, tr("&For 9999 or 10SM:"),
+              {1000, highestvisibility::kUnlimited, 1000, metres, {}}, option::vis9999);
+    auto* lowest = addNumber(form, tr("&Lowest:"),
+                             {0, highestvisibility::kUnlimited, 100, metres, {}}, option::visMin);
     auto* highest =
-        addNumber(form, tr("Hi&ghest (m):"), {100, kUnlimitedVisibility, 1000, {}, tr("unlimited")},
-                  option::visMax);
+        addNumber(form, tr("Hi&ghest (m):"),
+                  {100, highestvisibility::kUnlimited, 1000, {}, tr("unlimited")}, option::visMax);
     addRule(highest, [lowest, highest] {
         return lowest->value() <= highest->value()
                    ? QString()
@@ -74,13 +69,13 @@ void SettingsPageWeather::buildVisibility()
 void SettingsPageWeather::buildClouds()
 {
     QFormLayout* cavok = addGroup(tr("Clouds with CAVOK"));
-    Choices covers{{tr("no cloud"), 0}};
-    for (int eighths = 1; eighths < kRandomCover; ++eighths) {
+    Choices covers{{tr("no cloud"), cavokcover::kNone}};
+    for (int eighths = 1; eighths < cavokcover::kRandom; ++eighths) {
         covers.push_back({QStringLiteral("%1/8").arg(eighths), eighths});
     }
-    covers.push_back({tr("random"), kRandomCover});
+    covers.push_back({tr("random"), cavokcover::kRandom});
     addChoice(cavok, tr("C&over:"), covers, option::cavokCover);
-    addNumber(cavok, tr("H&eight (ft):"), {0, kRandomHeight, 500, {}, tr("random")},
+    addNumber(cavok, tr("H&eight (ft):"), {0, cavokheight::kRandom, 500, {}, tr("random")},
               option::cavokHeight);
 
     QFormLayout* form = addGroup(tr("Clouds"));

@@ -1,6 +1,7 @@
 #include "app/gui/dialogs/SettingsPagesPlain.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/SettingsValues.h"
 #include "gui/NoteLabel.h"
 
 #include <QCheckBox>
@@ -114,10 +115,14 @@ SettingsPage* SettingsPagesPlain::units(QWidget* parent)
 {
     auto* page = new SettingsPage(parent);
     QFormLayout* form = page->addGroup(tr("Units"));
-    page->addChoice(form, tr("&Weight:"), {{tr("pounds (lbs)"), 0}, {tr("kilograms (kg)"), 1}},
-                    option::unitWeight);
-    page->addChoice(form, tr("&Volume:"), {{tr("gallons (gal)"), 0}, {tr("litres (l)"), 1}},
-                    option::unitVolume);
+    page->addChoice(
+        form, tr("&Weight:"),
+        {{tr("pounds (lbs)"), weightunit::kPounds}, {tr("kilograms (kg)"), weightunit::kKilograms}},
+        option::unitWeight);
+    page->addChoice(
+        form, tr("&Volume:"),
+        {{tr("gallons (gal)"), volumeunit::kGallons}, {tr("litres (l)"), volumeunit::kLitres}},
+        option::unitVolume);
     return page;
 }
 
@@ -126,7 +131,8 @@ SettingsPage* SettingsPagesPlain::map(QWidget* parent)
     auto* page = new SettingsPage(parent);
     QFormLayout* form = page->addGroup(tr("Map"));
     page->addChoice(form, tr("&Type:"),
-                    {{tr("Built-in map"), 0}, {QStringLiteral("OpenStreetMap"), 1}},
+                    {{tr("Built-in map"), maptype::kShapefiles},
+                     {QStringLiteral("OpenStreetMap"), maptype::kOpenStreetMap}},
                     option::mapType);
     page->addCheck(form, tr("&Follow the aircraft"), option::mapCenter);
     page->addCheck(form, tr("Show the &wind"), option::mapWind);
