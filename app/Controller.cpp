@@ -25,6 +25,10 @@
 
 #include <utility>
 
+using aviation::weather::Grib;
+using aviation::weather::Metar;
+using aviation::weather::Synop;
+
 namespace {
 
 void registerSignalTypes()
@@ -204,14 +208,25 @@ bool Controller::IsConnected() const
     return m_connectWorker->IsConnected();
 }
 
-void Controller::setFlightPhaseSource(std::function<FlightPhase()> source)
+NavdataBase* Controller::navdata()
 {
-    m_flightPhase = std::move(source);
+    return m_placeTables->navdata();
 }
 
-void Controller::setDestinationSource(std::function<QString()> source)
+int Controller::GetWeather(const aviation::Position& position, Metar& metar, Synop& synop,
+                           Grib& grib)
 {
-    m_destination = std::move(source);
+    Metar nearest;
+    if (!m_weather->SearchMetar(position, nearest)) {
+        return placeweather::kNoMetar;
+    }
+    metar = nearest;
+    m_weather->SearchSynop(position, synop);
+    if (!m_weather->SearchGrib(position, grib)) {
+        DownloadGrib(position, false);
+        m_weather->SearchGrib(position, grib);
+    }
+    return placeweather::kFound;
 }
 
 void Controller::setNavdata(std::unique_ptr<NavdataBase> navdata)

@@ -2,23 +2,20 @@
 
 #include "app/ControllerParts.h"
 #include "app/base/JobPosts.h"
+#include "app/base/NavdataProvider.h"
 #include "app/base/Reporting.h"
 #include "app/base/StopFlag.h"
+#include "app/base/WeatherProvider.h"
 #include "app/cycle/CycleCounters.h"
-#include "app/cycle/FlightPhase.h"
 #include "app/cycle/LapClock.h"
 #include "aviation/AircraftData.h"
 #include "aviation/AircraftLoad.h"
-#include "aviation/Grib.h"
-#include "aviation/Metar.h"
-#include "aviation/Position.h"
 #include "aviation/RadioFrequencys.h"
 
 #include <QObject>
 #include <QString>
 #include <QTimer>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -26,9 +23,9 @@ class AircraftDatagrams;
 class ConnectJobLog;
 class ConnectWorker;
 class DirectWind;
+class FlightState;
 class GlobalWindDownload;
 class GribDownload;
-class NavdataBase;
 class PlaceTables;
 class PreparedWeather;
 class ReportDisplay;
@@ -42,7 +39,7 @@ class WeatherWrapper;
 /// next job for every finished one; each download, dialogue and hand-over is an object of its own.
 /// Main thread only; owned by the window or a test. Nothing is chained inside a worker: each result
 /// comes back here as a signal.
-class Controller : public QObject
+class Controller : public QObject, public NavdataProvider, public WeatherProvider
 {
     Q_OBJECT
 public:
@@ -59,10 +56,8 @@ public:
     bool IsConnected() const;
     const aviation::structs::AircraftData& aircraft() const { return m_aircraftData; }
 
-    /// Told by whoever follows the flight; without one the phase is unknown and nothing is blocked.
-    void setFlightPhaseSource(std::function<FlightPhase()> source);
-    /// Gives the ICAO of the destination; without one there is none.
-    void setDestinationSource(std::function<QString()> source);
+    /// Outlives the controller. Without one there is no phase that blocks, and no destination.
+    void setFlightState(const FlightState& flight) { m_flight = &flight; }
     /// Another source of airports than the built-in one; before OnStart.
     void setNavdata(std::unique_ptr<NavdataBase> navdata);
     /// Makes everything that waits give way, as the destructor does, and nothing is posted any
@@ -77,6 +72,10 @@ public:
     void DownloadXPlaneGlobalWind();
     void SwitchWeatherServer();
     void DoDisplayMetar(const aviation::weather::Metar& metar);
+    NavdataBase* navdata() override;
+    [[nodiscard]] int GetWeather(const aviation::Position& position,
+                                 aviation::weather::Metar& metar, aviation::weather::Synop& synop,
+                                 aviation::weather::Grib& grib) override;
 
 public Q_SLOTS:
     void OnStart();
@@ -180,8 +179,7 @@ private:
     std::unique_ptr<PreparedWeather> m_preparedWeather;
     std::unique_ptr<ReportDisplay> m_reportDisplay;
     std::unique_ptr<PlaceTables> m_placeTables;
-    std::function<FlightPhase()> m_flightPhase;
-    std::function<QString()> m_destination;
+    const FlightState* m_flight = nullptr;
 
     QTimer m_timerOneSecond{this}; ///< polls the simulator
     QTimer m_timerWeather{this};   ///< the weather clock, one second

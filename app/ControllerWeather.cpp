@@ -1,4 +1,5 @@
 #include "app/Controller.h"
+#include "app/base/FlightState.h"
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
@@ -139,9 +140,9 @@ void Controller::searchNearestIfDue()
 
 bool Controller::approachBlocks()
 {
-    const FlightPhase phase = m_flightPhase ? m_flightPhase() : FlightPhase::Unknown;
-    const bool approaching = phase == FlightPhase::Approach || phase == FlightPhase::Landing
-                             || phase == FlightPhase::GoAround;
+    const int phase = m_flight != nullptr ? m_flight->flightPhase() : flightphase::kNone;
+    const bool approaching = phase == flightphase::kApproach || phase == flightphase::kLanding
+                             || phase == flightphase::kGoAround;
     if (!approaching || !m_settings.noUpdateApproach()) {
         return false;
     }
@@ -158,7 +159,7 @@ void Controller::startUpdate()
     m_weatherWorker->setAircraftData(m_aircraftData);
     m_timerWeather.stop(); // until the weather is set: two cycles never overlap
     const cycle::PrepareNames names{
-        m_destination ? m_destination() : QString(),
+        m_flight != nullptr ? m_flight->destination() : QString(),
         cycle::themeFile(m_settings.interfaceType(), m_settings.tmpFolder(), m_settings.simPath())};
     const cycle::PrepareJob job =
         cycle::prepareJobFor(simulator(), m_settings.weatherMode(), names);

@@ -24,6 +24,8 @@ public:
 
     /// Another source of airports than the built-in one; before load().
     void setNavdata(std::unique_ptr<NavdataBase> navdata);
+    /// The source in use; null before load() where none was set.
+    NavdataBase* navdata() const { return m_navdata.get(); }
     void load();
     /// Reads the user's airports again after they were edited.
     void readUserAirportsAgain();

@@ -1,3 +1,5 @@
+#include "app/base/FlightState.h"
+#include "nav/records/NavdataBase.h"
 #include "tests/app/ControllerFixture.h"
 #include "weather/output/WeatherWrapper.h"
 
@@ -5,8 +7,18 @@
 #include <chrono>
 
 using namespace std::chrono_literals;
+using aviation::weather::Grib;
+using aviation::weather::Metar;
+using aviation::weather::Synop;
 
 namespace {
+
+class GoingAround final : public FlightState
+{
+public:
+    int flightPhase() const override { return flightphase::kGoAround; }
+    QString destination() const override { return {}; }
+};
 
 using ControllerTest = ControllerFixture;
 
@@ -82,7 +94,8 @@ TEST_F(ControllerTest, ApproachBlocksUnlessForced)
     settings->setDownloadUpdateTime(10000);
     make();
     start();
-    controller->setFlightPhaseSource([] { return FlightPhase::GoAround; });
+    const GoingAround flight;
+    controller->setFlightState(flight);
     decode();
     connectTo(4, 8);
     flyAt(50.0, 8.5);
@@ -303,6 +316,24 @@ TEST_F(ControllerTest, ReportsReachTheSimulatorsScreenOnceEach)
     EXPECT_EQ(simulator.calls("SendText"_q),
               QStringList{"SendText EDDF 011150Z 24012KT <9999 5"_q});
     EXPECT_EQ(view.weatherPage.metars.size(), 2);
+}
+
+TEST_F(ControllerTest, WeatherAtAPlaceNeedsAMetarOnly)
+{
+    make();
+    start();
+    Metar metar(L"unchanged");
+    Synop synop;
+    Grib grib;
+    const aviation::Position place(50.0, 8.5);
+    EXPECT_EQ(controller->GetWeather(place, metar, synop, grib), placeweather::kNoMetar);
+    EXPECT_EQ(metar.reportText(), L"unchanged");
+    decode();
+    EXPECT_EQ(controller->GetWeather(place, metar, synop, grib), placeweather::kFound);
+    EXPECT_NE(metar.reportText(), L"unchanged");
+    EXPECT_EQ(view.linesWith("Download Grib, position: 50.00, 8.50"_q), 1) << "asked for once";
+    ASSERT_NE(controller->navdata(), nullptr);
+    EXPECT_FALSE(controller->navdata()->airports().isEmpty());
 }
 
 } // namespace
