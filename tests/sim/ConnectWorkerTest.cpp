@@ -180,8 +180,8 @@ TEST_F(ConnectWorkerTest, EachJobCallsItsOperation)
     /// The job, its result, the call and the name at the end, null for as posted.
     const std::tuple<Job, int, const char*, const char*> rows[] = {
         {Job(14, QStringLiteral("a.WTB")), 0, "SendWeatherFile a.WTB", nullptr},
-        {Job(15, XPlaneWeather(), QString()), 0, "SetWeatherData 80000 8", nullptr},
-        {Job(16, XPlaneWeather(), QString()), 0, "SetWeatherData 80000 8", nullptr},
+        {Job(15, XPlaneWeather(), QString()), 0, "SetWeatherData 80000 3", nullptr},
+        {Job(16, XPlaneWeather(), QString()), 0, "SetWeatherData 80000 3", nullptr},
         {Job(19, {layer, layer}, QStringLiteral("w")), 0, "SetWindLayers 2", nullptr},
         {Job(21, QStringLiteral("9000")), 0, "SetVisibility 9000", nullptr},
         {Job(22, QString(), QByteArray(7, 'x')), 0, "SetGlobalWindFile 7", nullptr},

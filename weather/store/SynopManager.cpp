@@ -16,7 +16,7 @@ bool needsDecoding(const Synop& synop)
     return !synop.isTimeValid() || synop.icao().find(L'/') != std::wstring::npos;
 }
 
-bool isExpired(Synop& synop, std::int64_t now, int maxAgeSeconds)
+bool hasExpired(Synop& synop, std::int64_t now, int maxAgeSeconds)
 {
     if (needsDecoding(synop)) {
         synop.Decode();
@@ -33,7 +33,7 @@ std::vector<Synop> SynopManager::takeOld(std::int64_t now, int maxAgeSeconds,
     std::size_t walked = 0;
     const std::size_t total = m_synops.size();
     m_synops.eraseIf([&](Synop& synop) {
-        const bool isExpired = isExpired(synop, now, maxAgeSeconds);
+        const bool isExpired = hasExpired(synop, now, maxAgeSeconds);
         if (isExpired) {
             old.push_back(std::move(synop));
         }
