@@ -39,7 +39,7 @@ public:
     explicit Grib(std::wstring reportText) : Grib() { setReportText(std::move(reportText)); }
 
     /// Reads position and key. Returns 0, or gribstatus::kFailed without a header; the status
-    /// stays, since it tells whether the levels have been read.
+    /// stays, since it says whether the levels have been read.
     int DecodeHeader() override;
     /// Reads the whole record once; a second call does nothing and returns the status.
     int Decode() override;

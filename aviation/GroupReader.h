@@ -6,7 +6,7 @@
 namespace aviation::weather {
 
 /// The part of a report that isn't read yet. A group that matches at the front is cut off together
-/// with the blanks behind it; nothing is copied, so the views that it gives live as long as the
+/// with the blanks after it; nothing is copied, so the views that it gives live as long as the
 /// report text. Blanks at the far end stay unless trimEnd takes them: few groups look that far.
 class GroupReader
 {
@@ -37,7 +37,7 @@ public:
         return whole;
     }
 
-    /// Cuts off that many characters, and the blanks behind them.
+    /// Cuts off that many characters, and the blanks after them.
     void cut(std::size_t length)
     {
         m_rest.remove_prefix(length);

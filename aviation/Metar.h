@@ -12,11 +12,11 @@ namespace aviation::weather {
 class GroupReader;
 
 /// Results of Metar::Decode. Missing visibility, temperature and pressure are no failures: the seen
-/// flags and the defaults tell.
+/// flags and the defaults say so. JSON shows the numbers, so those that can't occur hold their
+/// place.
 namespace metarstatus {
 inline constexpr int kDecoded = 0;
-inline constexpr int kPattern =
-    1; ///< a pattern gave an unexpected number of groups; can't occur, kept as a number
+inline constexpr int kPattern = 1;       ///< a pattern gave a wrong number of groups; can't occur
 inline constexpr int kNoWind = 2;        ///< decoding ends
 inline constexpr int kNoVisibility = 3;  ///< passing value
 inline constexpr int kNoTemperature = 5; ///< passing value
@@ -24,7 +24,7 @@ inline constexpr int kPressure = 6;      ///< missing: passing value; out of ran
 inline constexpr int kTooShort = 7;      ///< under 10 characters
 inline constexpr int kOutOfRange = 8;    ///< text was picked apart beyond its end; can't occur
 inline constexpr int kHeaderStarted = 9; ///< on entry of DecodeHeader
-inline constexpr int kNothingLeft = 10;  ///< under 5 characters in front of the weather groups
+inline constexpr int kNothingLeft = 10;  ///< under 5 characters before the weather groups
 } // namespace metarstatus
 
 /// What a METAR says beyond the surface values that all reports share.
@@ -39,14 +39,13 @@ struct MetarValues
     bool noSignificantCloud = false;
     float seaLevelTemperature = 0.0F; ///< degrees Celsius
     float seaLevelDewPoint = 0.0F;    ///< degrees Celsius
-    std::wstring tailRunwayText;      ///< runway groups behind the pressure
+    std::wstring tailRunwayText;      ///< runway groups after the pressure
     std::wstring tafText;             ///< the TAF, empty without one
     std::int32_t visFromSynop = -1;   ///< visibility of a near SYNOP, -1 none
 };
 
 /// An aerodrome report (WMO Manual on Codes, FM 15 METAR and FM 16 SPECI), decoded by a fixed chain
-/// of patterns that eat the text from the front. Forgiving: what stood in front of a bad tail
-/// stays.
+/// of patterns that eat the text from the front. Forgiving: what stood before a bad tail stays.
 class Metar final : public WeatherBase
 {
 public:

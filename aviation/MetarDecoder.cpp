@@ -14,7 +14,7 @@ using namespace metarpatterns;
 using namespace std::string_view_literals;
 
 constexpr std::size_t kShortestReport = 10;
-constexpr std::size_t kShortestRest = 5; ///< in front of the weather groups
+constexpr std::size_t kShortestRest = 5; ///< before the weather groups
 
 constexpr std::uint8_t kLight = 1;
 constexpr std::uint8_t kModerate = 2;
@@ -156,7 +156,7 @@ bool readCavok(GroupReader& report, SurfaceValues& values)
     return true;
 }
 
-/// Texts of all the groups that match one behind the other, each with a blank behind it.
+/// Texts of all the groups that match one after the other, each with a blank after it.
 template <class P>
 std::wstring takeRunwayTexts(GroupReader& report)
 {
@@ -262,7 +262,7 @@ std::wstring_view heightTextOf(std::wstring_view group)
                                              : std::wstring_view();
 }
 
-/// Feet. An unknown base is kept low instead of at the ground.
+/// Feet. An unknown base counts as low, not as at the ground.
 std::int32_t baseOf(std::wstring_view height)
 {
     constexpr std::int32_t kFeetPerUnit = 100;
@@ -453,7 +453,7 @@ void Metar::readVisibility(GroupReader& report)
     }
 }
 
-/// Temperatures, pressure and what stands behind them; returns the status of the whole decode.
+/// Temperatures, pressure and what stands after them; returns the status of the whole decode.
 int Metar::readTail(GroupReader& report)
 {
     if (!readTemperature(report, m_values)) {

@@ -3,8 +3,8 @@
 #include "aviation/pattern/Pattern.h"
 
 /// The groups of a METAR (WMO Manual on Codes, FM 15) as patterns, in the order in which the
-/// decoder tries them. They are the definition of the decoder: classes and limits that look odd are
-/// deliberate.
+/// decoder tries them. Each takes its text away from those that follow: to widen a class or a limit
+/// that looks odd changes what they find, and so which reports are decoded.
 namespace aviation::weather::metarpatterns {
 
 using pattern::Pattern;
@@ -12,7 +12,7 @@ using pattern::Pattern;
 using Header = Pattern<L"^([A-Z0-9]{4}) ([0-9]{6}Z)">;
 using Modifier = Pattern<L"^(AUTO|COR|RTD)">;
 
-// Wind: direction or VRB, speed, and a gust behind G.
+// Wind: direction or VRB, speed, and a gust after G.
 using WindKnots = Pattern<L"^([0-9/]{3})([0-9/]{2})KT">;
 using WindGustKnots = Pattern<L"^([0-9]{3})([0-9]{2})G([0-9]{2})KT">;
 using WindMetres = Pattern<L"^([0-9]{3})([0-9]{2})MPS">;

@@ -13,7 +13,7 @@ namespace {
 using namespace metarpatterns;
 
 constexpr std::size_t kUnitLength = 2;     ///< of "SM" and "KM"
-constexpr std::size_t kLongestInFront = 5; ///< characters in front of the unit, as in "1 1/2SM"
+constexpr std::size_t kLongestInFront = 5; ///< characters before the unit, as in "1 1/2SM"
 
 /// A searched pattern's match: the metres, and the length to cut off.
 struct Found

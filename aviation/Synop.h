@@ -14,11 +14,11 @@ namespace synopdecoding {
 struct Header;
 }
 
+/// Log and JSON show the numbers, so those that can't occur hold their place.
 namespace synopstatus {
 inline constexpr int kDecoded = 0;
-inline constexpr int kNoHeader = 1; ///< no header pattern matched
-inline constexpr int kHeaderGroups =
-    2; ///< a header gave a wrong number of groups; can't occur, kept as a number
+inline constexpr int kNoHeader = 1;       ///< no header pattern matched
+inline constexpr int kHeaderGroups = 2;   ///< a header gave a wrong number of groups; can't occur
 inline constexpr int kSection5Groups = 3; ///< the same in section 5; can't occur
 inline constexpr int kOutOfRange = 4;
 inline constexpr int kTooShort = 6; ///< under 10 characters; also the status of a fresh object
@@ -31,7 +31,7 @@ enum class SynopType : std::int32_t
     Mobile = 2
 };
 
-/// The wind indicator iw of a report that doesn't tell its unit.
+/// The wind indicator iw of a report that doesn't say its unit.
 inline constexpr std::uint8_t kWindUnitUnknown = 4;
 
 /// What a SYNOP says beyond the surface values that all reports share.

@@ -39,13 +39,13 @@ struct Reading
     SurfaceValues& surface;
     SynopValues& synop;
 
-    /// Whether the header told speeds in metres per second, and not in knots or nothing.
+    /// Whether the header gave speeds in metres per second, and not in knots or nothing.
     bool inMetresPerSecond() const;
     /// Knots of a wind speed in the unit of the report.
     double knots(int speed) const;
 };
 
-/// Wind::Gust of a report that doesn't tell a gust.
+/// Wind::Gust of a report that doesn't give a gust.
 inline constexpr float kNoGust = -1.0F;
 
 /// Sections 1 to 5 in this order; each is optional.

@@ -50,7 +50,7 @@ Header readMoving(GroupReader& report, SynopType type)
     }
     const std::wstring_view callSign = groups[1];
     if (callSign.size() < 2) {
-        header.outcome = Header::Outcome::OutOfRange; // no hour stands behind the day
+        header.outcome = Header::Outcome::OutOfRange; // no hour stands after the day
         return header;
     }
     // Not the time of the date group: moving stations are timed by their call sign, on purpose.

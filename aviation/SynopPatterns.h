@@ -3,8 +3,8 @@
 #include "aviation/pattern/Pattern.h"
 
 /// The groups of a SYNOP (WMO Manual on Codes, FM 12, FM 13, FM 14) as patterns, in the order in
-/// which the decoder tries them. They are the definition of the decoder: the odd classes and the
-/// difference between the two land headers are deliberate.
+/// which the decoder tries them. To widen a class that looks odd changes what is left for the
+/// patterns that follow, and so which reports are decoded.
 namespace aviation::weather::synoppatterns {
 
 using pattern::Pattern;

@@ -52,7 +52,7 @@ void readSupplements(Reading& reading)
     }
 }
 
-/// Sign character "0" is plus, any other one minus; tenths behind it.
+/// Sign character "0" is plus, any other one minus; tenths after it.
 double tenthsBehindSign(std::wstring_view group)
 {
     const double value = tenths(group.substr(2));

@@ -5,7 +5,7 @@
 
 #include <array>
 
-/// Section 1: what every report tells of the surface.
+/// Section 1: what every report says of the surface.
 namespace aviation::weather::synopdecoding {
 
 namespace {

@@ -68,7 +68,7 @@ std::string temperatureText(float celsius)
     return celsius < 0.0F ? "M" + rounded(std::fabs(celsius), 2) : rounded(celsius, 2);
 }
 
-/// Everything behind the time group.
+/// Everything after the time group.
 std::string surfaceGroups(const Synop& synop)
 {
     return windGroup(synop.wind()) + visibilityGroup(synop.visibility()) + cloudGroups(synop)

@@ -57,7 +57,7 @@ public:
     /// Reads the whole report. Returns the status, 0 is good.
     virtual int Decode() = 0;
     virtual std::wstring GetMessage() const { return m_message; }
-    /// Replaces the message, or appends behind a line feed.
+    /// Replaces the message, or appends after a line feed.
     virtual void SetMessage(std::wstring text, unsigned level, bool append = false);
     /// Sets the outdated flag when `now` minus the report time is above the limit, clears it
     /// otherwise, and returns it. Both times in seconds since 1970 UTC.

@@ -221,7 +221,7 @@ private:
         return end;
     }
 
-    /// What stands behind a loop always matches, so no turn is ever taken back. A turn over no
+    /// What follows a loop always matches, so no turn is ever taken back. A turn over no
     /// characters is made once and counts for the groups, as it does in std::wregex.
     template <int Index, class State>
     static const wchar_t* runLoop(State& state, const wchar_t* at)

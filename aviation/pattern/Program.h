@@ -4,7 +4,7 @@
 
 namespace aviation::pattern {
 
-/// Instructions of a matching program. Each names the one behind it, so the program is a graph
+/// Instructions of a matching program. Each names the one after it, so the program is a graph
 /// without cycles: the depth of a match is bounded by the pattern and never by the text.
 enum class Op
 {
@@ -30,7 +30,7 @@ struct Instruction
     bool restores = false;  ///< Close: another way to match may leave the group out
 };
 
-/// A compiled pattern. Every instruction stands behind those that it leads to.
+/// A compiled pattern. Every instruction stands after those that it leads to.
 template <std::size_t Capacity>
 struct Program
 {
@@ -145,7 +145,7 @@ private:
         return at.op == Op::Accept || (at.op == Op::Close && alwaysAccepts(at.next));
     }
 
-    /// Giving characters back is pointless when nothing behind the run can start with one of them.
+    /// Giving characters back is pointless when nothing after the run can start with one of them.
     constexpr void markRun(Instruction& run)
     {
         if (run.op == Op::Run && run.min != run.max) {

@@ -95,7 +95,7 @@ std::string fixedText(double value, int precision, int width)
     if (!std::isfinite(value)) {
         return std::isnan(value) ? "nan" : (value < 0 ? "-inf" : "inf");
     }
-    std::array<char, 400> buffer{}; // the largest double has 309 digits in front of the point
+    std::array<char, 400> buffer{}; // the largest double has 309 digits before the point
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                       std::chars_format::fixed, precision);
     return paddedWithZeros(std::string(buffer.data(), result.ptr), width);
