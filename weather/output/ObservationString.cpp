@@ -65,8 +65,8 @@ std::string stationAndTime(const Metar& metar)
            + aviation::narrowAscii(metar.timeGroup()) + "Z ";
 }
 
-/// The form without gust has a second '&' in front of the turbulence letter, the one with gust has
-/// not: deliberate.
+/// The form without gust has a second '&' before the turbulence letter, the one with gust has not:
+/// deliberate.
 std::string surfaceWind(const WindLayer& layer)
 {
     constexpr const char* kGradualShear = "G ";

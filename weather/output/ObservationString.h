@@ -9,7 +9,7 @@
 #include <string_view>
 
 /// The extended METAR text in which SimConnect takes the weather of one station: METAR groups with
-/// simulator values behind '&', then "@@@" and the winds aloft (SimConnect SDK, weather observation
+/// simulator values after '&', then "@@@" and the winds aloft (SimConnect SDK, weather observation
 /// strings). Pure functions, callable from any thread.
 
 /// Builds the text from a composed record and the METAR's station, time, CAVOK, phenomena and QNH.

@@ -58,7 +58,7 @@ ShapedCloud shapeByCloudCode(const CloudLayer& layer, const aviation::weather::C
 void AdjustLowCloud(CloudLayer& layer, const CloudScene& scene);
 
 /// Ends the layer where the air above its base stops being saturated; leaves it alone when the
-/// levels don't tell.
+/// levels don't show it.
 void CloudTopFromHumidity(CloudLayer& layer,
                           const std::vector<aviation::weather::GribLevel>& levels);
 

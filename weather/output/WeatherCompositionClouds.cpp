@@ -229,7 +229,7 @@ void addReportedClouds(LayerList& list, const CloudScene& scene)
     }
 }
 
-/// Writes the made-up cirrus behind `count` layers; returns the new count.
+/// Writes the made-up cirrus after `count` layers; returns the new count.
 std::size_t addRandomCirrus(NewWeather& record, std::size_t count, aviation::RandomSource& random)
 {
     const RandomCirrus cirrus = drawCirrus(random);

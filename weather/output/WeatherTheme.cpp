@@ -69,7 +69,8 @@ ThemeVisibility themeVisibilityOf(const VisLayer& layer)
 {
     constexpr double kMetresPerNm = 1852.0;
     ThemeVisibility visibility;
-    // Hundredths of statute miles taken for hundredths of nautical ones: deliberate.
+    // Hundredths of statute miles taken for hundredths of nautical ones, deliberately: ranges
+    // come out 15 % longer.
     visibility.range = static_cast<float>(layer.Range / 100.0 * kMetresPerNm);
     visibility.lower = static_cast<float>(layer.LowerAlt);
     visibility.upper = static_cast<float>(layer.UpperAlt);

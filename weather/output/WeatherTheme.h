@@ -17,7 +17,7 @@
 /// ".wt" text that the simulator lists it by. All values are little-endian and 32 bits wide,
 /// heights are metres above the station unless a field says otherwise.
 
-/// Opens a station; the counts tell how many layers of each kind follow.
+/// Opens a station; the counts say how many layers of each kind follow.
 struct ThemeHeader
 {
     std::int32_t winds = 0;

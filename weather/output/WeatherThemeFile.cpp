@@ -166,7 +166,7 @@ QByteArray themeBytes(const ThemeGrid& grid)
 
 std::string themeText()
 {
-    // The size behind "Size:" stays empty. The time ends in a line feed of its own.
+    // The size after "Size:" stays empty. The time ends in a line feed of its own.
     return std::string("[Main]\nTitle = \"Cirrilon\"\nDescription = \"This is the weather model of "
                        "Cirrilon Pro. For further information ")
            + kProjectAddress + ". Size:  Date: "

@@ -113,9 +113,8 @@ std::string visibilityText(const Reports& reports)
     return integerText(wholeNumber(std::ceil(metres / 1000.0 / aviation::kKmPerNm))) + "SM";
 }
 
-/// The high cloud that a SYNOP tells: its first layer in the high band or, when only the code of
-/// the high clouds was reported, a cirrus of the total cover at an
-/// assumed height.
+/// The high cloud that a SYNOP reports: its first layer in the high band or, when only the code of
+/// the high clouds was reported, a cirrus of the total cover at an assumed height.
 Cloud highCloudOf(const Synop& synop)
 {
     constexpr std::int32_t kHighBand = 24000;      // feet
@@ -143,8 +142,8 @@ void addRandomCirrus(std::vector<Cloud>& clouds, aviation::RandomSource& random)
     const composition::RandomCirrus drawn = composition::drawCirrus(random);
     Cloud cirrus;
     cirrus.type = aviation::weather::cloudtype::kCirrus;
-    // The drawn height in feet is brought to metres and then stands in a group of feet:
-    // deliberate.
+    // The drawn height in feet is brought to metres and then stands in a group of feet,
+    // deliberately: the cirrus lies at less than a third of it.
     cirrus.base = static_cast<std::int32_t>(drawn.baseFeet / aviation::kFeetPerMetre);
     cirrus.setCoverage(drawn.cover);
     addIfCovering(clouds, cirrus);
@@ -185,7 +184,7 @@ std::string cloudsText(const Reports& reports, CompositionContext& context)
     return text;
 }
 
-/// The dew point takes the sign of the temperature: deliberate.
+/// The dew point deliberately takes the sign of the temperature: 2 and -1 degrees give "02/01".
 std::string temperatureText(float celsius, bool negative)
 {
     const std::string digits = integerText(std::abs(wholeNumber(static_cast<double>(celsius))), 2);
@@ -206,7 +205,7 @@ std::string weatherGroups(const Reports& reports, CompositionContext& context)
 }
 
 /// Degrees with up to six digits; a place closer to the equator or to Greenwich than the digits
-/// tell is 0, so that no exponent comes up.
+/// show is 0, so that no exponent comes up.
 std::string degreesText(double degrees)
 {
     constexpr double kSmallestWithoutExponent = 1e-4;

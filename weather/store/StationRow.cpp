@@ -44,7 +44,7 @@ bool isDigits(std::wstring_view text)
     return std::all_of(text.begin(), text.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; });
 }
 
-/// "DDMM" or "DDDMM" with a letter behind it: degrees, negative for the second of the letters.
+/// "DDMM" or "DDDMM" with a letter after it: degrees, negative for the second of the letters.
 std::optional<double> degreesFrom(std::wstring_view cell, std::wstring_view letters, double limit)
 {
     constexpr std::size_t kMinuteDigits = 2;

@@ -28,7 +28,7 @@ public:
     Synop& append(std::wstring reportText) { return m_synops.emplace(std::move(reportText)); }
     void dropLast() { m_synops.dropLast(); }
     /// Takes out the reports older than the limit and those without a valid position or time; the
-    /// order of the others stays. A header that was read tells all of that. `now` in seconds since
+    /// order of the others stays. A header that was read has all of that. `now` in seconds since
     /// 1970 UTC. `progress` is called every 100 entries and may be empty. Returns what went, so
     /// that the caller chooses where its memory is given back.
     std::vector<Synop> takeOld(std::int64_t now, int maxAgeSeconds, const Progress& progress);

@@ -10,12 +10,12 @@ namespace aviation::weather {
 struct UpperAirHeader
 {
     std::wstring text;
-    bool isError = false;  ///< the server tells why there are no data
-    std::int64_t time = 0; ///< of the data, seconds since 1970 UTC; 0 not told
+    bool isError = false;  ///< the server says why there are no data
+    std::int64_t time = 0; ///< of the data, seconds since 1970 UTC; 0 not given
 };
 
 /// Reads the header if the first line is one, that is, holds a "#" and at least one character more.
-/// The time stands in the ten characters behind "TIME:". False, without a change, otherwise.
+/// The time stands in the ten characters after "TIME:". False, without a change, otherwise.
 bool readUpperAirHeader(std::wstring_view text, UpperAirHeader& header);
 
 } // namespace aviation::weather

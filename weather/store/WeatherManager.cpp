@@ -122,7 +122,7 @@ void WeatherManager::setWeatherStations(std::wstring_view text)
 int WeatherManager::deleteOldSynops(int maxAgeSeconds)
 {
     const std::int64_t now = epochSeconds(Clock::current().NowUtc());
-    std::vector<std::array<std::size_t, 3>> steps; // told when the lock is free
+    std::vector<std::array<std::size_t, 3>> steps; // reported when the lock is free
     const auto note = [&steps](std::size_t walked, std::size_t total, std::size_t deleted) {
         steps.push_back({walked, total, deleted});
     };
@@ -217,7 +217,7 @@ bool WeatherManager::SearchMetar(const Position& position, Metar& metar)
     if (!m_metars.Nearest(position, metar)) {
         return false;
     }
-    metar.setOutdated(false); // only the entry tells, also when an earlier search has flagged it
+    metar.setOutdated(false); // only the entry says so, also when an earlier search has flagged it
     if (isTimeGroupOld(metar.timeGroup(), now)) {
         m_metars.markOutdated(metar.icao());
     }

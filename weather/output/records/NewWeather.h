@@ -70,7 +70,7 @@ struct NewWeather
     std::uint16_t Command = 0; ///< 2 writes weather, 258 for FS2004
     std::uint16_t Flag = 0;
     std::uint32_t Signature = 0;
-    std::array<char, 4> Icao{}; ///< ASCII, zero bytes behind a shorter name
+    std::array<char, 4> Icao{}; ///< ASCII, zero bytes after a shorter name
     std::uint16_t Dynamic = 0;
     std::uint16_t Seconds = 0;
     double Lat = 0.0;

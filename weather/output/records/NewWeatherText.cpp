@@ -69,7 +69,7 @@ void appendSection(std::string& text, const char* name, const Layers& layers, st
     text += '}';
 }
 
-/// Everything in front of the layers, each group with its ":". The two unsigned 32-bit fields are
+/// Everything before the layers, each group with its ":". The two unsigned 32-bit fields are
 /// printed as signed ones, as the bridge's "%i" does.
 void appendHead(std::string& text, const NewWeather& record)
 {

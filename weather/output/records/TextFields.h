@@ -18,7 +18,7 @@ struct FixedField
 {
     std::string_view name; ///< an empty name prints the bare value
     float value;
-    int precision; ///< digits behind the point
+    int precision; ///< digits after the point
 };
 
 /// The fields with ":" between them; the decimal point doesn't depend on the locale.

@@ -49,7 +49,7 @@ struct XPlaneWeather
     float WaveLenght = 0.0F;
     float TempTropo = -99.0F;                      ///< degrees Celsius, -99 not known
     float TropoAltMeter = -99.0F;                  ///< metres, -99 not known
-    std::array<float, 2> Further{100000.0F, 5.0F}; ///< kept with the record, never printed
+    std::array<float, 2> Further{100000.0F, 5.0F}; ///< part of the record, never printed
     std::string WX; ///< weather text that X-Plane 12 gets beside the values
     std::array<XPlaneCloud, kXPlaneCloudLayers> Clouds{};
     std::vector<XPlaneWindLayer> Winds;

@@ -7,7 +7,7 @@
 
 /// Text of the bridge's message 9, weather for X-Plane 10 and 11:
 /// "Press=29.92:...:TropoAltMeter=-99.0Cloudlayer{...}:WindLayer{...}". Deliberately no
-/// colon stands in front of "Cloudlayer{".
+/// colon stands before "Cloudlayer{".
 std::string xPlaneWeatherText(const XPlaneWeather& record);
 
 /// Text of the bridge's message 28, weather for X-Plane 12: as above with ":WX=" and the record's
