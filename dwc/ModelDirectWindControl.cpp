@@ -58,7 +58,7 @@ void ModelDirectWindControl::Step()
 {
     updateTarget();
     steer();
-    m_gusts.draw(m_windTarget, m_aircraft.heightAgl); // only its kept offset advances
+    m_gusts.draw(m_windTarget, m_aircraft.heightAgl); // only the offset in the model advances
 }
 
 void ModelDirectWindControl::updateTarget()

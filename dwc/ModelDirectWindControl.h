@@ -28,7 +28,7 @@ public:
     /// limits below 0 count as 0.
     ModelDirectWindControl(const Settings& settings, aviation::RandomSource& random);
 
-    /// The nearest reports, kept until the next call. The time of the next step counts from here.
+    /// The nearest reports, used until the next call. The time of the next step counts from here.
     void SetWeather(const aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
                     const aviation::weather::Grib& grib);
     /// The same with the levels of an upper-air report, in any order.
@@ -52,7 +52,7 @@ public:
 
     /// The real wind at the aircraft's altitude as of the last step.
     const aviation::weather::Wind& windTarget() const { return m_windTarget; }
-    /// The offset that the gust function keeps.
+    /// The offset that was drawn last.
     const aviation::weather::Wind& windGust() const { return m_gusts.windGust(); }
     /// The gust wind that the last step added to the target; zero without gusts.
     const aviation::weather::Wind& gustInForce() const { return m_gusts.inForce(); }

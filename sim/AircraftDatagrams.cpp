@@ -62,7 +62,7 @@ void AircraftDatagrams::close()
     }
 }
 
-/// Until the server's name is resolved its datagrams can't be told from others and are dropped.
+/// Until the server's name is resolved its datagrams can't be singled out and are dropped.
 void AircraftDatagrams::findSenders()
 {
     m_senders.clear();
@@ -90,7 +90,7 @@ bool AircraftDatagrams::isSender(const QHostAddress& sender) const
     });
 }
 
-/// A read is tried even where nothing waits any more, since a readyRead without a read would be the
+/// A read is tried even where nothing waits, since a readyRead without a read would be the
 /// socket's last.
 void AircraftDatagrams::readOne()
 {

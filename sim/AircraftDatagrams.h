@@ -21,7 +21,7 @@ class AircraftDatagrams : public QObject
 {
     Q_OBJECT
 public:
-    /// Settings and flag outlive it; once the flag is raised nothing is read any more.
+    /// Settings and flag outlive it; once the flag is raised nothing more is read.
     AircraftDatagrams(const Settings& settings, const StopFlag& stop, LogFunction log,
                       QObject* parent = nullptr);
     ~AircraftDatagrams() override;

@@ -14,15 +14,15 @@ namespace bridgetext {
 /// The keys of a text's fields, in their order on the wire and with their "=".
 using FieldKeys = std::span<const std::string_view>;
 
-/// The fields of a text between marks, read by index. A value stands behind as many characters as
+/// The fields of a text between marks, read by index. A value stands after as many characters as
 /// its key has. These aren't compared with the key: the protocol fixes the lengths of the keys
 /// only, and a server that spells one in its own way would lose the value and all that follow. A
-/// field behind the last one is no fault: the value stays. After the first fault nothing is read
-/// any more.
+/// field after the last one is no fault: the value stays. After the first fault nothing more is
+/// read.
 class Fields
 {
 public:
-    /// What stands behind the 1024th field isn't looked at. Only fields that have a key are read;
+    /// What stands after the 1024th field isn't looked at. Only fields that have a key are read;
     /// `keys` outlives the object.
     Fields(const QByteArray& text, char mark, FieldKeys keys);
 

@@ -54,7 +54,7 @@ struct FsMessage
     QByteArray data;
 };
 
-/// Bytes of a frame in front of its data.
+/// Bytes of a frame before its data.
 inline constexpr int kFrameHeaderLength = 20;
 /// No frame may announce more data than this.
 inline constexpr int kLongestFrameData = 64 * 1024 * 1024;
@@ -62,7 +62,7 @@ inline constexpr int kLongestFrameData = 64 * 1024 * 1024;
 /// "@%04i;%04i;%08i;" of command, id and the data's size, followed by the data.
 QByteArray frameBytes(std::uint8_t command, std::uint8_t id, const QByteArray& data);
 
-/// Reads a block as one frame; the data is all behind the header, whatever length it announces. A
+/// Reads a block as one frame; the data is all after the header, whatever length it announces. A
 /// block that is too short or doesn't begin with "@" gives an empty message, a number that doesn't
 /// fit its field 0. False for a block of 16 to 19 bytes, a header that broke off: it can't be read,
 /// and `message` stays as it was.

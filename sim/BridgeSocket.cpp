@@ -116,7 +116,7 @@ void BridgeSocket::waitWhileConnecting()
 
 void BridgeSocket::onError(QAbstractSocket::SocketError error)
 {
-    // Each slice of a wait ends in a time-out; that of the whole wait is told by sayTimeout. A
+    // Each slice of a wait ends in a time-out; that of the whole wait is logged by sayTimeout. A
     // server that closes isn't reported: the next job says what it means.
     if (error != QAbstractSocket::SocketTimeoutError
         && error != QAbstractSocket::RemoteHostClosedError) {
@@ -204,7 +204,7 @@ int BridgeSocket::send(std::uint8_t command, std::uint8_t id, const QByteArray& 
     m_log(QStringLiteral("(Client) - write message: ") + outsidetext::forLog(frame),
           loglevel::kDebug);
     if (!isOpen() || m_socket->write(frame) != frame.size() || !waitWritten()) {
-        // Half a frame may be on its way: nothing behind it would be understood.
+        // Half a frame may be on its way: nothing after it would be understood.
         m_socket->abort();
         return 0;
     }

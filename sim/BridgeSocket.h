@@ -19,10 +19,10 @@ struct BridgeTimeouts
     int write = 5000;      ///< since the last bytes went out
     int reply = 5000;      ///< for a whole reply, in however many pieces
     int stream = 10000;    ///< for the next bytes of a long reply
-    int fileSettle = 1000; ///< pause behind a file
+    int fileSettle = 1000; ///< pause after a file
 };
 
-/// Waiting of at most so many milliseconds: told by the clock, and by the slices that were waited,
+/// Waiting of at most so many milliseconds: by the clock, and by the slices that were waited,
 /// since a test's clock may stand still.
 class WaitBudget
 {
@@ -77,7 +77,7 @@ public:
     /// says that more must come.
     Reply ReadReply();
     /// For replies that may exceed one read. Appends what came to `output`, which then holds a
-    /// frame behind whatever stood in front of its "@", and returns the length.
+    /// frame after whatever stood before its "@", and returns the length.
     int ReceiveStream(QByteArray& output);
 
     /// Logs a fault in the pilot's terms, once until an answer comes again.

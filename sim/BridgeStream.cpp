@@ -9,7 +9,7 @@
 namespace {
 
 constexpr char kFrameMark = '@';
-constexpr int kHeaderBytes = kFrameHeaderLength - 1; // behind the mark
+constexpr int kHeaderBytes = kFrameHeaderLength - 1; // after the mark
 constexpr int kHeaderFields = 3;
 /// So many bytes that are no frame end the search for one.
 constexpr int kMostNoise = 64 * 1024;
@@ -101,8 +101,8 @@ int BridgeSocket::ReceiveStream(QByteArray& output)
     }
     if (readStreamData(length, output)) {
         m_said.clear();
-        // The text has "%12" where "%1" was meant, and is kept: the name and the number change
-        // their places.
+        // To Qt "%12" is place 12, filled after place 2: the id comes first and the name second.
+        // With "%1" the line would change for those who search logs for it.
         m_log(QStringLiteral("(ServerThread) - Data in Command: %12 MsgId: %2")
                   .arg(QString::fromLatin1(commandName(fieldNumber(fields[0]))))
                   .arg(fieldNumber(fields[1])),

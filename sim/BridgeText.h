@@ -10,11 +10,11 @@
 
 /// The text forms of the bridge's messages: "key=value" fields between ":", UTF-8, decimal points
 /// in every locale. Readers skip a key by its length without a look at it. They are pure, take any
-/// bytes and never throw: what stands in front of a fault is kept, `fault` (if given) gets a line
+/// bytes and never throw: what stands before a fault is taken, `fault` (if given) gets a line
 /// about it, and stays as it was without one.
 namespace bridgetext {
 
-/// Fields of an aircraft text that must be there; the eleven behind them are optional.
+/// Fields of an aircraft text that must be there; the eleven after them are optional.
 inline constexpr int kAircraftFields = 17;
 
 /// A fresh record for a text of fewer than kAircraftFields fields. A place beyond 90 degrees of

@@ -84,7 +84,7 @@ private:
     };
     static const JobRow* rowOf(int jobId);
 
-    /// What the interface told of itself at the last connect.
+    /// What the interface said of itself at the last connect.
     struct Identity
     {
         int interfaceId = 0;
@@ -154,7 +154,7 @@ private:
     const Settings& m_settings;
     FsInterfaceFactory& m_interfaces;
     std::unique_ptr<FsInterfaceBase> m_interface; ///< the thread's, or the owner's while none runs
-    int m_loggedAircraftError = 0; ///< as m_interface; a fault of every poll is told once
+    int m_loggedAircraftError = 0; ///< as m_interface; a fault of every poll is said once
     std::atomic<int> m_event{0};
     std::atomic<bool> m_connected{false};
 

@@ -46,8 +46,8 @@ int ConnectWorker::setWaitingWeather(Job& /*job*/)
 {
     WaitingWeather weather;
     {
-        // The lists are taken out, so what is handed in from now on is kept for the next job. In
-        // front of records the observations deliberately stay.
+        // The lists are taken out, so what is handed in from now on waits for the next job. While
+        // there are records the observations deliberately stay: this job sends no observation.
         const ScopedLock lock(m_stateMutex);
         weather.records.swap(m_weather.records);
         if (weather.records.empty()) {

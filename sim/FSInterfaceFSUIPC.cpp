@@ -311,7 +311,7 @@ int FSInterfaceFSUIPC::SetWeatherRecord(const NewWeather& record)
     return result == simresult::kNone ? awaitWeatherCount() : result;
 }
 
-/// Reads the counter until it differs from the one that is kept, and keeps the new one.
+/// Reads the counter until it differs from the last one, with which the next write is compared too.
 int FSInterfaceFSUIPC::awaitWeatherCount()
 {
     constexpr int kReads = 11;

@@ -60,7 +60,7 @@ private:
     const StopFlag& m_stop;
     FsuipcClient m_client;
     bool m_saidMissing = false;       ///< that there is no library
-    std::uint32_t m_loggedFault = 0;  ///< told once until the aircraft is read again
+    std::uint32_t m_loggedFault = 0;  ///< said once until the aircraft is read again
     bool m_weatherCountKnown = false; ///< since the first weather record
     std::uint32_t m_weatherCount = 0; ///< weather writes that the simulator had counted
 };

@@ -84,6 +84,6 @@ private:
     std::unique_ptr<SimConnectClient> m_client; ///< null until the library was found
     Answers m_answers;
     int m_aircraftRequests = 0;      ///< since the last pause check
-    bool m_toldFailure = false;      ///< told once until the aircraft is read again
+    bool m_toldFailure = false;      ///< said once until the aircraft is read again
     bool m_toldCloudFailure = false; ///< the same of the clouds
 };

@@ -75,7 +75,7 @@ private:
     BridgeTimeouts m_timeouts;
     BridgeSocket m_socket;
     int m_silentReplies = 0; ///< checked messages in a row without a reply
-    QString m_parseFault;    ///< of the last data, so that a fault of every poll is told once
+    QString m_parseFault;    ///< of the last data, so that a fault of every poll is said once
     QString m_fsName;
     int m_interfaceId = aviation::interfaceid::kBridge;
     QString m_interfaceName;

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Offsets of FSUIPC's published table that the program uses; behind each its size in bytes.
-/// Integers are little endian and signed unless told otherwise.
+/// Offsets of FSUIPC's published table that the program uses; after each its size in bytes.
+/// Integers are little endian and signed unless said otherwise.
 namespace fsuipcoffset {
 
 inline constexpr std::uint32_t kZuluTime = 0x023A;      ///< 3: second, hour, minute
@@ -70,7 +70,7 @@ inline constexpr std::array kTanks{
 
 /// Payload: 4, the number of stations; then 48 bytes each.
 inline constexpr std::uint32_t kPayloadCount = 0x13FC;
-/// As many as the published table keeps room for: behind 5120 + 48 * 61 other things begin.
+/// As many as the published table has room for: after 5120 + 48 * 61 other things begin.
 inline constexpr std::size_t kMostStations = 61;
 inline constexpr std::size_t kStationNameBytes = 16;
 /// 8: double, pounds.

@@ -55,7 +55,7 @@ public:
     bool setPayloadWeight(int station, double pounds);
     /// Levels from 0 to 1 in the slots of the definition; false when the call failed.
     bool setFuelLevels(const std::array<double, kSimConnectTanks>& levels);
-    /// Number of the last packet that was sent, 0 when it can't be told.
+    /// Number of the last packet that was sent, 0 when it isn't known.
     std::uint32_t lastSentId();
     /// Fetches one message, if one waits, and takes it in.
     SimConnectReply Dispatch();
@@ -79,7 +79,7 @@ public:
     const std::vector<std::uint8_t>& cloudState() const { return m_cloudState; }
 
 private:
-    /// A message with the bytes that really stand behind it.
+    /// A message with the bytes that really came, whatever its head says.
     struct Received
     {
         const char* bytes;

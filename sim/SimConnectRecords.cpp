@@ -23,7 +23,7 @@ namespace {
 
 constexpr double kPercent = 100.0;
 
-/// Takes packed values one after the other; zeros behind the end.
+/// Takes packed values one after the other; zeros after the end.
 class PackedReader
 {
 public:
@@ -137,7 +137,7 @@ aviation::Position place(double latitude, double longitude)
     return {latitude, longitude};
 }
 
-/// With a blank in front of the numbers of the last two, other than fuelTankName.
+/// With a blank before the numbers of the last two, other than fuelTankName.
 std::wstring tankName(std::int32_t id)
 {
     constexpr std::int32_t kExternal1 = 10;

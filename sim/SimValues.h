@@ -11,10 +11,10 @@
 /// there.
 namespace simvalue {
 
-/// The integer part, kept within the limits of its type; 0 for what isn't a number.
+/// The integer part, limited to the range of its type; 0 for what isn't a number.
 std::int32_t truncated(double value);
 
-/// In single precision, kept finite; 0 for what isn't a number.
+/// In single precision, limited to finite values; 0 for what isn't a number.
 float singleOf(double value);
 
 /// A text up to its first zero, or all of it: UTF-8, or Latin-1 where it isn't that.

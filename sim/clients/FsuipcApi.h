@@ -20,7 +20,7 @@ inline constexpr std::size_t kBufferBytes = 32512;
 
 /// FSUIPC's IPC: reads and writes of the simulator's memory by offset are queued and carried out
 /// together. The five calls have their published names and arguments and return false with a code
-/// of namespace fsuipc in `result`. The rules of link and buffer are kept here, so that every form
+/// of namespace fsuipc in `result`. The rules of link and buffer are here, so that every form
 /// has them: a form implements the do... functions. The buffer is one for the process, so only
 /// ConnectWorker's thread may touch it.
 class FsuipcApi

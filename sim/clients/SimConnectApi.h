@@ -43,8 +43,8 @@ public:
                                                  void* data) = 0;
     virtual Result SimConnect_RequestSystemState(Handle handle, std::uint32_t requestId,
                                                  const char* state) = 0;
-    /// The next message, valid until the next call; kFailed when none waits. `size` is what stands
-    /// behind `message`, whatever its head says.
+    /// The next message, valid until the next call; kFailed when none waits. `size` is how many
+    /// bytes `message` points to, whatever its head says.
     virtual Result SimConnect_GetNextDispatch(Handle handle, const simconnect::Message** message,
                                               std::uint32_t* size) = 0;
     virtual Result SimConnect_GetLastSentPacketID(Handle handle, std::uint32_t* packetId) = 0;
