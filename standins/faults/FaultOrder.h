@@ -6,16 +6,16 @@
 #include <optional>
 #include <span>
 
-/// The one language in which the stand-ins are told to misbehave:
+/// The one language in which the stand-ins are asked to misbehave:
 ///
 ///     [PATTERN=]NAME[:ARGUMENT][@[COMMAND/]ID][*COUNT]
 ///
 /// The names with their arguments are each stand-in's own, and so is what an order concerns: paths
-/// by a pattern in front or messages by their numbers behind. "x" may stand for the "*" of the
-/// count. Pure.
+/// by a pattern before the name, or messages by their numbers after it. "x" may stand for the "*"
+/// of the count. Pure.
 namespace faults {
 
-/// What may stand behind a name and ":". Nothing behind the ":" is the same as no argument.
+/// What may stand after a name and ":". Nothing after the ":" is the same as no argument.
 enum class Argument
 {
     None,

@@ -54,7 +54,7 @@ void AircraftStream::sendNow()
     }
 }
 
-/// Bound to an address, so that the client can tell who sends.
+/// Bound to an address, so that the client can see who sends.
 QUdpSocket& AircraftStream::socketFor(FaultKind kind)
 {
     const bool isForeign = kind == FaultKind::UdpForeign;

@@ -25,7 +25,7 @@ std::optional<aviation::structs::AircraftFuel> readFuel(const QByteArray& text);
 QByteArray payloadText(const aviation::structs::AircraftPayload& payload);
 std::optional<aviation::structs::AircraftPayload> readPayload(const QByteArray& text);
 
-/// Message 18, the automatic direction finder in front of the transponder.
+/// Message 18, the automatic direction finder before the transponder.
 QByteArray radioText(const aviation::structs::RadioFrequencys& radios);
 std::optional<aviation::structs::RadioFrequencys> readRadios(const QByteArray& text);
 

@@ -25,7 +25,7 @@ public:
 
 Q_SIGNALS:
     void frameReceived(const Frame& frame);
-    /// The client sent what can't be read; the connection is closed behind it.
+    /// The client sent what can't be read; the connection is closed after it.
     void broken();
     void closed();
 

@@ -16,7 +16,7 @@ QByteArray digits(qint64 value, int width)
     return QByteArray::number(value).rightJustified(width, '0');
 }
 
-/// The number of exactly `width` digits in front of a ";", -1 if there is none.
+/// The number of exactly `width` digits before a ";", -1 if there is none.
 int numberAt(const QByteArray& bytes, int at, int width)
 {
     int value = 0;
@@ -64,7 +64,7 @@ std::optional<Frame> FrameReader::next()
     return frame;
 }
 
-/// Drops what stands in front of an "@".
+/// Drops what stands before an "@".
 bool FrameReader::findStart()
 {
     const int found = m_bytes.indexOf('@');

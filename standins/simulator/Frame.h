@@ -15,7 +15,7 @@ struct Frame
     QByteArray data;
 };
 
-/// Length of the header in front of the data.
+/// Length of the header before the data.
 inline constexpr int kHeaderLength = 20;
 /// The largest data of a message that the stand-in takes; the wind files have some megabytes.
 inline constexpr int kMaxDataLength = 64 * 1024 * 1024;
@@ -25,7 +25,7 @@ QByteArray encodeFrame(const Frame& frame);
 /// The header alone, with any length, for faults.
 QByteArray encodeHeader(int command, int id, qint64 length);
 
-/// Cuts a stream of bytes into frames, however it was cut into pieces on its way. Bytes in front of
+/// Cuts a stream of bytes into frames, however it was cut into pieces on its way. Bytes before
 /// an "@" are skipped. A header that isn't one breaks the stream: nothing more comes out of it.
 class FrameReader
 {
@@ -36,7 +36,7 @@ public:
 
     /// A header had no numbers or a length above kMaxDataLength.
     bool isBroken() const { return m_broken; }
-    /// Bytes that stood in front of an "@".
+    /// Bytes that stood before an "@".
     qint64 skippedBytes() const { return m_skipped; }
     /// Bytes that wait for the rest of their frame.
     int pendingBytes() const { return m_bytes.size(); }

@@ -36,14 +36,14 @@ public:
         std::memcpy(&value, &m_bytes[at], sizeof(value));
         return value;
     }
-    /// Cut so that a zero ends it; zeros behind it.
+    /// Cut so that a zero ends it; zeros after it.
     void putText(std::uint32_t at, std::uint32_t size, const QByteArray& text);
     /// Up to its first zero, at most `size` - 1 bytes.
     QByteArray text(std::uint32_t at, std::uint32_t size) const;
     void fillZero(std::uint32_t at, std::uint32_t size);
     void read(std::uint32_t at, std::uint32_t size, void* destination) const;
 
-    /// A client's write, which wasWritten() tells of until forgetWrites().
+    /// A client's write, which wasWritten() reports until forgetWrites().
     void write(std::uint32_t at, const std::vector<std::uint8_t>& bytes);
     /// Every byte of it.
     bool wasWritten(std::uint32_t at, std::uint32_t size) const;

@@ -32,7 +32,7 @@ constexpr double kLevelFeet = 150.0; ///< within this of the highest point is cr
 constexpr double kLeavesLevelFeet = 300.0;
 /// Recorded altitudes come in steps of 25 feet.
 constexpr double kAltitudeStep = 12.0;
-/// Altitudes of this time next to the runway tell the height of the runway.
+/// Altitudes of this time next to the runway give the height of the runway.
 constexpr double kNearRunwaySeconds = 120.0;
 constexpr double kHardestRate = -300.0;
 constexpr double kSoftestRate = -60.0;
@@ -62,7 +62,7 @@ Track::iterator highestPoint(Track& track)
         [height](const TrackPoint& a, const TrackPoint& b) { return height(a) < height(b); });
 }
 
-/// The ground in front of the lift-off: flags of recorded tracks change too early.
+/// The ground before the lift-off: flags of recorded tracks change too early.
 void placeLiftOff(GateToGate& flight)
 {
     Track& track = flight.points;

@@ -21,7 +21,7 @@ constexpr double kFlareRate = -180.0;     ///< feet per minute
 constexpr double kSecondsPerHour = 3600.0;
 constexpr double kSecondsPerMinute = 60.0;
 
-/// Puts points one behind the other along the great circle.
+/// Puts points one after the other along the great circle.
 class TrackBuilder
 {
 public:

@@ -7,7 +7,7 @@
 
 namespace simulator {
 
-/// The answer to a message and the line that tells people of it; an empty line tells nothing.
+/// The answer to a message and the line that people read of it; an empty line isn't printed.
 struct Reply
 {
     Frame frame;

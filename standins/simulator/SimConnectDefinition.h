@@ -12,7 +12,7 @@ namespace simulator {
 
 class SimulatorModel;
 
-/// What SimConnect would raise: a number of namespace exception and the argument behind the handle
+/// What SimConnect would raise: a number of namespace exception and the argument after the handle
 /// that was wrong, from 1.
 struct SimConnectProblem
 {
@@ -41,7 +41,7 @@ public:
     /// The values without padding. Numbers are rounded and saturate in whole types, texts are UTF-8
     /// and cut so that a zero ends them.
     std::vector<std::uint8_t> pack(const SimSnapshot& now) const;
-    /// Gives the model size() bytes of packed values. Tank levels are kept within 0 and 1, those of
+    /// Gives the model size() bytes of packed values. Tank levels are limited to 0 to 1, those of
     /// tanks that the aircraft hasn't are left. Nothing is set when there is a problem.
     MaybeProblem apply(const std::uint8_t* bytes, SimulatorModel& model) const;
 

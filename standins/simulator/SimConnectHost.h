@@ -43,7 +43,7 @@ public:
     /// True for a call that has to fail, which it counts.
     bool takeFailure(const std::string& name);
 
-    /// Puts down a call with its arguments behind the handle, joined by ", ".
+    /// Puts down a call with its arguments after the handle, joined by ", ".
     void note(const std::string& name, const std::string& arguments);
     int callCount(const std::string& name) const;
     /// The last calls with their arguments, such as "SimConnect_ClearDataDefinition 5"; at most

@@ -16,8 +16,8 @@ class SimConnectQueue
 public:
     using Bytes = std::vector<std::uint8_t>;
 
-    /// Fills the head's size, version and id, and sends the message with the data behind it, as the
-    /// fault tells.
+    /// Fills the head's size, version and id, and sends the message with the data after it, as the
+    /// fault says.
     template <class Body>
     void send(Body body, simconnect::MessageId id, const Bytes& data = {}, const Fault& fault = {})
     {

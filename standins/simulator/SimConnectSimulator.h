@@ -19,7 +19,7 @@ namespace simulator {
 ///
 /// Packets count from 1, the open call, over all calls that reach the simulator: not over those
 /// that fail, nor SimConnect_GetNextDispatch and SimConnect_GetLastSentPacketID. The index of an
-/// exception counts the arguments behind the handle from 1, 0 is none of them. Data are sent once,
+/// exception counts the arguments after the handle from 1, 0 is none of them. Data are sent once,
 /// whatever period is asked for, and only for the user's aircraft. A subscription to "Sim" or
 /// "Pause" brings the present state at once; later events come when the pause changes, and are
 /// noticed with the next call.
@@ -35,11 +35,11 @@ namespace simulator {
 ///     request system state     2/80              cloud state              REQUEST 9
 ///     text                     WRIT 20           flight plan              WRIT 11
 ///
-/// Refuse: the exception WEATHER_INVALID_METAR for an observation, else ERROR; nothing is kept.
-/// Silent: no answer, nothing is kept, no exception. Slow: the answer becomes due `number` ms later
+/// Refuse: the exception WEATHER_INVALID_METAR for an observation, else ERROR; nothing is set.
+/// Silent: no answer, nothing is set, no exception. Slow: the answer becomes due `number` ms later
 /// by the clock. WrongId: the answer has another request id, or the open message another message
 /// id. Cut: the first `number` bytes of the answer, and the whole after `restAfterMs` if that is
-/// told. Garbage: `number` bytes that mean nothing stand for the data behind message and request
+/// given. Garbage: `number` bytes that mean nothing stand for the data after message and request
 /// id. HugeLength: an answer without its data whose head announces 100 MB. Drop: the simulator is
 /// gone, each call fails until it is opened anew. Close: the same, but a quit message can still be
 /// fetched. Other kinds do nothing. Faults of answers do nothing to calls without one.

@@ -158,7 +158,7 @@ void addSystems(AircraftRows rows)
     rows.text("ATC AIRLINE", &AircraftData::airline);
 }
 
-/// A pilot who hasn't told a flight number.
+/// A pilot who hasn't given a flight number.
 SimVariable flightNumber()
 {
     SimVariable row;

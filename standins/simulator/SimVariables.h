@@ -35,7 +35,7 @@ struct SimVariable
     int firstIndex = -1; ///< of "NAME:index", -1 for a name without
     int lastIndex = -1;
     int tank = 0;           ///< id of the tank whose level this is, 0 none
-    bool isStation = false; ///< weight of the payload station that the index tells
+    bool isStation = false; ///< weight of the payload station that the index names
     int message = 0;        ///< of the bridge that carries the same
 
     bool isText() const { return unit.empty(); }

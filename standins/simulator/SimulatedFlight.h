@@ -82,7 +82,7 @@ private:
     bool m_paused = false;
     std::int64_t m_clockMs = 0; ///< of the clock when m_elapsed was right
     std::int64_t m_startTime = 0;
-    bool m_landed = false; ///< touchdown not yet told
+    bool m_landed = false; ///< touchdown not yet reported
 };
 
 } // namespace simulator

@@ -19,7 +19,7 @@ namespace simulator {
 class SimulatorClientsInMemory final : public SimulatorClients
 {
 public:
-    /// The simulator's time is now, and runs as the flight's speed tells.
+    /// The simulator's time is now, and runs as the flight's speed says.
     explicit SimulatorClientsInMemory(SimulatedFlight flight = SimulatedFlight());
 
     std::unique_ptr<SimConnectApi> simConnect(const std::string& simulatorFolder,
@@ -37,9 +37,9 @@ public:
     /// Not running, nothing can be opened, and what is open has lost its simulator. The model keeps
     /// its state.
     void setRunning(bool isRunning);
-    /// For what is handed out from now on; its isRunning isn't used, setRunning() tells.
+    /// For what is handed out from now on; its isRunning isn't used, setRunning() decides.
     void setFsuipcOptions(const FsuipcOptions& options);
-    /// The folder that was told last.
+    /// The folder that was given last.
     std::string lastFolder() const;
 
 private:

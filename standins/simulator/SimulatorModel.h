@@ -52,7 +52,7 @@ public:
     void setRadios(const aviation::structs::RadioFrequencys& radios);
 
     /// The pilot's pause key: the flight stands still until it is taken back. The bridge never
-    /// tells it.
+    /// says so.
     void setPaused(bool paused);
     bool paused() const;
 

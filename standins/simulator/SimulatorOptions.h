@@ -34,7 +34,7 @@ struct SimulatorOptions
     bool help = false;
 };
 
-/// Reads the arguments behind the program's name. Nothing if they are wrong; `error` says what.
+/// Reads the arguments after the program's name. Nothing if they are wrong; `error` says what.
 std::optional<SimulatorOptions> parseOptions(const QStringList& arguments, QString* error);
 /// The text of --help.
 QString optionsHelp();

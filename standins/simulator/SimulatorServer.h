@@ -30,14 +30,14 @@ public:
     explicit SimulatorServer(const SimulatorOptions& options = {},
                              SimulatedFlight flight = SimulatedFlight(), QObject* parent = nullptr);
     /// The bridge into a simulator that has other ways in too and outlives this one. Its flight is
-    /// left as it is, whatever speed the options tell.
+    /// left as it is, whatever speed the options say.
     SimulatorServer(const SimulatorOptions& options, SimulatorModel& model,
                     QObject* parent = nullptr);
     ~SimulatorServer() override;
 
     /// Listens on 127.0.0.1 at the port of the options. False when the port isn't free.
     bool start();
-    /// Closes all connections, stops the datagrams and no longer listens. start() brings it back on
+    /// Closes all connections, stops the datagrams and stops listening. start() brings it back on
     /// the port that it had.
     void stop();
     /// Closes all connections at once and goes on listening.

@@ -60,7 +60,7 @@ struct SimulatorState
 };
 
 inline constexpr int kKeptTexts = 2000;
-inline constexpr int kLongestKeptText = 4096; ///< bytes; a longer weather text is kept alone
+inline constexpr int kLongestKeptText = 4096; ///< bytes; a longer weather text drops the others
 inline constexpr int kKeptFileBytes = 1024 * 1024;
 
 /// The load and the radios before a client changes them.

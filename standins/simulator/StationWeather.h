@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// Weather of a place, as a simulator tells it by its stations.
+/// Weather of a place, as a simulator reports it by its stations.
 namespace simulator {
 
 /// Four letters or digits, then a blank or the "&" of an extension.

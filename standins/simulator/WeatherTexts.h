@@ -10,7 +10,7 @@
 #include <vector>
 
 /// Readers of the weather that a client writes. They are strict: a wrong word, a number out of its
-/// field's range or text behind the end gives nothing, so that a client's mistake shows.
+/// field's range or text after the end gives nothing, so that a client's mistake shows.
 namespace simulator {
 
 /// Message 7. As many layers as the counts say, at most those that the record has room for.

@@ -17,7 +17,7 @@ enum class Delivery
     Half,      ///< head and half of the body, the connection stays open
     Trickle,   ///< `bytesPerTick` every tenth of a second
     CloseHalf, ///< head and half of the body, then closed
-    CloseEnd,  ///< closed behind the body although more was announced
+    CloseEnd,  ///< closed after the body although more was announced
     Endless    ///< `endlessBytes` of filling instead of the body, no length announced
 };
 

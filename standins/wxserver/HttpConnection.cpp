@@ -76,7 +76,7 @@ void HttpConnection::answer(const HttpRequest& request)
 void HttpConnection::send(const HttpAnswer& answer, bool withBody)
 {
     m_busy = true;
-    // A body that ends early leaves nothing to read behind it.
+    // A body that ends early leaves nothing to read after it.
     const bool isWhole = answer.delivery == Delivery::Whole || answer.delivery == Delivery::Trickle;
     m_keepAlive = m_keepAlive && isWhole;
     if (answer.delivery == Delivery::Nothing) {

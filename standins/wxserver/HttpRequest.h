@@ -35,7 +35,7 @@ enum class HttpParse
 };
 
 /// Takes one request off the front of `buffer`. On anything but Complete the buffer stays as it is;
-/// after BadRequest and TooLarge the connection can't be used any more.
+/// after BadRequest and TooLarge the connection is unusable.
 [[nodiscard]] HttpParse takeRequest(QByteArray& buffer, HttpRequest& request);
 
 } // namespace wxserver

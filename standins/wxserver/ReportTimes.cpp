@@ -93,7 +93,7 @@ QByteArray movedTrend(const QByteArray& group, hours by)
     return group.left(2) + twoDigits(static_cast<int>(hour)) + group.mid(4);
 }
 
-/// dddd/dddd or TX12/0115Z: day and hour behind or around the slash.
+/// dddd/dddd or TX12/0115Z: day and hour after or around the slash.
 QByteArray movedPeriod(const QByteArray& group, const TimeShift& shift)
 {
     const int slash = group.indexOf('/');

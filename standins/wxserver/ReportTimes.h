@@ -25,7 +25,7 @@ struct TimeShift
 QByteArray movedMetar(const QByteArray& report, const TimeShift& shift);
 /// Moves issue, validity, FM and TX/TN groups and other groups of day, hour, minute and Z.
 QByteArray movedTaf(const QByteArray& report, const TimeShift& shift);
-/// Moves the group of day and hour behind AAXX, and behind BBXX or OOXX and the call sign.
+/// Moves the group of day and hour after AAXX, and after BBXX or OOXX and the call sign.
 QByteArray movedSynop(const QByteArray& report, const TimeShift& shift);
 
 /// Time of a METAR after its time group; false without one.

@@ -21,7 +21,7 @@ struct ServerOptions
     bool help = false;
 };
 
-/// Reads the arguments behind the program's name. False with a reason when they can't be read.
+/// Reads the arguments after the program's name. False with a reason when they can't be read.
 [[nodiscard]] bool readOptions(const QStringList& arguments, ServerOptions& options,
                                QString& reason);
 /// The text of --help.

@@ -31,7 +31,7 @@ constexpr std::chrono::sys_time<hours> kBundledHour =
     std::chrono::sys_days(std::chrono::year(2019) / 7 / 1) + hours(12);
 /// Each source leaves out the stations of one of so many groups.
 constexpr int kStationGroups = 17;
-/// History files kept at a time, since each is about as long as a list.
+/// Most history files in memory at a time, since each is about as long as a list.
 constexpr int kMaxCached = 40;
 constexpr char kGzipType[] = "application/gzip";
 constexpr char kTextType[] = "text/plain; charset=us-ascii";

@@ -21,7 +21,7 @@ struct Document
 };
 
 /// The documents of the service, made from the demonstration data. Prepared once an hour of
-/// calendar time each and kept. Knows no network. Used on one thread.
+/// calendar time each; further requests get a copy. Knows no network. Used on one thread.
 class WeatherContents
 {
 public:

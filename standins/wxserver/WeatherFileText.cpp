@@ -9,7 +9,7 @@ namespace wxserver {
 
 namespace {
 
-/// The text between the marks of a block, without the line feed behind the first one.
+/// The text between the marks of a block, without the line feed after the first one.
 QByteArray block(const QByteArray& text, const QByteArray& name)
 {
     const QByteArray opening = '[' + name + "]";
