@@ -8,8 +8,8 @@
 /// The user's own lists in the work folder: "airportsadd.dat", rows
 /// "icao;name;country;elev;lat;lon" with the elevation in feet and decimal degrees, and
 /// "icaosoldnew.dat", rows "old icao,new icao". The files are UTF-8; one that isn't is read as
-/// Latin-1, and written as UTF-8. Comments ("#") and lines that are no rows are kept where they
-/// stand. All functions are free of state.
+/// Latin-1, and written as UTF-8. Comments ("#") and lines that are no rows stay where they stand,
+/// so that saving loses nothing of what the user wrote. All functions are free of state.
 namespace airportlist {
 
 /// Fields of an airport's row.
@@ -26,7 +26,7 @@ inline constexpr int kOldIcao = 0;
 inline constexpr int kNewIcao = 1;
 inline constexpr int kPairFields = 2;
 
-/// A row with the lines that stand in front of it and aren't rows.
+/// A row with the lines that stand before it and aren't rows.
 struct Row
 {
     QStringList fields;
@@ -37,8 +37,8 @@ struct Row
 struct List
 {
     QVector<Row> rows;
-    QStringList after;  ///< kept lines behind the last row
-    int unreadable = 0; ///< kept lines that are neither comments nor empty
+    QStringList after;  ///< such lines after the last row
+    int unreadable = 0; ///< such lines that are neither comments nor empty
 };
 
 /// The kinds of list.
@@ -53,8 +53,8 @@ QString fileName(Kind kind);
 /// Its first line, without the line end.
 QString firstLine(Kind kind);
 
-/// Rows whose fields can't be used are kept as unreadable lines. The first line isn't kept: it is
-/// written anew. A comma in coordinates becomes a point.
+/// Rows whose fields can't be used become unreadable lines. The first line is dropped, since
+/// bytesOf writes it anew. A comma in coordinates becomes a point.
 List parse(Kind kind, const QByteArray& bytes);
 QByteArray bytesOf(Kind kind, const List& list);
 
@@ -79,7 +79,7 @@ enum class Fault
 };
 /// The fault of one field by itself or beside the others of its row.
 Fault fieldFault(Kind kind, const QStringList& fields, int field);
-/// The form in which a field is kept: without blanks around it, ICAO codes in capital letters, a
+/// The form in which a field is written: without blanks around it, ICAO codes in capital letters, a
 /// decimal point.
 QString normalized(Kind kind, int field, const QString& text);
 

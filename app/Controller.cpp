@@ -76,7 +76,7 @@ Controller::~Controller()
     m_timerOneSecond.stop();
     m_timerWeather.stop();
     m_link->endReconnecting();
-    // Both are told before either is waited for.
+    // Both are asked to stop before either is waited for.
     m_weatherWorker->stop();
     m_connectWorker.reset();
     m_weatherWorker.reset();

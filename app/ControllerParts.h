@@ -23,6 +23,6 @@ struct ControllerParts
     ProcessRunner& processes;
     FsInterfaceFactory& interfaces;
     DownloadLimits limits;
-    /// How long written weather rests before the simulator is told to load it.
+    /// How long written weather rests before the simulator is asked to load it.
     int settleMs = 1000;
 };

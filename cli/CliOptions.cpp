@@ -45,7 +45,7 @@ struct CommandRow
 {
     const char* name;
     const char* subCommands; ///< blanks between; empty for none
-    int arguments;           ///< positional arguments behind the command
+    int arguments;           ///< positional arguments after the command
 };
 
 constexpr CommandRow kCommands[] = {

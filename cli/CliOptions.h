@@ -54,7 +54,7 @@ struct CliOptions
     QString criteria;
 };
 
-/// Reads the arguments behind the program's name. Throws CliFailure with status 2.
+/// Reads the arguments after the program's name. Throws CliFailure with status 2.
 CliOptions parseCliOptions(const QStringList& arguments);
 
 /// The text of --help.

@@ -47,7 +47,7 @@ void runDecode(const CliOptions& options, CliStreams& streams)
         streams.out << clijson::jsonLine(decodedObject(wideLine(line), options)) << '\n'
                     << std::flush;
         if (!streams.out) {
-            return; // nobody reads any more
+            return; // the reader is gone
         }
     }
 }

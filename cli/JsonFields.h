@@ -18,7 +18,7 @@ struct BadField
 class JsonFields
 {
 public:
-    /// `path` stands in front of the names in what is thrown, such as "events[3].".
+    /// `path` stands before the names in what is thrown, such as "events[3].".
     JsonFields(QJsonObject object, QString path)
         : m_object(std::move(object))
         , m_path(std::move(path))

@@ -23,7 +23,7 @@ Wind readWind(const JsonFields& fields, const Wind& fallback)
             fields.real("gust", fallback.Gust), fallback.Fourth};
 }
 
-/// Six digits ddhhmm, or empty when absent. "Z" may stand behind them and the minutes may be left
+/// Six digits ddhhmm, or empty when absent. "Z" may stand after them and the minutes may be left
 /// out, since only day and hour count.
 QString readTimeGroup(const JsonFields& fields)
 {

@@ -83,7 +83,7 @@ private:
     QtMessageHandler m_before;
 };
 
-// JSON by hand: the fields stand in the order in which they are told, which QJsonObject sorts.
+// JSON by hand: the fields stand in the order in which they are written; QJsonObject sorts them.
 
 QByteArray json(float value)
 {

@@ -54,7 +54,7 @@ bool isWebAddress(const QUrl& url);
 /// The one HTTP client of the program, an instance for each occasion, used on one thread. The queue
 /// face (append) fetches addresses one after the other into files of the temporary folder and
 /// deletes itself when done; a failed one doesn't stop the rest, its file is removed, and finished
-/// tells the last file and error. The synchronous face (get...) returns when the reply is complete
+/// names the last file and error. The synchronous face (get...) returns when the reply is complete
 /// and runs a local event loop meanwhile; it serves threads that have no event loop of their own,
 /// and must not be re-entered. The third face (fetchToMemory) never waits and serves whoever wants
 /// to see a refusal as well; deleting the object ends it. Only http and https. A few redirects are

@@ -36,7 +36,7 @@ public:
     void startClock();
     /// Null if it isn't even tried; `outcome` then says why.
     QNetworkReply* begin(const QNetworkRequest& request);
-    /// Takes what is left of the transfer and tells how it ended. The reply is the caller's.
+    /// Takes what is left of the transfer and says how it ended. The reply is the caller's.
     DownloadOutcome end();
     void take();
     void abort(int code, const QString& text);

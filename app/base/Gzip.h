@@ -15,7 +15,7 @@ struct GzipResult
     bool ok() const { return error.isEmpty(); }
 };
 
-/// Inflates gzip data (RFC 1952). The contents of several members follow each other; bytes behind
+/// Inflates gzip data (RFC 1952). The contents of several members follow each other; bytes after
 /// the last member that begin no other are ignored, as padding. More than `limit` bytes of contents
 /// is an error, found before they are all inflated. Never throws; callable from any thread.
 [[nodiscard]] GzipResult inflateGzip(const QByteArray& compressed,

@@ -20,7 +20,7 @@ struct KeyParts
     QString key;
 };
 
-/// A slash in front is part of the key: cut off, each writing would lose one.
+/// A leading slash is part of the key: cut off, each writing would lose one.
 KeyParts partsOf(const QString& fullKey)
 {
     const int slash = fullKey.indexOf(kSlash);
@@ -70,7 +70,7 @@ IniFile::ReadResult IniFile::read(const QString& fileName, Dialect dialect, qint
     if (info.isDir() || !file.open(QIODevice::ReadOnly)) {
         return ReadResult::Unreadable;
     }
-    const QByteArray text = file.read(limit + 1); // devices don't tell their size
+    const QByteArray text = file.read(limit + 1); // devices don't say their size
     if (text.size() > limit || file.error() != QFileDevice::NoError) {
         return ReadResult::Unreadable;
     }

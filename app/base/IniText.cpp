@@ -87,7 +87,7 @@ private:
         }
     }
 
-    /// "\x" without a digit behind it stands for nothing.
+    /// "\x" without a digit after it stands for nothing.
     void readNumber(int base)
     {
         unsigned code = 0;

@@ -9,7 +9,7 @@
 /// The text form of Qt's INI settings files, read and written without Qt's reader. A value read is
 /// a QString, a QByteArray, an invalid QVariant for "@Invalid()", or a QStringList for what no
 /// option of the program has: a list, or a single typed value such as "@Variant(...)". The latter
-/// are kept as texts and written back unchanged, never unpacked: a crafted one could ask for any
+/// stay texts and are written back unchanged, never unpacked: a crafted one could ask for any
 /// amount of memory. Reading takes anything: lines without "=" are skipped. Linear in the text.
 /// Pure.
 namespace initext {
@@ -28,7 +28,7 @@ std::vector<Line> parse(const QByteArray& text);
 /// is a section as any other. A key or value that isn't UTF-8 is Latin-1.
 std::vector<Line> parseSimulator(const QByteArray& text);
 
-/// A value as it stands behind "=". All ASCII: other characters are written as "\x" escapes.
+/// A value as it stands after "=". All ASCII: other characters are written as "\x" escapes.
 QByteArray valueText(const QVariant& value);
 
 /// A section or key as it stands in the file.

@@ -15,7 +15,7 @@ QByteArray escapedUnit(ushort unit)
     return "\\x" + QByteArray::number(static_cast<uint>(unit), kHexBase);
 }
 
-/// A hexadecimal digit straight behind a number escape would be read as part of it.
+/// A hexadecimal digit straight after a number escape would be read as part of it.
 QByteArray escapedText(const QString& text)
 {
     QByteArray escaped;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr qint64 kChunk = 1024LL * 1024;
 
-/// Reads until the end or until one chunk above the limit: devices don't tell their size.
+/// Reads until the end or until one chunk above the limit: devices don't say their size.
 QByteArray readUpTo(QFile& file, qint64 limit)
 {
     QByteArray bytes;

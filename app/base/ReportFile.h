@@ -16,6 +16,6 @@ struct ReportFileResult
 /// Reads a file of reports. A name ending in ".gz" is inflated. The bytes are UTF-8; each byte that
 /// isn't becomes U+FFFD, a byte order mark is dropped and NULs stay, so that a damaged line costs
 /// only itself. Line ends of other systems become line feeds. Missing, unreadable, damaged and
-/// files above `limit` bytes (before or behind inflating) are errors. Callable from any thread.
+/// files above `limit` bytes (before or after inflating) are errors. Callable from any thread.
 [[nodiscard]] ReportFileResult readReportFile(const QString& fileName,
                                               qint64 limit = kMaxInflatedBytes);

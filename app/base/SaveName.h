@@ -13,7 +13,7 @@ namespace savename {
 QString fromUrl(const QUrl& url);
 
 /// Path in `folder` (with its separator at the end) under which nothing exists: the name itself, or
-/// with ".0", ".1" and so on behind it.
+/// with ".0", ".1" and so on after it.
 QString freePath(const QString& folder, const QString& name);
 
 } // namespace savename

@@ -16,7 +16,7 @@ inline QString wxdata2()
     return QStringLiteral("https://wxdata2.cirrilon.example");
 }
 
-/// Base address of the info server, key "url/fileinfo". File names are put straight behind it.
+/// Base address of the info server, key "url/fileinfo". File names are put straight after it.
 inline QString fileInfo()
 {
     return QStringLiteral("https://info.cirrilon.example/");

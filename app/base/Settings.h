@@ -79,7 +79,7 @@ public:
     };
 
     /// Loads `file` and chooses the weather server, perhaps by a number of `random`, which isn't
-    /// kept. With an empty name the built-in defaults hold, and no file is read or written.
+    /// used later. With an empty name the built-in defaults hold, and no file is read or written.
     Settings(const QString& file, aviation::RandomSource& random, QObject* parent = nullptr);
 
     CIRRILON_OPTIONS(CIRRILON_ACCESS)
@@ -120,7 +120,7 @@ public:
     /// The two weather servers: keys url/wxdata1 and url/wxdata2, read at each call, never written.
     QString serverOne() const;
     QString serverTwo() const;
-    /// Base address of the info server, key url/fileinfo; file names are put straight behind it.
+    /// Base address of the info server, key url/fileinfo; file names are put straight after it.
     QString fileInfoUrl() const;
     /// Recorder login, keys url/host and url/checklogin (a path on that host).
     QString loginHost() const;

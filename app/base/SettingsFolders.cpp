@@ -12,7 +12,7 @@ QString Settings::documentsFolder()
 
 QString Settings::tmpFolder() const
 {
-    // The doubled separator is what earlier versions logged and compared; file systems ignore it.
+    // File systems ignore the doubled separator, but it shows wherever the log names the folder.
     return documentsFolder() + QStringLiteral("/Cirrilonv3/") + QStringLiteral("/tmp/");
 }
 

@@ -11,7 +11,7 @@ struct UpdateOffer
     QString manualUrl;    ///< page to download by hand; may be empty
     QString automaticUrl; ///< address of the installer; may be empty
     bool beta = false;
-    bool mandatory = false; ///< the running version is no longer supported
+    bool mandatory = false; ///< the running version isn't supported
 };
 
 /// Message boxes and the questions of the controller, implemented by the window and by tests.

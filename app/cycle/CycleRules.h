@@ -19,7 +19,7 @@ inline constexpr float kNoVisibility = -1.0F;
 /// buried under questions.
 inline constexpr int kMostWaitingJobs = 10;
 
-/// The simulator at the other end, as ConnectWorker tells it after a connect.
+/// The simulator at the other end, as ConnectWorker reports it after a connect.
 struct Simulator
 {
     int interfaceType = 0;
@@ -29,7 +29,7 @@ struct Simulator
 /// A counter after some time; it stops at the largest number.
 std::int32_t addElapsed(std::int32_t counter, std::int64_t elapsedMs);
 
-/// A polling time of the settings, ms, kept to what the event loop can bear.
+/// A polling time of the settings, ms, limited to what the event loop can bear.
 int pollTime(int setting);
 /// Interval of the polling of the simulator, ms: `minimum` near the ground and moving, `maximum`
 /// otherwise. The gap between the thresholds is hysteresis. Height above ground in feet, ground
@@ -99,7 +99,7 @@ WindWay windWayFor(const Simulator& simulator);
 /// X-Plane before 12 reads its wind from files when `weatherMode` asks for weather files.
 bool takesWindFromFiles(aviation::FsId fsId, int weatherMode);
 
-/// The wait in front of the next attempt to connect, ms: 10 s, doubling up to 160 s.
+/// The wait before the next attempt to connect, ms: 10 s, doubling up to 160 s.
 int nextReconnectDelay(int lastDelayMs);
 
 } // namespace cycle

@@ -25,7 +25,7 @@ struct ProbeResult
 /// reports, upper-air data, or a web page. `ok` if the program can use it. Never throws.
 ProbeResult describeWeatherAnswer(const QByteArray& data);
 
-/// Tests an address or a bridge server and tells what it found; never waits. One test at a time, a
+/// Tests an address or a bridge server and says what it found; never waits. One test at a time, a
 /// new one ends the one before without a result. Used on one thread, which has an event loop.
 class ConnectionProbe : public QObject
 {

@@ -102,7 +102,7 @@ bool GribDownload::failedBefore()
 
 int GribDownload::downloadText(const aviation::Position& position, bool single)
 {
-    // A worker that waits for upper-air data asks on and on; that is told once.
+    // A worker that waits for upper-air data asks on and on: one notification will do.
     const int level = failedBefore() ? loglevel::kDebug : loglevel::kNotification;
     m_reporting.log(QStringLiteral("(WeatherManager) Download Grib, position: %1, %2")
                         .arg(twoDecimals(position.latitude()), twoDecimals(position.longitude())),

@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// What the info server tells, from a text in INI form. Missing texts are empty.
+/// What the info server says, from a text in INI form. Missing texts are empty.
 struct InfoFile
 {
     QString version;        ///< Version/cirrilonv3, the latest one

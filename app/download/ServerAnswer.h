@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// What a pilot is told of answers of weather servers. Pure.
+/// What a pilot reads of answers of weather servers. Pure.
 namespace serveranswer {
 
 /// Characters of an answer that fault looks at.

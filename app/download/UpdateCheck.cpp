@@ -69,7 +69,7 @@ void UpdateCheck::logFailure(int error, const QString& reason)
     }
 }
 
-/// A failed download was told by logFailure.
+/// A failed download was logged by logFailure.
 void UpdateCheck::takeFile(const QString& fileName, int error)
 {
     if (error != 0 || m_context.stop->raised()) {

@@ -13,7 +13,7 @@ class ProcessRunner;
 struct InfoFile;
 enum class VersionState;
 
-/// Fetches the file of the info server and does what follows from it: tells of a new version,
+/// Fetches the file of the info server and does what follows from it: reports a new version,
 /// offers it, starts its installer, and leaves a weather server under load. Main thread; owned by
 /// the controller.
 class UpdateCheck : public QObject

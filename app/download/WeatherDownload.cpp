@@ -106,7 +106,7 @@ void WeatherDownload::fetchExternal()
     const auto synops =
         fetchExternalText(QStringLiteral("Synop"), m_settings.urlExternSynop(), kShortestSynopUrl);
     if (synops) {
-        // Deliberately instead of the METARs, not behind them.
+        // Deliberately instead of the METARs, not after them.
         text = QStringLiteral("[SYNOP]") + *synops + QStringLiteral("[/SYNOP]\n");
     }
     m_underWay = false;

@@ -25,7 +25,7 @@ struct WeatherFileResult
 };
 
 /// Inflates, copies and reads a weather file: a world-wide one takes too long for the event loop.
-/// A thread that ends with each file; QThread::finished tells that a result is there. Lives on the
+/// A thread that ends with each file; QThread::finished says that a result is there. Lives on the
 /// main thread; the destructor waits for the file under way, well below a second for a real one.
 class WeatherFileReader final : public QThread
 {

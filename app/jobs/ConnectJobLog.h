@@ -6,7 +6,7 @@
 #include <QString>
 
 /// Logs the ends of the simulator's jobs. Of those that come many times a minute the same fault is
-/// told once, then as a detail. Main thread; owned by the controller.
+/// said once, then as a detail. Main thread; owned by the controller.
 class ConnectJobLog
 {
 public:

@@ -146,8 +146,8 @@ void PreparedWeather::sendXPlaneFiles()
     m_xplaneBaseVisibility = cycle::kNoVisibility;
 }
 
-/// Where a file can't be written the weather clock stays stopped, and only METAR.rwx says so; the
-/// next download starts it again. Both are kept.
+/// Where a file can't be written the weather clock stays stopped until the next download: the next
+/// tick would only fail in the same folder again. Of the files only METAR.rwx says so.
 void PreparedWeather::writeXPlaneFiles()
 {
     QString folder = m_parts.settings.simPath();
@@ -166,8 +166,8 @@ void PreparedWeather::writeXPlaneFiles()
     }
 }
 
-/// Without a file there is nothing to set, and the weather clock stays stopped until the next
-/// download; that is kept.
+/// Without a file there is nothing to set. The weather clock stays stopped until the next download:
+/// the next tick would only fail in the same folder again.
 void PreparedWeather::setTheme(const QString& name, int error)
 {
     if (error != weathererror::kThemeWritten) {

@@ -27,10 +27,10 @@ public:
         MainView& view;
         const WeatherWorker& prepared;
         ConnectWorker& simulator;
-        const StopFlag& stop; ///< raised: nothing is posted any more
+        const StopFlag& stop; ///< raised: nothing more is posted
         LogFunction log;
         PostJob postJob;  ///< to the simulator's worker
-        int settleMs = 0; ///< written files rest before the simulator is told to load them
+        int settleMs = 0; ///< written files rest before the simulator is asked to load them
     };
     explicit PreparedWeather(Parts parts, QObject* parent = nullptr);
 
@@ -42,7 +42,7 @@ public:
 Q_SIGNALS:
     /// X-Plane's weather files are written or on their way; the global wind follows them.
     void sigFilesSet();
-    /// The weather is set without a job that would tell so.
+    /// The weather is set without a job that would say so.
     void sigWeatherSet();
 
 private:

@@ -36,7 +36,7 @@ public:
     void takeConnectResult(int error);
     /// The worker has dropped its interface. What is left is to show it and to come back.
     void takeLoss();
-    /// No attempt follows by itself any more.
+    /// No further attempt follows by itself.
     void endReconnecting();
 
 Q_SIGNALS:

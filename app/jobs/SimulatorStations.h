@@ -13,5 +13,5 @@ struct SimulatorStations
 };
 
 /// Reads "wxstationlist.bin" below the simulator's folder: text without separators, four characters
-/// an ICAO. A missing file gives an empty list with the lines that tell so.
+/// an ICAO. A missing file gives an empty list with the lines that say so.
 SimulatorStations readSimulatorStations(const QString& simPath);

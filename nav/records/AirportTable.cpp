@@ -27,7 +27,7 @@ constexpr std::size_t kLongitude = 5;
 constexpr std::size_t kFieldCount = 6;
 using Fields = std::array<std::string_view, kFieldCount>;
 
-/// False when the line has too few fields; those behind the last one are ignored.
+/// False when the line has too few fields; those after the last one are ignored.
 bool splitFields(std::string_view line, Fields& fields)
 {
     std::size_t start = 0;
