@@ -70,8 +70,8 @@ void checkSearch(std::wstring_view text)
 
 } // namespace
 
-/// Groups lie within the text, a match doesn't depend on what stands behind it, and no character
-/// behind the end is looked at.
+/// Groups lie within the text, a match doesn't depend on what stands after it, and no character
+/// after the end is looked at.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::wstring longer = std::wstring(data, data + size) + L"99/ 12345";

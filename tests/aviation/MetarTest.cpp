@@ -8,7 +8,7 @@ using namespace aviation::weather;
 
 namespace {
 
-/// Decodes the groups behind a header that is always good, at an elevation of 300 feet.
+/// Decodes the groups after a header that is always good, at an elevation of 300 feet.
 Metar decoded(const std::wstring& groups, std::int32_t elevation = 300)
 {
     Metar metar(L"EDDF 121220Z " + groups);

@@ -25,7 +25,7 @@ struct GustCase
     float gust;
     int heightAgl;
     std::vector<std::int32_t> random;
-    Wind drawn; ///< and kept by the model
+    Wind drawn; ///< and the model's own afterwards
 };
 
 class GustDrawTest : public ::testing::TestWithParam<GustCase>

@@ -22,7 +22,7 @@ namespace {
 
 constexpr int kLimitMs = 10000;
 constexpr int kHeader = 20;
-constexpr int kDatagramPort = 49100; ///< told, but nothing is sent to it
+constexpr int kDatagramPort = 49100; ///< announced, but nothing is sent to it
 constexpr int kDatagramIntervalMs = 3600000;
 
 /// One line for people: bytes that aren't printable ASCII as \xNN.
@@ -39,8 +39,8 @@ QByteArray escaped(const QByteArray& bytes)
     return text;
 }
 
-/// A conversation as it stands in its file: "> " in front of what the client says, "< " in front of
-/// the answer.
+/// A conversation as it stands in its file: "> " before what the client says, "< " before the
+/// answer.
 struct Session
 {
     QByteArrayList said;

@@ -58,7 +58,7 @@ float floatAt(const QByteArray& bytes, int at)
 }
 
 /// Equal but for wind directions: they follow the magnetic variation at the aircraft, which each
-/// way tells with another resolution.
+/// way gives with another resolution.
 bool sameTheme(const QByteArray& left, const QByteArray& right)
 {
     constexpr float kResolution = 0.05F; // degrees

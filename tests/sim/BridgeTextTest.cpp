@@ -16,7 +16,7 @@ using aviation::structs::RadioFrequencys;
 
 namespace {
 
-/// The value of each field behind a key of the right length.
+/// The value of each field after a key of the right length.
 const QByteArray kAircraft =
     "AGLFeet1200:Alt=3000:TAS=250:GS=240:Hdg=271.5:VS=-800:Wind--Dir=180.5:Wind--Speed=12.25:"
     "MagVar=-3.5:Vis=9.5:Lat=50.0333:Lon=-8.5706:On--Ground=1:Engine--Off=0:Landing---Light==1:"

@@ -257,7 +257,7 @@ TEST_F(FSInterfaceFSUIPCTest, WaitsUntilTheWeatherWasCounted)
         EXPECT_EQ(script.writes.back().offset, 0xC800U);
         EXPECT_EQ(script.writes.back().bytes.size(), 1024);
         EXPECT_EQ(script.writes.back().bytes.mid(8, 4), "EDDF");
-        // What was kept isn't what stands there before the next write.
+        // Compared is the count of the last wait, not what stands there before the next write.
         script.beforeProcess = [&] {
             script.put(0xC824, count + 1);
         };

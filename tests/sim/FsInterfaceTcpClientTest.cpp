@@ -209,7 +209,7 @@ TEST_F(FsInterfaceTcpClientTest, SilenceFailsOnlyCheckedWrites)
 
 TEST_F(FsInterfaceTcpClientTest, LateReplyIsNotTakenForTheNext)
 {
-    // The first message stays unanswered, and its reply comes in front of that of the second.
+    // The first message stays unanswered, and its reply comes before that of the second.
     QByteArray late;
     serveConnected([&late](const QByteArray& frame) {
         if (frame.contains("first")) {

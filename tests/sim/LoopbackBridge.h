@@ -22,7 +22,7 @@ public:
     {
         QByteArray bytes;
         int cut = 0;        ///< the answer goes out in two pieces, the first of this size
-        bool close = false; ///< the connection is closed behind it
+        bool close = false; ///< the connection is closed after it
     };
     using Script = std::function<Answer(const QByteArray& frame)>;
 

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-/// What a scripted library was told and what it answers.
+/// What a scripted library was given and what it answers.
 struct SimConnectScript
 {
     using Bytes = std::vector<char>;

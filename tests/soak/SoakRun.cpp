@@ -33,7 +33,7 @@ constexpr double kMaxGrowth = 1.05;
 struct WeatherFault
 {
     const char* text;
-    bool harmful; ///< no weather can come of it, so it has to be told
+    bool harmful; ///< no weather can come of it, so it has to be reported
 };
 
 constexpr std::array kWeatherFaults{
@@ -272,7 +272,7 @@ void SoakRun::download(Cycle& cycle)
     checkDownload(cycle);
 }
 
-/// A fault is told; without one the report file is there, whole, in both places.
+/// A fault is reported; without one the report file is there, whole, in both places.
 void SoakRun::checkDownload(const Cycle& cycle)
 {
     if (cycle.harmfulDownload) {

@@ -59,7 +59,7 @@ public:
         m_hook = hook;
     }
     /// "Operation" or "Operation argument ...", in the order of the calls. Polled values aren't
-    /// told apart.
+    /// distinguished.
     QStringList calls() const
     {
         const aviation::ScopedLock lock(m_mutex);
@@ -279,7 +279,7 @@ private:
     int m_interfaceId;
 };
 
-/// Makes interfaces of one FakeSimulator for the numbers 1 to 4 and tells it so: "create 4".
+/// Makes interfaces of one FakeSimulator for the numbers 1 to 4 and notes it there: "create 4".
 class FakeInterfaceFactory final : public FsInterfaceFactory
 {
 public:

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-/// Keeps what the weather page was told.
+/// Records what the weather page was given.
 class FakeWeatherPage final : public WeatherPage
 {
 public:
@@ -28,7 +28,7 @@ public:
     QVector<aviation::weather::Grib> gribs;
 };
 
-/// Keeps what the data page was told.
+/// Records what the data page was given.
 class FakeDataPage final : public DataPage
 {
 public:
@@ -51,7 +51,7 @@ public:
     int cleared = 0;
 };
 
-/// A window without a window: it keeps everything it is told. Main thread.
+/// A window without a window: it records everything it is given. Main thread.
 class FakeMainView final : public MainView
 {
 public:

@@ -23,7 +23,7 @@ protected:
 
 TEST_F(SimConnectFaultTest, AnswersAreSpoiltAsTheFaultTells)
 {
-    /// The bytes that come, their number as the head tells it, and the id of the request.
+    /// The bytes that come, their number as the head says it, and the id of the request.
     using Row = std::tuple<const char*, std::size_t, std::uint32_t, std::uint32_t>;
     for (const auto& [fault, come, size, id] :
          {Row{"cut:39@6/3*1", 39, kWhole, 77}, Row{"cut:0@3*1", 0, 0, 0},

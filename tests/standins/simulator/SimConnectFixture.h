@@ -78,7 +78,7 @@ protected:
         return client.SimConnect_RequestDataOnSimObject(
             handle, requestId, id, simconnect::kUserObject, simconnect::kPeriodOnce, 0, 0, 0, 0);
     }
-    /// The data of a definition, behind their head.
+    /// The data of a definition, after their head.
     std::vector<std::uint8_t> data(std::uint32_t id)
     {
         request(id);

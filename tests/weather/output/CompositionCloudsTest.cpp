@@ -311,7 +311,7 @@ TEST_F(CompositionCloudsTest, MakesUpACirrusUnlessTheSkyHasOne)
     EXPECT_EQ(layerOf(made.Cloud[1]), (Layer{10363, 10463, 1, 0, 0}));
     EXPECT_EQ(made.Cloud[1].Cover, 3);
     EXPECT_EQ(cloudsOf(skyFrom("FEW300"), cloudCodes(0, 0, 0)).nCloudCtr, 1);
-    EXPECT_EQ(cloudsOf(skyFrom("FEW300")).nCloudCtr, 2); // unless no SYNOP tells
+    EXPECT_EQ(cloudsOf(skyFrom("FEW300")).nCloudCtr, 2); // unless no SYNOP says so
     random.setNumbers({21000, 8});
     EXPECT_EQ(cloudsOf(skyFrom("FEW030")).nCloudCtr, 1);
     random.setNumbers({21000, 11});
