@@ -72,7 +72,7 @@ def read_caches(data):
 
 
 def airport_names(place, row):
-    """Name, with the town behind it where the name doesn't hold it, and the state in the US."""
+    """Name, with the town after it where the name doesn't hold it, and the state in the US."""
     town = row["municipality"]
     parts = [place.name]
     if town and town.lower() not in place.name.lower():

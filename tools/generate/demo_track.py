@@ -17,7 +17,7 @@ COLUMNS = ("time_utc", "latitude", "longitude", "altitude_ft", "groundspeed_kt",
 
 
 def track_lines(rows):
-    """The kept columns of each row; of rows of one second the last one."""
+    """The track's columns of each row; of rows of one second the last one."""
     by_time = {row["time_utc"]: ",".join(row[column] for column in COLUMNS) for row in rows}
     return [line for _, line in sorted(by_time.items())]
 

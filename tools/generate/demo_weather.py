@@ -31,7 +31,7 @@ WARM = re.compile(r" 102\d\d ")
 
 
 def read_lines(path):
-    """Lines cut behind the first "="; what follows is no part of the report."""
+    """Lines cut after the first "="; what follows is no part of the report."""
     return [line.split("=")[0].strip() for line in path.read_text(encoding="latin-1").splitlines()]
 
 

@@ -9,7 +9,7 @@ Inputs (under a data folder that the caller names):
 Output: lists of `Place`. This module has no command line of its own.
 
 Every table spells countries in its own way: ISO 3166, FIPS 10-4, older two-letter codes, or English
-names. Only ISO is kept. A foreign code is translated by a vote: each place with that code names the
+names. Only ISO goes into the tables. A foreign code is translated by a vote: each place with that code names the
 country of its nearest airport, and the most frequent answer wins. Small border errors don't matter then.
 """
 

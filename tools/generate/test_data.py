@@ -4,7 +4,7 @@ Inputs: the folder given with --data (metar/, synop/, taf/ and upperair/ below i
 upper-air records in the folder given with --resources.
 Outputs, under the folder given with --out:
     metar/reports.txt          a few thousand METARs, chosen for their variety
-    synop/reports.txt          SYNOPs with their heads, one a line, without the "=" behind
+    synop/reports.txt          SYNOPs with their heads, one a line, without the "=" at the end
     upperair/*.txt             upper-air records with a head line, and an error line alone
     weather/small.wx           a whole small weather file around Frankfurt for 2019-07-01, 12 UTC
     tables/airports.txt, tables/wxstations.txt   the rows for small.wx and a few more
@@ -35,7 +35,7 @@ FAR_STATIONS = ("010010", "062400", "725300", "896060", "916800", "943350", "718
 
 
 def shapes(line):
-    """What a report's groups look like: digits as 9, letters kept. Remarks are free text and don't count."""
+    """What a report's groups look like: digits as 9, letters as they are. Remarks are free text and don't count."""
     groups = line.split(" RMK")[0].split()[2:]
     return {re.sub(r"[0-9]", "9", group) for group in groups}
 

@@ -94,7 +94,7 @@ def read_field(path):
 
 
 def temperature_digits(celsius):
-    """TTT: the nearest tenth whose parity tells the sign."""
+    """TTT: the nearest tenth whose parity gives the sign."""
     tenths = celsius * 10
     if tenths < -0.5:
         return f"{round((-tenths - 1) / 2) * 2 + 1:03d}"

@@ -4,7 +4,7 @@ Inputs, under the folder given with --data:
     the public tables named in station_tables.py
     synop/*.txt   reports, read for their station numbers only
 Output: ASCII text with CRLF in fixed columns, counted from 0:
-    0-5 WMO number with a 0 behind it, 7-10 ICAO or blanks, 14-33 name, 34-35 ISO country or blanks,
+    0-5 WMO number with a 0 after it, 7-10 ICAO or blanks, 14-33 name, 34-35 ISO country or blanks,
     37-41 latitude DDMM and N or S, 43-48 longitude DDDMM and E or W, 50-53 elevation in metres,
     sorted by number.
 
