@@ -28,6 +28,13 @@ QString wholeText(double value)
     return QString::number(value, 'f', 0);
 }
 
+QString megahertzText(std::uint16_t frequency)
+{
+    return QStringLiteral("%1.%2")
+        .arg(frequency / 100)
+        .arg(frequency % 100, 2, 10, QLatin1Char('0'));
+}
+
 } // namespace
 
 QString courseText(double trueDegrees, double variation)
@@ -67,6 +74,11 @@ QString simTimeText(qint64 seconds)
 {
     return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC)
         .toString(QStringLiteral("yyyy.MM.dd hh:mm:ss"));
+}
+
+QString activeAndStandby(std::uint16_t active, std::uint16_t standby)
+{
+    return QStringLiteral("%1  (%2)").arg(megahertzText(active), megahertzText(standby));
 }
 
 } // namespace aircrafttexts

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <cstdint>
+
 /// Values of the aircraft as the data page writes them. Pure functions.
 namespace aircrafttexts {
 
@@ -17,5 +19,7 @@ QString visibilityText(float kilometres);
 QString windText(const aviation::weather::Wind& wind, double variation);
 /// UTC, of seconds since 1970.
 QString simTimeText(qint64 seconds);
+/// Two frequencies in hundredths of a megahertz, "118.50  (121.90)".
+QString activeAndStandby(std::uint16_t active, std::uint16_t standby);
 
 } // namespace aircrafttexts

@@ -20,19 +20,6 @@ QString numberText(double value, int decimals = 0)
     return QString::number(value, 'f', decimals);
 }
 
-/// Hundredths of a megahertz.
-QString megahertzText(std::uint16_t frequency)
-{
-    return QStringLiteral("%1.%2")
-        .arg(frequency / 100)
-        .arg(frequency % 100, 2, 10, QLatin1Char('0'));
-}
-
-QString activeAndStandby(std::uint16_t active, std::uint16_t standby)
-{
-    return QStringLiteral("%1  (%2)").arg(megahertzText(active), megahertzText(standby));
-}
-
 } // namespace
 
 DockWidgetData::DockWidgetData(QWidget* parent)
@@ -271,10 +258,10 @@ void DockWidgetData::setFrequencys(const aviation::structs::RadioFrequencys& rad
     const auto set = [this](Radio radio, const QString& text) {
         m_radios[radio].value->setText(text);
     };
-    set(kComm1, activeAndStandby(radios.comm1active, radios.comm1standby));
-    set(kComm2, activeAndStandby(radios.comm2active, radios.comm2standby));
-    set(kNav1, activeAndStandby(radios.nav1active, radios.nav1standby));
-    set(kNav2, activeAndStandby(radios.nav2active, radios.nav2standby));
+    set(kComm1, aircrafttexts::activeAndStandby(radios.comm1active, radios.comm1standby));
+    set(kComm2, aircrafttexts::activeAndStandby(radios.comm2active, radios.comm2standby));
+    set(kNav1, aircrafttexts::activeAndStandby(radios.nav1active, radios.nav1standby));
+    set(kNav2, aircrafttexts::activeAndStandby(radios.nav2active, radios.nav2standby));
     set(kAdf, QString::number(radios.adf));
     set(kTransponder, QStringLiteral("%1").arg(radios.transponder, 4, 10, QLatin1Char('0')));
 }
