@@ -3,6 +3,7 @@
 #include "bench/RegexMetar.h"
 #include "tests/support/ReportLines.h"
 
+#include <TestPaths.h>
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdio>

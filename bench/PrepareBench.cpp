@@ -10,6 +10,7 @@
 #include "weather/output/WeatherWrapper.h"
 #include "weather/store/WeatherManager.h"
 
+#include <TestPaths.h>
 #include <atomic>
 #include <benchmark/benchmark.h>
 

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QString>
 
+#include <TestPaths.h>
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cmath>

@@ -4,6 +4,7 @@
 #include "bench/RegexSynop.h"
 #include "tests/support/ReportLines.h"
 
+#include <TestPaths.h>
 #include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <vector>

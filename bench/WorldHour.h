@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QString>
 
+#include <TestPaths.h>
 #include <chrono>
 
 /// Stands at the hour of the demonstration weather and doesn't sleep.

@@ -4,6 +4,7 @@
 
 #include <QSemaphore>
 
+#include <TestPaths.h>
 #include <algorithm>
 #include <chrono>
 

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <TestPaths.h>
 #include <algorithm>
 
 namespace {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <TestPaths.h>
 #include <algorithm>
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <TestPaths.h>
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>

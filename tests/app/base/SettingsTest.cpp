@@ -4,6 +4,7 @@
 
 #include <QSignalSpy>
 
+#include <TestPaths.h>
 #include <thread>
 
 namespace {

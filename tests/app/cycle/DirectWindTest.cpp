@@ -11,6 +11,7 @@
 #include "weather/output/WeatherWrapper.h"
 #include "weather/store/WeatherManager.h"
 
+#include <TestPaths.h>
 #include <chrono>
 #include <tuple>
 #include <vector>

@@ -6,6 +6,7 @@
 
 #include <QTimer>
 
+#include <TestPaths.h>
 #include <chrono>
 
 namespace {

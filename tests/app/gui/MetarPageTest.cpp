@@ -12,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include <TestPaths.h>
+
 namespace {
 
 using aviation::weather::Metar;

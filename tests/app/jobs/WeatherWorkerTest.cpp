@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <TestPaths.h>
 #include <functional>
 #include <memory>
 
