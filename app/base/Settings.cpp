@@ -135,7 +135,13 @@ void Settings::save(const QString& file, FileRole role)
     const QString path = QFileInfo(file).absoluteFilePath();
     lockedAssign(m_openFile, path);
     IniFile old;
-    static_cast<void>(old.read(path)); // nothing of an unreadable file can stay
+    if (old.read(path) == IniFile::ReadResult::Unreadable) {
+        // Writing would cost the keys that only the user sets, such as the servers' addresses.
+        log(QStringLiteral("(Settings) - Error: can not read %1, so it isn't written either")
+                .arg(path),
+            loglevel::kError);
+        return;
+    }
     if (!mergedInto(old, isMain(file, role)).write(path)) {
         log(QStringLiteral("(Settings) - Error: can not write ") + path, loglevel::kError);
     }

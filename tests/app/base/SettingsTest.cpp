@@ -1,5 +1,6 @@
 #include "app/base/Settings.h"
 
+#include "app/base/IniFile.h"
 #include "tests/app/base/SettingsFixture.h"
 
 #include <QSignalSpy>
@@ -179,6 +180,13 @@ TEST_F(SettingsTest, AFailedSaveIsLoggedAndLeavesTheFile)
     ASSERT_EQ(spy.count(), 1);
     EXPECT_EQ(spy[0][1].toInt(), loglevel::kError);
     EXPECT_EQ(read(path("file")), "x");
+
+    const QByteArray large =
+        "[url]\nwxdata1=http://a.example\n" + QByteArray(int{kMaxIniBytes}, ';');
+    write(path("large.ini"), large);
+    settings.save(path("large.ini"));
+    EXPECT_EQ(spy.count(), 2);
+    EXPECT_EQ(read(path("large.ini")), large) << "what can't be read isn't replaced";
 }
 
 TEST_F(SettingsTest, ProfileChangeSavesTheOldOneAndLoadsTheNew)
