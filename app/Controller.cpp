@@ -216,16 +216,22 @@ NavdataBase* Controller::navdata()
 int Controller::GetWeather(const aviation::Position& position, Metar& metar, Synop& synop,
                            Grib& grib)
 {
-    Metar nearest;
-    if (!m_weather->SearchMetar(position, nearest)) {
+    // Fresh ones: a search that finds nothing leaves the status of the object that it is given.
+    Metar nearestMetar;
+    Synop nearestSynop;
+    Grib nearestGrib;
+    if (!m_weather->SearchMetar(position, nearestMetar)) {
         return placeweather::kNoMetar;
     }
-    metar = nearest;
-    m_weather->SearchSynop(position, synop);
-    if (!m_weather->SearchGrib(position, grib)) {
+    m_weather->SearchSynop(position, nearestSynop);
+    if (!m_weather->SearchGrib(position, nearestGrib)) {
         DownloadGrib(position, false);
-        m_weather->SearchGrib(position, grib);
+        nearestGrib = Grib();
+        m_weather->SearchGrib(position, nearestGrib);
     }
+    metar = nearestMetar;
+    synop = nearestSynop;
+    grib = nearestGrib;
     return placeweather::kFound;
 }
 
