@@ -130,7 +130,6 @@ void DockWidgetDebug::clear()
 
 void DockWidgetDebug::showContextMenu(const QPoint& position)
 {
-    flush(); // so that what is copied has the last line
     const std::unique_ptr<QMenu> menu(m_view->createStandardContextMenu(position));
     menu->addSeparator();
     QAction* clearAction = menu->addAction(Icons::appIcon(Icons::Name::Clear), tr("Clear"));
