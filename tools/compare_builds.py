@@ -26,7 +26,7 @@ SETTINGS = {
 
 def decodings(extra):
     for kind, folder in (("metar", "metar"), ("synop", "synop"), ("grib", "upperair")):
-        for file in [*sorted((DATA / folder).glob("*.txt")), *extra[kind]]:
+        for file in [*sorted((DATA / folder).glob("*.txt")), *sorted((DATA / folder).glob("*.in")), *extra[kind]]:
             for elevation in ("0", "1200"):
                 arguments = ["decode", kind] + (["--elevation", elevation] if kind != "grib" else [])
                 yield arguments, file
