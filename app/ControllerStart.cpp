@@ -5,15 +5,7 @@
 #include "app/base/Settings.h"
 #include "app/base/SettingsValues.h"
 #include "app/download/WeatherDownload.h"
-#include "aviation/Station.h"
-#include "nav/NavdataIntern.h"
-#include "nav/records/AirportTable.h"
 #include "weather/output/WeatherWrapper.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QStringList>
 
 namespace {
 
