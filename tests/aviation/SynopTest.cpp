@@ -56,7 +56,7 @@ TEST(SynopTest, HeadersOfAllKinds)
     EXPECT_EQ(slashes.Decode(), synopstatus::kNoHeader);
 }
 
-TEST(SynopTest, Failures)
+TEST(SynopTest, FailuresHaveAStatusAndAText)
 {
     const std::wstring noType = L"(SynopDecoder) - Error: Header - No Synop Type founded: ";
     const std::wstring outOfRange = L"(SynopDecoder) - Error: Header - out of range";

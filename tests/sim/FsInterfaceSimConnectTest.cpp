@@ -319,7 +319,7 @@ TEST_F(FsInterfaceSimConnectTest, PayloadStations)
     }
 }
 
-TEST_F(FsInterfaceSimConnectTest, Radios)
+TEST_F(FsInterfaceSimConnectTest, RadiosAreReadAndSet)
 {
     connectSimulator();
     answerTo("Request 9 7", {answer(simconnectid::kRadios, simConnectRadioDefinition(),

@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(AircraftTextsTest, Visibility)
+TEST(AircraftTextsTest, VisibilityIsInKilometresOrUnlimited)
 {
     const std::pair<float, const char*> rows[] = {{0.0F, "0 m"},
                                                   {9.9F, "9900 m"},
