@@ -80,7 +80,7 @@ QVector<QAirport> PlaceTables::readAirports()
 
 QVector<QAirport> PlaceTables::readAdditionalAirports() const
 {
-    constexpr qint64 kLargestFile = 16 * 1024 * 1024;
+    constexpr qint64 kLargestFile = 16LL * 1024 * 1024;
     QFile file(m_settings.workFolder() + QStringLiteral("airportsadd.dat"));
     return file.open(QIODevice::ReadOnly) ? parseAdditionalAirports(file.read(kLargestFile))
                                           : QVector<QAirport>();
