@@ -186,15 +186,18 @@ void Settings::readProfileOptions(const IniFile& values){
 /// after it, sorted.
 IniFile Settings::mergedInto(const IniFile& old, bool main) const
 {
-    constexpr bool Profile = true;
-    const bool Main = main;
+    constexpr bool kProfile = true;
+    const bool kMain = main;
     IniFile values;
+    const auto put = [&](bool isWritten, const QString& key, const auto& value) {
+        if (isWritten) {
+            values.setValue(key, value);
+        } else if (old.contains(key)) {
+            values.setValue(key, old.value(key));
+        }
+    };
 #define CIRRILON_WRITE(type, getter, Setter, key, fallback, optionClass)                           \
-    if (optionClass) {                                                                             \
-        values.setValue(QStringLiteral(key), getter());                                            \
-    } else if (old.contains(QStringLiteral(key))) {                                                \
-        values.setValue(QStringLiteral(key), old.value(QStringLiteral(key)));                      \
-    }
+    put(k##optionClass, QStringLiteral(key), getter());
     CIRRILON_OPTIONS(CIRRILON_WRITE)
 #undef CIRRILON_WRITE
     for (const QString& key : sortedKeys(old)) {
