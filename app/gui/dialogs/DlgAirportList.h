@@ -40,7 +40,7 @@ protected:
 private:
     struct Page
     {
-        airportlist::Kind kind;
+        airportlist::Kind kind = airportlist::Kind::Airports;
         AirportListModel* model = nullptr;
         QTableView* table = nullptr;
         bool readable = false; ///< the file was read; otherwise it isn't overwritten
