@@ -34,13 +34,13 @@ enum class State
 
 struct ActionRow
 {
-    Menu menu;
-    Id id;
-    const char* name; ///< the object name; null is a separator
-    const char* text;
-    const char* tip;
-    Name icon;
-    const char* shortcut;
+    Menu menu = Menu();
+    Id id = Id();
+    const char* name = nullptr; ///< the object name; null is a separator
+    const char* text = nullptr;
+    const char* tip = nullptr;
+    Name icon = Name::Info;
+    const char* shortcut = nullptr;
     State state = State::Ready;
 };
 

@@ -54,14 +54,14 @@ private:
     void dropOldRows();
     void limitMap();
 
-    QLabel* m_icaoLabel;
-    QLineEdit* m_icao;
-    QPushButton* m_search;
-    QLabel* m_weatherTime;
-    QLabel* m_reportsTitle;
-    QLabel* m_upperAirTitle;
-    QListWidget* m_list;
-    UpperAirTable* m_upperAir;
+    QLabel* m_icaoLabel = nullptr;
+    QLineEdit* m_icao = nullptr;
+    QPushButton* m_search = nullptr;
+    QLabel* m_weatherTime = nullptr;
+    QLabel* m_reportsTitle = nullptr;
+    QLabel* m_upperAirTitle = nullptr;
+    QListWidget* m_list = nullptr;
+    UpperAirTable* m_upperAir = nullptr;
     QString m_lastText;
     bool m_grey = false;                                ///< colour of the next row
     QHash<QString, aviation::weather::Metar> m_reports; ///< by ICAO

@@ -13,7 +13,7 @@ QString rowText(const Metar& metar)
     if (!metar.isKnown()) {
         return QStringLiteral("No metar found");
     }
-    const QString text = QString::fromStdWString(metar.reportText());
+    QString text = QString::fromStdWString(metar.reportText());
     if (metar.tafText().empty()) {
         return text;
     }

@@ -6,7 +6,7 @@
 SimulatorStations readSimulatorStations(const QString& simPath)
 {
     constexpr int kIcaoLength = 4;
-    constexpr qint64 kLargest = 4 * 1024 * 1024; // the world has some ten thousand stations
+    constexpr qint64 kLargest = 4LL * 1024 * 1024; // the world has some ten thousand stations
     const QString folder = simPath + QStringLiteral("/Weather/");
     QFile file(folder + QStringLiteral("wxstationlist.bin"));
     SimulatorStations stations;

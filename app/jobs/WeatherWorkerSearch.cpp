@@ -63,7 +63,7 @@ bool WeatherWorker::searchPosition(const Job& job, Position& position, int& resu
     case weatherjob::kSearchAtStation: {
         Station station;
         if (m_store.getStation(job.name, station)) {
-            position = station;
+            position = static_cast<const aviation::Position&>(station); // only the place
         } else {
             result = weathererror::kNoMetar;
         }

@@ -118,7 +118,7 @@ bool NavdataBase::FindRunways(const QString& /*ident*/, QAirport& /*airport*/)
 
 bool NavdataBase::readAdditionalAirports(const QString& path)
 {
-    constexpr qint64 kLargestFile = 16 * 1024 * 1024;
+    constexpr qint64 kLargestFile = 16LL * 1024 * 1024;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         return false;

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kMostConnections = 16;
 constexpr std::size_t kKeptMessages = 4096;
-constexpr qint64 kKeptMessageBytes = 16 * 1024 * 1024;
+constexpr qint64 kKeptMessageBytes = 16LL * 1024 * 1024;
 constexpr int kTickMs = 200;
 
 /// A value of the connected-simulator answer: without its separators.

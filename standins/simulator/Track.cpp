@@ -16,7 +16,7 @@ namespace simulator {
 
 namespace {
 
-constexpr qint64 kMostBytes = 64 * 1024 * 1024;
+constexpr qint64 kMostBytes = 64LL * 1024 * 1024;
 constexpr std::size_t kMostPoints = 200000;
 
 /// Columns of a line by the names of the head line.

@@ -15,7 +15,7 @@ namespace wxserver {
 namespace {
 
 constexpr char kTrickName[] = "../../../cirrilon-escaped.gz";
-constexpr qint64 kMegabyte = 1024 * 1024;
+constexpr qint64 kMegabyte = 1024LL * 1024;
 constexpr int kDamagedBytes = 16;
 
 const char* reasonPhrase(int status)

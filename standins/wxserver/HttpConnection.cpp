@@ -14,9 +14,9 @@ constexpr int kSilenceMs = 30000;
 constexpr int kTickMs = 100;
 /// Read in one go; a peer that sends more waits.
 constexpr qint64 kReadBytes = kMaxRequestBytes + kMaxIgnoredBodyBytes;
-constexpr qint64 kFillingBytes = 256 * 1024;
+constexpr qint64 kFillingBytes = 256LL * 1024;
 /// With more than this unsent no further request is answered.
-constexpr qint64 kMaxUnsentBytes = 1024 * 1024;
+constexpr qint64 kMaxUnsentBytes = 1024LL * 1024;
 
 } // namespace
 

@@ -9,7 +9,7 @@ namespace wxserver {
 /// The longest head of a request that is read.
 inline constexpr int kMaxRequestBytes = 16 * 1024;
 /// The longest body of a request that is read and thrown away.
-inline constexpr qint64 kMaxIgnoredBodyBytes = 64 * 1024;
+inline constexpr qint64 kMaxIgnoredBodyBytes = 64LL * 1024;
 
 /// One request after RFC 9112, without its body, which no path of the service takes.
 struct HttpRequest
