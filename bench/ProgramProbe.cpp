@@ -246,6 +246,7 @@ bool report(const char* name, const char* key, const char* unit, double goal,
             const std::vector<QMap<QByteArray, double>>& runs)
 {
     std::vector<double> values;
+    values.reserve(runs.size());
     for (const auto& run : runs) {
         values.push_back(run.value(key, -1));
     }

@@ -26,7 +26,7 @@ std::vector<std::wregex> makeRegexes()
     return regexes;
 }
 
-int Number(const std::wstring& text)
+int numberOf(const std::wstring& text)
 {
     return static_cast<int>(std::wcstol(text.c_str(), nullptr, 10));
 }
@@ -115,18 +115,19 @@ void storeWind(const std::vector<std::wstring>& groups, int pattern, SurfaceValu
     }
     const bool metres = pattern == 2 || pattern == 3 || pattern == 5 || pattern == 7;
     const auto knots = [metres](const std::wstring& text) {
-        return static_cast<float>(metres ? Number(text) / 0.5144444 : Number(text));
+        return static_cast<float>(metres ? numberOf(text) / 0.5144444 : numberOf(text));
     };
     const std::size_t speed = pattern < 4 ? 2 : 1;
-    values.wind.Dir = pattern < 4 ? static_cast<float>(Number(groups[1])) : 0.0F;
+    values.wind.Dir = pattern < 4 ? static_cast<float>(numberOf(groups[1])) : 0.0F;
     values.wind.Speed = knots(groups[speed]);
     values.wind.Gust = groups.size() > speed + 1 ? knots(groups[speed + 1]) : 0.0F;
 }
 
 int fraction(const std::wstring& a, const std::wstring& b)
 {
-    return Number(b) == 0 ? 0
-                          : static_cast<int>(static_cast<double>(Number(a)) / Number(b) * 1609.0);
+    return numberOf(b) == 0
+               ? 0
+               : static_cast<int>(static_cast<double>(numberOf(a)) / numberOf(b) * 1609.0);
 }
 
 int searchedVisibility(const std::vector<std::wstring>& groups, int pattern)
@@ -136,13 +137,13 @@ int searchedVisibility(const std::vector<std::wstring>& groups, int pattern)
     case 2:
         return fraction(groups[1], groups[2]);
     case 1:
-        return Number(groups[1]) * 1609 + fraction(groups[2], groups[3]);
+        return numberOf(groups[1]) * 1609 + fraction(groups[2], groups[3]);
     case 3:
-        return groups[1].substr(0, 2) == L"10" ? 9999 : Number(groups[1]) * 1609;
+        return groups[1].substr(0, 2) == L"10" ? 9999 : numberOf(groups[1]) * 1609;
     case 4:
-        return Number(groups[1]) * 1609;
+        return numberOf(groups[1]) * 1609;
     default:
-        return Number(groups[1]) * 1000;
+        return numberOf(groups[1]) * 1000;
     }
 }
 
@@ -180,7 +181,7 @@ void storeCloud(const std::wstring& group, SurfaceValues& values, int elevation)
     for (std::size_t at = 0; at < 5; ++at) {
         cloud.coverage = contains(group, codes[at]) ? octas[at] : cloud.coverage;
     }
-    cloud.base = Number(height) * 100;
+    cloud.base = numberOf(height) * 100;
     if (contains(height, L"///") && cloud.base == 0) {
         cloud.base = 100;
     }
@@ -195,12 +196,12 @@ void storeCloud(const std::wstring& group, SurfaceValues& values, int elevation)
 
 void storeTemperature(const std::vector<std::wstring>& groups, int pattern, SurfaceValues& values)
 {
-    const int a = Number(groups[1]);
+    const int a = numberOf(groups[1]);
     values.temperature = static_cast<float>(pattern == 0 ? -a : a);
     if (pattern == 3) {
         values.dewPoint = values.temperature - 3;
     } else {
-        const int b = Number(groups[2]);
+        const int b = numberOf(groups[2]);
         values.dewPoint = static_cast<float>(pattern == 2 ? b : -b);
     }
 }
@@ -232,9 +233,9 @@ void readVisibility(const Patterns& patterns, Work& work, RegexMetarReading& rea
     } else if (const int searched = takeFirst(work, patterns.searched); searched >= 0) {
         surface.visibility = searchedVisibility(work.groups, searched);
     } else if (work.take(patterns.metres)) {
-        surface.visibility = work.groups[1] == L"////" ? 9999 : Number(work.groups[1]);
+        surface.visibility = work.groups[1] == L"////" ? 9999 : numberOf(work.groups[1]);
     } else if (work.take(patterns.moreThan)) {
-        surface.visibility = Number(work.groups[2]);
+        surface.visibility = numberOf(work.groups[2]);
     } else {
         surface.visibilitySeen = false;
     }
@@ -258,11 +259,11 @@ int readTail(const Patterns& patterns, Work& work, int elevation, RegexMetarRead
     reading.metar.seaLevelTemperature = seaLevel(surface.temperature, elevation);
     reading.metar.seaLevelDewPoint = seaLevel(surface.dewPoint, elevation);
     if (work.take(patterns.hectopascals)) {
-        if (!storeHectopascals(Number(work.groups[1]), surface.qnh)) {
+        if (!storeHectopascals(numberOf(work.groups[1]), surface.qnh)) {
             return 6;
         }
     } else if (work.take(patterns.inches)) {
-        surface.qnh = static_cast<float>(Number(work.groups[1])) * 0.33864316F;
+        surface.qnh = static_cast<float>(numberOf(work.groups[1])) * 0.33864316F;
     }
     reading.metar.tailRunwayText = takeRunways(work, patterns.tailRunway);
     return 0;
@@ -294,8 +295,8 @@ RegexMetarReading RegexMetar::Decode(const std::wstring& report, int elevation) 
     }
     storeWind(work.groups, wind, reading.surface);
     if (work.take(m_patterns->sector)) {
-        reading.surface.variableFrom = Number(work.groups[1]);
-        reading.surface.variableTo = Number(work.groups[2]);
+        reading.surface.variableFrom = numberOf(work.groups[1]);
+        reading.surface.variableTo = numberOf(work.groups[2]);
     }
     readVisibility(*m_patterns, work, reading);
     while (work.take(m_patterns->directional)) {

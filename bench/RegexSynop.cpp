@@ -18,7 +18,7 @@ const std::wregex& regexOf()
     return regex;
 }
 
-int Number(const std::wstring& text)
+int numberOf(const std::wstring& text)
 {
     return static_cast<int>(std::wcstol(text.c_str(), nullptr, 10));
 }
@@ -126,8 +126,8 @@ private:
             {L'1', {1, 1}}, {L'3', {-1, 1}}, {L'5', {-1, -1}}, {L'7', {1, -1}}};
         const auto sign = signs.find(group(4)[0]);
         if (sign != signs.end()) {
-            m_out.position = {sign->second.first * Number(group(3).substr(2)) / 10.0,
-                              sign->second.second * Number(group(4).substr(1)) / 10.0};
+            m_out.position = {sign->second.first * numberOf(group(3).substr(2)) / 10.0,
+                              sign->second.second * numberOf(group(4).substr(1)) / 10.0};
         }
     }
 
@@ -140,13 +140,13 @@ private:
         if (!cut<Visibility>()) {
             return;
         }
-        m_out.synop.precipitationIndicator = static_cast<std::uint8_t>(Number(group(1)));
+        m_out.synop.precipitationIndicator = static_cast<std::uint8_t>(numberOf(group(1)));
         if (group(3) != L"/") {
             m_out.surface.cloudsSeen = true;
-            m_out.synop.baseCloud.base = kBases[Number(group(3))];
+            m_out.synop.baseCloud.base = kBases[numberOf(group(3))];
         }
         m_out.surface.visibilitySeen = group(4) != L"//";
-        const int code = Number(group(4));
+        const int code = numberOf(group(4));
         if (!m_out.surface.visibilitySeen || (code > 50 && code < 56)) {
             return;
         }
@@ -162,11 +162,11 @@ private:
             return;
         }
         if (group(1) != L"/") {
-            const int octas = Number(group(1));
+            const int octas = numberOf(group(1));
             m_out.synop.baseCloud.coverage = static_cast<std::uint8_t>(octas == 9 ? 8 : octas);
         }
-        const int direction = Number(group(2));
-        const int speed = Number(group(3));
+        const int direction = numberOf(group(2));
+        const int speed = numberOf(group(3));
         if (group(2) != L"//" && group(3) != L"//") {
             m_out.surface.windSeen = true;
             m_out.surface.wind = {static_cast<float>(direction == 99 ? 0 : direction * 10),
@@ -174,7 +174,7 @@ private:
         }
         if (speed == 99 && cut<StrongWind>()) {
             m_out.surface.wind.Speed =
-                static_cast<float>(static_cast<int>(knots(Number(group(1)))));
+                static_cast<float>(static_cast<int>(knots(numberOf(group(1)))));
             m_out.surface.wind.Gust = -1.0F;
         }
     }
@@ -182,18 +182,19 @@ private:
     double pressure() const
     {
         const std::wstring digits = group(1);
-        const double hpa = digits[3] == L'/' ? Number(digits.substr(0, 3)) : Number(digits) / 10.0;
+        const double hpa =
+            digits[3] == L'/' ? numberOf(digits.substr(0, 3)) : numberOf(digits) / 10.0;
         return hpa < 300 ? hpa + 1000 : hpa;
     }
 
     void readValues()
     {
         if (cut<Temperature>()) {
-            const double value = Number(group(2)) / 10.0;
+            const double value = numberOf(group(2)) / 10.0;
             m_out.surface.temperature = static_cast<float>(group(1) == L"1" ? -value : value);
         }
         if (cut<DewPoint>()) {
-            const double value = Number(group(2)) / 10.0;
+            const double value = numberOf(group(2)) / 10.0;
             m_out.surface.dewPoint = static_cast<float>(group(1) == L"1" ? -value : value);
             m_out.synop.humidity = group(1) == L"9" ? value : 0.0;
         }
@@ -205,9 +206,9 @@ private:
         }
         skip<Geopotential, Tendency, Precipitation, PresentWeather>();
         if (cut<CloudForms>()) {
-            m_out.synop.lowCode = static_cast<std::uint8_t>(Number(group(2)));
-            m_out.synop.middleCode = static_cast<std::uint8_t>(Number(group(3)));
-            m_out.synop.highCode = static_cast<std::uint8_t>(Number(group(4)));
+            m_out.synop.lowCode = static_cast<std::uint8_t>(numberOf(group(2)));
+            m_out.synop.middleCode = static_cast<std::uint8_t>(numberOf(group(3)));
+            m_out.synop.highCode = static_cast<std::uint8_t>(numberOf(group(4)));
             m_out.synop.cloudCodesRead = true;
         }
     }
@@ -233,12 +234,12 @@ private:
                  DailySunshine, Plain2, Plain3, Plain4, HourlySunshine, Plain2, Plain3, Plain4,
                  RegionalPrecipitation, Plain7>();
             while (cut<CloudLayer>()) {
-                addCloud(Number(group(1)), Number(group(2)), baseOf(Number(group(3))));
+                addCloud(numberOf(group(1)), numberOf(group(2)), baseOf(numberOf(group(3))));
                 m_out.surface.cloudsSeen = true;
             }
             while (cut<Supplement>()) {
-                if (Number(group(1)) == 11) {
-                    m_out.surface.wind.Gust = static_cast<float>(knots(Number(group(2))));
+                if (numberOf(group(1)) == 11) {
+                    m_out.surface.wind.Gust = static_cast<float>(knots(numberOf(group(2))));
                 }
             }
         }
@@ -252,26 +253,26 @@ private:
         if (!cut<Section5>()) {
             return;
         }
-        const double temperature = Number(group(1).substr(2)) / 10.0;
+        const double temperature = numberOf(group(1).substr(2)) / 10.0;
         m_out.surface.temperature =
             static_cast<float>(group(1)[1] == L'0' ? temperature : -temperature);
-        m_out.synop.seaValue = Number(group(2).substr(1)) / 10.0;
+        m_out.synop.seaValue = numberOf(group(2).substr(1)) / 10.0;
         if (cut<SeaSecond>()) {
-            const double value = Number(group(1).substr(2)) / 10.0;
+            const double value = numberOf(group(1).substr(2)) / 10.0;
             m_out.synop.seaSecondValue = group(1)[1] == L'0' ? value : -value;
         }
         skip<National22, National23, National24, National25, National26, National3, National4,
              National5, National7>();
         while (cut<NationalCloud>()) {
-            addCloud(Number(group(1).substr(1, 1)), 0, baseOf(Number(group(1).substr(4))));
+            addCloud(numberOf(group(1).substr(1, 1)), 0, baseOf(numberOf(group(1).substr(4))));
         }
         if (cut<Gust10Minutes>()) {
-            m_out.synop.gust10Minutes = static_cast<int>(knots(Number(group(1).substr(3))));
+            m_out.synop.gust10Minutes = static_cast<int>(knots(numberOf(group(1).substr(3))));
         }
         for (std::int32_t* gust : {&m_out.synop.gust1, &m_out.synop.gust2}) {
             if (cut<GustPeak>()) {
                 *gust = m_out.synop.windUnit < 2 ? m_out.synop.gust10Minutes
-                                                 : Number(group(1).substr(3));
+                                                 : numberOf(group(1).substr(3));
             }
         }
         skip<PicGroup, BotGroup>();

@@ -42,7 +42,8 @@ std::vector<Position> gridOf(std::size_t count)
 {
     std::vector<Position> places;
     for (std::size_t i = 0; i < count; ++i) {
-        places.emplace_back(-13.0 + static_cast<double>(i / 200),
+        const std::size_t row = i / 200;
+        places.emplace_back(-13.0 + static_cast<double>(row),
                             -100.0 + static_cast<double>(i % 200));
     }
     return places;
@@ -77,6 +78,7 @@ std::size_t walk(const std::vector<Position>& places, const Position& query, dou
 NearestIndex indexOf(const std::vector<Position>& places)
 {
     std::vector<IndexedPlace> indexed;
+    indexed.reserve(places.size());
     for (const Position& place : places) {
         indexed.push_back({place.latitude(), place.longitude()});
     }
@@ -234,7 +236,8 @@ void addGribsAndSearch(benchmark::State& state)
     store.Initialize(all, storekind::kUpperAir, false);
     int extra = 0;
     for (auto _ : state) {
-        store.Initialize(record(Position(60.0 + 0.1 * (extra % 100), -0.1 * (extra / 100))),
+        const int row = extra / 100;
+        store.Initialize(record(Position(60.0 + 0.1 * (extra % 100), -0.1 * row)),
                          storekind::kUpperAir, false);
         ++extra;
         Grib grib;

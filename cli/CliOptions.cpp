@@ -141,6 +141,28 @@ std::uint32_t seedOption(const QString& value)
     return seed;
 }
 
+/// What follows a command's name.
+void takeRest(const CommandRow& row, QStringList positional, CliOptions& options)
+{
+    const QStringList subCommands = words(row.subCommands);
+    if (!subCommands.isEmpty()) {
+        const QString sub = positional.isEmpty() ? QString() : positional.takeFirst();
+        if (!subCommands.contains(sub)) {
+            wrongArguments(
+                QStringLiteral("%1: \"%2\" is not one of %3")
+                    .arg(QLatin1String(row.name), sub, subCommands.join(QStringLiteral(", "))));
+        }
+        options.command << sub;
+    }
+    if (positional.size() != row.arguments) {
+        wrongArguments(QStringLiteral("%1: %2 argument(s) expected behind the command, got %3")
+                           .arg(options.command.join(QLatin1Char(' ')))
+                           .arg(row.arguments)
+                           .arg(positional.size()));
+    }
+    options.criteria = positional.value(0);
+}
+
 void takeCommand(QStringList positional, CliOptions& options)
 {
     if (positional.isEmpty()) {
@@ -153,22 +175,7 @@ void takeCommand(QStringList positional, CliOptions& options)
             continue;
         }
         options.command << name;
-        const QStringList subCommands = words(row.subCommands);
-        if (!subCommands.isEmpty()) {
-            const QString sub = positional.isEmpty() ? QString() : positional.takeFirst();
-            if (!subCommands.contains(sub)) {
-                wrongArguments(QStringLiteral("%1: \"%2\" is not one of %3")
-                                   .arg(name, sub, subCommands.join(QStringLiteral(", "))));
-            }
-            options.command << sub;
-        }
-        if (positional.size() != row.arguments) {
-            wrongArguments(QStringLiteral("%1: %2 argument(s) expected behind the command, got %3")
-                               .arg(options.command.join(QLatin1Char(' ')))
-                               .arg(row.arguments)
-                               .arg(positional.size()));
-        }
-        options.criteria = positional.value(0);
+        takeRest(row, positional, options);
         return;
     }
     wrongArguments(QStringLiteral("\"%1\" is not a command (see --help)").arg(name));

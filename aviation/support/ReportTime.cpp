@@ -11,9 +11,9 @@ using std::chrono::seconds;
 
 struct UtcParts
 {
-    std::chrono::year_month_day date;
-    std::chrono::hh_mm_ss<seconds> time;
-    unsigned weekday; ///< 0 Sunday
+    std::chrono::year_month_day date{};
+    std::chrono::hh_mm_ss<seconds> time{};
+    unsigned weekday = 0; ///< 0 Sunday
 };
 
 UtcParts partsOf(Clock::UtcTime now)

@@ -34,7 +34,7 @@ enum class Target
 /// A way to misbehave: a row in the table of a stand-in.
 struct Kind
 {
-    const char* name; ///< in lower case; read in any
+    const char* name = nullptr; ///< in lower case; read in any
     Argument argument = Argument::None;
     int number = 0; ///< without an argument
     const char* help = "";
