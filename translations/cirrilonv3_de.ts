@@ -1271,6 +1271,21 @@ Nach: %2</translation>
     </message>
 </context>
 <context>
+    <name>NoticeBar</name>
+    <message>
+        <source>Notices</source>
+        <translation>Hinweise</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+</context>
+<context>
     <name>PlaceTables</name>
     <message>
         <source>Loading Airport resource</source>

@@ -53,6 +53,16 @@ public:
     virtual void clearData() = 0;
 };
 
+/// What a line in the bar at the top of the window is about. A newer line takes the place of an
+/// older one about the same.
+enum class Notice
+{
+    Download,   ///< weather that couldn't be fetched; offers to try again
+    Weather,    ///< weather that couldn't be set in the simulator
+    Connection, ///< the simulator, its bridge or its stream of aircraft data
+    Settings,   ///< settings that couldn't be read or saved
+};
+
 /// What the controller needs of the main window; BackendBase and the tests implement it. Everything
 /// runs on the main thread. Texts are plain unless said otherwise.
 class MainView
@@ -69,6 +79,10 @@ public:
     /// A line for log file and debug dock. `item` is rich text: parts from outside are escaped.
     virtual void OnOutputDebugstring(QString item, int level) = 0;
     virtual void OnStatusbarStatus(QString text) = 0;
+    /// A line in the bar at the top of the window, in the user's language; it stands until the
+    /// pilot closes it or the matter is settled.
+    virtual void showNotice(Notice about, const QString& text) = 0;
+    virtual void clearNotice(Notice about) = 0;
     /// 0 of 0 with an empty text hides the bar, with a text it is busy.
     virtual void OnProgressBar(qlonglong value, qlonglong total, QString text) = 0;
     /// Applies the user's language to the window.

@@ -8,6 +8,7 @@
 #include "app/gui/MainActions.h"
 #include "app/gui/MainToolBar.h"
 #include "app/gui/MainWidgetWeather.h"
+#include "app/gui/NoticeBar.h"
 #include "gui/Icons.h"
 #include "gui/ProgressBar.h"
 #include "planner/gui/MainWidgetFlightplanner.h"
@@ -42,6 +43,7 @@ void BackendBase::setupUi()
     m_actions = new MainActions(*this);
     createDocks();
     createToolBar();
+    createNoticeBar();
     createStatusBar();
     retranslateToggles();
     // The menu bar's own button for what doesn't fit.
@@ -97,6 +99,13 @@ void BackendBase::createToolBar()
     m_toolBar->addWidgets();
 }
 
+void BackendBase::createNoticeBar()
+{
+    m_notices = new NoticeBar(this);
+    addToolBarBreak();
+    addToolBar(m_notices);
+}
+
 void BackendBase::createStatusBar()
 {
     m_progress = new ProgressBar(this);
@@ -112,6 +121,16 @@ void BackendBase::setConnectText(QString text, bool connected)
 void BackendBase::OnStatusbarStatus(QString text)
 {
     m_progress->setStatusText(text);
+}
+
+void BackendBase::showNotice(Notice about, const QString& text)
+{
+    m_notices->showNotice(about, text);
+}
+
+void BackendBase::clearNotice(Notice about)
+{
+    m_notices->clearNotice(about);
 }
 
 void BackendBase::OnProgressBar(qlonglong value, qlonglong total, QString text)
@@ -210,6 +229,7 @@ void BackendBase::changeEvent(QEvent* event)
 void BackendBase::retranslateUi()
 {
     m_actions->retranslateUi();
+    m_notices->retranslateUi();
     QAction& setWx = m_actions->action(MainActions::Id::SetWxIcao);
     const QString icao = setWx.property("icao").toString();
     if (!icao.isEmpty()) {

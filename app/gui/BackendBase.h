@@ -15,6 +15,7 @@ class MainActions;
 class MainToolBar;
 class MainWidgetFlightplanner;
 class MainWidgetWeather;
+class NoticeBar;
 class ProgressBar;
 
 /// The main window's widgets and what the controller and other pages ask of them; knows neither
@@ -28,6 +29,8 @@ public:
 
     void setConnectText(QString text, bool connected) override;
     void OnStatusbarStatus(QString text) override;
+    void showNotice(Notice about, const QString& text) override;
+    void clearNotice(Notice about) override;
     void OnProgressBar(qlonglong value, qlonglong total, QString text) override;
     WeatherPage& pageWeather() override;
     DataPage& pageData() override;
@@ -59,6 +62,7 @@ protected:
 
     MainActions& actions() { return *m_actions; }
     MainToolBar& toolBar() { return *m_toolBar; }
+    NoticeBar& noticeBar() { return *m_notices; }
     MainWidgetWeather& weatherWidget() { return *m_weather; }
     DockWidgetDebug& debugDock() { return *m_debug; }
     MainWidgetFlightplanner& flightplanner() { return *m_flightplanner; }
@@ -66,11 +70,13 @@ protected:
 private:
     void createDocks();
     void createToolBar();
+    void createNoticeBar();
     void createStatusBar();
     void retranslateToggles();
 
     MainActions* m_actions = nullptr;
     MainToolBar* m_toolBar = nullptr;
+    NoticeBar* m_notices = nullptr;
     ProgressBar* m_progress = nullptr;
     MainWidgetWeather* m_weather = nullptr;
     DockWidgetDebug* m_debug = nullptr;

@@ -8,6 +8,7 @@
 #include "app/gui/MainActions.h"
 #include "app/gui/MainToolBar.h"
 #include "app/gui/MainWidgetWeather.h"
+#include "app/gui/NoticeBar.h"
 #include "app/gui/TrayIcon.h"
 #include "gui/Icons.h"
 #include "planner/gui/MainWidgetFlightplanner.h"
@@ -100,6 +101,8 @@ void CirrilonView::connectControllerActions()
         connect(&actions().action(id), &QAction::triggered, controller, slot);
     };
     on(Id::DownloadWx, &Controller::OnDownloadWeather);
+    connect(&noticeBar(), &NoticeBar::sigDownloadAgain, &actions().action(Id::DownloadWx),
+            &QAction::trigger);
     on(Id::Connect, &Controller::OnConnectClicked);
     on(Id::SetWxIcao, &Controller::OnClickedSetWX);
     on(Id::ClearWx, &Controller::OnClearWX);
@@ -141,6 +144,7 @@ void CirrilonView::restoreWindow()
         return;
     }
     restoreState(m_settings.windowState());
+    noticeBar().showIfNeeded();
     restoreGeometry(m_settings.windowGeometry());
     flightplanner().restoreGeometry(m_settings.flightplannerWindowGeometry());
 }

@@ -6,6 +6,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <map>
 
 /// Records what the weather page was given.
 class FakeWeatherPage final : public WeatherPage
@@ -64,6 +65,8 @@ public:
     void setConnectText(QString text, bool /*connected*/) override { connectText = text; }
     void OnOutputDebugstring(QString item, int level) override { log.push_back({item, level}); }
     void OnStatusbarStatus(QString text) override { status << text; }
+    void showNotice(Notice about, const QString& text) override { notices[about] = text; }
+    void clearNotice(Notice about) override { notices.erase(about); }
     void OnProgressBar(qlonglong, qlonglong, QString) override {}
     void setupLanguage() override {}
     WeatherPage& pageWeather() override { return weatherPage; }
@@ -106,6 +109,7 @@ public:
     QString connectText;
     QVector<Line> log;
     QStringList status;
+    std::map<Notice, QString> notices; ///< those that stand
     aviation::structs::AircraftData aircraft;
     QStringList aircraftNames;
     QVector<aviation::weather::Wind> targetWinds;
