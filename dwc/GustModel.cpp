@@ -39,6 +39,9 @@ Wind GustModel::update(const Wind& wind, std::int32_t heightAgl, bool gusty)
         m_inForce = draw(wind, heightAgl);
         m_lastUpdate = now;
     }
+    if (wind.Speed <= 0.0F) {
+        m_inForce = kNoGust; // one that was drawn before the calm would blow on for seconds
+    }
     return m_inForce;
 }
 
@@ -56,7 +59,7 @@ Wind GustModel::draw(const Wind& wind, std::int32_t heightAgl)
     const auto speed = static_cast<double>(wind.Speed);
     double spread = speed * kShareOfSpeed;
     if (spread == 0.0) {
-        return wind;
+        return kNoGust;
     }
     if (wind.Gust > 0.0F) {
         spread = static_cast<double>(wind.Gust) - speed;

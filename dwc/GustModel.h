@@ -18,13 +18,13 @@ public:
     /// Kept, must outlive the model.
     explicit GustModel(aviation::RandomSource& random) : m_random(random) {}
 
-    /// The gust wind to add to `wind` now. Without gusts it is zero.
+    /// The gust wind to add to `wind` now. Without gusts it is zero, and a calm has none.
     aviation::weather::Wind update(const aviation::weather::Wind& wind, std::int32_t heightAgl,
                                    bool gusty);
 
     /// The gust offset for `wind`: direction and speed to add to it, gust and fourth value its own.
-    /// No gust, (0, 0, -1, 0), from 3001 feet above ground on, and where nothing can be drawn.
-    /// `wind` itself where a quarter of its speed is 0.
+    /// No gust, (0, 0, -1, 0), from 3001 feet above ground on, and where nothing can be drawn. Nor
+    /// has a calm a gust, which leaves the one drawn last as it is.
     aviation::weather::Wind draw(const aviation::weather::Wind& wind, std::int32_t heightAgl);
 
     /// The offset drawn last.

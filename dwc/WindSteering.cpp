@@ -18,12 +18,17 @@ double directionChange(double difference, double limit)
     return difference < 0.0 ? std::max(difference, -limit) : 0.0;
 }
 
-double speedChange(double difference, double limit)
+double steppedSpeed(double speed, double aim, double limit)
 {
+    const double difference = aim - speed;
     if (difference > 0.0) {
-        return std::min(difference, limit);
+        return speed + std::min(difference, limit);
     }
-    return difference < 0.0 ? -limit : 0.0; // also when less was needed
+    if (!(difference < 0.0)) {
+        return speed;
+    }
+    const double fallen = speed - limit; // also when less was needed
+    return fallen < 0.0 ? std::max(aim, 0.0) : fallen;
 }
 
 } // namespace
@@ -53,10 +58,10 @@ Wind stepped(const Wind& current, const Wind& aim, const Limits& limits)
     const auto direction = static_cast<double>(current.Dir);
     const auto speed = static_cast<double>(current.Speed);
     const double turn = aviation::AngleDifference(static_cast<double>(aim.Dir), direction);
-    const double rise = static_cast<double>(aim.Speed) - speed;
     Wind next = current;
     next.Dir = foldedDirection(direction + directionChange(turn, limits.degrees));
-    next.Speed = static_cast<float>(speed + speedChange(rise, limits.knots));
+    next.Speed =
+        static_cast<float>(steppedSpeed(speed, static_cast<double>(aim.Speed), limits.knots));
     return next;
 }
 

@@ -25,7 +25,8 @@ aviation::weather::Wind sum(const aviation::weather::Wind& wind,
 
 /// `current` moved towards `aim` by at most the limits, the direction along the shorter way round.
 /// A speed that falls always falls by the whole limit, also past its aim, and climbs back with the
-/// next step: that asymmetry is deliberate. Gust and fourth value stay. A value of `aim` that isn't
+/// next step: that asymmetry is deliberate. Where that would lead below 0 it goes to its aim
+/// instead, 0 at least. Gust and fourth value stay. A value of `aim` that isn't
 /// a number changes nothing.
 aviation::weather::Wind stepped(const aviation::weather::Wind& current,
                                 const aviation::weather::Wind& aim, const Limits& limits);

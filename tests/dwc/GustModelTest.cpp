@@ -60,14 +60,18 @@ INSTANTIATE_TEST_SUITE_P(
         GustCase{"Infinite", kInfinite, -1, 0, {5}, kNone}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(GustModelTest, ACalmIsGivenBackAndNotKept)
+TEST(GustModelTest, ACalmHasNoGustNorThatOfTheWindBefore)
 {
-    const FakeClock clock(2019, 7, 1, 12);
-    FakeRandom random({5});
+    FakeClock clock(2019, 7, 1, 12);
+    FakeRandom random({249, 1000});
     GustModel model(random);
     const Wind calm{240.0F, 0.0F, -1.0F, 0.0F};
-    expectWind(model.draw(calm, 0), calm);
+    expectWind(model.update(calm, 0, true), kNone);
     expectWind(model.windGust(), {});
+    clock.advance(std::chrono::seconds(4));
+    expectWind(model.update(kTwenty, 0, true), {5.0F, -1.245F, -1.0F, 0.0F});
+    expectWind(model.update(calm, 0, true), kNone);
+    expectWind(model.inForce(), kNone);
 }
 
 TEST(GustModelTest, DrawsEveryThreeSecondsAndTakesItOverEveryFour)

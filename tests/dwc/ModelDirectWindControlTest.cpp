@@ -66,16 +66,40 @@ TEST_F(ModelDirectWindControlTest, LimitsGoByTheTimeSinceTheLastStep)
     EXPECT_EQ(step().Dir - before.Dir, 2.0F);
 }
 
-TEST_F(ModelDirectWindControlTest, AWindBelowNothingIsReportedAndTheLastOneStays)
+TEST_F(ModelDirectWindControlTest, AFallingWindGoesToItsTargetWhereItWouldPassNothing)
 {
-    reach(80.0F, 0.5F);
-    setWeather(90.0F, 0.25F);
+    reach(80.0F, 2.5F);
     debugLines.clear();
-    EXPECT_EQ(step().Speed, 0.5F);
+    setWeather(90.0F, 0.25F);
+    for (const char* const job : {"81:1.5", "82:0.5", "83:0.25", "84:0.25"}) {
+        step();
+        EXPECT_EQ(m_model.jobName(), QLatin1String(job));
+    }
+    setWeather(90.0F, -1.0F); // not measured
+    EXPECT_EQ(step().Speed, 0.0F);
+    EXPECT_EQ(debugLines, QStringList());
+}
+
+TEST_F(ModelDirectWindControlTest, AWindBeyondTheStrongestIsReportedAndTheLastOneStays)
+{
+    reach(80.0F, 199.5F);
+    debugLines.clear();
+    setWeather(90.0F, 250.0F);
+    EXPECT_EQ(step().Speed, 199.5F);
     EXPECT_EQ(m_model.GetWind().Dir, 80.0F);
     EXPECT_EQ(debugLines,
-              QStringList{QStringLiteral("(DWC - WindAtAC) - Wind Speed Error: 81/-0.5kt")});
-    EXPECT_EQ(m_model.jobName(), QStringLiteral("80:0.5"));
+              QStringList{QStringLiteral("(DWC - WindAtAC) - Wind Speed Error: 81/200.5kt")});
+}
+
+TEST_F(ModelDirectWindControlTest, ACalmTargetIsSteeredToWithoutAGust)
+{
+    reach(200.0F, 2.0F);
+    m_settings.setGustySurfaceWind(true);
+    setWeather(200.0F, 0.0F);
+    for (const char* const job : {"200:1", "200:0", "200:0"}) {
+        step();
+        EXPECT_EQ(m_model.jobName(), QLatin1String(job));
+    }
 }
 
 TEST_F(ModelDirectWindControlTest, WithoutLevelsTheTargetStays)
