@@ -122,6 +122,8 @@ AircraftData readAircraft(const JsonFields& fields)
     data.magneticVariation = fields.real("magneticVariation", data.magneticVariation);
     if (const auto wind = fields.object("wind")) {
         data.wind = readWind(*wind, data.wind);
+    } else {
+        data.wind.Speed = -1.0F; // the simulator reports none, and no step starts from it
     }
     return data;
 }

@@ -18,12 +18,27 @@ using aviation::weather::Metar;
 using aviation::weather::Synop;
 using aviation::weather::Wind;
 
+namespace {
+
+constexpr float kUnknown = -1.0F; ///< direction or speed of a wind
+
+/// A SYNOP from far away says less of the METAR's station than its own old report. A METAR without
+/// a place is one that wasn't found.
+bool standsInFor(const Synop& synop, const Metar& metar)
+{
+    constexpr double kNearNm = 50.0;
+    return !metar.isKnown() || metar.DistanceTo(synop) < kNearNm;
+}
+
+} // namespace
+
 ModelDirectWindControl::ModelDirectWindControl(const Settings& settings,
                                                aviation::RandomSource& random)
     : m_settings(settings)
     , m_gusts(random)
 {
     qDebug() << Q_FUNC_INFO;
+    m_aircraft.wind = {kUnknown, kUnknown, kUnknown, 0.0F}; // until there is a sample
 }
 
 void ModelDirectWindControl::SetWeather(const Metar& metar, const Synop& synop,
@@ -47,7 +62,6 @@ void ModelDirectWindControl::setReports(const Metar& metar, const Synop& synop,
 
 void ModelDirectWindControl::SetAircraftData(const aviation::structs::AircraftData& data)
 {
-    constexpr float kUnknown = -1.0F;
     m_aircraft = data;
     if (m_windCurrent.Dir == kUnknown || m_windCurrent.Speed == kUnknown) {
         m_windCurrent = data.wind;
@@ -66,15 +80,44 @@ void ModelDirectWindControl::updateTarget()
     if (m_levels.empty()) {
         return;
     }
-    if (aviation::isTimeGroupOld(m_metar.timeGroup(), Clock::current().NowUtc())) {
+    if (aviation::isTimeGroupOld(m_metar.timeGroup(), Clock::current().NowUtc())
+        && standsInFor(m_synop, m_metar))
+    {
         m_synop.ToMetar(m_metar);
     }
     const GribLevel ground = targetwind::groundLevel(m_metar, m_aircraft.magneticVariation);
     m_windTarget = targetwind::levelAt(m_levels, ground, m_aircraft.altitude).wind;
 }
 
+/// Whether the simulator may have another wind by now than the one that the last step gave it.
+bool ModelDirectWindControl::isAfterGap() const
+{
+    constexpr std::int64_t kLongestPauseMs = 60000;
+    constexpr double kFarthestNm = 50.0;
+    if (!m_lastStep || Clock::current().MonotonicMs() - m_lastStep->atMs > kLongestPauseMs) {
+        return true;
+    }
+    const aviation::Position& place = m_lastStep->place;
+    return place.isKnown() && m_aircraft.position.isKnown()
+           && place.DistanceTo(m_aircraft.position) > kFarthestNm;
+}
+
+void ModelDirectWindControl::takeWindAtAircraft()
+{
+    constexpr float kMostKnots = 200.0F;
+    const Wind& wind = m_aircraft.wind;
+    if (windsteering::isDirectionInRange(wind) && wind.Speed >= 0.0F) {
+        m_windOut.Dir = windsteering::foldedDirection(static_cast<double>(wind.Dir));
+        m_windOut.Speed = std::min(wind.Speed, kMostKnots);
+    }
+}
+
 void ModelDirectWindControl::steer()
 {
+    if (isAfterGap()) {
+        takeWindAtAircraft();
+    }
+    m_lastStep = {Clock::current().MonotonicMs(), m_aircraft.position};
     m_windCurrent = m_windOut;
     const Wind gust =
         m_gusts.update(m_windTarget, m_aircraft.heightAgl, m_settings.gustySurfaceWind());
@@ -102,6 +145,11 @@ double ModelDirectWindControl::takeStepMs()
     const std::int64_t elapsed = now - m_stepTimer.value_or(now);
     m_stepTimer = now;
     return static_cast<double>(elapsed > kStallMs ? kMsAfterStall : elapsed);
+}
+
+bool ModelDirectWindControl::hasLevelsForXPlane() const
+{
+    return m_levels.size() >= xplanelayers::kFewestLevels;
 }
 
 void ModelDirectWindControl::StepXPlane()

@@ -37,8 +37,16 @@ public:
     /// Reports have been given.
     bool hasReports() const { return m_hasReports; }
     void SetAircraftData(const aviation::structs::AircraftData& data);
-    /// One step, about once a second.
+    /// One step, about once a second. After a gap it starts from the wind at the aircraft, where
+    /// the simulator reports one, and not from where the last step ended: the first step, one after
+    /// more than a minute, and one more than 50 NM away from the last.
     void Step();
+    /// The next step starts from the wind at the aircraft.
+    void startAnew() { m_lastStep.reset(); }
+    /// The reports hold what Step() needs to know a real wind.
+    bool hasLevels() const { return !m_levels.empty(); }
+    /// The same for StepXPlane().
+    bool hasLevelsForXPlane() const;
     /// What the simulator is to get now: direction in [0, 360), speed from 0 to 200 knots.
     const aviation::weather::Wind& GetWind() const { return m_windOut; }
     /// Name of the job that sets the wind: "direction:speed", six digits each at most.
@@ -58,7 +66,15 @@ public:
     const aviation::weather::Wind& gustInForce() const { return m_gusts.inForce(); }
 
 private:
+    struct LastStep
+    {
+        std::int64_t atMs = 0; ///< Clock::MonotonicMs
+        aviation::Position place;
+    };
+
     void updateTarget();
+    bool isAfterGap() const;
+    void takeWindAtAircraft();
     void steer();
     double takeStepMs();
 
@@ -72,6 +88,7 @@ private:
     aviation::structs::AircraftData m_aircraft;
 
     std::optional<std::int64_t> m_stepTimer; ///< Clock::MonotonicMs; none before the first start
+    std::optional<LastStep> m_lastStep;      ///< none: the next one starts anew
     aviation::weather::Wind m_windOut;
     aviation::weather::Wind m_windCurrent; ///< of the step before
     aviation::weather::Wind m_windTarget;

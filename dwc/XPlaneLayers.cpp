@@ -85,7 +85,6 @@ XPlaneWindLayer groundLayer(const Surface& surface)
 std::vector<XPlaneWindLayer> build(const Surface& surface, const std::vector<GribLevel>& levels,
                                    const aviation::structs::AircraftData& aircraft)
 {
-    constexpr std::size_t kFewestLevels = 2;
     if (levels.size() < kFewestLevels) {
         return {};
     }

@@ -6,10 +6,14 @@
 #include "aviation/Synop.h"
 #include "weather/output/records/XPlaneWeather.h"
 
+#include <cstddef>
 #include <vector>
 
 /// X-Plane knows no single wind at the aircraft: it gets three layers instead. Pure functions.
 namespace xplanelayers {
+
+/// Levels that build() needs.
+inline constexpr std::size_t kFewestLevels = 2;
 
 /// What is known at the ground.
 struct Surface
@@ -27,7 +31,7 @@ void fillMissingWind(aviation::weather::Metar& metar, const aviation::weather::S
 /// The layer at the METAR's elevation.
 XPlaneWindLayer groundLayer(const Surface& surface);
 
-/// Ground, aircraft, and the highest level. `levels` lowest first; empty with fewer than two.
+/// Ground, aircraft, and the highest level. `levels` lowest first; empty with too few of them.
 std::vector<XPlaneWindLayer> build(const Surface& surface,
                                    const std::vector<aviation::weather::GribLevel>& levels,
                                    const aviation::structs::AircraftData& aircraft);

@@ -102,6 +102,32 @@ TEST_F(ModelDirectWindControlTest, ACalmTargetIsSteeredToWithoutAGust)
     }
 }
 
+TEST_F(ModelDirectWindControlTest, AfterAGapAStepStartsFromTheWindAtTheAircraft)
+{
+    setWeather(300.0F, 100.0F);
+    flyAt(50.0, {250.0F, 30.0F, -1.0F, 0.0F});
+    step();
+    EXPECT_EQ(m_model.jobName(), QStringLiteral("251:31")) << "the first step";
+    flyAt(50.8, {90.0F, 5.0F, -1.0F, 0.0F});
+    step();
+    EXPECT_EQ(m_model.jobName(), QStringLiteral("252:32")) << "48 NM farther";
+    step(60000);
+    EXPECT_EQ(m_model.jobName(), QStringLiteral("253:33"));
+    flyAt(51.7, {110.0F, 20.0F, -1.0F, 0.0F});
+    step();
+    EXPECT_EQ(m_model.jobName(), QStringLiteral("109:21")) << "54 NM farther";
+    step(60001);
+    EXPECT_EQ(m_model.jobName(), QStringLiteral("109:21")) << "after more than a minute";
+    flyAt(51.7, {360.0F, 230.0F, -1.0F, 0.0F});
+    m_model.startAnew();
+    step();
+    EXPECT_EQ(m_model.jobName(), QStringLiteral("359:199"));
+    flyAt(51.7, {0.0F, -1.0F, -1.0F, 0.0F});
+    m_model.startAnew();
+    step();
+    EXPECT_EQ(m_model.jobName(), QStringLiteral("358:198")) << "no wind is reported";
+}
+
 TEST_F(ModelDirectWindControlTest, WithoutLevelsTheTargetStays)
 {
     reach(80.0F, 30.0F);
@@ -123,6 +149,19 @@ TEST_F(ModelDirectWindControlTest, TheSynopStandsInForAnOldMetar)
                            {levelAt(9000, 0.0F, 0.0F)});
         m_model.Step();
         EXPECT_EQ(m_model.windTarget().Dir, direction) << hour;
+    }
+}
+
+TEST_F(ModelDirectWindControlTest, ASynopFromFarAwayDoesntStandInForAnOldMetar)
+{
+    for (const auto& [synopLatitude, direction] : {std::pair{50.8, 200.0F}, {50.9, 100.0F}}) {
+        Metar metar = metarOf(L"010559", {100.0F, 9.0F, 0.0F, 0.0F}, 0);
+        metar.setPosition({50.0, 8.0});
+        Synop synop = synopOf(L"0112", {200.0F, 19.0F, 0.0F, 0.0F});
+        synop.setPosition({synopLatitude, 8.0});
+        m_model.setReports(metar, synop, {levelAt(9000, 0.0F, 0.0F)});
+        m_model.Step();
+        EXPECT_EQ(m_model.windTarget().Dir, direction) << synopLatitude;
     }
 }
 

@@ -36,6 +36,15 @@ protected:
         m_model.SetAircraftData(data);
     }
 
+    /// On the eighth meridian east, where the simulator reports this wind.
+    void flyAt(double latitude, const aviation::weather::Wind& wind)
+    {
+        aviation::structs::AircraftData data;
+        data.position = aviation::Position(latitude, 8.0);
+        data.wind = wind;
+        m_model.SetAircraftData(data);
+    }
+
     aviation::weather::Wind step(int afterMs = 1000)
     {
         m_clock.advance(std::chrono::milliseconds(afterMs));
