@@ -14,13 +14,14 @@ namespace {
 
 constexpr double kNearSynopNm = 50.0;
 
-bool synopIsBetter(double metarNm, double synopNm, const Synop& synop, bool metarIsOld)
+/// `replaceable`: the METAR is old, and the SYNOP's station near its own.
+bool synopIsBetter(double metarNm, double synopNm, const Synop& synop, bool replaceable)
 {
     constexpr double kNearMetarNm = 10.0;
     constexpr double kFarMetarNm = 100.0;
     const bool valid = synop.status() == aviation::weather::synopstatus::kDecoded;
     const bool nearer = metarNm > synopNm && metarNm > kNearMetarNm;
-    return (valid && (nearer || metarIsOld)) || (synopNm < kNearSynopNm && metarNm > kFarMetarNm);
+    return (valid && (nearer || replaceable)) || (synopNm < kNearSynopNm && metarNm > kFarMetarNm);
 }
 
 } // namespace
@@ -43,8 +44,9 @@ Metar forAircraft(Metar metar, Synop& synop, const aviation::Position& aircraft,
     if (synopNm < kNearSynopNm) {
         metar.setVisFromSynop(synop.visibility());
     }
-    const bool old = aviation::isTimeGroupOld(metar.timeGroup(), now);
-    return synopIsBetter(metarNm, synopNm, synop, old) ? metarOfSynop(synop) : metar;
+    const bool replaceable =
+        aviation::isTimeGroupOld(metar.timeGroup(), now) && metar.DistanceTo(synop) < kNearSynopNm;
+    return synopIsBetter(metarNm, synopNm, synop, replaceable) ? metarOfSynop(synop) : metar;
 }
 
 Metar metarForRequest(Metar metar, const Synop& synop, int error)

@@ -35,8 +35,9 @@ TEST(ReportChoiceTest, TheSynopIsShownWhenItIsNearerOrTheMetarOld)
     const FakeClock clock(2019, 7, 1, 12, 10);
     const std::tuple<double, double, const wchar_t*, bool> rows[] = {
         {9.0, 5.0, L"011150Z", false},   {11.0, 5.0, L"011150Z", true},
-        {11.0, 12.0, L"011150Z", false}, {5.0, 300.0, L"010550Z", true},
+        {11.0, 12.0, L"011150Z", false}, {5.0, 54.0, L"010550Z", true},
         {101.0, 49.0, L"011150Z", true}, {60.0, 70.0, L"011150Z", false},
+        {5.0, 56.0, L"010550Z", false},  {5.0, 300.0, L"010550Z", false},
     };
     for (const auto& [metarNm, synopNm, time, synopShown] : rows) {
         Synop synop = synopAt(synopNm);
