@@ -175,9 +175,9 @@ void Controller::makeJobParts(int settleMs)
             &AircraftDatagrams::close);
     connect(m_link.get(), &SimulatorLink::sigSwitched, this, &Controller::showConnection);
     connect(m_link.get(), &SimulatorLink::sigLost, this, &Controller::showDisconnected);
-    m_preparedWeather = std::make_unique<PreparedWeather>(
-        PreparedWeather::Parts{m_settings, m_view, *m_weatherWorker, *m_connectWorker, m_stop,
-                               m_reporting.log, m_posts.toSimulator, settleMs});
+    m_preparedWeather = std::make_unique<PreparedWeather>(PreparedWeather::Parts{
+        m_settings, m_view, *m_weatherWorker, *m_connectWorker, m_stop, m_reporting.log,
+        m_posts.toSimulator, [this] { return m_directWind->sends(); }, settleMs});
     connect(m_preparedWeather.get(), &PreparedWeather::sigFilesSet, this,
             &Controller::DownloadXPlaneGlobalWind);
     connect(m_preparedWeather.get(), &PreparedWeather::sigWeatherSet, &m_timerWeather,

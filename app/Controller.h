@@ -139,6 +139,7 @@ private:
     void showTimes(double distanceNm);
     void downloadIfDue();
     void stepDirectWind();
+    bool isLowWindMissing() const;
     void searchNearestIfDue();
     bool approachBlocks();
     void startUpdate();

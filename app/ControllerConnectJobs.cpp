@@ -76,14 +76,14 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
         flightPlanSent(jobName, error);
         break;
     case connectjob::kWindAtAircraft:
-        m_directWind->windFinished();
+        m_directWind->windFinished(error);
         if (error != simresult::kNone) {
             m_reporting.log(QStringLiteral("(Controller) DWC-ErrorNum:%1").arg(error),
                             m_connectJobLog->levelOf(jobId, error));
         }
         break;
     case connectjob::kSetWindLayers:
-        m_directWind->windFinished();
+        m_directWind->windFinished(error);
         break;
     case connectjob::kAnnounceAddress:
         if (error == simresult::kNone) {
@@ -120,6 +120,7 @@ void Controller::connected()
 {
     m_connectJobLog->forgetAll();
     m_directWind->connected();
+    m_aircraftDataValid = false; // what is known of the aircraft is of the last connection
     const aviation::FsId fsId = m_connectWorker->fsVersion();
     m_view.setConnectText(tr("Disconnect"), true);
     m_view.pageData().setSimInterfaceInfo(m_connectWorker->fsName() + QStringLiteral(" - ")

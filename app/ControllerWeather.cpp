@@ -76,7 +76,7 @@ void Controller::OnTimerWeather()
     }
     const bool due = cycle::updateDue(m_counters.msSinceUpdate, m_settings.updateTime(), distanceNm,
                                       m_settings.range());
-    if ((due && !blocked) || m_forceWeatherUpdate) {
+    if (((due || isLowWindMissing()) && !blocked) || m_forceWeatherUpdate) {
         startUpdate();
     }
     if (m_counters.msSinceVisibility >= kVisibilityMs
@@ -118,11 +118,17 @@ void Controller::downloadIfDue()
 
 void Controller::stepDirectWind()
 {
-    if (m_counters.msSinceDwc > m_counters.dwcPeriodMs || m_counters.msSinceDwc == cycle::kNever) {
+    if (cycle::stepDue(m_counters.msSinceDwc, m_counters.dwcPeriodMs)) {
         m_weatherWorker->setAircraftData(m_aircraftData);
         m_counters.msSinceDwc = 0;
         UpdateDirectWindControl();
     }
+}
+
+/// X-Plane has no wind where the last record left it to direct wind control, which has stopped.
+bool Controller::isLowWindMissing() const
+{
+    return m_preparedWeather->isLowWindLeft() && !m_directWind->sends();
 }
 
 void Controller::searchNearestIfDue()

@@ -43,6 +43,12 @@ std::int32_t addElapsed(std::int32_t counter, std::int64_t elapsedMs)
     return static_cast<std::int32_t>(std::min(counter + elapsed, kLargest));
 }
 
+bool stepDue(std::int32_t msSinceStep, std::int32_t periodMs)
+{
+    constexpr std::int32_t kTenth = 10;
+    return msSinceStep >= periodMs - periodMs / kTenth || msSinceStep == kNever;
+}
+
 int pollTime(int setting)
 {
     constexpr int kShortest = 20;

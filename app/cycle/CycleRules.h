@@ -29,6 +29,10 @@ struct Simulator
 /// A counter after some time; it stops at the largest number.
 std::int32_t addElapsed(std::int32_t counter, std::int64_t elapsedMs);
 
+/// A step of direct wind control is due, by a counter and its period, ms. Ticks of the weather
+/// clock come a little early at times: a tenth less than the period counts as one.
+bool stepDue(std::int32_t msSinceStep, std::int32_t periodMs);
+
 /// A polling time of the settings, ms, limited to what the event loop can bear.
 int pollTime(int setting);
 /// Interval of the polling of the simulator, ms: `minimum` near the ground and moving, `maximum`

@@ -7,6 +7,7 @@
 #include "dwc/ModelDirectWindControl.h"
 #include "dwc/WindTexts.h"
 #include "sim/ConnectJobs.h"
+#include "sim/SimResult.h"
 
 #include <cmath>
 #include <utility>
@@ -25,9 +26,14 @@ DirectWind::~DirectWind() = default;
 void DirectWind::update(const cycle::Simulator& simulator,
                         const aviation::structs::AircraftData& aircraft, bool ready)
 {
-    const cycle::WindWay way = cycle::windWayFor(simulator);
-    if (!m_settings.fsWindDwc() || !ready || way == cycle::WindWay::None) {
+    m_way = cycle::WindWay::None;
+    if (!m_settings.fsWindDwc() || cycle::dwcObstacle(simulator.fsId) != nullptr) {
         hide();
+        return;
+    }
+    const cycle::WindWay way = cycle::windWayFor(simulator);
+    if (way == cycle::WindWay::None || !ready) {
+        show(ready ? tr("no DWC, SimConnect can't set a wind") : tr("no DWC, no weather yet"));
         return;
     }
     // Only the time of the ticks that come this far counts, so that the reports are searched anew
@@ -39,17 +45,34 @@ void DirectWind::update(const cycle::Simulator& simulator,
         show(text);
         return;
     }
-    // One wind at a time: a slow simulator isn't sent those of the past. And none before the first
-    // reports: where they never come, a calm would replace the wind that the weather set.
-    if (searchIfDue() || m_windUnderWay || !m_model->hasReports()) {
+    m_way = way;
+    // One wind at a time: a slow simulator isn't sent those of the past.
+    if (searchIfDue() || m_windUnderWay) {
+        return;
+    }
+    // Without levels nothing is known of the wind: a calm would replace the one that the weather
+    // set.
+    if (!hasLevels()) {
+        show(m_model->hasReports() ? tr("no DWC, no upper-air data")
+                                   : tr("no DWC, no reports near the aircraft"));
         return;
     }
     m_model->SetAircraftData(aircraft);
-    if (way == cycle::WindWay::AtAircraft) {
-        sendWindAtAircraft();
-    } else {
-        sendLayers();
+    send();
+    if (m_refusal != simresult::kNone) {
+        show(tr("no DWC, the simulator refuses the wind (error %1)").arg(m_refusal));
     }
+}
+
+bool DirectWind::hasLevels() const
+{
+    return m_way == cycle::WindWay::AtAircraft ? m_model->hasLevels()
+                                               : m_model->hasLevelsForXPlane();
+}
+
+bool DirectWind::sends() const
+{
+    return m_way != cycle::WindWay::None && hasLevels() && m_refusal == simresult::kNone;
 }
 
 bool DirectWind::searchIfDue()
@@ -71,11 +94,36 @@ void DirectWind::takeReports(const aviation::weather::Metar& metar,
     m_model->SetWeather(metar, synop, grib);
 }
 
+void DirectWind::windFinished(int result)
+{
+    m_windUnderWay = false;
+    m_refusal = result;
+}
+
+/// What went to the last connection has no meaning for this one.
+void DirectWind::connected()
+{
+    m_way = cycle::WindWay::None;
+    m_windUnderWay = false;
+    m_refusal = simresult::kNone;
+    m_shown = false;
+    m_model->startAnew();
+}
+
+void DirectWind::send()
+{
+    m_windUnderWay = true;
+    if (m_way == cycle::WindWay::AtAircraft) {
+        sendWindAtAircraft();
+    } else {
+        sendLayers();
+    }
+}
+
 /// Gust and fourth value of the wind don't travel.
 void DirectWind::sendWindAtAircraft()
 {
     m_model->Step();
-    m_windUnderWay = true;
     m_posts.toSimulator(Job(connectjob::kWindAtAircraft, windtexts::jobName(m_model->GetWind())));
     m_shown = true;
     m_view.SetTargetWind(m_model->GetWind());
@@ -88,10 +136,6 @@ void DirectWind::sendWindAtAircraft()
 void DirectWind::sendLayers()
 {
     m_model->StepXPlane();
-    if (m_model->GetXPlaneLayers().empty()) {
-        return;
-    }
-    m_windUnderWay = true;
     m_posts.toSimulator(
         Job(connectjob::kSetWindLayers, m_model->GetXPlaneLayers(), QStringLiteral("Set XPWind")));
     show(windtexts::layersText(m_model->GetXPlaneLayers()));

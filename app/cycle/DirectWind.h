@@ -43,13 +43,19 @@ public:
     /// The result of the search that a tick posted.
     void takeReports(const aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
                      const aviation::weather::Grib& grib);
-    /// The simulator has taken the wind of the last tick, or refused it.
-    void windFinished() { m_windUnderWay = false; }
-    /// Another connection: what the line of direct wind control says then stays until a tick.
-    void connected() { m_shown = false; }
+    /// The simulator has taken the wind of the last tick, or refused it: a result of simresult.
+    void windFinished(int result);
+    /// Another connection, whose first wind starts from the one at the aircraft. What the line of
+    /// direct wind control says then stays until a tick.
+    void connected();
+    /// As of the last tick nothing is in the way of sending, and the simulator hasn't refused the
+    /// last wind.
+    bool sends() const;
 
 private:
     bool searchIfDue();
+    bool hasLevels() const;
+    void send();
     void sendWindAtAircraft();
     void sendLayers();
     void show(const QString& text);
@@ -62,6 +68,8 @@ private:
     std::unique_ptr<ModelDirectWindControl> m_model;
     LapClock m_clock;
     std::int32_t m_msSinceDwcSearch = cycle::kNever;
-    bool m_windUnderWay = false; ///< job 19 or 35 isn't finished
+    cycle::WindWay m_way = cycle::WindWay::None; ///< of the last tick; none: it couldn't send
+    bool m_windUnderWay = false;                 ///< job 19 or 35 isn't finished
+    int m_refusal = 0;                           ///< result of the last job, of simresult
     bool m_shown = false;
 };

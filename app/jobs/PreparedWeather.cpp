@@ -57,8 +57,9 @@ void PreparedWeather::take(int job, const QString& name, int error)
         setTheme(name, error);
         break;
     default:
-        break;
+        return;
     }
+    m_lowWindLeft = false; // a record that has settled may leave it again
 }
 
 template <typename Step>
@@ -106,7 +107,8 @@ void PreparedWeather::setXPlaneRecord(bool xplane12)
 void PreparedWeather::sendXPlaneRecord(bool xplane12)
 {
     XPlaneWeather record = m_parts.prepared.xplaneRecord();
-    if (m_parts.settings.fsWindDwc() && record.Winds.size() > 1) {
+    m_lowWindLeft = m_parts.directWindSends() && record.Winds.size() > 1;
+    if (m_lowWindLeft) {
         record.Winds[1] = emptyWindLayer();
     }
     m_xplaneBaseVisibility = record.Vis;

@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 class ConnectWorker;
 class MainView;
 class Settings;
@@ -29,7 +31,8 @@ public:
         ConnectWorker& simulator;
         const StopFlag& stop; ///< raised: nothing more is posted
         LogFunction log;
-        PostJob postJob;  ///< to the simulator's worker
+        PostJob postJob;                       ///< to the simulator's worker
+        std::function<bool()> directWindSends; ///< the low wind of X-Plane can be left to it
         int settleMs = 0; ///< written files rest before the simulator is asked to load them
     };
     explicit PreparedWeather(Parts parts, QObject* parent = nullptr);
@@ -38,6 +41,8 @@ public:
     void take(int job, const QString& name, int error);
     /// Surface visibility of the last X-Plane record, metres; cycle::kNoVisibility without one.
     float baseVisibility() const { return m_xplaneBaseVisibility; }
+    /// The last weather was an X-Plane record whose low wind was left to direct wind control.
+    bool isLowWindLeft() const { return m_lowWindLeft; }
 
 Q_SIGNALS:
     /// X-Plane's weather files are written or on their way; the global wind follows them.
@@ -61,4 +66,5 @@ private:
 
     const Parts m_parts;
     float m_xplaneBaseVisibility = cycle::kNoVisibility;
+    bool m_lowWindLeft = false;
 };

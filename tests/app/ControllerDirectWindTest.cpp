@@ -49,8 +49,97 @@ protected:
                                 + simulator.calls("SetWindLayers"_q).size());
     }
 
+    void windAtAircraft(float direction, float speed)
+    {
+        simulator.answer([&](FakeSimulator::Answers& answers) {
+            answers.aircraft.wind = {direction, speed, -1.0F, 0.0F};
+        });
+    }
+    /// Speed of the layer of the last X-Plane record that can be left to direct wind control.
+    float lowWind() const
+    {
+        const XPlaneWeather weather = simulator.answers().xplaneWeather;
+        return weather.Winds.size() > 1 ? weather.Winds[1].Speed : 0.0F;
+    }
+
     int searches = 0;
 };
+
+TEST_F(ControllerDirectWindTest, EachTickOfTheWeatherClockSendsAWind)
+{
+    fly(1, aviation::fsid::kFsx);
+    for (const auto after : {1000ms, 1000ms, 950ms, 900ms, 1050ms, 1000ms}) {
+        tickAndSettle(after);
+    }
+    EXPECT_EQ(searches, 1);
+    EXPECT_EQ(sent(), 5) << "the search has its tick for itself";
+}
+
+TEST_F(ControllerDirectWindTest, AConnectionStartsWithTheWindThatItsSimulatorHas)
+{
+    fly(1, aviation::fsid::kFsx);
+    windAtAircraft(140.0F, 60.0F);
+    flyAt(50.0, 8.5);
+    tickAndSettle(1000ms);
+    tickAndSettle(1000ms);
+    const auto winds = [this] {
+        return simulator.calls("SetWindAtAircraft"_q).join(QLatin1Char('|'));
+    };
+    EXPECT_TRUE(winds().contains("Dir=141"_q)) << winds().toStdString();
+    EXPECT_TRUE(winds().contains("Speed=59"_q)) << winds().toStdString();
+
+    controller->OnConnectClicked();
+    settle();
+    windAtAircraft(300.0F, 8.0F);
+    connectTo(1, aviation::fsid::kFsx);
+    simulator.clearCalls();
+    tickAndSettle(1000ms);
+    EXPECT_EQ(sent(), 0) << "the aircraft of this connection isn't known yet";
+    flyAt(50.0, 8.5);
+    tickAndSettle(1000ms);
+    EXPECT_EQ(sent(), 1);
+    // Two seconds after the last step.
+    EXPECT_TRUE(winds().contains("Dir=298"_q)) << winds().toStdString();
+    EXPECT_TRUE(winds().contains("Speed=10"_q)) << winds().toStdString();
+}
+
+TEST_F(ControllerDirectWindTest, XPlaneIsntLeftWithoutItsLowWind)
+{
+    fly(4, aviation::fsid::kXPlaneId9);
+    simulator.setResults("SetWindLayers"_q, {simresult::kNotImplemented});
+    tickAndSettle(1000ms);
+    EXPECT_EQ(lowWind(), -1.0F) << "direct wind control has all it needs";
+    tickAndSettle(1000ms);
+    EXPECT_EQ(sent(), 1);
+    tickAndSettle(1000ms);
+    EXPECT_GE(lowWind(), 0.0F) << "the layers were refused";
+    EXPECT_TRUE(view.targetWind.contains("refuses the wind"_q)) << view.targetWind.toStdString();
+    const auto records = simulator.calls("SetWeatherData"_q).size();
+
+    simulator.setResults("SetWindLayers"_q, {simresult::kNone});
+    for (int i = 0; i < 5; ++i) {
+        tickAndSettle(1000ms);
+    }
+    EXPECT_EQ(simulator.calls("SetWeatherData"_q).size(), records) << "it has its wind";
+    controller->OnClickedSetWX();
+    tickAndSettle(1000ms);
+    EXPECT_EQ(lowWind(), -1.0F);
+    settings->setFsWindDwc(false);
+    tickAndSettle(1000ms);
+    EXPECT_GE(lowWind(), 0.0F) << "switched off";
+}
+
+TEST_F(ControllerDirectWindTest, XPlaneKeepsItsLowWindWithoutUpperAirData)
+{
+    fly(4, aviation::fsid::kXPlaneId9);
+    settings->setGribOff(true);
+    tickAndSettle(1000ms);
+    EXPECT_GT(simulator.answers().xplaneWeather.Winds.size(), 1U);
+    EXPECT_GE(lowWind(), 0.0F);
+    tickAndSettle(1000ms);
+    EXPECT_TRUE(view.targetWind.startsWith("no DWC, no "_q)) << view.targetWind.toStdString();
+    EXPECT_EQ(sent(), 0);
+}
 
 TEST_F(ControllerDirectWindTest, WithoutReportsTheWindOfTheWeatherStays)
 {

@@ -34,6 +34,7 @@ public:
         QByteArray serverConfig = QByteArrayLiteral("[main]");
         QString udpPort = QStringLiteral("0");
         std::vector<std::uint8_t> clouds;
+        XPlaneWeather xplaneWeather; ///< set last
     };
 
     void answer(const std::function<void(Answers&)>& change)
@@ -181,6 +182,7 @@ public:
     }
     int SetWeatherData(const XPlaneWeather& weather, int mode) override
     {
+        m_simulator.answer([&weather](FakeSimulator::Answers& a) { a.xplaneWeather = weather; });
         return call("SetWeatherData", weather.Vis, mode);
     }
     int SetWeatherText(const QString& text) override { return call("SetWeatherText", text); }

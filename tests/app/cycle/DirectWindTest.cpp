@@ -5,6 +5,7 @@
 #include "aviation/Metar.h"
 #include "aviation/Synop.h"
 #include "sim/ConnectJobs.h"
+#include "sim/SimResult.h"
 #include "tests/app/base/SettingsFixture.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeMainView.h"
@@ -88,9 +89,12 @@ TEST_F(DirectWindTest, NeitherSearchesNorSendsWhereItIsOffOrImpossible)
 {
     const QString fileMode = "no DWC, XPlane weather file mode"_q;
     const std::tuple<cycle::Simulator, int, bool, bool, QString> rows[] = {
-        {{1, 3}, 0, false, true, QString()}, {{1, 3}, 0, true, false, QString()},
-        {{2, 3}, 0, true, true, QString()},  {{3, 6}, 0, true, true, QString()},
-        {{3, 10}, 0, true, true, QString()}, {{3, 12}, 0, true, true, QString()},
+        {{1, 3}, 0, false, true, QString()},
+        {{1, 3}, 0, true, false, "no DWC, no weather yet"_q},
+        {{2, 3}, 0, true, true, "no DWC, SimConnect can't set a wind"_q},
+        {{3, 6}, 0, true, true, QString()},
+        {{3, 10}, 0, true, true, QString()},
+        {{3, 12}, 0, true, true, QString()},
         {{4, 7}, 1, true, true, fileMode},
     };
     for (const auto& [connected, mode, enabled, ready, said] : rows) {
@@ -103,6 +107,7 @@ TEST_F(DirectWindTest, NeitherSearchesNorSendsWhereItIsOffOrImpossible)
         }
         EXPECT_EQ(searches, 0);
         EXPECT_TRUE(posted.empty());
+        EXPECT_FALSE(wind->sends());
         EXPECT_EQ(view.status.contains(fileMode), said == fileMode);
         EXPECT_EQ(view.targetWind, said);
     }
@@ -125,7 +130,7 @@ TEST_F(DirectWindTest, TheWindAtTheAircraftFollowsReportsThatAreSearchedEveryTwo
 
     tick(57s);
     EXPECT_EQ(posted.size(), 1U) << "the simulator hasn't taken the wind before";
-    wind->windFinished();
+    wind->windFinished(0);
     tick(59s);
     EXPECT_EQ(posted.size(), 2U);
     EXPECT_EQ(searches, 1) << "118 seconds";
@@ -145,13 +150,49 @@ TEST_F(DirectWindTest, OnlyWhatATickShowedIsHidden)
     EXPECT_EQ(view.targetWind, QString());
 
     settings->setFsWindDwc(true);
-    wind->windFinished();
+    wind->windFinished(0);
     tick(1001ms);
     wind->connected();
     simulator = {1, aviation::fsid::kPrepar3dV4};
     view.targetWind = "is not available"_q;
     tick(1001ms);
     EXPECT_EQ(view.targetWind, "is not available"_q) << "of the new connection";
+}
+
+TEST_F(DirectWindTest, SaysWhyItDoesntSend)
+{
+    for (const cycle::Simulator& connected : {cycle::Simulator{1, 3}, {4, 8}}) {
+        SCOPED_TRACE(connected.fsId);
+        simulator = connected;
+        make();
+        tick(1s);
+        tick(1s);
+        EXPECT_EQ(view.targetWind, "no DWC, no reports near the aircraft"_q);
+        wind->takeReports(Metar(), Synop(), Grib());
+        tick(1s);
+        EXPECT_EQ(view.targetWind, "no DWC, no upper-air data"_q);
+        EXPECT_TRUE(posted.empty()) << "a calm that nobody reported";
+        EXPECT_FALSE(wind->sends());
+
+        giveReports();
+        EXPECT_TRUE(wind->sends()) << "with the next tick";
+        tick(1s);
+        wind->windFinished(simresult::kNotImplemented);
+        EXPECT_FALSE(wind->sends());
+        tick(1s);
+        EXPECT_EQ(posted.size(), 2U) << "it goes on trying";
+        EXPECT_EQ(view.targetWind, "no DWC, the simulator refuses the wind (error 200)"_q);
+        wind->windFinished(simresult::kNone);
+        EXPECT_TRUE(wind->sends());
+        tick(1s);
+        EXPECT_NE(view.targetWindTip, "no DWC, the simulator refuses the wind (error 200)"_q);
+        EXPECT_EQ(posted.size(), 3U);
+
+        wind->connected();
+        EXPECT_FALSE(wind->sends()) << "of a new connection nothing is known";
+        tick(1s);
+        EXPECT_EQ(posted.size(), 4U) << "what the last one left unanswered stops nothing";
+    }
 }
 
 TEST_F(DirectWindTest, XPlaneGetsItsLayers)

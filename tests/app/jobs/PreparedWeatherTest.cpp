@@ -32,7 +32,7 @@ protected:
         prepared = std::make_unique<PreparedWeather>(PreparedWeather::Parts{
             *settings, view, *worker, *connectWorker, stop,
             [this](const QString& text, int level) { view.OnOutputDebugstring(text, level); },
-            [this](const Job& job) { posted.push_back(job.id); }, kSettleMs});
+            [this](const Job& job) { posted.push_back(job.id); }, [] { return false; }, kSettleMs});
     }
     void TearDown() override
     {
