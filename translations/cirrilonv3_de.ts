@@ -400,6 +400,26 @@ Die nächsten Seiten fragen, wie der Simulator zu erreichen ist, woher das Wette
         <source>Real wind at this altitude: %1°/%2kt</source>
         <translation>Wirklicher Wind in dieser Höhe: %1°/%2kt</translation>
     </message>
+    <message>
+        <source>no DWC, SimConnect can&apos;t set a wind</source>
+        <translation>keine DWC, SimConnect kann keinen Wind setzen</translation>
+    </message>
+    <message>
+        <source>no DWC, no weather yet</source>
+        <translation>keine DWC, noch kein Wetter</translation>
+    </message>
+    <message>
+        <source>no DWC, no upper-air data</source>
+        <translation>keine DWC, keine Höhendaten</translation>
+    </message>
+    <message>
+        <source>no DWC, no reports near the aircraft</source>
+        <translation>keine DWC, keine Meldungen in der Nähe des Flugzeugs</translation>
+    </message>
+    <message>
+        <source>no DWC, the simulator refuses the wind (error %1)</source>
+        <translation>keine DWC, der Simulator nimmt den Wind nicht an (Fehler %1)</translation>
+    </message>
 </context>
 <context>
     <name>DlgAbout</name>
