@@ -48,9 +48,21 @@ void prepareObservations(CliSession& session, const CliOptions& options, std::os
     }
 }
 
+[[noreturn]] void cannotWrite(const QString& fault)
+{
+    throw CliFailure{cliexit::kFailed,
+                     QStringLiteral("%1 %2: %3")
+                         .arg(weathererror::kCannotCreateFile)
+                         .arg(weatherErrorText(weathererror::kCannotCreateFile), fault)};
+}
+
 void prepareTheme(CliSession& session, const CliOptions& options, std::ostream& /*out*/)
 {
-    CliSession::requireSuccess(session.runJob(Job(weatherjob::kThemeFile, options.out)));
+    const int result = session.runJob(Job(weatherjob::kThemeFile, options.out));
+    if (result == weathererror::kCannotCreateFile) {
+        cannotWrite(session.worker().themeFault());
+    }
+    CliSession::requireSuccess(result);
 }
 
 void prepareXPlaneFiles(CliSession& session, const CliOptions& options, std::ostream& /*out*/)
@@ -59,11 +71,7 @@ void prepareXPlaneFiles(CliSession& session, const CliOptions& options, std::ost
     const XPlaneFilesResult result = saveXPlaneFiles(
         options.out, session.worker().xplaneMetarLines(), session.worker().xplaneWindLines());
     if (!result.written) {
-        throw CliFailure{cliexit::kFailed,
-                         QStringLiteral("%1 %2: %3, %4")
-                             .arg(weathererror::kCannotCreateFile)
-                             .arg(weatherErrorText(weathererror::kCannotCreateFile),
-                                  result.failedFile, result.error)};
+        cannotWrite(result.failedFile + QStringLiteral(", ") + result.error);
     }
 }
 

@@ -104,6 +104,12 @@ XPlaneWeather WeatherWorker::xplaneRecord() const
     return m_results.xplaneRecord;
 }
 
+QString WeatherWorker::themeFault() const
+{
+    const ScopedLock lock(m_resultMutex);
+    return m_results.themeFault;
+}
+
 void WeatherWorker::log(const QString& text, int level)
 {
     Q_EMIT sigDebugString(text, level);

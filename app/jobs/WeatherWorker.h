@@ -54,6 +54,8 @@ public:
     std::vector<QString> xplaneMetarLines() const;
     std::vector<QString> xplaneWindLines() const;
     XPlaneWeather xplaneRecord() const;
+    /// Which file of the last theme couldn't be written and why; empty if both could.
+    QString themeFault() const;
 
     /// Composes the record for one station: the nearest reports, labelled with the station's ICAO
     /// unless that is empty. Runs on the calling thread, which must be the worker's, or any while
@@ -88,6 +90,7 @@ private:
         std::vector<QString> xplaneMetarLines;
         std::vector<QString> xplaneWindLines;
         XPlaneWeather xplaneRecord;
+        QString themeFault;
         aviation::weather::Metar metar;
         aviation::weather::Synop synop;
         aviation::weather::Grib grib;

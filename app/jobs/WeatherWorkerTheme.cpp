@@ -3,6 +3,7 @@
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
+#include "aviation/support/ScopedLock.h"
 #include "weather/output/WeatherWrapper.h"
 
 using aviation::Position;
@@ -84,7 +85,13 @@ int WeatherWorker::PrepareWeatherFile(const Job& job)
     ThemeGrid grid = makeThemeGrid(std::move(stations), cells);
     keepNearestStation(m_previousGrid, grid, aircraft.position);
     m_previousGrid = grid;
-    if (!WriteTheme(grid, job.name)) {
+    QString fault;
+    const bool written = WriteTheme(grid, job.name, fault);
+    {
+        const aviation::ScopedLock lock(m_resultMutex);
+        m_results.themeFault = fault;
+    }
+    if (!written) {
         log(QStringLiteral("(Controller Weather) Can not write File to FS"), loglevel::kError);
         return weathererror::kCannotCreateFile;
     }

@@ -1,5 +1,7 @@
 #include "app/jobs/XPlaneFiles.h"
 
+#include "app/base/WriteFault.h"
+
 #include <QSaveFile>
 
 namespace {
@@ -12,12 +14,12 @@ bool writeLines(const QString& name, const std::vector<QString>& lines, XPlaneFi
             file.write(line.toUtf8());
             file.write("\n");
         }
-        if (file.commit()) {
+        if (file.flush() && file.commit()) {
             return true;
         }
     }
     result.failedFile = name;
-    result.error = file.errorString();
+    result.error = writeFault(file);
     return false;
 }
 

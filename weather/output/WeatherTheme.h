@@ -125,8 +125,10 @@ QByteArray themeBytes(const ThemeGrid& grid);
 std::string themeText();
 
 /// Writes baseName + ".WTB" and baseName + ".wt". Each file is complete or as it was before.
-/// Returns false if one can't be written. What people see on the console goes to `console`: the
-/// failure, and a line for each layer above 3000 m that is over 20 degrees.
-bool WriteTheme(const ThemeGrid& grid, const QString& baseName, std::ostream& console);
+/// Returns false if one can't be written; `fault` says which and why. What people see on the
+/// console goes to `console`: the failure, and a line for each layer above 3000 m that is over 20
+/// degrees.
+bool WriteTheme(const ThemeGrid& grid, const QString& baseName, std::ostream& console,
+                QString& fault);
 /// The same with the standard output.
-bool WriteTheme(const ThemeGrid& grid, const QString& baseName);
+bool WriteTheme(const ThemeGrid& grid, const QString& baseName, QString& fault);

@@ -1,3 +1,4 @@
+#include "app/base/WriteFault.h"
 #include "aviation/support/NumberText.h"
 #include "aviation/support/ReportTime.h"
 #include "weather/output/WeatherTheme.h"
@@ -173,10 +174,10 @@ std::string themeText()
            + aviation::ascTime(aviation::Clock::current().NowUtc()) + "\"\nVersion = 9.00";
 }
 
-bool WriteTheme(const ThemeGrid& grid, const QString& baseName, std::ostream& console)
+namespace {
+
+bool writeFiles(const ThemeGrid& grid, QSaveFile& theme, QSaveFile& text, std::ostream& console)
 {
-    QSaveFile theme(baseName + QStringLiteral(".WTB"));
-    QSaveFile text(baseName + QStringLiteral(".wt"));
     if (!openForWriting(theme, QIODevice::NotOpen, console)) {
         return false;
     }
@@ -189,9 +190,28 @@ bool WriteTheme(const ThemeGrid& grid, const QString& baseName, std::ostream& co
     return theme.commit() && text.commit();
 }
 
-bool WriteTheme(const ThemeGrid& grid, const QString& baseName)
+/// Of the two files the one that has failed: its name and why.
+QString faultOf(QSaveFile& theme, QSaveFile& text)
 {
-    const bool written = WriteTheme(grid, baseName, std::cout);
+    QSaveFile& failed = theme.error() != QFileDevice::NoError ? theme : text;
+    return failed.fileName() + QStringLiteral(", ") + writeFault(failed);
+}
+
+} // namespace
+
+bool WriteTheme(const ThemeGrid& grid, const QString& baseName, std::ostream& console,
+                QString& fault)
+{
+    QSaveFile theme(baseName + QStringLiteral(".WTB"));
+    QSaveFile text(baseName + QStringLiteral(".wt"));
+    const bool written = writeFiles(grid, theme, text, console);
+    fault = written ? QString() : faultOf(theme, text);
+    return written;
+}
+
+bool WriteTheme(const ThemeGrid& grid, const QString& baseName, QString& fault)
+{
+    const bool written = WriteTheme(grid, baseName, std::cout, fault);
     std::cout.flush();
     return written;
 }

@@ -73,12 +73,16 @@ TEST(WriteThemeTest, FailureLeavesNoHalfFile)
     const QTemporaryDir folder;
     const ThemeGrid grid = makeThemeGrid({stationAt(50.0, 1013.0F)}, 0);
     std::ostringstream console;
-    EXPECT_FALSE(WriteTheme(grid, folder.filePath(QStringLiteral("missing/theme")), console));
+    QString fault;
+    EXPECT_FALSE(
+        WriteTheme(grid, folder.filePath(QStringLiteral("missing/theme")), console, fault));
     EXPECT_EQ(console.str(), "no good file failed! \n");
+    EXPECT_TRUE(fault.contains(QStringLiteral("missing/theme.WTB, "))) << fault.toStdString();
 
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("theme.wt"))); // the text can't be opened
-    EXPECT_FALSE(WriteTheme(grid, folder.filePath(QStringLiteral("theme")), console));
+    EXPECT_FALSE(WriteTheme(grid, folder.filePath(QStringLiteral("theme")), console, fault));
     EXPECT_EQ(console.str(), "no good file failed! \nno good file failed! \n");
+    EXPECT_TRUE(fault.contains(QStringLiteral("theme.wt, "))) << fault.toStdString();
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList());
 }
 
