@@ -22,6 +22,9 @@ struct Cloud
     std::int32_t base = 0;     ///< feet above the station
     std::int32_t top = -1;     ///< feet, -1 until somebody has set it
     std::int32_t altitude = 0; ///< base in feet above mean sea level
+    bool typeKnown = false;    ///< the report says one
+    bool baseKnown = true;     ///< false: the report says none, and the base is an assumption
+    bool isAssumed = false;    ///< stands for "no significant cloud", which is no layer
 
     /// Refuses a value above 8: returns false and leaves the field alone.
     bool setCoverage(int octas);

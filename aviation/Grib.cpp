@@ -64,7 +64,7 @@ float pressureOfCode(int code)
     return code == k925 ? 925.0F : static_cast<float>(code * 10);
 }
 
-void storeLevel(GribValues& grib, const Level::Result& groups)
+void storeLevel(GribValues& grib, HeldFields& held, const Level::Result& groups)
 {
     constexpr int kMaximumWind = 77;
     constexpr int kTropopause = 88;
@@ -74,7 +74,12 @@ void storeLevel(GribValues& grib, const Level::Result& groups)
     const Temperatures tenths = temperaturesFrom(groups[2]);
     const Wind wind = windFrom(groups[3]);
     const auto temperature = static_cast<std::int16_t>(tenths.temperature / 10);
+    const bool hasTemperature = groups[2].find(L'/') == std::wstring_view::npos;
     if (code == kMaximumWind || code == kTropopause) {
+        const bool wind77 = code == kMaximumWind;
+        held.set(wind77 ? Field::MaximumWind : Field::Tropopause);
+        held.set(wind77 ? Field::MaximumWindTemperature : Field::TropopauseTemperature,
+                 hasTemperature);
         (code == kMaximumWind ? grib.maximumWind : grib.tropopause) =
             makeGribLevel(altitude, wind, temperature, kNoDewPoint, -1.0F);
         return;
@@ -82,27 +87,31 @@ void storeLevel(GribValues& grib, const Level::Result& groups)
     grib.levels.push_back(makeGribLevel(altitude, wind, temperature,
                                         static_cast<std::int16_t>(tenths.dewPoint / 10),
                                         pressureOfCode(code)));
+    grib.levelTemperatures.push_back(hasTemperature);
 }
 
 /// Only the first digit of a cloud group counts.
 template <class CloudPattern>
-void readCloud(GroupReader& report, Cloud& cloud, std::int32_t base)
+bool readCloud(GroupReader& report, Cloud& cloud, std::int32_t base)
 {
-    if (const auto groups = report.take<CloudPattern>()) {
+    const auto groups = report.take<CloudPattern>();
+    if (groups) {
         cloud = Cloud();
         cloud.setCoverage(integerFromDigits(groups[1].substr(0, 1)));
         cloud.base = base;
         cloud.altitude = kUnknownHeight;
+        cloud.baseKnown = false;
     }
+    return static_cast<bool>(groups);
 }
 
-void readClouds(GroupReader& report, GribValues& grib)
+void readClouds(GroupReader& report, GribValues& grib, HeldFields& held)
 {
     constexpr std::int32_t kLowBase = 5000;
     constexpr std::int32_t kUpperBase = 18000; // middle and high clouds alike
-    readCloud<LowCloud>(report, grib.lowCloud, kLowBase);
-    readCloud<MiddleCloud>(report, grib.middleCloud, kUpperBase);
-    readCloud<HighCloud>(report, grib.highCloud, kUpperBase);
+    held.set(Field::LowCloud, readCloud<LowCloud>(report, grib.lowCloud, kLowBase));
+    held.set(Field::MiddleCloud, readCloud<MiddleCloud>(report, grib.middleCloud, kUpperBase));
+    held.set(Field::HighCloud, readCloud<HighCloud>(report, grib.highCloud, kUpperBase));
 }
 
 } // namespace
@@ -139,6 +148,9 @@ void Grib::readSurface(GroupReader& report)
     m_values.temperature = static_cast<float>(tenths.temperature / 10.0);
     m_values.dewPoint = static_cast<float>(tenths.dewPoint / 10.0);
     m_values.wind = windFrom(groups[3]);
+    for (const Field field : {Field::Qnh, Field::Temperature, Field::DewPoint, Field::Direction}) {
+        m_values.held.set(field);
+    }
 }
 
 int Grib::DecodeHeader()
@@ -153,16 +165,17 @@ int Grib::Decode()
         return m_status;
     }
     m_grib.levels.clear();
+    m_grib.levelTemperatures.clear();
     GroupReader report(m_reportText);
     readHeader(report);
     readSurface(report);
     while (const auto groups = report.take<Level>()) {
-        storeLevel(m_grib, groups);
+        storeLevel(m_grib, m_values.held, groups);
     }
     if (m_grib.levels.size() < kFewestLevels) {
         SetMessage(L"(GribDecoder) - too few layers of Level\n " + m_reportText, kMessageError);
     }
-    readClouds(report, m_grib);
+    readClouds(report, m_grib, m_values.held);
     m_decoded = true;
     return m_status = gribstatus::kDecoded;
 }

@@ -21,7 +21,8 @@ struct GribValues
 {
     std::wstring key;              ///< latitude digits and longitude group: names the grid point
     std::vector<GribLevel> levels; ///< in the order of the record, from the ground up
-    GribLevel surfaceLevel;        ///< stays fresh
+    std::vector<bool> levelTemperatures; ///< of each level, whether the record says them
+    GribLevel surfaceLevel;              ///< stays fresh
     GribLevel maximumWind;
     GribLevel tropopause;
     Cloud lowCloud;

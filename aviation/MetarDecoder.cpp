@@ -84,6 +84,7 @@ bool takePlainWind(GroupReader& report, SurfaceValues& values)
         values.wind.Speed = numberOf(match[2]);
         values.wind.Gust = 0.0F;
     }
+    values.held.set(Field::Direction, values.windSeen);
     return true;
 }
 
@@ -102,6 +103,7 @@ bool takeWind(GroupReader& report, SurfaceValues& values, SpeedUnit unit)
         values.wind.Gust = speedInKnots(match[kGust], unit);
     }
     values.windSeen = true;
+    values.held.set(Field::Direction);
     return true;
 }
 
@@ -142,6 +144,7 @@ void readVariableSector(GroupReader& report, SurfaceValues& values)
     if (const auto match = report.take<VariableSector>()) {
         values.variableFrom = integerFromDigits(match[1]);
         values.variableTo = integerFromDigits(match[2]);
+        values.held.set(Field::Sector, !holds(match[1], L"/"sv) && !holds(match[2], L"/"sv));
     }
 }
 
@@ -153,6 +156,8 @@ bool readCavok(GroupReader& report, SurfaceValues& values)
     values.visibility = kGoodVisibility;
     values.cloudsSeen = true;
     values.visibilitySeen = true;
+    values.held.set(Field::Visibility);
+    values.held.set(Field::Clouds);
     return true;
 }
 
@@ -177,6 +182,7 @@ Cloud noSignificantCloudLayer(std::int32_t elevation)
     Cloud cloud;
     cloud.base = kBase;
     cloud.coverage = kOctas;
+    cloud.isAssumed = true;
     cloud.altitude = altitudeAboveSea(kAboveStation, elevation);
     return cloud;
 }
@@ -208,6 +214,9 @@ void readWeather(GroupReader& report, SurfaceValues& values, MetarValues& metar,
         if (holds(*group, L"NSC"sv)) {
             metar.noSignificantCloud = true;
             values.clouds.push_back(noSignificantCloudLayer(elevation));
+        }
+        if (*group == L"NSC"sv || *group == L"NCD"sv) {
+            values.held.set(Field::Clouds);
         }
         metar.phenomenaText.append(withoutSign(*group, metar.intensity));
     }
@@ -271,17 +280,27 @@ std::int32_t baseOf(std::wstring_view height)
     return base == 0 && height == L"///"sv ? kUnknownBase : base;
 }
 
+bool isHeight(std::wstring_view text)
+{
+    return !text.empty() && !holds(text, L"/"sv);
+}
+
 Cloud layerOf(std::wstring_view group)
 {
     Cloud cloud;
     if (const CoverageRow* const plain = plainRowOf(group)) {
         cloud.coverage = plain->octas;
-        cloud.base = baseOf(group.substr(plain->code.size()));
+        const std::wstring_view height = group.substr(plain->code.size());
+        cloud.base = baseOf(height);
+        cloud.baseKnown = isHeight(height);
         return cloud;
     }
     cloud.coverage = coverageOf(group);
-    cloud.base = baseOf(heightTextOf(group));
+    const std::wstring_view height = heightTextOf(group);
+    cloud.base = baseOf(height);
+    cloud.baseKnown = isHeight(height);
     cloud.type = cloudTypeOf(group);
+    cloud.typeKnown = cloud.type != cloudtype::kOrdinary;
     return cloud;
 }
 
@@ -296,6 +315,9 @@ void readClouds(GroupReader& report, SurfaceValues& values, std::int32_t elevati
             values.clouds.push_back(cloud);
         }
         values.cloudsSeen = true;
+        if (!startsWith(*group, L"///"sv)) {
+            values.held.set(Field::Clouds);
+        }
     }
 }
 
@@ -305,20 +327,33 @@ float belowZero(std::wstring_view text)
     return static_cast<float>(-integerFromDigits(text));
 }
 
+void storeTemperature(SurfaceValues& values, std::wstring_view text, float celsius)
+{
+    values.temperature = celsius;
+    values.held.setFrom(Field::Temperature, text);
+}
+
+void storeDewPoint(SurfaceValues& values, std::wstring_view text, float celsius)
+{
+    values.dewPoint = celsius;
+    values.held.setFrom(Field::DewPoint, text);
+}
+
 bool readTemperature(GroupReader& report, SurfaceValues& values)
 {
     constexpr float kAssumedSpread = 3.0F;
     if (const auto match = report.take<BothBelowZero>()) {
-        values.temperature = belowZero(match[1]);
-        values.dewPoint = belowZero(match[2]);
+        storeTemperature(values, match[1], belowZero(match[1]));
+        storeDewPoint(values, match[2], belowZero(match[2]));
     } else if (const auto mixed = report.take<DewPointBelowZero>()) {
-        values.temperature = numberOf(mixed[1]);
-        values.dewPoint = belowZero(mixed[2]);
+        storeTemperature(values, mixed[1], numberOf(mixed[1]));
+        storeDewPoint(values, mixed[2], belowZero(mixed[2]));
     } else if (const auto plain = report.take<BothAboveZero>()) {
-        values.temperature = numberOf(plain[1]);
-        values.dewPoint = numberOf(plain[2]);
+        storeTemperature(values, plain[1], numberOf(plain[1]));
+        storeDewPoint(values, plain[2], numberOf(plain[2]));
     } else if (const auto single = report.take<NoDewPoint>()) {
-        values.temperature = numberOf(single[1]); // deliberately without the minus
+        // Deliberately without the minus.
+        storeTemperature(values, single[1], numberOf(single[1]));
         values.dewPoint = values.temperature - kAssumedSpread;
     } else {
         return false;
@@ -444,7 +479,9 @@ void Metar::readVisibility(GroupReader& report)
     if (readCavok(report, m_values)) {
         m_metar.cavok = true;
     } else {
+        const bool isUnknown = startsWith(report.rest(), L"////"sv);
         const auto metres = visibilityFrom(report);
+        m_values.held.set(Field::Visibility, metres && !isUnknown);
         m_values.visibilitySeen = metres.has_value();
         m_values.visibility = metres.value_or(kGoodVisibility);
         m_status = metres ? m_status : metarstatus::kNoVisibility;
@@ -462,6 +499,7 @@ int Metar::readTail(GroupReader& report)
     m_metar.seaLevelTemperature = atSeaLevel(m_values.temperature, elevation());
     m_metar.seaLevelDewPoint = atSeaLevel(m_values.dewPoint, elevation());
     const Pressure pressure = readPressure(report, m_values.qnh);
+    m_values.held.set(Field::Qnh, pressure == Pressure::Read);
     if (pressure != Pressure::Read) {
         m_status = metarstatus::kPressure;
     }

@@ -33,8 +33,10 @@ void readCloudLayers(Reading& reading)
 {
     while (const auto groups = reading.report.take<CloudLayer>()) {
         const std::int32_t base = cloudBaseFromCode(integerFromDigits(groups[3]));
-        reading.surface.clouds.push_back(
-            layerCloud(digit(groups[1].front()), digit(groups[2].front()), base));
+        Cloud cloud = layerCloud(digit(groups[1].front()), digit(groups[2].front()), base);
+        cloud.typeKnown = groups[2].front() != L'/';
+        cloud.baseKnown = groups[3].find(L'/') == std::wstring_view::npos;
+        reading.surface.clouds.push_back(cloud);
         reading.surface.cloudsSeen = true;
         reading.synop.cloudCodesRead = true;
     }
@@ -64,21 +66,25 @@ void readNationalClouds(Reading& reading)
     while (const auto groups = reading.report.take<NationalCloud>()) {
         // Only the last digit of the height code is looked at.
         const std::int32_t base = cloudBaseFromCode(digit(groups[1][4]));
-        reading.surface.clouds.push_back(layerCloud(digit(groups[1][1]), 0, base));
+        Cloud cloud = layerCloud(digit(groups[1][1]), 0, base);
+        cloud.baseKnown = groups[1][4] != L'/';
+        reading.surface.clouds.push_back(cloud);
         reading.synop.cloudCodesRead = true;
     }
 }
 
 /// In metres per second the two peaks take over the gust of 10 minutes; whoever reads the fields
 /// must not expect their own values there.
-std::int32_t readPeak(Reading& reading, std::int32_t otherwise)
+std::int32_t readPeak(Reading& reading, Field field, std::int32_t otherwise)
 {
+    constexpr std::size_t kSpeed = 3; ///< after "911"
     const auto groups = reading.report.take<GustPeak>();
     if (!groups) {
         return otherwise;
     }
+    reading.surface.held.setFrom(field, groups[1].substr(kSpeed));
     return reading.inMetresPerSecond() ? reading.synop.gust10Minutes
-                                       : integerFromDigits(groups[1].substr(3));
+                                       : integerFromDigits(groups[1].substr(kSpeed));
 }
 
 void readGusts(Reading& reading)
@@ -86,9 +92,10 @@ void readGusts(Reading& reading)
     SynopValues& synop = reading.synop;
     if (const auto groups = reading.report.take<Gust10Minutes>()) {
         synop.gust10Minutes = wholeKnots(reading, integerFromDigits(groups[1].substr(3)));
+        reading.surface.held.setFrom(Field::Gust10Minutes, groups[1]);
     }
-    synop.gust1 = readPeak(reading, synop.gust1);
-    synop.gust2 = readPeak(reading, synop.gust2);
+    synop.gust1 = readPeak(reading, Field::Gust1, synop.gust1);
+    synop.gust2 = readPeak(reading, Field::Gust2, synop.gust2);
 }
 
 } // namespace
@@ -160,8 +167,12 @@ void readNational(Reading& reading)
     }
     reading.surface.temperature = static_cast<float>(tenthsBehindSign(groups[1]));
     reading.synop.seaValue = tenths(groups[2].substr(1));
+    HeldFields& held = reading.surface.held;
+    held.setFrom(Field::Temperature, groups[1]);
+    held.setFrom(Field::Sea, groups[2]);
     const auto second = reading.report.take<SeaSecond>();
     reading.synop.seaSecondValue = second ? tenthsBehindSign(second[1]) : 0.0;
+    held.set(Field::SeaSecond, second && second[1].find(L'/') == std::wstring_view::npos);
     reading.report.pass<National22, National23, National24, National25, National26, National3,
                         National4, National5, National7>();
     readNationalClouds(reading);

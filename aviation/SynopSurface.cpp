@@ -43,30 +43,36 @@ std::int32_t visibilityFromCode(int code, std::int32_t unchanged)
 
 void readVisibility(Reading& reading)
 {
+    constexpr std::int32_t kNoCode = -1;
     const auto groups = reading.report.take<Visibility>();
     if (!groups) {
         return;
     }
     SurfaceValues& surface = reading.surface;
     reading.synop.precipitationIndicator = static_cast<std::uint8_t>(digit(groups[1].front()));
+    surface.held.set(Field::Precipitation);
     const wchar_t h = groups[3].front();
     surface.cloudsSeen = h != L'/';
     if (surface.cloudsSeen) {
         reading.synop.baseCloud.base = kBaseOfH[static_cast<std::size_t>(digit(h))];
+        surface.held.set(Field::BaseHeight);
     }
     surface.visibilitySeen = !areSlashes(groups[4]);
     if (surface.visibilitySeen) {
-        surface.visibility = visibilityFromCode(integerFromDigits(groups[4]), surface.visibility);
+        const std::int32_t metres = visibilityFromCode(integerFromDigits(groups[4]), kNoCode);
+        surface.visibility = metres == kNoCode ? surface.visibility : metres;
+        surface.held.set(Field::Visibility, metres != kNoCode);
     }
 }
 
-void readBaseCoverage(Cloud& cloud, wchar_t n)
+void readBaseCoverage(Reading& reading, wchar_t n)
 {
     constexpr int kSkyObscured = 9;
     constexpr int kOvercast = 8;
     if (n != L'/') {
         const int octas = digit(n);
-        cloud.setCoverage(octas == kSkyObscured ? kOvercast : octas);
+        reading.synop.baseCloud.setCoverage(octas == kSkyObscured ? kOvercast : octas);
+        reading.surface.held.set(Field::BaseCoverage);
     }
 }
 
@@ -89,7 +95,7 @@ void readWind(Reading& reading)
     if (!groups) {
         return;
     }
-    readBaseCoverage(reading.synop.baseCloud, groups[1].front());
+    readBaseCoverage(reading, groups[1].front());
     SurfaceValues& surface = reading.surface;
     const int direction = integerFromDigits(groups[2]);
     const int speed = integerFromDigits(groups[3]);
@@ -97,6 +103,7 @@ void readWind(Reading& reading)
     if (surface.windSeen) {
         surface.wind = {direction == kVariable ? 0.0F : static_cast<float>(direction * 10),
                         static_cast<float>(reading.knots(speed)), kNoGust, 0.0F};
+        surface.held.set(Field::Direction, direction != kVariable);
     }
     if (speed == kSpeedFollows) {
         readStrongWind(reading);
@@ -114,13 +121,16 @@ void readTemperatures(Reading& reading)
     if (const auto groups = reading.report.take<Temperature>()) {
         reading.surface.temperature =
             static_cast<float>(signedTenths(groups[1].front(), groups[2]));
+        reading.surface.held.setFrom(Field::Temperature, groups[2]);
     }
     if (const auto groups = reading.report.take<DewPoint>()) {
         const double value = signedTenths(groups[1].front(), groups[2]);
         reading.surface.dewPoint = static_cast<float>(value);
-        if (groups[1].front() == kHumidityInstead) {
+        const bool isHumidity = groups[1].front() == kHumidityInstead;
+        if (isHumidity) {
             reading.synop.humidity = value;
         }
+        reading.surface.held.setFrom(isHumidity ? Field::Humidity : Field::DewPoint, groups[2]);
     }
 }
 
@@ -133,13 +143,21 @@ double pressureOf(std::wstring_view digits)
     return hpa < kLeastWithThousands ? hpa + 1000.0 : hpa;
 }
 
+/// The digits that a pressure has to have.
+std::wstring_view withoutTenths(std::wstring_view digits)
+{
+    return digits.substr(0, 3);
+}
+
 void readPressures(Reading& reading)
 {
     if (const auto groups = reading.report.take<StationPressure>()) {
         reading.synop.stationPressure = pressureOf(groups[1]);
+        reading.surface.held.setFrom(Field::StationPressure, withoutTenths(groups[1]));
     }
     if (const auto groups = reading.report.take<SeaLevelPressure>()) {
         reading.surface.qnh = static_cast<float>(pressureOf(groups[1]));
+        reading.surface.held.setFrom(Field::Qnh, withoutTenths(groups[1]));
     }
 }
 
@@ -150,6 +168,10 @@ void readCloudForms(Reading& reading)
         reading.synop.middleCode = static_cast<std::uint8_t>(digit(groups[3].front()));
         reading.synop.highCode = static_cast<std::uint8_t>(digit(groups[4].front()));
         reading.synop.cloudCodesRead = true;
+        HeldFields& held = reading.surface.held;
+        held.setFrom(Field::LowCode, groups[2]);
+        held.setFrom(Field::MiddleCode, groups[3]);
+        held.setFrom(Field::HighCode, groups[4]);
     }
 }
 

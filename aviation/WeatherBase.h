@@ -1,6 +1,7 @@
 #pragma once
 
 #include "aviation/Cloud.h"
+#include "aviation/HeldFields.h"
 #include "aviation/Station.h"
 #include "aviation/Wind.h"
 
@@ -38,6 +39,7 @@ struct SurfaceValues
     bool cloudsSeen = false;     ///< a cloud group or CAVOK was read
     bool visibilitySeen = false; ///< a visibility group was read
     bool windSeen = false;       ///< a usable wind group was read
+    HeldFields held;             ///< what isn't held has a default
 };
 
 /// Base of the report classes: a station with its report text, decoded surface values and the state
@@ -99,6 +101,8 @@ public:
     bool cloudsSeen() const { return m_values.cloudsSeen; }
     bool visibilitySeen() const { return m_values.visibilitySeen; }
     bool windSeen() const { return m_values.windSeen; }
+    /// Whether the report itself says this.
+    bool holds(Field field) const { return m_values.held.has(field); }
 
 protected:
     WeatherBase(ReportKind kind, int status) : m_kind(kind), m_status(status) {}
