@@ -60,6 +60,10 @@ int runCli(const QStringList& arguments, std::istream& in, std::ostream& out, st
             out << cliHelp().toStdString();
             return cliexit::kDone;
         }
+        if (options.version) {
+            out << cliVersion().toStdString();
+            return cliexit::kDone;
+        }
         const CliClock clock(options.now);
         runCommand(options, streams);
         out.flush();

@@ -1,5 +1,8 @@
 #include "cli/CliOptions.h"
 
+#include "app/base/Settings.h"
+#include "cli/InputChecks.h"
+
 #include <QCommandLineParser>
 #include <QDateTime>
 
@@ -16,7 +19,7 @@ namespace {
 struct OptionRow
 {
     const char* name;
-    const char* value;
+    const char* value;    ///< empty for a switch
     const char* commands; ///< blanks between; "*" for every command, "store" for those with a store
 };
 
@@ -30,6 +33,7 @@ constexpr OptionRow kRows[] = {
     {"weather", "FILE", "store nearest stations search prepare"},
     {"grib", "FILE", "store nearest stations search prepare"},
     {"elevation", "FEET", "decode"},
+    {"strict", "", "decode"},
     {"at", "LAT,LON", "nearest stations prepare"},
     {"range", "NM", "stations"},
     {"sim", "N", "prepare"},
@@ -193,7 +197,7 @@ void checkOptionsBelong(const QCommandLineParser& parser, const CliOptions& opti
             wrongArguments(QStringLiteral("--%1 does not go with %2")
                                .arg(name, options.command.join(QLatin1Char(' '))));
         }
-        if (parser.isSet(name) && parser.value(name).isEmpty()) {
+        if (*row.value != '\0' && parser.isSet(name) && parser.value(name).isEmpty()) {
             wrongArguments(QStringLiteral("--%1: a value is expected (%2)")
                                .arg(name, QLatin1String(row.value)));
         }
@@ -214,6 +218,12 @@ void checkRequired(const CliOptions& options)
     }
     if (options.generation != 11 && options.generation != 12) {
         wrongArguments(QStringLiteral("--generation: 11 or 12 is expected"));
+    }
+    if (options.command.first() == QLatin1String("search")) {
+        const QString fault = inputchecks::criteriaFault(options.criteria);
+        if (!fault.isEmpty()) {
+            wrongArguments(QStringLiteral("search: \"%1\": %2").arg(options.criteria, fault));
+        }
     }
     if (options.range && *options.range < 0) {
         wrongArguments(QStringLiteral("--range: a number of nautical miles from 0 on is expected"));
@@ -247,6 +257,7 @@ void takeCommandOptions(const QCommandLineParser& parser, CliOptions& options)
     options.weatherFile = parser.value(QStringLiteral("weather"));
     options.gribFile = parser.value(QStringLiteral("grib"));
     options.elevation = optionalInteger(parser, QStringLiteral("elevation")).value_or(0);
+    options.strict = parser.isSet(QStringLiteral("strict"));
     if (parser.isSet(QStringLiteral("at"))) {
         options.at = placeOption(parser.value(QStringLiteral("at")));
     }
@@ -281,7 +292,9 @@ CliOptions parseCliOptions(const QStringList& arguments)
 {
     QCommandLineParser parser;
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
+    const QCommandLineOption version(QStringLiteral("version"));
     parser.addOption(help);
+    parser.addOption(version);
     for (const OptionRow& row : kRows) {
         parser.addOption(QCommandLineOption(QString::fromLatin1(row.name), QString(),
                                             QString::fromLatin1(row.value)));
@@ -291,7 +304,8 @@ CliOptions parseCliOptions(const QStringList& arguments)
     const bool parsed = parser.parse(QStringList{QStringLiteral("cirrilon-cli")} + rest);
     CliOptions options;
     options.help = parser.isSet(help);
-    if (options.help) {
+    options.version = parser.isSet(version);
+    if (options.help || options.version) {
         return options;
     }
     if (!parsed) {
@@ -309,6 +323,11 @@ CliOptions parseCliOptions(const QStringList& arguments)
     return options;
 }
 
+QString cliVersion()
+{
+    return QStringLiteral("cirrilon-cli %1\n").arg(Settings::version());
+}
+
 QString cliHelp()
 {
     return QStringLiteral(R"(Usage: cirrilon-cli [GLOBAL OPTIONS] COMMAND [ARGUMENTS]
@@ -323,9 +342,12 @@ Global options:
   --log LEVEL       log lines from 0 debug, 1 notification, 2 warning, 3 error
                     on, to standard error (default: none)
   --help            this text
+  --version         the version of this program
 
-decode metar|synop|grib [--elevation FEET] < reports
-                    one JSON object for each line of standard input
+decode metar|synop|grib [--elevation FEET] [--strict] < reports
+                    one JSON object for each line of standard input; METARs may
+                    begin with METAR or SPECI. --strict prints null for every
+                    field that the report doesn't hold
 
 Store options, for all commands below:
   --airports FILE   table of airports (default: built in)

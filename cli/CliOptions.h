@@ -30,6 +30,7 @@ struct CliOptions
 {
     QStringList command; ///< command and sub-command, such as "prepare", "record"
     bool help = false;
+    bool version = false;
 
     QString settingsFile;
     std::optional<aviation::Clock::UtcTime> now;
@@ -42,6 +43,7 @@ struct CliOptions
     QString gribFile;
 
     std::int32_t elevation = 0; ///< feet
+    bool strict = false;
     std::optional<aviation::Position> at;
     std::optional<int> range; ///< NM
     std::optional<int> sim;
@@ -56,6 +58,9 @@ struct CliOptions
 
 /// Reads the arguments after the program's name. Throws CliFailure with status 2.
 CliOptions parseCliOptions(const QStringList& arguments);
+
+/// The line of --version.
+QString cliVersion();
 
 /// The text of --help.
 QString cliHelp();

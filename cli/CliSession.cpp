@@ -4,12 +4,14 @@
 #include "app/base/LogLevel.h"
 #include "app/base/ReportFile.h"
 #include "app/jobs/WeatherJobs.h"
+#include "cli/InputChecks.h"
 #include "nav/records/AirportTable.h"
 #include "weather/store/WeatherFile.h"
 #include "weather/store/WeatherManager.h"
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <ostream>
@@ -54,10 +56,20 @@ bool hasRows(const QByteArray& table)
     });
 }
 
-bool hasAnyBlock(const QString& text)
+/// Of a weather file, with its METARs as the store takes them.
+QString withoutPrefixes(QString text)
 {
-    return text.contains(QStringLiteral("[METAR]")) || text.contains(QStringLiteral("[SYNOP]"))
-           || text.contains(QStringLiteral("[TAF]"));
+    static const QRegularExpression kPrefix(
+        QStringLiteral("^(METAR|SPECI) +(COR +)?(?=[A-Z0-9]{4} [0-9]{6}Z)"),
+        QRegularExpression::MultilineOption);
+    return text.replace(kPrefix, QString());
+}
+
+void requireNoFault(const QString& file, const QString& fault)
+{
+    if (!fault.isEmpty()) {
+        badInput(file, fault);
+    }
 }
 
 } // namespace
@@ -81,6 +93,7 @@ void CliSession::loadSettings()
         if (!info.isFile() || !info.isReadable()) {
             badInput(m_options.settingsFile, QStringLiteral("no readable settings file"));
         }
+        requireNoFault(m_options.settingsFile, inputchecks::settingsFault(m_options.settingsFile));
         m_settings.load(m_options.settingsFile, Settings::FileRole::Main);
     }
     m_store.setSimulator(m_options.sim.value_or(aviation::fsid::kFsx));
@@ -99,7 +112,7 @@ void CliSession::connectLog()
     m_store.setLeastLogLevel(m_options.logLevel.value_or(loglevel::kNothing));
     QObject::connect(&m_worker, &WeatherWorker::sigDebugString, print);
     QObject::connect(&m_worker, &WeatherWorker::sigUpperAirMissing,
-                     [this](const QString& place) { printMissingUpperAir(place); });
+                     [this](const QString& place) { noteMissingUpperAir(place); });
 }
 
 void CliSession::printLog(const QString& text, int level)
@@ -117,17 +130,26 @@ void CliSession::printLog(const QString& text, int level)
     m_err << line.toStdString() << '\n';
 }
 
-void CliSession::warn(const QString& line)
+void CliSession::noteMissingUpperAir(const QString& place)
 {
-    const std::lock_guard lock(m_errMutex);
-    m_err << line.toStdString() << '\n';
+    {
+        const std::lock_guard lock(m_errMutex);
+        if (!m_missingAir.insert(place).second) {
+            return;
+        }
+    }
+    printLog(QStringLiteral("no upper-air data for %1").arg(place), loglevel::kDebug);
 }
 
-void CliSession::printMissingUpperAir(const QString& place)
+/// One line however many stations there are; with the log's debug lines they are named as well.
+CliSession::~CliSession()
 {
-    const std::lock_guard lock(m_errMutex);
-    if (m_missingAir.insert(place).second) {
-        m_err << "no upper-air data for " << place.toStdString() << ", prepared without it\n";
+    if (m_missingAir.size() == 1) {
+        m_err << "no upper-air data for 1 station, " << m_missingAir.begin()->toStdString()
+              << ", prepared without it\n";
+    } else if (!m_missingAir.empty()) {
+        m_err << "no upper-air data for " << m_missingAir.size()
+              << " stations, prepared without it\n";
     }
 }
 
@@ -164,10 +186,8 @@ void CliSession::fillWeather()
         return;
     }
     const QString text = reportText(m_options.weatherFile);
-    if (!hasAnyBlock(text)) {
-        warn(m_options.weatherFile + QStringLiteral(": no [METAR], [SYNOP] or [TAF] block"));
-    }
-    m_worker.setWeatherText(text);
+    requireNoFault(m_options.weatherFile, inputchecks::weatherFault(text));
+    m_worker.setWeatherText(withoutPrefixes(text));
     requireSuccess(runJob(Job(weatherjob::kDecodeWeather, QStringLiteral("decode weather data"))));
 }
 
@@ -176,11 +196,11 @@ void CliSession::fillUpperAir()
     if (m_options.gribFile.isEmpty()) {
         return;
     }
-    if (!m_store.initializeWeather(reportText(m_options.gribFile),
-                                   aviation::weather::storekind::kUpperAir))
-    {
+    const QString text = reportText(m_options.gribFile);
+    if (!m_store.initializeWeather(text, aviation::weather::storekind::kUpperAir)) {
         badInput(m_options.gribFile, QStringLiteral("the server's error text, no upper-air data"));
     }
+    requireNoFault(m_options.gribFile, inputchecks::upperAirFault(text));
 }
 
 int CliSession::runJob(const Job& job)

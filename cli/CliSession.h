@@ -16,6 +16,10 @@ class CliSession
 {
 public:
     CliSession(const CliOptions& options, std::ostream& err);
+    CliSession(const CliSession&) = delete;
+    CliSession& operator=(const CliSession&) = delete;
+    /// Says for how many stations there was no upper-air data.
+    ~CliSession();
 
     /// Reads tables, weather file and upper-air text. Used once, before a command asks the store.
     void fillStore();
@@ -33,8 +37,7 @@ private:
     void loadSettings();
     void connectLog();
     void printLog(const QString& text, int level);
-    void warn(const QString& line);
-    void printMissingUpperAir(const QString& place);
+    void noteMissingUpperAir(const QString& place);
     void fillAirports();
     void fillStations();
     void fillWeather();
@@ -43,7 +46,7 @@ private:
     const CliOptions& m_options;
     std::ostream& m_err;
     std::mutex m_errMutex;          ///< lines come from the worker's thread as well
-    std::set<QString> m_missingAir; ///< places already reported
+    std::set<QString> m_missingAir; ///< places prepared without upper-air data
     aviation::SeededRandom m_random;
     Settings m_settings;
     WeatherWrapper m_store;

@@ -1,6 +1,8 @@
 #include "cli/CliCommands.h"
 #include "cli/CliOptions.h"
 #include "cli/Json.h"
+#include "cli/ReportPrefix.h"
+#include "cli/StrictJson.h"
 
 #include <istream>
 #include <ostream>
@@ -30,12 +32,15 @@ QJsonObject decodedObject(const std::wstring& text, const CliOptions& options)
 {
     const QString& kind = options.command.last();
     if (kind == QLatin1String("metar")) {
-        return clijson::fromMetar(decoded<Metar>(text, options));
+        const auto metar = decoded<Metar>(std::wstring(withoutReportPrefix(text)), options);
+        return options.strict ? clijson::strictMetar(metar) : clijson::fromMetar(metar);
     }
     if (kind == QLatin1String("synop")) {
-        return clijson::fromSynop(decoded<Synop>(text, options));
+        const auto synop = decoded<Synop>(text, options);
+        return options.strict ? clijson::strictSynop(synop) : clijson::fromSynop(synop);
     }
-    return clijson::fromGrib(decoded<Grib>(text, options));
+    const auto grib = decoded<Grib>(text, options);
+    return options.strict ? clijson::strictGrib(grib) : clijson::fromGrib(grib);
 }
 
 } // namespace

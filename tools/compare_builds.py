@@ -39,7 +39,7 @@ def preparations(work):
         store = ["--settings", str(ini), "--now", NOW, "--seed", "7", "--weather", str(DEMO / "weather.wx"),
                  "--grib", str(DEMO / "grib.txt.gz")]
         yield store + ["store", "--log", "0"]
-        for pattern in ("KMSP", "FROST", "TS"):
+        for pattern in ("0;100;0;99999;;KMSP", "20;100;0;99999;;", "0;100;0;99999;TS;"):
             yield store + ["search", pattern]
         for place in PLACES:
             at = store + ["--at", place]

@@ -1,15 +1,23 @@
+#include "app/base/Settings.h"
 #include "tests/cli/RunCliHere.h"
 #include "tests/support/ExpectedFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include <TestPaths.h>
 #include <algorithm>
+#include <csignal>
+
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#endif
 
 namespace {
 
@@ -96,6 +104,12 @@ INSTANTIATE_TEST_SUITE_P(
                     "no row"},
         FailureCase{"GribIsAnError", "store --grib " CIRRILON_TEST_DATA "/upperair/error.txt", 3,
                     "error.txt: the server's error text"},
+        FailureCase{"FewCriteria", "search 0;100;0", 2, "MINWIND;MAXWIND"},
+        FailureCase{"ManyCriteria", "search 0;100;0;9999;;ED;5", 2, "MINWIND;MAXWIND"},
+        FailureCase{"NoNumber", "search 0;strong;0;9999;;ED", 2, "field 2, \"strong\""},
+        FailureCase{"EmptyNumber", "search -1;100;;9999;;ED", 2, "field 3, \"\""},
+        FailureCase{"CrossedCriteria", "search 20;10;0;9999;;ED", 2, "\"20;10;0;9999;;ED\""},
+        FailureCase{"ForeignStrict", "store --strict", 2, "--strict does not go with store"},
         FailureCase{"NoPosition", "prepare fsuipc --at 0,0", 1,
                     "3 Prepare weather no position Error"},
         FailureCase{"UnknownStation", "prepare record --at 50,8 --icao QQQQ", 1, "QQQQ"}),
@@ -127,13 +141,71 @@ TEST(CliTest, StoreCountsWhatTheFilesHold)
     expectOutput(result.out, "store.jsonl");
 }
 
-TEST(CliTest, AFileWithoutBlocksLeavesTheStoreEmptyAndSaysSo)
+struct InputCase
 {
-    const CliResult weather = runCli(
-        {QStringLiteral("--weather"), dataFile("tables/airports.txt"), QStringLiteral("store")});
-    EXPECT_EQ(weather.status, 0);
-    EXPECT_NE(weather.out.find("\"metars\":0"), std::string::npos);
-    EXPECT_NE(weather.err.find("airports.txt: no [METAR]"), std::string::npos) << weather.err;
+    const char* option;
+    const char* text;
+    int status;
+    const char* part; ///< of the line on standard error; empty for none
+};
+
+/// What a server that fails leaves where a file was expected, and what only looks alike.
+TEST(CliTest, AnInputFileInWhichNothingCanBeUnderstoodIsRefused)
+{
+    const char* const kPage = "<html lang=\"en\">\n<p>[Error] 502 = bad gateway</p>\n";
+    const InputCase rows[] = {
+        {"--weather", kPage, 3, "no [METAR], [SYNOP] or [TAF] block"},
+        {"--weather", "", 3, "no [METAR], [SYNOP] or [TAF] block"},
+        {"--weather", "[METAR]\nEDDF 011220Z 24012KT 9999 Q1015\n", 3, "no [METAR]"},
+        {"--weather", "[METAR]\nno such file\n[/METAR]\n[SYNOP]\nAAXX=\n[/SYNOP]\n", 3,
+         "no report in its blocks"},
+        {"--weather", "[METAR]\n[/METAR]\n", 0, ""},
+        {"--weather", "[METAR]\nrubbish of a line\nQQQQ 011220Z 24012KT\n[/METAR]\n", 0, ""},
+        {"--weather", "[METAR]\n[/METAR]\n[SYNOP]\nAAXX 28121 99999 11458 52406=\n[/SYNOP]\n", 0,
+         ""},
+        {"--grib", kPage, 3, "no upper-air record"},
+        {"--grib", "", 3, "no upper-air record"},
+        {"--grib", "# TIME:1561982400\n", 0, ""},
+        {"--settings", kPage, 3, "no key of the settings"},
+        {"--settings", "[other]\nrange=20\n", 3, "no key of the settings"},
+        {"--settings", "; nothing yet\n[weather]\n", 0, ""},
+        {"--settings", "rubbish\n[url]\nwxdata1=http://localhost/\n", 0, ""},
+    };
+    const QTemporaryDir folder;
+    for (const InputCase& row : rows) {
+        SCOPED_TRACE(std::string(row.option) + ' ' + row.text);
+        const QString name = written(folder.filePath(QStringLiteral("input")), row.text);
+        const CliResult result = runCli(words("--now 2019-07-01T12:40:00Z")
+                                        << QLatin1String(row.option) << name << words("store"));
+        EXPECT_EQ(result.status, row.status);
+        EXPECT_EQ(result.out.empty(), row.status != 0);
+        EXPECT_EQ(result.err.rfind(row.status == 0 ? "" : name.toStdString() + ": ", 0), 0U);
+        EXPECT_NE(result.err.find(row.part), std::string::npos) << result.err;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), row.status == 0 ? 0 : 1);
+    }
+}
+
+TEST(CliTest, ReportsMayBeginWithTheirKind)
+{
+    const char* const kReport = "EDDF 011220Z 24012KT 9999 22/M02 Q1015\n";
+    const CliResult plain = runCli(words("decode metar"), kReport);
+    const QTemporaryDir folder;
+    for (const char* const prefix : {"METAR ", "SPECI ", "METAR COR ", "SPECI  "}) {
+        SCOPED_TRACE(prefix);
+        EXPECT_EQ(runCli(words("decode metar"), prefix + std::string(kReport)).out, plain.out);
+        const QString name = written(folder.filePath(QStringLiteral("weather.wx")),
+                                     std::string("[METAR]\n") + prefix + kReport + "[/METAR]\n");
+        const CliResult store =
+            runCli(QStringList{QStringLiteral("--weather"), name, QStringLiteral("store")});
+        EXPECT_NE(store.out.find("\"metars\":1,"), std::string::npos) << store.out;
+    }
+}
+
+TEST(CliTest, SaysItsVersion)
+{
+    const CliResult result = runCli(words("--version"));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "cirrilon-cli " + Settings::version().toStdString() + "\n");
 }
 
 struct OutputCase
@@ -192,15 +264,73 @@ TEST(CliTest, XPlaneFilesAndThemeAreTheReferences)
     expectOutput(contentsOf(folder.filePath(QStringLiteral("theme.wt"))), "theme.wt");
 }
 
-TEST(CliTest, MissingUpperAirIsSaidOnceForEachStation)
+TEST(CliTest, MissingUpperAirIsOneLineAndTheLogNamesTheStations)
 {
-    QStringList arguments = smallStore();
-    arguments.erase(arguments.end() - 2, arguments.end());
-    const CliResult result =
-        runCli(arguments << words("prepare record --at 50.03,8.57 --icao EDDF"));
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.err, "no upper-air data for EDDF, prepared without it\n");
+    QStringList store = smallStore();
+    store.erase(store.end() - 2, store.end());
+    const CliResult one = runCli(store + words("prepare record --at 50.03,8.57 --icao EDDF"));
+    EXPECT_EQ(one.status, 0);
+    EXPECT_EQ(one.err, "no upper-air data for 1 station, EDDF, prepared without it\n");
+
+    const QStringList prepare = words("prepare fsuipc --at 50.03,8.57");
+    const CliResult many = runCli(store + prepare);
+    EXPECT_EQ(std::count(many.err.begin(), many.err.end(), '\n'), 1) << many.err;
+    EXPECT_EQ(many.err.rfind("no upper-air data for ", 0), 0U) << many.err;
+    const int stations = std::stoi(many.err.substr(std::string("no upper-air data for ").size()));
+    EXPECT_GT(stations, 1);
+    const QString log = QString::fromStdString(runCli(words("--log 0") + store + prepare).err);
+    EXPECT_EQ(log.count(QRegularExpression(
+                  QStringLiteral("Debug: [0-9:]+ - no upper-air data for [A-Z]{4}\n"))),
+              stations);
 }
+
+#ifdef Q_OS_UNIX
+/// While it lives no file of this process can grow beyond some bytes, as on a full disk.
+class FullDisk
+{
+public:
+    FullDisk()
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit full = m_before;
+        full.rlim_cur = 64;
+        setrlimit(RLIMIT_FSIZE, &full);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    void (*m_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit m_before{};
+};
+
+TEST(CliTest, AFullDiskNamesTheFile)
+{
+    const QTemporaryDir folder;
+    const std::pair<const char*, const char*> rows[] = {{"theme", "/out.WTB"},
+                                                        {"xplane-files", "/METAR.rwx"}};
+    for (const auto& [what, file] : rows) {
+        const bool theme = std::string(what) == "theme";
+        const QString out = theme ? folder.filePath(QStringLiteral("out")) : folder.path();
+        CliResult result;
+        {
+            const FullDisk full;
+            result = runCli(smallStore() << words("prepare") << QLatin1String(what)
+                                         << words("--at 50.03,8.57 --out") << out);
+        }
+        EXPECT_EQ(result.status, 1);
+        const std::string start = "5 can not create file error: " + folder.path().toStdString();
+        EXPECT_EQ(result.err.rfind(start + file + ", ", 0), 0U) << result.err;
+        EXPECT_EQ(result.err.find("Unknown error"), std::string::npos) << result.err;
+        EXPECT_TRUE(QDir(folder.path()).isEmpty());
+    }
+}
+#endif
 
 TEST(CliTest, TheLogGoesToStandardErrorFromItsLevelOn)
 {

@@ -31,6 +31,26 @@ TEST_P(DecodeCommandTest, GivesTheExpectedValuesOfEveryReport)
     expectFile(result.out, files + ".out");
 }
 
+class StrictDecodeTest : public ::testing::TestWithParam<Reports>
+{};
+
+/// Defaults, assumptions and what stands in slashes is null.
+TEST_P(StrictDecodeTest, GivesOnlyWhatTheReportHolds)
+{
+    const std::string files = GetParam().files;
+    const CliResult result = runCli(words("--now 2019-07-01T13:20:00Z decode --strict")
+                                        << QString::fromLatin1(GetParam().kind),
+                                    fileContents(CIRRILON_TEST_DATA "/" + files + ".in"));
+    EXPECT_EQ(result.status, 0);
+    expectFile(result.out, files + ".out");
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, StrictDecodeTest,
+                         ::testing::Values(Reports{"metar", "metar/strict"},
+                                           Reports{"synop", "synop/strict"},
+                                           Reports{"grib", "upperair/strict"}),
+                         [](const auto& row) { return std::string(row.param.kind); });
+
 INSTANTIATE_TEST_SUITE_P(
     Rows, DecodeCommandTest,
     ::testing::Values(Reports{"metar", "metar/reports"}, Reports{"metar", "metar/odd"},
