@@ -6,7 +6,6 @@
 #include "aviation/support/Clock.h"
 #include "sim/FsuipcAircraft.h"
 #include "sim/FsuipcOffsets.h"
-#include "sim/FsuipcValues.h"
 #include "sim/SimValues.h"
 #include "sim/clients/FsuipcApi.h"
 #include "sim/clients/SimulatorClients.h"
@@ -363,7 +362,7 @@ int FSInterfaceFSUIPC::GetRadioFrequencys(RadioFrequencys& radios)
     }
     const int result = process();
     for (std::size_t i = 0; i < words.size() && result == simresult::kNone; ++i) {
-        const int number = fsuipcvalue::fromBcd(words[i]) + kRadios[i].leadingOne;
+        const int number = simvalue::fromBcd(words[i]) + kRadios[i].leadingOne;
         radios.*kRadios[i].value = static_cast<std::uint16_t>(number);
     }
     return result;
@@ -373,7 +372,7 @@ int FSInterfaceFSUIPC::SetRadioFrequencys(const RadioFrequencys& radios)
 {
     for (const Radio& radio : kRadios) {
         const int number = std::max(radios.*radio.value - radio.leadingOne, 0);
-        m_client.write(radio.offset, fsuipcvalue::toBcd(static_cast<std::uint16_t>(number)));
+        m_client.write(radio.offset, simvalue::toBcd(static_cast<std::uint16_t>(number)));
     }
     return process();
 }

@@ -28,4 +28,10 @@ QString textOf(const std::array<char, kSize>& bytes)
 /// UTF-8 of at most so many bytes, cut between two characters.
 std::string cutText(const std::string& utf8, std::size_t most);
 
+/// A word of four decimal digits, one in four bits each, as a number: 0x1800 is 1800. Reading ends
+/// at another digit.
+std::uint16_t fromBcd(std::uint16_t word);
+/// 1800 is 0x1800; of more than four digits the last four.
+std::uint16_t toBcd(std::uint16_t number);
+
 } // namespace simvalue
