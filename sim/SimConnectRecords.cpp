@@ -75,11 +75,15 @@ double times(double number, double factor)
     return std::clamp(number, -largest, largest) * factor;
 }
 
-/// Single precision on purpose: 118.1 is 11810 in it and 11809 in double precision.
-std::uint16_t scaled(float number, float factor)
+/// Rounded to steps of the given size, which are finer than the unit and coarser than what a number
+/// of 32 bits is off by; then cut to whole units of ten steps, as the words of FSUIPC and the
+/// bridge are: 118.025 MHz is 11802 on every way.
+std::uint16_t cutToUnits(float number, double step)
 {
-    constexpr float kLargest = std::numeric_limits<std::uint16_t>::max();
-    return static_cast<std::uint16_t>(std::clamp(number * factor, 0.0F, kLargest));
+    constexpr double kStepsPerUnit = 10.0;
+    constexpr double kLargest = std::numeric_limits<std::uint16_t>::max();
+    const double units = std::floor(std::round(static_cast<double>(number) / step) / kStepsPerUnit);
+    return static_cast<std::uint16_t>(std::clamp(units, 0.0, kLargest));
 }
 
 std::uint16_t word(std::int32_t number)
@@ -253,18 +257,18 @@ aviation::structs::AircraftPayload readPayload(const char* data)
 
 aviation::structs::RadioFrequencys readRadios(const char* data)
 {
-    constexpr float kPerMegahertz = 100.0F;
-    constexpr float kPerAdfUnit = 10.0F;
+    constexpr double kMegahertzStep = 0.001;
+    constexpr double kAdfStep = 100.0; // hertz
     PackedReader reader(data, simConnectRadioDefinition().packedSize());
     aviation::structs::RadioFrequencys radios;
     for (std::uint16_t* const frequency :
          {&radios.comm1active, &radios.comm1standby, &radios.comm2active, &radios.comm2standby,
           &radios.nav1active, &radios.nav1standby, &radios.nav2active, &radios.nav2standby})
     {
-        *frequency = scaled(reader.float32(), kPerMegahertz);
+        *frequency = cutToUnits(reader.float32(), kMegahertzStep);
     }
-    radios.adf = scaled(reader.float32(), kPerAdfUnit);
-    radios.transponder = word(reader.int32());
+    radios.adf = cutToUnits(reader.float32(), kAdfStep);
+    radios.transponder = simvalue::fromBcd(word(reader.int32())); // a digit in four bits each
     return radios;
 }
 

@@ -319,21 +319,39 @@ TEST_F(FsInterfaceSimConnectTest, PayloadStations)
     }
 }
 
-TEST_F(FsInterfaceSimConnectTest, RadiosAreReadAndSet)
+TEST_F(FsInterfaceSimConnectTest, RadiosAreTheNumbersOnTheirDials)
 {
     connectSimulator();
-    answerTo("Request 9 7", {answer(simconnectid::kRadios, simConnectRadioDefinition(),
-                                    {{"COM ACTIVE FREQUENCY:1", 118.1},
-                                     {"COM STANDBY FREQUENCY:2", 1e30},
-                                     {"NAV ACTIVE FREQUENCY:2", -3},
-                                     {"ADF ACTIVE FREQUENCY:1", 384.56}})});
-    aviation::structs::RadioFrequencys radios;
-    ASSERT_EQ(sim.GetRadioFrequencys(radios), 0);
-    EXPECT_EQ(radios.comm1active, 11810);
-    EXPECT_EQ(radios.comm2standby, 65535);
-    EXPECT_EQ(radios.nav2active, 0);
-    EXPECT_EQ(radios.adf, 3845);
+    /// One of the megahertz, hertz of the ADF and the transponder's code, and what comes of them.
+    const std::tuple<double, double, int, int, int, int> rows[] = {
+        {118.1, 384000, 0x2471, 11810, 384, 2471},
+        {123.45, 190000, 0x0021, 12345, 190, 21},
+        {134.95, 1750000, 0x7777, 13495, 1750, 7777},
+        {118.025, 401500, 0, 11802, 401, 0},
+        {1e30, 1e30, -1, 65535, 65535, 0},
+        {-3, -3, 0x12FF, 0, 0, 12}};
+    for (const auto& [mhz, hertz, code, frequency, adf, transponder] : rows) {
+        answerTo("Request 9 7", {answer(simconnectid::kRadios, simConnectRadioDefinition(),
+                                        {{"COM ACTIVE FREQUENCY:1", mhz},
+                                         {"NAV STANDBY FREQUENCY:2", mhz},
+                                         {"ADF ACTIVE FREQUENCY:1", hertz},
+                                         {"TRANSPONDER CODE:1", code}})});
+        aviation::structs::RadioFrequencys radios;
+        ASSERT_EQ(sim.GetRadioFrequencys(radios), 0);
+        EXPECT_EQ(radios.comm1active, frequency) << mhz;
+        EXPECT_EQ(radios.nav2standby, frequency) << mhz;
+        EXPECT_EQ(radios.adf, adf) << hertz;
+        EXPECT_EQ(radios.transponder, transponder) << code;
+    }
+    for (int dialled = 10800; dialled <= 13699; ++dialled) { // each as a number of 32 bits
+        answerTo("Request 9 7", {answer(simconnectid::kRadios, simConnectRadioDefinition(),
+                                        {{"COM ACTIVE FREQUENCY:2", dialled / 100.0}})});
+        aviation::structs::RadioFrequencys radios;
+        ASSERT_EQ(sim.GetRadioFrequencys(radios), 0);
+        ASSERT_EQ(radios.comm2active, dialled);
+    }
     answerTo("Request", {});
+    aviation::structs::RadioFrequencys radios;
     EXPECT_EQ(sim.GetRadioFrequencys(radios), simresult::kCallFailed);
 }
 
