@@ -7,11 +7,13 @@
 namespace fsuipc {
 inline constexpr std::uint32_t kOk = 0;
 inline constexpr std::uint32_t kAlreadyOpen = 1;
+inline constexpr std::uint32_t kNoLink = 2;      ///< "not connected"
 inline constexpr std::uint32_t kNotOpen = 9;     ///< "Call cannot execute, link not Open"
 inline constexpr std::uint32_t kNoRequests = 10; ///< nothing queued to process
 inline constexpr std::uint32_t kTimeout = 11;
+inline constexpr std::uint32_t kSendFailed = 12; ///< the simulator's window is gone
 inline constexpr std::uint32_t kBadData = 13;
-inline constexpr std::uint32_t kNoSimulator = 14;
+inline constexpr std::uint32_t kNoSimulator = 14; ///< WideClient without a simulator
 inline constexpr std::uint32_t kBufferFull = 15;
 
 inline constexpr std::uint32_t kAnySimulator = 0; ///< as the simulator that Open asks for

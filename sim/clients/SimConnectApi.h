@@ -43,7 +43,8 @@ public:
                                                  void* data) = 0;
     virtual Result SimConnect_RequestSystemState(Handle handle, std::uint32_t requestId,
                                                  const char* state) = 0;
-    /// The next message, valid until the next call; kFailed when none waits. `size` is how many
+    /// The next message, valid until the next call; kFailed when none waits, another negative
+    /// result when the link has a fault. `size` is how many
     /// bytes `message` points to, whatever its head says.
     virtual Result SimConnect_GetNextDispatch(Handle handle, const simconnect::Message** message,
                                               std::uint32_t* size) = 0;

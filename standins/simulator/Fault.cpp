@@ -23,6 +23,7 @@ constexpr std::array kKinds{
     Kind{"drop", Argument::None, 0, "closes instead of an answer"},
     Kind{"wrongapi", Argument::Text, 0, "wrongapi:TEXT greets with that version"},
     Kind{"huge", Argument::None, 0, "announces 100 MB of data that never come"},
+    Kind{"result", Argument::Text, 0, "result:HEX a SimConnect or FSUIPC call gives that result"},
     Kind{"udpsilent", Argument::None, 0, "sends no datagrams"},
     Kind{"udpgarbage", Argument::Number, 40, "udpgarbage:BYTES sends datagrams without a frame"},
     Kind{"udpforeign", Argument::None, 0, "sends datagrams from another address"}};

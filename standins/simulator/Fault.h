@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <optional>
 
 namespace simulator {
@@ -22,6 +23,7 @@ enum class FaultKind
     Drop,       ///< closes the connection without an answer
     WrongApi,   ///< greets with the API version `text`
     HugeLength, ///< announces 100 MB of data that never come
+    Result,     ///< the call gives the result `text`; nothing over the bridge
     UdpSilent,  ///< no datagrams
     UdpGarbage, ///< datagrams that aren't frames
     UdpForeign  ///< datagrams from another address, 127.0.0.2
@@ -33,6 +35,8 @@ struct Fault : faults::Order
 {
     FaultKind kind = FaultKind::None;
 
+    /// The number of Result, hexadecimal.
+    std::uint32_t result() const { return text.toUInt(nullptr, 16); }
     bool isUdp() const { return kind >= FaultKind::UdpSilent; }
     /// A message with these numbers meets the fault.
     bool concerns(int ofCommand, int ofId) const;
@@ -42,7 +46,8 @@ struct Fault : faults::Order
 
 /// Reads an order of messages: "none", "silent", "slow:1500", "wrongid*2", "refuse:no room@5/11",
 /// "cut:10", "cut:10,400" (rest after 400 ms), "garbage:30", "close", "drop", "wrongapi:3.1",
-/// "huge", "udpsilent", "udpgarbage", "udpforeign". Nothing if it is none of these.
+/// "huge", "result:C000014B", "udpsilent", "udpgarbage", "udpforeign". Nothing if it is none of
+/// these.
 std::optional<Fault> parseFault(const QString& text);
 /// The same back, for people.
 QString faultText(const Fault& fault);

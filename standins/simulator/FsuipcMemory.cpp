@@ -22,7 +22,6 @@ using aviation::structs::AircraftData;
 // Further published result codes.
 constexpr std::uint32_t kWrongVersion = 7;
 constexpr std::uint32_t kWrongSimulator = 8;
-constexpr std::uint32_t kSendFailed = 12;
 
 constexpr std::uint16_t kSetWeather = 2;
 constexpr std::uint16_t kClearAll = 3;
@@ -140,6 +139,8 @@ std::uint32_t FsuipcMemory::doOpen(std::uint32_t simulator)
         return fsuipc::kTimeout;
     case FaultKind::WrongApi:
         return kWrongVersion;
+    case FaultKind::Result:
+        return fault.result();
     case FaultKind::WrongId:
     case FaultKind::HugeLength:
         return kWrongSimulator;
@@ -187,7 +188,7 @@ std::uint32_t FsuipcMemory::doWrite(std::uint32_t at, std::uint32_t size, const 
 std::uint32_t FsuipcMemory::doProcess()
 {
     const Queue queue = std::exchange(m_queue, {});
-    return m_isLost ? kSendFailed : processWith(takeFault(queue), queue);
+    return m_isLost ? fsuipc::kSendFailed : processWith(takeFault(queue), queue);
 }
 
 FsuipcMemory::Message FsuipcMemory::messageOf(const Request& request)
@@ -234,13 +235,15 @@ std::uint32_t FsuipcMemory::processWith(const MetFault& met, const Queue& queue)
             carryOut(queue, Answer::Whole, false);
         }
         return isRecord ? fsuipc::kOk : fsuipc::kTimeout;
+    case FaultKind::Result:
+        return met.fault.result();
     case FaultKind::Drop:
         m_isLost = true;
-        return kSendFailed;
+        return fsuipc::kSendFailed;
     case FaultKind::Close:
         carryOut(queue, Answer::None);
         m_isLost = true;
-        return kSendFailed;
+        return fsuipc::kSendFailed;
     case FaultKind::WrongId:
     case FaultKind::HugeLength:
         carryOut(queue, Answer::None);
@@ -308,7 +311,8 @@ void FsuipcMemory::refreshFlight(bool takesLanding)
         showPayload(state.payload, m_image);
         showRadios(state.radios, m_image);
     });
-    m_image.put(offset::kPause, static_cast<std::uint8_t>(m_model.paused() ? 1 : 0));
+    m_image.put(offset::kPauseKey, static_cast<std::uint16_t>(m_model.paused() ? 1 : 0));
+    m_image.put(offset::kMenu, static_cast<std::uint8_t>(m_model.inMenu() ? 1 : 0));
     m_image.put(offset::kRefinement, m_options.refinement);
 }
 

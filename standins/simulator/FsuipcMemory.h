@@ -54,9 +54,10 @@ struct FsuipcOptions
 /// | cut | 11 after it has acted, and nothing is read; with a rest like slow by `restAfterMs` |
 /// | drop | 12 and does nothing, as does every process until the link is opened anew |
 /// | close | the same after it has acted |
+/// | result | that code and does nothing |
 ///
 /// At FSUIPC_Open refuse, drop and close give 14, silent and cut 11, wrongapi 7 (the wrong version
-/// of FSUIPC), wrongid and huge 8.
+/// of FSUIPC), wrongid and huge 8, result that code.
 ///
 /// Used by one thread, but setRunning() is for any. Model and faults are not owned.
 class FsuipcMemory final : public FsuipcApi

@@ -51,7 +51,8 @@ inline constexpr std::uint32_t kMagneticHeading = 0x6040;  ///< double, radians
 // Program.
 inline constexpr std::uint32_t kRefinement = 0x3124;   ///< byte, which simulator exactly
 inline constexpr std::uint32_t kTextDuration = 0x32FA; ///< 16 bits, seconds; shows the text
-inline constexpr std::uint32_t kPause = 0x3365;        ///< byte, 0 runs
+inline constexpr std::uint32_t kPauseKey = 0x0264;     ///< 16 bits, 0 runs, 1 paused by the key
+inline constexpr std::uint32_t kMenu = 0x3365;         ///< byte, 0 runs, else a menu is open
 inline constexpr std::uint32_t kText = 0x3380;
 inline constexpr std::uint32_t kTextBytes = 128;
 

@@ -61,21 +61,21 @@ int SimConnectHost::session() const
     return m_session;
 }
 
-void SimConnectHost::failNextCalls(const std::string& name, int count)
+void SimConnectHost::failNextCalls(const std::string& name, int count, simconnect::Result result)
 {
     const aviation::ScopedLock lock(m_mutex);
-    m_failures[name] = count;
+    m_failures[name] = {count, result};
 }
 
-bool SimConnectHost::takeFailure(const std::string& name)
+simconnect::Result SimConnectHost::takeFailure(const std::string& name)
 {
     const aviation::ScopedLock lock(m_mutex);
     const auto found = m_failures.find(name);
-    if (found == m_failures.end() || found->second <= 0) {
-        return false;
+    if (found == m_failures.end() || found->second.count <= 0) {
+        return simconnect::kOk;
     }
-    --found->second;
-    return true;
+    --found->second.count;
+    return found->second.result;
 }
 
 void SimConnectHost::note(const std::string& name, const std::string& arguments)

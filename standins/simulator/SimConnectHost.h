@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sim/clients/SimConnectMessages.h"
+
 #include <QMutex>
 
 #include <array>
@@ -38,10 +40,11 @@ public:
     /// Changes when the simulator ends.
     int session() const;
 
-    /// The next `count` calls of that name ("SimConnect_Text") fail; 0 ends it.
-    void failNextCalls(const std::string& name, int count = 1);
-    /// True for a call that has to fail, which it counts.
-    bool takeFailure(const std::string& name);
+    /// The next `count` calls of that name ("SimConnect_Text") fail with `result`; 0 ends it.
+    void failNextCalls(const std::string& name, int count = 1,
+                       simconnect::Result result = simconnect::kFailed);
+    /// The result of a call that has to fail, which it counts; kOk for another.
+    simconnect::Result takeFailure(const std::string& name);
 
     /// Puts down a call with its arguments after the handle, joined by ", ".
     void note(const std::string& name, const std::string& arguments);
@@ -52,11 +55,17 @@ public:
     void clearCalls();
 
 private:
+    struct Failure
+    {
+        int count = 0;
+        simconnect::Result result = simconnect::kFailed;
+    };
+
     mutable QMutex m_mutex; ///< guards all below
     SimConnectVersion m_version;
     bool m_running = true;
     int m_session = 0;
-    std::map<std::string, int> m_failures;
+    std::map<std::string, Failure> m_failures;
     std::map<std::string, int> m_counts;
     std::deque<std::string> m_calls;
 };

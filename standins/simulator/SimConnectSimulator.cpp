@@ -45,15 +45,21 @@ SimConnectSimulator::SimConnectSimulator(SimulatorModel& model, FaultSwitch& fau
     , m_host(host)
 {}
 
-/// False if it has to fail.
-bool SimConnectSimulator::noteCall(const char* name, Arguments arguments)
+/// Not kOk if it has to fail.
+Result SimConnectSimulator::noteCall(const char* name, Arguments arguments)
 {
     std::string line;
     for (const std::string& argument : arguments) {
         line += (line.empty() ? "" : ", ") + argument;
     }
     m_host.note(name, line);
-    return !m_host.takeFailure(name);
+    return m_host.takeFailure(name);
+}
+
+/// Of a call for a handle that isn't connected.
+Result SimConnectSimulator::notConnected(Handle handle) const
+{
+    return m_open && m_gone && handle == this ? kPipeBroken : kFailed;
 }
 
 bool SimConnectSimulator::isConnected(Handle handle)
@@ -65,15 +71,20 @@ bool SimConnectSimulator::isConnected(Handle handle)
     return m_open && !m_gone && handle == this;
 }
 
-/// For the calls that send a packet: false if it doesn't reach the simulator.
-bool SimConnectSimulator::enter(Handle handle, const char* name, Arguments arguments)
+/// For the calls that send a packet: not kOk if it doesn't reach the simulator.
+Result SimConnectSimulator::enter(Handle handle, const char* name, Arguments arguments)
 {
-    if (!noteCall(name, arguments) || !isConnected(handle)) {
-        return false;
+    const Result result = noteCall(name, arguments);
+    if (result != kOk) {
+        return result;
+    }
+    if (!isConnected(handle)) {
+        return notConnected(handle);
     }
     ++m_packetId;
     noticePause();
-    return true;
+    noticeMenu();
+    return kOk;
 }
 
 SimConnectSimulator::Meeting SimConnectSimulator::meet(int command, int id, std::uint32_t refusal)
@@ -92,7 +103,9 @@ SimConnectSimulator::Meeting SimConnectSimulator::meet(int command, int id, std:
         if (fault.kind == FaultKind::Close) {
             m_queue.send(simconnect::Message(), MessageId::Quit);
         }
-        return {fault, kFailed, false};
+        return {fault, kPipeBroken, false};
+    case FaultKind::Result:
+        return {fault, static_cast<Result>(fault.result()), false};
     default:
         return {fault, kOk, true};
     }
@@ -110,15 +123,18 @@ void SimConnectSimulator::raise(std::uint32_t exception, std::uint32_t index)
 Result SimConnectSimulator::SimConnect_Open(Handle* handle, const char* name, void*, std::uint32_t,
                                             void*, std::uint32_t)
 {
-    const bool isRefused = !noteCall("SimConnect_Open", {textOf(name)});
-    if (isRefused || handle == nullptr || name == nullptr || !m_host.isRunning()
-        || isConnected(this)) {
+    const Result noted = noteCall("SimConnect_Open", {textOf(name)});
+    if (noted != kOk) {
+        return noted;
+    }
+    if (handle == nullptr || name == nullptr || !m_host.isRunning() || isConnected(this)) {
         return kFailed;
     }
     openAnew();
     const Meeting met = meet(command::kHello, message::kHello, exception::kError);
-    if (met.result == kFailed) {
-        return kFailed;
+    if (met.result != kOk) {
+        m_open = false;
+        return met.result;
     }
     *handle = this;
     m_model.setClient(wideTextOf(name), QStringLiteral("SimConnect"));
@@ -134,6 +150,7 @@ void SimConnectSimulator::openAnew()
     m_gone = false;
     m_session = m_host.session();
     m_paused = m_model.paused();
+    m_inMenu = m_model.inMenu();
     m_packetId = 1;
     m_definitions.clear();
     m_events.clear();
@@ -152,9 +169,10 @@ void SimConnectSimulator::sendOpen(const Fault& fault)
 
 Result SimConnectSimulator::SimConnect_Close(Handle handle)
 {
-    const bool wasConnected = noteCall("SimConnect_Close", {}) && isConnected(handle);
+    const Result noted = noteCall("SimConnect_Close", {});
+    const Result result = isConnected(handle) ? noted : notConnected(handle);
     m_open = m_open && handle != this;
-    return wasConnected ? kOk : kFailed;
+    return result;
 }
 
 Result SimConnectSimulator::SimConnect_AddToDataDefinition(Handle handle, std::uint32_t defineId,
@@ -163,11 +181,13 @@ Result SimConnectSimulator::SimConnect_AddToDataDefinition(Handle handle, std::u
                                                            simconnect::DataType datumType,
                                                            float epsilon, std::uint32_t datumId)
 {
-    if (!enter(handle, "SimConnect_AddToDataDefinition",
-               {number(defineId), textOf(datumName), textOf(unitsName),
-                number(static_cast<std::uint32_t>(datumType)), number(epsilon), number(datumId)}))
+    if (const Result entered = enter(handle, "SimConnect_AddToDataDefinition",
+                                     {number(defineId), textOf(datumName), textOf(unitsName),
+                                      number(static_cast<std::uint32_t>(datumType)),
+                                      number(epsilon), number(datumId)});
+        entered != kOk)
     {
-        return kFailed;
+        return entered;
     }
     if (m_definitions.size() >= kMostDefinitions && m_definitions.count(defineId) == 0) {
         raise(exception::kTooManyRequests, 1);
@@ -182,8 +202,10 @@ Result SimConnectSimulator::SimConnect_AddToDataDefinition(Handle handle, std::u
 
 Result SimConnectSimulator::SimConnect_ClearDataDefinition(Handle handle, std::uint32_t defineId)
 {
-    if (!enter(handle, "SimConnect_ClearDataDefinition", {number(defineId)})) {
-        return kFailed;
+    if (const Result entered = enter(handle, "SimConnect_ClearDataDefinition", {number(defineId)});
+        entered != kOk)
+    {
+        return entered;
     }
     if (m_definitions.erase(defineId) == 0) {
         raise(exception::kUnrecognizedId, 1);
@@ -195,8 +217,11 @@ Result SimConnectSimulator::SimConnect_SubscribeToSystemEvent(Handle handle, std
                                                               const char* eventName)
 {
     const std::string name = textOf(eventName);
-    if (!enter(handle, "SimConnect_SubscribeToSystemEvent", {number(eventId), name})) {
-        return kFailed;
+    if (const Result entered =
+            enter(handle, "SimConnect_SubscribeToSystemEvent", {number(eventId), name});
+        entered != kOk)
+    {
+        return entered;
     }
     const auto isSame = [&name](const char* known) {
         return QString::fromStdString(name).compare(QLatin1String(known), Qt::CaseInsensitive) == 0;
@@ -207,7 +232,7 @@ Result SimConnectSimulator::SimConnect_SubscribeToSystemEvent(Handle handle, std
     } else if (!m_events.emplace(eventId, *known).second) {
         raise(exception::kEventIdDuplicate, 1);
     } else if (isSame("Sim") || isSame("Pause")) {
-        sendEvent(*known, m_paused == isSame("Pause") ? 1 : 0);
+        sendEvent(*known, (isSame("Pause") ? m_paused : !m_inMenu) ? 1 : 0);
     }
     return kOk;
 }
@@ -234,8 +259,17 @@ void SimConnectSimulator::noticePause()
     m_paused = isPaused;
     sendEvent("Pause", isPaused ? 1 : 0);
     sendEvent(isPaused ? "Paused" : "Unpaused", 0);
-    sendEvent("Sim", isPaused ? 0 : 1);
-    sendEvent(isPaused ? "SimStop" : "SimStart", 0);
+}
+
+void SimConnectSimulator::noticeMenu()
+{
+    const bool inMenu = m_model.inMenu();
+    if (inMenu == m_inMenu) {
+        return;
+    }
+    m_inMenu = inMenu;
+    sendEvent("Sim", inMenu ? 0 : 1);
+    sendEvent(inMenu ? "SimStop" : "SimStart", 0);
 }
 
 int SimConnectSimulator::messageOf(std::uint32_t defineId) const
@@ -249,11 +283,13 @@ Result SimConnectSimulator::SimConnect_RequestDataOnSimObject(
     std::uint32_t period, std::uint32_t flags, std::uint32_t origin, std::uint32_t interval,
     std::uint32_t limit)
 {
-    if (!enter(handle, "SimConnect_RequestDataOnSimObject",
-               {number(requestId), number(defineId), number(objectId), number(period),
-                number(flags), number(origin), number(interval), number(limit)}))
+    if (const Result entered =
+            enter(handle, "SimConnect_RequestDataOnSimObject",
+                  {number(requestId), number(defineId), number(objectId), number(period),
+                   number(flags), number(origin), number(interval), number(limit)});
+        entered != kOk)
     {
-        return kFailed;
+        return entered;
     }
     const Meeting met = meet(command::kRequest, messageOf(defineId), exception::kError);
     if (!met.isServed) {
@@ -291,11 +327,12 @@ Result SimConnectSimulator::SimConnect_SetDataOnSimObject(Handle handle, std::ui
                                                           std::uint32_t arrayCount,
                                                           std::uint32_t unitSize, void* data)
 {
-    if (!enter(handle, "SimConnect_SetDataOnSimObject",
-               {number(defineId), number(objectId), number(flags), number(arrayCount),
-                number(unitSize)}))
+    if (const Result entered = enter(handle, "SimConnect_SetDataOnSimObject",
+                                     {number(defineId), number(objectId), number(flags),
+                                      number(arrayCount), number(unitSize)});
+        entered != kOk)
     {
-        return kFailed;
+        return entered;
     }
     const Meeting met = meet(command::kWrite, messageOf(defineId), exception::kError);
     if (!met.isServed) {
@@ -323,8 +360,11 @@ Result SimConnectSimulator::SimConnect_RequestSystemState(Handle handle, std::ui
                                                           const char* state)
 {
     const std::string name = textOf(state);
-    if (!enter(handle, "SimConnect_RequestSystemState", {number(requestId), name})) {
-        return kFailed;
+    if (const Result entered =
+            enter(handle, "SimConnect_RequestSystemState", {number(requestId), name});
+        entered != kOk)
+    {
+        return entered;
     }
     const Meeting met =
         meet(command::kConnectedSimulator, message::kIsConnected, exception::kError);
@@ -334,7 +374,7 @@ Result SimConnectSimulator::SimConnect_RequestSystemState(Handle handle, std::ui
     simconnect::SystemStateMessage message;
     message.requestId = requestId;
     if (name == "Sim") {
-        message.integerValue = m_model.paused() ? 0 : 1;
+        message.integerValue = m_model.inMenu() ? 0 : 1;
     } else if (name == "FlightPlan") {
         copyText(message.stringValue, m_model.state().flightPlan.toStdString());
     } else {
@@ -349,15 +389,17 @@ Result SimConnectSimulator::SimConnect_GetNextDispatch(Handle handle,
                                                        const simconnect::Message** message,
                                                        std::uint32_t* size)
 {
-    if (!noteCall("SimConnect_GetNextDispatch", {}) || message == nullptr || size == nullptr) {
-        return kFailed;
+    const Result noted = noteCall("SimConnect_GetNextDispatch", {});
+    if (noted != kOk || message == nullptr || size == nullptr) {
+        return noted != kOk ? noted : kFailed;
     }
     if (isConnected(handle)) {
         noticePause();
+        noticeMenu();
     }
     const Bytes* next = m_open && handle == this ? m_queue.next() : nullptr;
     if (next == nullptr) {
-        return kFailed;
+        return notConnected(handle); // kFailed as well when nothing waits
     }
     const void* bytes = next->data();
     *message = static_cast<const simconnect::Message*>(bytes);
@@ -367,9 +409,9 @@ Result SimConnectSimulator::SimConnect_GetNextDispatch(Handle handle,
 
 Result SimConnectSimulator::SimConnect_GetLastSentPacketID(Handle handle, std::uint32_t* packetId)
 {
-    if (!noteCall("SimConnect_GetLastSentPacketID", {}) || !isConnected(handle)
-        || packetId == nullptr) {
-        return kFailed;
+    const Result noted = noteCall("SimConnect_GetLastSentPacketID", {});
+    if (noted != kOk || !isConnected(handle) || packetId == nullptr) {
+        return noted != kOk ? noted : notConnected(handle);
     }
     *packetId = m_packetId;
     return kOk;
@@ -378,8 +420,8 @@ Result SimConnectSimulator::SimConnect_GetLastSentPacketID(Handle handle, std::u
 Result SimConnectSimulator::SimConnect_FlightPlanLoad(Handle handle, const char* fileName)
 {
     const std::string path = textOf(fileName);
-    if (!enter(handle, "SimConnect_FlightPlanLoad", {path})) {
-        return kFailed;
+    if (const Result entered = enter(handle, "SimConnect_FlightPlanLoad", {path}); entered != kOk) {
+        return entered;
     }
     const Meeting met = meet(command::kWrite, message::kFile, exception::kLoadFlightPlanFailed);
     if (!met.isServed) {
@@ -402,10 +444,12 @@ Result SimConnectSimulator::SimConnect_Text(Handle handle, std::uint32_t type, f
     const std::size_t limit =
         text == nullptr ? 0 : std::min<std::size_t>(unitSize, kLongestCallText);
     const std::string shown(letters, std::find(letters, letters + limit, '\0'));
-    if (!enter(handle, "SimConnect_Text",
-               {number(type), number(seconds), number(eventId), number(unitSize), shown}))
+    if (const Result entered =
+            enter(handle, "SimConnect_Text",
+                  {number(type), number(seconds), number(eventId), number(unitSize), shown});
+        entered != kOk)
     {
-        return kFailed;
+        return entered;
     }
     const Meeting met = meet(command::kWrite, message::kScreenText, exception::kError);
     if (!met.isServed) {

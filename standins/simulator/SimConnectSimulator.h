@@ -13,6 +13,9 @@
 
 namespace simulator {
 
+/// What calls give whose pipe to the simulator has broken.
+inline constexpr auto kPipeBroken = static_cast<simconnect::Result>(0xC000014BU);
+
 /// SimConnect into a simulator in memory. It belongs to the thread that uses it; what steers it
 /// (model, faults, host) is for any thread, outlives it and keeps everything that was set, so a
 /// client that is freed and made anew finds the simulator as it left it.
@@ -38,11 +41,12 @@ namespace simulator {
 /// Refuse: the exception WEATHER_INVALID_METAR for an observation, else ERROR; nothing is set.
 /// Silent: no answer, nothing is set, no exception. Slow: the answer becomes due `number` ms later
 /// by the clock. WrongId: the answer has another request id, or the open message another message
-/// id. Cut: the first `number` bytes of the answer, and the whole after `restAfterMs` if that is
-/// given. Garbage: `number` bytes that mean nothing stand for the data after message and request
-/// id. HugeLength: an answer without its data whose head announces 100 MB. Drop: the simulator is
-/// gone, each call fails until it is opened anew. Close: the same, but a quit message can still be
-/// fetched. Other kinds do nothing. Faults of answers do nothing to calls without one.
+/// id. Result: the call gives it and does nothing. Cut: the first `number` bytes of the answer, and
+/// the whole after `restAfterMs` if that is given. Garbage: `number` bytes that mean nothing stand
+/// for the data after message and request id. HugeLength: an answer without its data whose head
+/// announces 100 MB. Drop: the simulator is gone, each call fails with kPipeBroken until it is
+/// opened anew. Close: the same, but a quit message can still be fetched. Other kinds do nothing.
+/// Faults of answers do nothing to calls without one.
 class SimConnectSimulator final : public SimConnectApi
 {
 public:
@@ -102,15 +106,17 @@ private:
     };
     using Arguments = std::initializer_list<std::string>;
 
-    bool noteCall(const char* name, Arguments arguments);
-    bool enter(Handle handle, const char* name, Arguments arguments = {});
+    Result noteCall(const char* name, Arguments arguments);
+    Result enter(Handle handle, const char* name, Arguments arguments = {});
     bool isConnected(Handle handle);
+    Result notConnected(Handle handle) const;
     void openAnew();
     Meeting meet(int command, int id, std::uint32_t refusal);
     void raise(std::uint32_t exception, std::uint32_t index);
     void sendOpen(const Fault& fault);
     void sendEvent(const std::string& name, std::uint32_t data);
     void noticePause();
+    void noticeMenu();
     void sendData(std::uint32_t requestId, std::uint32_t defineId, const Fault& fault);
     int messageOf(std::uint32_t defineId) const;
 
@@ -121,6 +127,7 @@ private:
     bool m_gone = false;
     int m_session = 0;
     bool m_paused = false; ///< as the client knows it
+    bool m_inMenu = false; ///< the same
     std::uint32_t m_packetId = 0;
     std::map<std::uint32_t, SimConnectDefinition> m_definitions;
     std::map<std::uint32_t, std::string> m_events; ///< names of system events

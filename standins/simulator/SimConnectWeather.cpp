@@ -77,8 +77,11 @@ Result SimConnectSimulator::SimConnect_WeatherSetObservation(Handle handle, std:
                                                              const char* metar)
 {
     const std::string text = textOf(metar);
-    if (!enter(handle, "SimConnect_WeatherSetObservation", {number(seconds), text})) {
-        return kFailed;
+    if (const Result entered =
+            enter(handle, "SimConnect_WeatherSetObservation", {number(seconds), text});
+        entered != kOk)
+    {
+        return entered;
     }
     const Meeting met =
         meet(command::kWrite, message::kWeatherText, exception::kWeatherInvalidMetar);
@@ -96,8 +99,8 @@ Result SimConnectSimulator::SimConnect_WeatherSetObservation(Handle handle, std:
 
 Result SimConnectSimulator::SimConnect_WeatherSetModeCustom(Handle handle)
 {
-    if (!enter(handle, "SimConnect_WeatherSetModeCustom")) {
-        return kFailed;
+    if (const Result entered = enter(handle, "SimConnect_WeatherSetModeCustom"); entered != kOk) {
+        return entered;
     }
     const Meeting met = meet(command::kWrite, message::kActivateWeather, exception::kError);
     if (met.isServed) {
@@ -109,8 +112,11 @@ Result SimConnectSimulator::SimConnect_WeatherSetModeCustom(Handle handle)
 Result SimConnectSimulator::SimConnect_WeatherSetModeTheme(Handle handle, const char* themeName)
 {
     const QString name = wideTextOf(themeName);
-    if (!enter(handle, "SimConnect_WeatherSetModeTheme", {name.toStdString()})) {
-        return kFailed;
+    if (const Result entered =
+            enter(handle, "SimConnect_WeatherSetModeTheme", {name.toStdString()});
+        entered != kOk)
+    {
+        return entered;
     }
     const int id = name.isEmpty() ? message::kClearWeather : message::kFileName;
     const Meeting met = meet(command::kWrite, id, exception::kError);
@@ -123,10 +129,11 @@ Result SimConnectSimulator::SimConnect_WeatherSetModeTheme(Handle handle, const 
 Result SimConnectSimulator::SimConnect_WeatherRequestObservationAtNearestStation(
     Handle handle, std::uint32_t requestId, float latitude, float longitude)
 {
-    if (!enter(handle, "SimConnect_WeatherRequestObservationAtNearestStation",
-               {number(requestId), number(latitude), number(longitude)}))
+    if (const Result entered = enter(handle, "SimConnect_WeatherRequestObservationAtNearestStation",
+                                     {number(requestId), number(latitude), number(longitude)});
+        entered != kOk)
     {
-        return kFailed;
+        return entered;
     }
     const Meeting met = meet(command::kRequest, message::kWeatherText, exception::kError);
     if (!met.isServed) {
@@ -157,11 +164,12 @@ Result SimConnectSimulator::SimConnect_WeatherCreateStation(Handle handle, std::
         wideTextOf(icao).toUpper(), wideTextOf(name),
         aviation::Position(static_cast<double>(latitude), static_cast<double>(longitude)),
         static_cast<double>(altitude)};
-    if (!enter(handle, "SimConnect_WeatherCreateStation",
-               {number(requestId), textOf(icao), textOf(name), number(latitude), number(longitude),
-                number(altitude)}))
+    if (const Result entered = enter(handle, "SimConnect_WeatherCreateStation",
+                                     {number(requestId), textOf(icao), textOf(name),
+                                      number(latitude), number(longitude), number(altitude)});
+        entered != kOk)
     {
-        return kFailed;
+        return entered;
     }
     const Meeting met = meet(command::kWrite, message::kWeatherRecord, exception::kError);
     if (!met.isServed) {
@@ -181,11 +189,13 @@ Result SimConnectSimulator::SimConnect_WeatherRequestCloudState(
     float minAltitude, float maxLatitude, float maxLongitude, float maxAltitude,
     std::uint32_t flags)
 {
-    if (!enter(handle, "SimConnect_WeatherRequestCloudState",
-               {number(requestId), number(minLatitude), number(minLongitude), number(minAltitude),
-                number(maxLatitude), number(maxLongitude), number(maxAltitude), number(flags)}))
+    if (const Result entered = enter(handle, "SimConnect_WeatherRequestCloudState",
+                                     {number(requestId), number(minLatitude), number(minLongitude),
+                                      number(minAltitude), number(maxLatitude),
+                                      number(maxLongitude), number(maxAltitude), number(flags)});
+        entered != kOk)
     {
-        return kFailed;
+        return entered;
     }
     const Meeting met = meet(command::kRequest, message::kWeatherData, exception::kError);
     if (!met.isServed) {

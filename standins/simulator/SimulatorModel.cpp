@@ -218,13 +218,27 @@ void SimulatorModel::setRadios(const aviation::structs::RadioFrequencys& radios)
 void SimulatorModel::setPaused(bool paused)
 {
     const aviation::ScopedLock lock(m_mutex);
-    m_flight.setPaused(paused);
+    m_isPaused = paused;
+    m_flight.setPaused(m_isPaused || m_inMenu);
 }
 
 bool SimulatorModel::paused() const
 {
     const aviation::ScopedLock lock(m_mutex);
-    return m_flight.paused();
+    return m_isPaused;
+}
+
+void SimulatorModel::setInMenu(bool inMenu)
+{
+    const aviation::ScopedLock lock(m_mutex);
+    m_inMenu = inMenu;
+    m_flight.setPaused(m_isPaused || m_inMenu);
+}
+
+bool SimulatorModel::inMenu() const
+{
+    const aviation::ScopedLock lock(m_mutex);
+    return m_inMenu;
 }
 
 } // namespace simulator

@@ -55,6 +55,9 @@ public:
     /// says so.
     void setPaused(bool paused);
     bool paused() const;
+    /// A menu or a dialog of the simulator is open: the flight stands still as well.
+    void setInMenu(bool inMenu);
+    bool inMenu() const;
 
 private:
     aviation::structs::AircraftData aircraftNow();
@@ -64,6 +67,8 @@ private:
     SimulatedFlight m_flight;
     double m_burnedBefore = 0.0; ///< pounds burned when the fuel was last set
     SimulatorState m_state;
+    bool m_isPaused = false;
+    bool m_inMenu = false;
 };
 
 } // namespace simulator

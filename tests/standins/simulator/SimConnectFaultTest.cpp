@@ -64,6 +64,17 @@ TEST_F(SimConnectFaultTest, WhatIsRefusedOrSwallowedIsNotKept)
     EXPECT_EQ(model.state().weatherTexts.size(), 1);
 }
 
+TEST_F(SimConnectFaultTest, CallsGiveTheResultThatIsAskedFor)
+{
+    setFault("result:C00000B0@6/3*1");
+    EXPECT_EQ(request(1), static_cast<simconnect::Result>(0xC00000B0U));
+    EXPECT_TRUE(next().empty());
+    EXPECT_EQ(request(1), kOk);
+    host.failNextCalls("SimConnect_GetNextDispatch", 1, simulator::kPipeBroken);
+    EXPECT_TRUE(next().empty());
+    EXPECT_FALSE(next().empty()) << "the answer is still there";
+}
+
 TEST_F(SimConnectFaultTest, ASimulatorThatIsGoneFailsUntilItIsOpenedAnew)
 {
     const auto endings = {std::pair("drop*1", false), std::pair("close*1", true),
@@ -72,7 +83,7 @@ TEST_F(SimConnectFaultTest, ASimulatorThatIsGoneFailsUntilItIsOpenedAnew)
         request(1);
         if (*fault != '\0') {
             setFault(fault);
-            EXPECT_EQ(request(1), kFailed) << fault;
+            EXPECT_EQ(request(1), simulator::kPipeBroken) << fault;
         } else {
             host.setRunning(false);
         }
@@ -80,8 +91,8 @@ TEST_F(SimConnectFaultTest, ASimulatorThatIsGoneFailsUntilItIsOpenedAnew)
             nextOf<simconnect::Message>(MessageId::Quit);
         }
         EXPECT_TRUE(next().empty()) << "nothing of before";
-        EXPECT_EQ(observe("KMSP 011200Z"), kFailed);
-        EXPECT_EQ(client.SimConnect_Close(handle), kFailed);
+        EXPECT_EQ(observe("KMSP 011200Z"), simulator::kPipeBroken);
+        EXPECT_EQ(client.SimConnect_Close(handle), simulator::kPipeBroken);
         const auto open = [this] {
             return client.SimConnect_Open(&handle, "test", nullptr, 0, nullptr, 0);
         };
