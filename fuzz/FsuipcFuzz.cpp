@@ -39,11 +39,14 @@ void fill(FsuipcScript& script, const std::uint8_t* data, std::size_t size)
 
 void checkAircraft(FSInterfaceFSUIPC& object, FsuipcScript& script)
 {
-    constexpr std::uint32_t kPause = 0x3365;
+    constexpr std::uint32_t kMenu = 0x3365;
+    constexpr std::uint32_t kPauseKey = 0x0264; // two bytes
     aviation::structs::AircraftData data;
-    const bool paused = script.memory[kPause] != 0;
+    const bool paused = script.memory[kMenu] != 0 || script.memory[kPauseKey] != 0
+                        || script.memory[kPauseKey + 1] != 0;
     require(object.GetAircraftData(data) == (paused ? simresult::kPaused : simresult::kNone));
-    script.put(kPause, std::uint8_t{0});
+    script.put(kMenu, std::uint8_t{0});
+    script.put(kPauseKey, std::uint16_t{0});
     require(object.GetAircraftData(data) == simresult::kNone);
     require(std::abs(data.position.latitude()) <= 90.0);
     require(std::abs(data.position.longitude()) <= 180.0);

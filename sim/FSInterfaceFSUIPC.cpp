@@ -104,6 +104,7 @@ bool FSInterfaceFSUIPC::load()
 int FSInterfaceFSUIPC::Connect()
 {
     m_connected = false;
+    m_polls = {};
     if (!load()) {
         return simresult::kNotConnected;
     }
@@ -142,7 +143,8 @@ int FSInterfaceFSUIPC::process()
                 .arg(QString::number(code), FsuipcClient::ErrorText(code)),
             loglevel::kError);
     }
-    return simresult::kNotConnected;
+    return m_connected && FsuipcClient::isClosed(code) ? simresult::kTimeout
+                                                       : simresult::kNotConnected;
 }
 
 int FSInterfaceFSUIPC::ClearWeather()
@@ -183,13 +185,21 @@ int FSInterfaceFSUIPC::SendText(const std::string& text, int /*seconds*/)
 
 int FSInterfaceFSUIPC::GetAircraftData(aviation::structs::AircraftData& data)
 {
-    std::uint8_t pause = 0;
-    m_client.read(offset::kPause, pause);
+    const int result = readAircraft(data);
+    return m_connected ? m_polls.count(result) : result;
+}
+
+int FSInterfaceFSUIPC::readAircraft(aviation::structs::AircraftData& data)
+{
+    std::uint16_t pauseKey = 0;
+    std::uint8_t menu = 0;
+    m_client.read(offset::kPauseKey, pauseKey);
+    m_client.read(offset::kMenu, menu);
     const int result = process();
     if (result != simresult::kNone) {
         return result;
     }
-    if (pause != 0) {
+    if (pauseKey != 0 || menu != 0) {
         return simresult::kPaused;
     }
     FsuipcAircraft raw;

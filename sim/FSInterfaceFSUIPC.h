@@ -3,15 +3,17 @@
 #include "sim/FsInterfaceBase.h"
 #include "sim/FsInterfaceExtras.h"
 #include "sim/FsuipcClient.h"
+#include "sim/PollFailures.h"
 
 #include <cstdint>
 
 class SimulatorClients;
 class StopFlag;
 
-/// The simulator through FSUIPC: FS2004 and older ones alone, newer ones besides SimConnect. Every
-/// code of FSUIPC except 0 and 1 becomes simresult::kNotConnected, after a line in the log that
-/// says which.
+/// The simulator through FSUIPC: FS2004 and older ones alone, newer ones besides SimConnect. The
+/// codes 0 and 1 of FSUIPC are success, those of a closed link become simresult::kTimeout, every
+/// other simresult::kNotConnected, after a line in the log that says which. Five polls of the
+/// aircraft that fail in a row give simresult::kTimeout as well.
 class FSInterfaceFSUIPC final : public FsInterfaceBase, public FsuipcOperations
 {
     Q_OBJECT
@@ -51,6 +53,7 @@ private:
     bool load();
     /// Processes what is queued; a code of simresult.
     int process();
+    int readAircraft(aviation::structs::AircraftData& data);
     int readTank(std::size_t index, aviation::structs::AircraftFuel& fuel);
     int awaitWeatherCount();
     void log(const QString& text, int level);
@@ -59,6 +62,7 @@ private:
     QString m_simulatorFolder;
     const StopFlag& m_stop;
     FsuipcClient m_client;
+    PollFailures m_polls;
     bool m_saidMissing = false;       ///< that there is no library
     std::uint32_t m_loggedFault = 0;  ///< said once until the aircraft is read again
     bool m_weatherCountKnown = false; ///< since the first weather record

@@ -122,6 +122,7 @@ void FsuipcClient::identify()
 {
     const std::uint32_t code = m_api->simulatorCode();
     m_fsName = QStringLiteral("unknown");
+    m_fsId = fsid::kNone;
     if (code >= 1 && code < kSimulators.size()) {
         const Simulator& simulator = kSimulators[code - 1];
         m_fsName = QString::fromLatin1(simulator.name);
@@ -174,6 +175,12 @@ std::uint32_t FsuipcClient::process()
 bool FsuipcClient::isSuccess(std::uint32_t code)
 {
     return code == fsuipc::kOk || code == fsuipc::kAlreadyOpen;
+}
+
+bool FsuipcClient::isClosed(std::uint32_t code)
+{
+    return code == fsuipc::kNoLink || code == fsuipc::kNotOpen || code == fsuipc::kSendFailed
+           || code == fsuipc::kNoSimulator;
 }
 
 QString FsuipcClient::ErrorText(std::uint32_t code)

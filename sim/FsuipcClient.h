@@ -50,6 +50,8 @@ public:
 
     /// Both codes that pass as success: fsuipc::kOk and fsuipc::kAlreadyOpen.
     static bool isSuccess(std::uint32_t code);
+    /// The codes of a link that is closed: it has to be opened anew.
+    static bool isClosed(std::uint32_t code);
     static QString ErrorText(std::uint32_t code);
 
     /// Of the simulator; empty and 0 before the link was opened.

@@ -87,9 +87,13 @@ TEST_F(FSInterfaceFSUIPCTest, LearnsTheSimulatorAtConnect)
         {14, 0, 0, "unknown"}, {0, 0, 0, "unknown"},    {0xFFFFFFFF, 3, 0, "FSX"},
     };
     for (const auto& [code, model, expected, text] : rows) {
+        FSInterfaceFSUIPC fresh(clients, QString(), stop);
+        script.code = 8;
+        script.put(0x3124, std::uint8_t{0});
+        fresh.Connect(); // to another simulator
+        fresh.Disconnect();
         script.code = code;
         script.put(0x3124, static_cast<std::uint8_t>(model));
-        FSInterfaceFSUIPC fresh(clients, QString(), stop);
         aviation::FsId id = -1;
         QString name;
         EXPECT_EQ(fresh.GetFsVersion(id, name), 1);
@@ -201,11 +205,14 @@ TEST_F(FSInterfaceFSUIPCTest, PauseAndFailuresLeaveTheAircraftAlone)
 {
     connectObject();
     script.put(0x0366, std::uint16_t{1});
-    script.put(0x3365, std::uint8_t{1});
     AircraftData data;
-    EXPECT_EQ(object.GetAircraftData(data), 19);
-    EXPECT_EQ(script.processes, 1);
-    script.put(0x3365, std::uint8_t{0});
+    for (const std::uint32_t pause : {0x3365U, 0x0264U}) {
+        script.put(pause, std::uint8_t{1});
+        script.processes = 0;
+        EXPECT_EQ(object.GetAircraftData(data), 19) << pause;
+        EXPECT_EQ(script.processes, 1);
+        script.put(pause, std::uint8_t{0});
+    }
     script.failures = {{2, 13}, {4, 13}, {6, 11}};
     for (const int expected : {1, 1, 1}) {
         EXPECT_EQ(object.GetAircraftData(data), expected);
@@ -215,6 +222,28 @@ TEST_F(FSInterfaceFSUIPCTest, PauseAndFailuresLeaveTheAircraftAlone)
     EXPECT_EQ(object.GetAircraftData(data), 0) << "code 1 passes";
     EXPECT_EQ(logged(), "3 Request FAILED, 13 : IPC request contains bad data|3 Request FAILED, 11 "
                         ": IPC timed out all retries");
+}
+
+TEST_F(FSInterfaceFSUIPCTest, AClosedLinkAndFiveFailedPollsEndIt)
+{
+    AircraftData data;
+    for (const std::uint32_t code : {2U, 9U, 12U, 14U}) {
+        connectObject();
+        script.failures = {{1, code}, {2, code}};
+        EXPECT_EQ(object.GetAircraftData(data), simresult::kTimeout) << code;
+        EXPECT_EQ(object.ClearWeather(), simresult::kTimeout) << code;
+    }
+    connectObject();
+    for (const int failures : {4, 5}) {
+        script.failures.clear();
+        EXPECT_EQ(object.GetAircraftData(data), 0);
+        for (int failure = 1; failure <= failures; ++failure) {
+            script.failures = {{script.processes + 1, 11}};
+            EXPECT_EQ(object.GetAircraftData(data), failure < 5 ? 1 : simresult::kTimeout);
+        }
+    }
+    object.Disconnect();
+    EXPECT_EQ(object.GetAircraftData(data), simresult::kNotConnected);
 }
 
 TEST_F(FSInterfaceFSUIPCTest, WritesOnlyAWindThatIsOne)
@@ -293,7 +322,7 @@ TEST_F(FSInterfaceFSUIPCTest, ReadsAndWritesFuel)
         EXPECT_NEAR(fuel.tanks[i].level, 100.0 / static_cast<double>(i + 2), 1e-4);
         EXPECT_DOUBLE_EQ(fuel.tanks[i].capacity, static_cast<double>((i + 1) * 10));
     }
-    script.failures = {{script.processes + 11, 12}};
+    script.failures = {{script.processes + 11, 13}};
     aviation::structs::AircraftFuel untouched;
     EXPECT_EQ(object.GetAircraftFuel(untouched), 1);
     EXPECT_TRUE(untouched.tanks.empty());
@@ -301,7 +330,7 @@ TEST_F(FSInterfaceFSUIPCTest, ReadsAndWritesFuel)
     fuel.tanks = {{L"", 12, 50, 1}, {L"", 4, 50, 1}, {L"", 1, 0.0001, 1}, {L"", 11, 1e300, 1}};
     EXPECT_EQ(object.SetAircraftFuel(fuel), 0);
     EXPECT_EQ(written(), "b74=00004000 b8c=08000000 125c=ffffff7f");
-    script.failures = {{script.processes + 2, 12}};
+    script.failures = {{script.processes + 2, 13}};
     EXPECT_EQ(object.SetAircraftFuel(fuel), 1);
     EXPECT_EQ(script.writes.size(), 1U) << "the first failure ends it";
 }
