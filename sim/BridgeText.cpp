@@ -22,6 +22,8 @@ namespace {
 
 constexpr char kFieldMark = ':';
 constexpr char kPartMark = '|';
+constexpr std::int64_t kFirstSecond = -62135596800; // of the year 1, since 1970
+constexpr std::int64_t kLastSecond = 253402300799;  // of the year 9999
 
 // As they are written; of what is read only the lengths count, see Fields.
 constexpr std::array<std::string_view, 28> kAircraftKeys{"HgtAgl=",
@@ -129,7 +131,9 @@ void readDetail(Fields& fields, AircraftData& data)
     fields.read(23, data.maxGrossWeight);
     fields.read(24, data.totalWeight);
     fields.read(25, data.landingRate);
-    fields.read(26, data.simTime);
+    std::int64_t time = 0;
+    fields.read(26, time);
+    data.simTime = time >= kFirstSecond && time <= kLastSecond ? time : data.simTime;
     fields.read(27, data.temperature);
 }
 

@@ -62,6 +62,16 @@ TEST(BridgeTextTest, ReadsAllAircraftFields)
     EXPECT_EQ(data.simTime, 4102444800);
 }
 
+TEST(BridgeTextTest, AClockBeyondTheCalendarIsRefused)
+{
+    EXPECT_EQ(aircraftWith(26, "Zulu---253402300799").simTime, 253402300799);
+    for (const char* const clock :
+         {"Zulu---253402300800", "Zulu----62135596801", "Zulu---9223372036854775807"})
+    {
+        EXPECT_EQ(aircraftWith(26, clock).simTime, 0) << clock;
+    }
+}
+
 TEST(BridgeTextTest, ShortAircraftTextsLeaveDefaults)
 {
     EXPECT_EQ(aircraftOf(16).heightAgl, 0);
