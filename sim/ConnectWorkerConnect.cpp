@@ -70,6 +70,10 @@ void ConnectWorker::detectInterface()
         const int result = m_interface->Connect();
         if (result != simresult::kNone) {
             logNotFound(QStringLiteral("(ConnectWorker) - "), result);
+            log(QStringLiteral("(ConnectWorker) - FSUIPC not found, try connect to SimConnect"),
+                loglevel::kNotification);
+            dropInterface();
+            adopt(aviation::interfaceid::kSimConnect);
         } else {
             Identity found = identity();
             m_interface->GetFsVersion(found.fsVersion, found.fsName);
@@ -119,7 +123,8 @@ int ConnectWorker::connectObject()
 void ConnectWorker::readIdentity()
 {
     log(QStringLiteral("(ConnectWorker) - Connected"), loglevel::kNotification);
-    Identity found = identity();
+    Identity found; // nothing of the simulator before, should this one not say who it is
+    found.interfaceId = identity().interfaceId;
     m_interface->GetFsVersion(found.fsVersion, found.fsName);
     m_interface->GetInterface(found.interfaceId, found.interfaceName);
     setIdentity(found);

@@ -151,7 +151,8 @@ TEST_F(ConnectWorkerTest, DetectsTheInterface)
         {3, {0, 0, 2}, "create 1,create 3"},
         {6, {0, 1, 0}, "create 1,create 3,create 1"},
         {10, {0, 2}, "create 1"},
-        {3, {13, 0}, "create 1"},
+        {3, {1, 0}, "create 1,create 2"}, // without FSUIPC
+        {3, {1, 1}, "create 1,create 2"},
     };
     for (const auto& [fs, codes, objects] : rows) {
         simulator.clearCalls();
