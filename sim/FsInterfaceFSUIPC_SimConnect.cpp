@@ -7,9 +7,10 @@ bool isConnectedCode(int result)
     return result == simresult::kNone || result == simresult::kAlreadyConnected;
 }
 
+/// But for the end of the link, which ends the worker's run.
 int failedIfPositive(int result)
 {
-    return result > 0 ? simresult::kCallFailed : result;
+    return result > 0 && result != simresult::kTimeout ? simresult::kCallFailed : result;
 }
 
 } // namespace
@@ -79,7 +80,9 @@ int FsInterfaceFSUIPC_SimConnect::SendText(const std::string& text, int seconds)
 
 int FsInterfaceFSUIPC_SimConnect::GetAircraftData(aviation::structs::AircraftData& data)
 {
-    return m_fsuipc.GetAircraftData(data);
+    const int result = m_fsuipc.GetAircraftData(data);
+    const int link = m_simConnect.checkLink();
+    return link == simresult::kTimeout ? link : result;
 }
 
 int FsInterfaceFSUIPC_SimConnect::GetAircraftPayload(aviation::structs::AircraftPayload& payload)

@@ -23,6 +23,7 @@ public:
     int GetFsVersion(aviation::FsId& id, QString& name) override;
     int GetInterface(int& id, QString& name) override;
     int SendText(const std::string& text, int seconds) override;
+    /// Looks after SimConnect's link as well.
     int GetAircraftData(aviation::structs::AircraftData& data) override;
     int GetAircraftPayload(aviation::structs::AircraftPayload& payload) override;
     int SetAircraftPayload(const aviation::structs::AircraftPayload& payload) override;

@@ -79,6 +79,7 @@ int FsInterfaceSimConnect::Connect()
         }
         m_client = std::make_unique<SimConnectClient>(std::move(api));
     }
+    m_polls = {};
     m_connected = openClient();
     if (!m_connected) {
         m_client->close();
@@ -103,7 +104,10 @@ bool FsInterfaceSimConnect::openClient()
         return false;
     }
     // Deliberately connects without the open message as well; the simulator stays unknown then.
-    WaitForMessages();
+    WaitForMessages({SimConnectReply::Open});
+    if (m_client->hasQuit()) {
+        return false;
+    }
     m_fsVersion = fsIdOf(m_client->applicationVersion());
     return true;
 }
@@ -120,11 +124,8 @@ int FsInterfaceSimConnect::GetFsVersion(aviation::FsId& id, QString& name)
     if (!m_connected) {
         return simresult::kNotConnected;
     }
-    const aviation::FsId found = fsIdOf(m_client->applicationVersion());
-    if (found != aviation::fsid::kNone) {
-        m_fsVersion = found;
-        id = found;
-    }
+    m_fsVersion = fsIdOf(m_client->applicationVersion());
+    id = m_fsVersion;
     name = m_client->applicationName();
     return simresult::kNone;
 }
@@ -141,48 +142,89 @@ SimConnectReply FsInterfaceSimConnect::Dispatch()
     return m_connected ? m_client->Dispatch() : SimConnectReply::Nothing;
 }
 
-SimConnectReply FsInterfaceSimConnect::WaitForMessages()
+SimConnectReplies FsInterfaceSimConnect::takeWaiting()
 {
-    constexpr int kMostRounds = 10;
+    constexpr int kMostMessages = 1000; // a simulator that floods doesn't hold the worker
+    SimConnectReplies came;
+    for (int message = 0; message < kMostMessages; ++message) {
+        const SimConnectReply reply = m_client->Dispatch();
+        takeReply(reply);
+        came.add(reply);
+        if (reply == SimConnectReply::Nothing || reply == SimConnectReply::Failed
+            || reply == SimConnectReply::Quit)
+        {
+            break;
+        }
+    }
+    return came;
+}
+
+SimConnectReplies
+FsInterfaceSimConnect::WaitForMessages(std::initializer_list<SimConnectReply> awaited, int rounds)
+{
     constexpr int kPauseMs = 50;
-    SimConnectReply reply = SimConnectReply::Nothing;
-    for (int round = 0; round < kMostRounds && !m_stop.raised(); ++round) {
-        reply = m_client->Dispatch();
-        if (takeReply(reply)) {
-            return reply;
+    SimConnectReplies came;
+    for (int round = 0; round < rounds && !m_stop.raised(); ++round) {
+        came.add(takeWaiting());
+        if (came.hasAnyOf(awaited) || m_client->hasQuit()) {
+            return came;
         }
         sleepUnlessStopped(kPauseMs);
     }
-    if (reply == SimConnectReply::Failed) {
+    if (came.last() == SimConnectReply::Failed) {
         log(logLine(QStringLiteral("Dispatch HRESULT FAILED")), loglevel::kError);
     }
-    return reply;
+    return came;
 }
 
-bool FsInterfaceSimConnect::takeReply(SimConnectReply reply)
+void FsInterfaceSimConnect::takeReply(SimConnectReply reply)
 {
     switch (reply) {
-    case SimConnectReply::Nothing:
-    case SimConnectReply::Observation:
-    case SimConnectReply::Failed:
-        return false;
     case SimConnectReply::Exception:
-        log(logLine(m_client->exceptionText()), loglevel::kError);
-        return false;
+        logException();
+        break;
     case SimConnectReply::Open:
         log(logLine(m_client->openText(outsidetext::forLog(m_client->applicationName())).trimmed()),
             loglevel::kNotification);
-        return true;
+        break;
+    case SimConnectReply::Paused:
+        m_aircraftRequests = 0; // asked again with the next one, so that its end is seen
+        break;
     case SimConnectReply::Aircraft:
     case SimConnectReply::Fuel:
     case SimConnectReply::Payload:
     case SimConnectReply::Radios:
-    case SimConnectReply::Paused:
     case SimConnectReply::CloudState:
+        keepAnswers();
+        break;
+    default:
         break;
     }
-    keepAnswers();
-    return true;
+}
+
+void FsInterfaceSimConnect::logException()
+{
+    log(logLine(m_client->exceptionText()), loglevel::kError);
+    if (!m_client->refusedVariable().isEmpty()) {
+        log(logLine(QStringLiteral("The simulator refuses the variable \"%1\". What is asked for "
+                                   "together with it doesn't come.")
+                        .arg(m_client->refusedVariable())),
+            loglevel::kError);
+    }
+}
+
+int FsInterfaceSimConnect::unlessEnded(int result) const
+{
+    return m_client->hasQuit() ? simresult::kTimeout : result;
+}
+
+int FsInterfaceSimConnect::checkLink()
+{
+    if (!m_connected) {
+        return simresult::kNotConnected;
+    }
+    const bool failed = takeWaiting().has(SimConnectReply::Failed);
+    return unlessEnded(m_polls.count(failed ? simresult::kCallFailed : simresult::kNone));
 }
 
 void FsInterfaceSimConnect::keepAnswers()
@@ -193,6 +235,7 @@ void FsInterfaceSimConnect::keepAnswers()
 
 bool FsInterfaceSimConnect::sendRequest(const SimConnectRequest& request, const QString& name)
 {
+    takeWaiting(); // what comes late for an earlier request isn't taken for this one's
     if (!m_client->request(request)) {
         return false;
     }
@@ -211,48 +254,65 @@ int FsInterfaceSimConnect::GetAircraftData(aviation::structs::AircraftData& data
     if (!m_connected) {
         return simresult::kNotConnected;
     }
-    const SimConnectReply reply = sendRequest(simconnectid::kAircraft, QStringLiteral("Aircraft"))
-                                      ? WaitForMessages()
-                                      : SimConnectReply::Failed;
-    switch (reply) {
-    case SimConnectReply::Aircraft:
-        break;
-    case SimConnectReply::CloudState:
-        return simresult::kCloudReply;
-    case SimConnectReply::Paused:
-        return simresult::kPaused;
-    default:
-        if (!std::exchange(m_toldFailure, true)) {
-            log(logLine(QStringLiteral("Get Aircraft Data failed")), loglevel::kError);
-        }
-        return simresult::kCallFailed;
+    aviation::structs::AircraftData aircraft;
+    const int result = unlessEnded(m_polls.count(pollAircraft(aircraft)));
+    if (result == simresult::kNone) {
+        data = aircraft;
     }
+    return result;
+}
+
+/// Asks only when no answer is under way: a simulator that is slower than the polls would fall
+/// further behind with each.
+int FsInterfaceSimConnect::pollAircraft(aviation::structs::AircraftData& data)
+{
+    using R = SimConnectReply;
+    // What comes late is old by now, but for the landing, which is in one answer only.
+    const bool isLate = takeWaiting().has(R::Aircraft);
+    const std::int32_t lateLanding = isLate ? m_answers.aircraft.landingRate : 0;
+    const bool isAsked = m_client->awaitsAircraft()
+                         || sendRequest(simconnectid::kAircraft, QStringLiteral("Aircraft"));
+    const SimConnectReplies came =
+        isAsked ? WaitForMessages({R::Aircraft, R::Paused, R::CloudState}) : takeWaiting();
+    if (came.has(R::Paused) || (m_client->isPausedByKey() && isAsked && !came.has(R::Failed))) {
+        return simresult::kPaused;
+    }
+    if (came.has(R::Aircraft)) {
+        const int result = takeAircraft(data);
+        data.landingRate = data.landingRate != 0 ? data.landingRate : lateLanding;
+        return result;
+    }
+    if (came.has(R::CloudState)) {
+        return simresult::kCloudReply;
+    }
+    if (!std::exchange(m_toldFailure, true)) {
+        log(logLine(QStringLiteral("Get Aircraft Data failed")), loglevel::kError);
+    }
+    return simresult::kCallFailed;
+}
+
+int FsInterfaceSimConnect::takeAircraft(aviation::structs::AircraftData& data)
+{
     m_toldFailure = false;
-    const aviation::structs::AircraftData aircraft = m_answers.aircraft;
+    if (!m_client->hasClock() && !std::exchange(m_toldClock, true)) {
+        log(logLine(QStringLiteral("The simulator's clock shows no time of the calendar. Its time "
+                                   "isn't used.")),
+            loglevel::kWarning);
+    }
+    data = m_answers.aircraft;
     if (m_aircraftRequests == 0 && isPaused()) {
         return simresult::kPaused;
     }
     constexpr int kRequestsPerCheck = 11;
     m_aircraftRequests = (m_aircraftRequests + 1) % kRequestsPerCheck;
-    data = aircraft;
     return simresult::kNone;
 }
 
 bool FsInterfaceSimConnect::isPaused()
 {
-    return m_client->requestState() && WaitForMessages() == SimConnectReply::Paused;
-}
-
-/// Waits several times over, since other answers may come first.
-bool FsInterfaceSimConnect::waitFor(SimConnectReply awaited)
-{
-    constexpr int kMostWaits = 5;
-    for (int wait = 0; wait < kMostWaits; ++wait) {
-        if (WaitForMessages() == awaited) {
-            return true;
-        }
-    }
-    return false;
+    return m_client->requestState()
+           && WaitForMessages({SimConnectReply::Paused, SimConnectReply::Running})
+                  .has(SimConnectReply::Paused);
 }
 
 int FsInterfaceSimConnect::GetAircraftFuel(aviation::structs::AircraftFuel& fuel)
@@ -263,10 +323,10 @@ int FsInterfaceSimConnect::GetAircraftFuel(aviation::structs::AircraftFuel& fuel
     if (!sendRequest(simconnectid::kFuel, QStringLiteral("AircraftFuel"))) {
         return simresult::kCallFailed;
     }
-    if (waitFor(SimConnectReply::Fuel)) {
+    if (WaitForMessages({SimConnectReply::Fuel}, kManyRounds).has(SimConnectReply::Fuel)) {
         fuel = m_answers.fuel;
     }
-    return simresult::kNone;
+    return unlessEnded(simresult::kNone);
 }
 
 int FsInterfaceSimConnect::GetAircraftPayload(aviation::structs::AircraftPayload& payload)
@@ -277,10 +337,10 @@ int FsInterfaceSimConnect::GetAircraftPayload(aviation::structs::AircraftPayload
     if (!sendRequest(simconnectid::kPayload, QStringLiteral("AircraftPayload"))) {
         return simresult::kCallFailed;
     }
-    if (waitFor(SimConnectReply::Payload)) {
+    if (WaitForMessages({SimConnectReply::Payload}, kManyRounds).has(SimConnectReply::Payload)) {
         payload = m_answers.payload;
     }
-    return simresult::kNone;
+    return unlessEnded(simresult::kNone);
 }
 
 int FsInterfaceSimConnect::GetRadioFrequencys(aviation::structs::RadioFrequencys& radios)
@@ -289,10 +349,10 @@ int FsInterfaceSimConnect::GetRadioFrequencys(aviation::structs::RadioFrequencys
         return simresult::kNotConnected;
     }
     if (!sendRequest(simconnectid::kRadios, QStringLiteral("RadioFrequencys"))
-        || !waitFor(SimConnectReply::Radios))
+        || !WaitForMessages({SimConnectReply::Radios}, kManyRounds).has(SimConnectReply::Radios))
     {
         log(logLine(QStringLiteral("Get Radio Frequencys failed")), loglevel::kError);
-        return simresult::kCallFailed;
+        return unlessEnded(simresult::kCallFailed);
     }
     radios = m_answers.radios;
     return simresult::kNone;

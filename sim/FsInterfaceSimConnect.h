@@ -2,8 +2,10 @@
 
 #include "sim/FsInterfaceBase.h"
 #include "sim/FsInterfaceExtras.h"
+#include "sim/PollFailures.h"
 #include "sim/SimConnectClient.h"
 
+#include <initializer_list>
 #include <memory>
 
 class SimulatorClients;
@@ -11,7 +13,8 @@ class StopFlag;
 
 /// FSX and its successors through SimConnect. Requests go out, and their answers are fetched by
 /// polling for half a second at most. An operation of an object that isn't connected gives
-/// simresult::kNotConnected.
+/// simresult::kNotConnected; simresult::kTimeout says that the simulator ended, or that the
+/// aircraft couldn't be read five times in a row.
 class FsInterfaceSimConnect final : public FsInterfaceBase, public SimConnectOperations
 {
     Q_OBJECT
@@ -25,11 +28,12 @@ public:
     int Connect() override;
     int Disconnect() override;
     int ClearWeather() override;
-    /// `id` stays when the simulator's version isn't known here.
+    /// `id` is 0 when the simulator's version isn't known here.
     int GetFsVersion(aviation::FsId& id, QString& name) override;
     int GetInterface(int& id, QString& name) override;
     /// Cut to 1023 bytes.
     int SendText(const std::string& text, int seconds) override;
+    /// The state of now: what came too late for an earlier call isn't given.
     int GetAircraftData(aviation::structs::AircraftData& data) override;
     /// 0 also without an answer; the list stays then.
     int GetAircraftPayload(aviation::structs::AircraftPayload& payload) override;
@@ -53,6 +57,8 @@ public:
     /// One dispatch round: fetches one message, if one waits. For the interface that has this one
     /// as a member.
     SimConnectReply Dispatch();
+    /// For the same, whose polls go another way: takes in what waits and counts as a poll.
+    int checkLink();
 
 private:
     /// What came last, each whole.
@@ -66,14 +72,24 @@ private:
     };
 
     bool openClient();
-    SimConnectReply WaitForMessages();
-    /// True when the wait is over.
-    bool takeReply(SimConnectReply reply);
+    static constexpr int kRounds = 10;
+    static constexpr int kManyRounds = 50; ///< for what takes the simulator longer
+
+    /// Fetches until one of these came, at most so many times with pauses between.
+    SimConnectReplies WaitForMessages(std::initializer_list<SimConnectReply> awaited,
+                                      int rounds = kRounds);
+    /// Fetches all that waits. The newest of each kind counts.
+    SimConnectReplies takeWaiting();
+    void takeReply(SimConnectReply reply);
+    void logException();
+    /// The result, or that the simulator has ended.
+    int unlessEnded(int result) const;
+    int pollAircraft(aviation::structs::AircraftData& data);
+    int takeAircraft(aviation::structs::AircraftData& data);
     void keepAnswers();
     /// False when the request couldn't be sent.
     bool sendRequest(const SimConnectRequest& request, const QString& name);
     void logSentId(const QString& name);
-    bool waitFor(SimConnectReply awaited);
     bool isPaused();
     void sleepUnlessStopped(int milliseconds) const;
     void log(const QString& text, int level);
@@ -83,7 +99,9 @@ private:
     const StopFlag& m_stop;
     std::unique_ptr<SimConnectClient> m_client; ///< null until the library was found
     Answers m_answers;
+    PollFailures m_polls;
     int m_aircraftRequests = 0;      ///< since the last pause check
     bool m_toldFailure = false;      ///< said once until the aircraft is read again
     bool m_toldCloudFailure = false; ///< the same of the clouds
+    bool m_toldClock = false;        ///< that the simulator's clock shows no time
 };

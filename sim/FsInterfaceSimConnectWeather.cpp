@@ -38,7 +38,7 @@ int FsInterfaceSimConnect::SendText(const std::string& text, int seconds)
     const Result result = m_client->api().SimConnect_Text(
         m_client->handle(), simconnect::kTextScrollWhite, static_cast<float>(seconds), 0,
         static_cast<std::uint32_t>(cut.size() + 1), cut.data());
-    if (result == simconnect::kFailed) {
+    if (result < kOk) {
         log(errorLine(m_client->exceptionText()), loglevel::kError);
         return simresult::kCallFailed;
     }
@@ -64,7 +64,7 @@ int FsInterfaceSimConnect::SetWeatherText(const QString& text)
     if (Dispatch() == SimConnectReply::Exception) {
         log(errorLine(m_client->exceptionText()), loglevel::kError);
     }
-    return result == simconnect::kFailed ? simresult::kCallFailed : simresult::kNone;
+    return unlessEnded(result < kOk ? simresult::kCallFailed : simresult::kNone);
 }
 
 int FsInterfaceSimConnect::setCustomWeatherMode()
@@ -98,13 +98,16 @@ int FsInterfaceSimConnect::GetWeatherAt(QString& observation, double latitude, d
     if (!m_connected) {
         return simresult::kNotConnected;
     }
+    takeWaiting(); // as in sendRequest
     const Result result = m_client->api().SimConnect_WeatherRequestObservationAtNearestStation(
         m_client->handle(), simconnectid::kObservationRequest, static_cast<float>(latitude),
         static_cast<float>(longitude));
-    if (result == kOk && Dispatch() == SimConnectReply::Observation) {
+    if (result == kOk
+        && WaitForMessages({SimConnectReply::Observation}).has(SimConnectReply::Observation))
+    {
         observation = m_client->observation();
     }
-    return codeOf(result);
+    return unlessEnded(codeOf(result));
 }
 
 int FsInterfaceSimConnect::CreateStation(const std::string& icao, const std::string& name,
@@ -116,7 +119,7 @@ int FsInterfaceSimConnect::CreateStation(const std::string& icao, const std::str
     const Result result = m_client->api().SimConnect_WeatherCreateStation(
         m_client->handle(), simconnectid::kStationRequest, icao.c_str(), name.c_str(), latitude,
         longitude, elevation);
-    if (result == simconnect::kFailed) {
+    if (result < kOk) {
         return simresult::kCallFailed;
     }
     return result > kOk ? simresult::kNotCreated : simresult::kNone;
@@ -127,6 +130,7 @@ int FsInterfaceSimConnect::GetCloudState(const CloudArea& area, std::vector<std:
     if (!m_connected) {
         return simresult::kNotConnected;
     }
+    takeWaiting(); // as in sendRequest
     const Result result = m_client->api().SimConnect_WeatherRequestCloudState(
         m_client->handle(), simconnectid::kCloudRequest, static_cast<float>(area.lower.latitude()),
         static_cast<float>(area.lower.longitude()), static_cast<float>(area.lowerAltitude),
@@ -136,12 +140,12 @@ int FsInterfaceSimConnect::GetCloudState(const CloudArea& area, std::vector<std:
         return simresult::kCloudRequest;
     }
     logSentId(QStringLiteral("Cloud state"));
-    if (WaitForMessages() != SimConnectReply::CloudState) {
+    if (!WaitForMessages({SimConnectReply::CloudState}).has(SimConnectReply::CloudState)) {
         if (!std::exchange(m_toldCloudFailure, true)) { // asked for every other second
             log(QStringLiteral("(Interface SimConnect) - Get cloud state failed"),
                 loglevel::kError);
         }
-        return simresult::kCallFailed;
+        return unlessEnded(simresult::kCallFailed);
     }
     m_toldCloudFailure = false;
     map = m_answers.cloudState;
@@ -155,5 +159,5 @@ int FsInterfaceSimConnect::LoadFlightPlan(const QString& path)
     }
     const Result result = m_client->api().SimConnect_FlightPlanLoad(
         m_client->handle(), QFile::encodeName(path).constData());
-    return result == simconnect::kFailed ? simresult::kCallFailed : simresult::kNone;
+    return result < kOk ? simresult::kCallFailed : simresult::kNone;
 }

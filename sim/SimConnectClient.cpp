@@ -16,10 +16,10 @@ namespace {
 constexpr std::size_t kCloudBytes = 64 * 64;
 constexpr std::uint32_t kRunning = 1; ///< value of the system state "Sim"
 
-/// Whether a call failed; other codes count as success where nothing else is said.
+/// Whether a call failed; positive codes count as success where nothing else is said.
 bool isFailure(simconnect::Result result)
 {
-    return result == simconnect::kFailed;
+    return result < simconnect::kOk;
 }
 
 /// As printf's %d shows a number of the wire.
@@ -79,8 +79,12 @@ SimConnectClient::~SimConnectClient()
 bool SimConnectClient::open()
 {
     m_handle = nullptr;
+    m_hasQuit = false;
+    m_awaitsAircraft = false;
+    m_pausedByKey = false;
+    m_variables.clear();
     const auto result = m_api->SimConnect_Open(&m_handle, "FSInterface", nullptr, 0, nullptr, 0);
-    m_open = !isFailure(result) && m_handle != nullptr; // other codes of failure leave no handle
+    m_open = !isFailure(result) && m_handle != nullptr;
     return m_open;
 }
 
@@ -103,9 +107,12 @@ bool SimConnectClient::addDatum(std::uint32_t definition, const SimConnectDatum&
 
 bool SimConnectClient::makeDefinition(const SimConnectDefinition& definition)
 {
-    return std::all_of(
-        definition.data.begin(), definition.data.end(),
-        [&](const SimConnectDatum& datum) { return addDatum(definition.id, datum); });
+    return std::all_of(definition.data.begin(), definition.data.end(),
+                       [&](const SimConnectDatum& datum) {
+                           const bool added = addDatum(definition.id, datum);
+                           m_variables[lastSentId()] = datum.name; // what an exception names
+                           return added;
+                       });
 }
 
 bool SimConnectClient::define()
@@ -132,9 +139,14 @@ bool SimConnectClient::define()
 
 bool SimConnectClient::request(const SimConnectRequest& request)
 {
-    return !isFailure(m_api->SimConnect_RequestDataOnSimObject(
+    const bool sent = !isFailure(m_api->SimConnect_RequestDataOnSimObject(
         m_handle, request.id, request.definition, simconnect::kUserObject, simconnect::kPeriodOnce,
         0, 0, 0, 0));
+    if (sent && request.id == simconnectid::kAircraft.id) {
+        m_awaitsAircraft = true;
+        m_aircraftPacket = lastSentId();
+    }
+    return sent;
 }
 
 bool SimConnectClient::requestState()
@@ -177,8 +189,9 @@ SimConnectReply SimConnectClient::Dispatch()
 {
     const simconnect::Message* message = nullptr;
     std::uint32_t size = 0;
-    if (m_api->SimConnect_GetNextDispatch(m_handle, &message, &size) < 0) {
-        return SimConnectReply::Nothing;
+    const auto result = m_api->SimConnect_GetNextDispatch(m_handle, &message, &size);
+    if (isFailure(result)) { // of the failures this one alone says that nothing waits
+        return result == simconnect::kFailed ? SimConnectReply::Nothing : SimConnectReply::Failed;
     }
     const Received received{reinterpret_cast<const char*>(message), size};
     simconnect::Message head;
@@ -196,6 +209,9 @@ SimConnectReply SimConnectClient::take(std::uint32_t id, const Received& message
         return takeException(message);
     case MessageId::Open:
         return takeOpen(message);
+    case MessageId::Quit:
+        m_hasQuit = true;
+        return SimConnectReply::Quit;
     case MessageId::Event:
         return takeEvent(message);
     case MessageId::ObjectData:
@@ -207,7 +223,7 @@ SimConnectReply SimConnectClient::take(std::uint32_t id, const Received& message
     case MessageId::SystemState:
         return takeSystemState(message);
     default:
-        return SimConnectReply::Nothing;
+        return SimConnectReply::Other;
     }
 }
 
@@ -215,12 +231,18 @@ SimConnectReply SimConnectClient::takeException(const Received& message)
 {
     simconnect::ExceptionMessage head;
     if (!message.read(head)) {
-        return SimConnectReply::Nothing;
+        return SimConnectReply::Other;
     }
     m_exceptionText = QString::asprintf("***** %s EXCEPTION=%d  SendID=%d  Index=%d  cbData=%d",
                                         simConnectExceptionName(head.exception),
                                         signedOf(head.exception), signedOf(head.sendId),
                                         signedOf(head.index), static_cast<int>(message.size));
+    const auto variable = m_variables.find(head.sendId);
+    m_refusedVariable =
+        variable == m_variables.end() ? QString() : QString::fromStdString(variable->second);
+    if (head.sendId == m_aircraftPacket) {
+        m_awaitsAircraft = false; // a refusal is an answer
+    }
     return SimConnectReply::Exception;
 }
 
@@ -228,7 +250,7 @@ SimConnectReply SimConnectClient::takeOpen(const Received& message)
 {
     alignas(std::uint32_t) simconnect::OpenMessage head; // its arrays are handed on by reference
     if (!message.read(head)) {
-        return SimConnectReply::Nothing;
+        return SimConnectReply::Other;
     }
     m_applicationName = simvalue::textOf(head.applicationName, sizeof head.applicationName);
     m_applicationVersion = QStringLiteral("AppVersion=") + versionText(head.applicationVersion);
@@ -247,7 +269,7 @@ SimConnectReply SimConnectClient::takeEvent(const Received& message)
 {
     simconnect::EventMessage head;
     if (!message.read(head)) {
-        return SimConnectReply::Nothing;
+        return SimConnectReply::Other;
     }
     switch (head.eventId) {
     case simconnectid::kSimStopEvent:
@@ -258,21 +280,25 @@ SimConnectReply SimConnectClient::takeEvent(const Received& message)
         break;
     case simconnectid::kPauseEvent:
         qDebug() << "Sim Pause";
+        m_pausedByKey = head.data != 0;
         break;
     default:
         break;
     }
-    return SimConnectReply::Nothing;
+    return SimConnectReply::Other;
 }
 
 SimConnectReply SimConnectClient::takeObjectData(const Received& message)
 {
     simconnect::ObjectDataMessage head;
     if (!message.read(head)) {
-        return SimConnectReply::Nothing;
+        return SimConnectReply::Other;
     }
     const char* const data = message.bytes + sizeof head;
     const std::size_t size = message.size - sizeof head;
+    if (head.requestId == simconnectid::kAircraft.id) {
+        m_awaitsAircraft = false; // also by data that can't be read
+    }
     const auto answers = [&](const SimConnectRequest& request,
                              const SimConnectDefinition& definition) {
         return head.requestId == request.id && head.defineId == request.definition
@@ -294,7 +320,7 @@ SimConnectReply SimConnectClient::takeObjectData(const Received& message)
         takeRadios(data);
         return SimConnectReply::Radios;
     }
-    return SimConnectReply::Nothing;
+    return SimConnectReply::Other;
 }
 
 /// The simulator has no landing rate: the first sample on the ground takes the vertical speed of
@@ -302,7 +328,10 @@ SimConnectReply SimConnectClient::takeObjectData(const Received& message)
 void SimConnectClient::takeAircraft(const char* data)
 {
     const simconnectdata::AircraftVariables variables = simconnectdata::readAircraft(data);
+    const std::int64_t timeBefore = m_aircraft.simTime;
     m_aircraft = simconnectdata::aircraftOf(variables);
+    m_hasClock = simconnectdata::isTime(variables);
+    m_aircraft.simTime = m_hasClock ? m_aircraft.simTime : timeBefore;
     if (!m_aircraft.onGround) {
         m_verticalSpeed = simconnectdata::feetPerMinute(variables);
     } else if (m_verticalSpeed != 0.0) {
@@ -323,7 +352,7 @@ SimConnectReply SimConnectClient::takeObservation(const Received& message)
 {
     simconnect::ObservationMessage head;
     if (!message.read(head) || head.requestId != simconnectid::kObservationRequest) {
-        return SimConnectReply::Nothing;
+        return SimConnectReply::Other;
     }
     m_observation =
         simvalue::textOf(message.bytes + sizeof head,
@@ -338,7 +367,7 @@ SimConnectReply SimConnectClient::takeCloudState(const Received& message)
     if (!message.read(head) || head.requestId != simconnectid::kCloudRequest
         || head.arraySize > message.size - sizeof head)
     {
-        return SimConnectReply::Nothing;
+        return SimConnectReply::Other;
     }
     const char* const clouds = message.bytes + sizeof head;
     m_cloudState.assign(clouds, clouds + std::min<std::size_t>(head.arraySize, kCloudBytes));
@@ -349,7 +378,8 @@ SimConnectReply SimConnectClient::takeCloudState(const Received& message)
 SimConnectReply SimConnectClient::takeSystemState(const Received& message)
 {
     simconnect::SystemStateMessage head;
-    const bool answers = message.read(head) && head.requestId == simconnectid::kStateRequest;
-    return answers && head.integerValue != kRunning ? SimConnectReply::Paused
-                                                    : SimConnectReply::Nothing;
+    if (!message.read(head) || head.requestId != simconnectid::kStateRequest) {
+        return SimConnectReply::Other;
+    }
+    return head.integerValue == kRunning ? SimConnectReply::Running : SimConnectReply::Paused;
 }

@@ -4,6 +4,7 @@
 #include "aviation/AircraftLoad.h"
 #include "aviation/RadioFrequencys.h"
 #include "sim/SimConnectDefinitions.h"
+#include "sim/SimConnectReply.h"
 #include "sim/clients/SimConnectApi.h"
 
 #include <QString>
@@ -11,24 +12,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <string>
 #include <vector>
-
-/// What one dispatch round found.
-enum class SimConnectReply
-{
-    Nothing = 0, ///< no message, or one without news
-    Exception = 1,
-    Open = 2,
-    Aircraft = 3,
-    Fuel = 4,
-    Payload = 5,
-    Radios = 6,
-    Observation = 7,
-    Paused = 8,
-    CloudState = 11,
-    Failed = 12 ///< the library gave a message that isn't one
-};
 
 /// The connection to the simulator and what its last messages said. Messages come from outside: a
 /// short or odd one changes nothing. For one thread; nothing throws.
@@ -60,11 +47,22 @@ public:
     /// Fetches one message, if one waits, and takes it in.
     SimConnectReply Dispatch();
 
+    /// The simulator said that it ends.
+    bool hasQuit() const { return m_hasQuit; }
+    /// The aircraft was asked for, and neither it nor a refusal has come since.
+    bool awaitsAircraft() const { return m_awaitsAircraft; }
+    /// The pilot's pause key, as the last event says.
+    bool isPausedByKey() const { return m_pausedByKey; }
+    /// The simulator's clock with the last aircraft was a time; else the time before it stays.
+    bool hasClock() const { return m_hasClock; }
+
     SimConnectApi& api() { return *m_api; }
     SimConnectApi::Handle handle() const { return m_handle; }
 
     /// Plain texts, empty before the first of their kind.
     const QString& exceptionText() const { return m_exceptionText; }
+    /// The variable that the last exception is about, empty for anything else.
+    const QString& refusedVariable() const { return m_refusedVariable; }
     const QString& applicationName() const { return m_applicationName; }
     /// "AppVersion=10.0.61259.0".
     const QString& applicationVersion() const { return m_applicationVersion; }
@@ -107,7 +105,14 @@ private:
     std::unique_ptr<SimConnectApi> m_api;
     SimConnectApi::Handle m_handle = nullptr;
     bool m_open = false;
+    bool m_hasQuit = false;
+    bool m_awaitsAircraft = false;
+    bool m_pausedByKey = false;
+    bool m_hasClock = true;
+    std::uint32_t m_aircraftPacket = 0;               ///< of the request that is awaited
+    std::map<std::uint32_t, std::string> m_variables; ///< those of the definitions, by packet
     QString m_exceptionText;
+    QString m_refusedVariable;
     QString m_applicationName;
     QString m_applicationVersion;
     QString m_simConnectVersion;

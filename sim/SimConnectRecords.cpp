@@ -22,6 +22,7 @@ using simvalue::truncated;
 namespace {
 
 constexpr double kPercent = 100.0;
+constexpr int kFirstYear = 1900;
 
 /// Takes packed values one after the other; zeros after the end.
 class PackedReader
@@ -96,17 +97,14 @@ std::uint16_t word(std::int32_t number)
 /// minute 0, with the seconds and the daylight saving of now, plus the zulu seconds.
 std::int64_t simTime(const AircraftVariables& variables)
 {
-    constexpr int kFirstYear = 1900;
-    constexpr int kLastYear = 9999;
-    constexpr std::int64_t kDay = 86400;
     const QDateTime now = QDateTime::fromSecsSinceEpoch(aviation::Clock::current().nowSeconds());
     std::tm date = {};
     date.tm_sec = now.time().second();
-    date.tm_mday = std::clamp(variables.zuluDay, 1, 31);
-    date.tm_mon = std::clamp(variables.zuluMonth, 1, 12) - 1;
-    date.tm_year = std::clamp(variables.zuluYear, kFirstYear, kLastYear) - kFirstYear;
+    date.tm_mday = variables.zuluDay;
+    date.tm_mon = variables.zuluMonth - 1;
+    date.tm_year = variables.zuluYear - kFirstYear;
     date.tm_isdst = now.isDaylightTime() ? 1 : 0;
-    return std::mktime(&date) + std::clamp<std::int64_t>(variables.zuluSeconds, 0, kDay);
+    return std::mktime(&date) + variables.zuluSeconds;
 }
 
 void fillDetail(const AircraftVariables& variables, aviation::structs::AircraftDetail& detail)
@@ -195,6 +193,15 @@ AircraftVariables readAircraft(const char* data)
     return read;
 }
 
+bool isTime(const AircraftVariables& variables)
+{
+    constexpr int kLastYear = 9999;
+    constexpr std::int64_t kDay = 86400; // itself as well, what comes before it may be rounded up
+    return QDate::isValid(variables.zuluYear, variables.zuluMonth, variables.zuluDay)
+           && variables.zuluYear >= kFirstYear && variables.zuluYear <= kLastYear
+           && variables.zuluSeconds >= 0 && variables.zuluSeconds <= kDay;
+}
+
 aviation::structs::AircraftData aircraftOf(const AircraftVariables& variables)
 {
     constexpr float kNoGust = -1.0F;
@@ -216,7 +223,7 @@ aviation::structs::AircraftData aircraftOf(const AircraftVariables& variables)
     aircraft.visibility = singleOf(std::trunc(variables.visibility / kMetresPerKilometre));
     aircraft.magneticVariation = singleOf(variables.magneticVariation);
     aircraft.totalWeight = variables.totalWeight;
-    aircraft.simTime = simTime(variables);
+    aircraft.simTime = isTime(variables) ? simTime(variables) : 0;
     return aircraft;
 }
 

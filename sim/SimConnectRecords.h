@@ -54,8 +54,10 @@ struct AircraftVariables
 };
 
 AircraftVariables readAircraft(const char* data);
+/// Whether the clock shows a time of the years 1900 to 9999.
+bool isTime(const AircraftVariables& variables);
 /// All but the landing rate. A place beyond 90 degrees of latitude or 360 of longitude is left
-/// unknown. Asks the clock and the time zone.
+/// unknown, and so is the time if the clock shows none. Asks the clock and the time zone.
 aviation::structs::AircraftData aircraftOf(const AircraftVariables& variables);
 /// The vertical speed, not truncated.
 double feetPerMinute(const AircraftVariables& variables);

@@ -118,3 +118,27 @@ TEST_F(FsInterfaceFSUIPC_SimConnectTest, WeatherTextsFetchTwoMessages)
     EXPECT_EQ(object.SetWeatherTheme("t"), 8);
     EXPECT_EQ(object.GetWeatherAt(observation, 1.0, 2.0), 8);
 }
+
+TEST_F(FsInterfaceFSUIPC_SimConnectTest, TheEndOfEitherLinkEndsBoth)
+{
+    aviation::structs::AircraftData aircraft;
+    QString observation;
+    SimConnectScript& script = clients.simConnectScript;
+    const simconnect::Message quit;
+    ASSERT_EQ(object.Connect(), 0);
+    EXPECT_EQ(object.GetAircraftData(aircraft), 0);
+    script.messages = {messageOf(simconnect::MessageId::Quit, quit)};
+    EXPECT_EQ(object.GetAircraftData(aircraft), simresult::kTimeout);
+    EXPECT_EQ(object.GetWeatherAt(observation, 1.0, 2.0), simresult::kTimeout);
+
+    FsInterfaceFSUIPC_SimConnect other(clients, QString(), stop);
+    ASSERT_EQ(other.Connect(), 0);
+    script.noMessage = static_cast<simconnect::Result>(0xC000014BU);
+    for (int poll = 1; poll <= 5; ++poll) {
+        EXPECT_EQ(other.GetAircraftData(aircraft), poll < 5 ? 0 : simresult::kTimeout);
+    }
+    script.noMessage = simconnect::kFailed;
+    EXPECT_EQ(other.GetAircraftData(aircraft), 0);
+    clients.fsuipcScript.failures = {{clients.fsuipcScript.processes + 1, fsuipc::kSendFailed}};
+    EXPECT_EQ(other.GetAircraftData(aircraft), simresult::kTimeout);
+}

@@ -1,16 +1,7 @@
-#include "sim/FsInterfaceSimConnect.h"
-
-#include "app/base/LogLevel.h"
-#include "app/base/StopFlag.h"
 #include "aviation/Units.h"
-#include "tests/sim/ScriptedFsuipc.h"
-#include "tests/sim/SimConnectAnswers.h"
-#include "tests/support/FakeClock.h"
+#include "tests/sim/FsInterfaceSimConnectFixture.h"
 
 #include <QDateTime>
-#include <QStringList>
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
@@ -22,41 +13,8 @@ using simconnect::kFailed;
 namespace {
 
 constexpr auto kWrongArgument = static_cast<simconnect::Result>(0x80070057U);
-
-class FsInterfaceSimConnectTest : public ::testing::Test
-{
-protected:
-    FsInterfaceSimConnectTest()
-    {
-        QObject::connect(&sim, &FsInterfaceBase::sigDebugString, &sim,
-                         [this](const QString& text, int level) {
-                             log << QString::number(level) + QLatin1Char(' ') + text;
-                         });
-    }
-    void connectSimulator()
-    {
-        script.messages.push_back(openMessage());
-        ASSERT_EQ(sim.Connect(), 0);
-        script.calls.clear();
-    }
-    /// Messages that come when a call begins like this.
-    void answerTo(const std::string& start, std::vector<Bytes> messages)
-    {
-        script.onCall = [this, start, messages](const std::string& call) {
-            if (call.rfind(start, 0) == 0) {
-                script.messages.insert(script.messages.end(), messages.begin(), messages.end());
-            }
-        };
-    }
-    bool said(const char* line) const { return log.contains(QString::fromLatin1(line)); }
-
-    FakeClock clock{2026, 7, 15, 10, 20, 33};
-    StopFlag stop;
-    ScriptedBothClients clients;
-    SimConnectScript& script = clients.simConnectScript;
-    FsInterfaceSimConnect sim{clients, QStringLiteral("folder"), stop};
-    QStringList log;
-};
+constexpr auto kPipeBroken = static_cast<simconnect::Result>(0xC000014BU);
+constexpr auto kPipeClosed = static_cast<simconnect::Result>(0xC00000B0U);
 
 } // namespace
 
@@ -68,6 +26,7 @@ TEST_F(FsInterfaceSimConnectTest, FailuresOfConnect)
         {"Open", kWrongArgument, "Connect HRESULT FAILED", 0},
         {"Define 7 TRANSPONDER", kFailed, "Init HRESULT FAILED", 1},
         {"Subscribe 1", kFailed, "Init HRESULT FAILED", 1},
+        {"Subscribe 1", kPipeBroken, "Init HRESULT FAILED", 1},
     };
     clients.hasSimConnect = false;
     for (const auto& [failing, result, line, closes] : rows) {
@@ -90,7 +49,7 @@ TEST_F(FsInterfaceSimConnectTest, ConnectDefinesAndTakesTheOpenMessage)
 {
     script.messages = {exceptionMessage(24), exceptionMessage(99), openMessage("A <b>\xE4")};
     EXPECT_EQ(sim.Connect(), 0);
-    EXPECT_EQ(clock.sleptMs(), 1000 + 2 * 50);
+    EXPECT_EQ(clock.sleptMs(), 1000);
     EXPECT_TRUE(said("3 (Interface SimConnect) - ***** SIMCONNECT_EXCEPTION_OPERATION_INVALID_FOR_"
                      "OJBECT_TYPE EXCEPTION=24  SendID=9  Index=-1  cbData=24"));
     EXPECT_EQ(log.filter(QStringLiteral("***** unknow EXCEPTION=99  SendID=9")).size(), 1);
@@ -109,7 +68,7 @@ TEST_F(FsInterfaceSimConnectTest, ConnectDefinesAndTakesTheOpenMessage)
 TEST_F(FsInterfaceSimConnectTest, KnowsTheSimulatorsByTheirVersion)
 {
     for (const auto& [version, expected] : std::map<std::uint32_t, int>{
-             {1, 77}, {2, 4}, {3, 5}, {4, 6}, {5, 10}, {6, 10}, {10, 3}, {11, 12}, {12, 77}})
+             {1, 0}, {2, 4}, {3, 5}, {4, 6}, {5, 10}, {6, 10}, {10, 3}, {11, 12}, {12, 0}})
     {
         sim.Disconnect();
         script.messages = {openMessage("The Sim", version)};
@@ -191,75 +150,56 @@ TEST_F(FsInterfaceSimConnectTest, LandingRateAppearsOnce)
     }
 }
 
-TEST_F(FsInterfaceSimConnectTest, PauseIsCheckedAtEveryEleventhRequest)
+TEST_F(FsInterfaceSimConnectTest, NamesTheVariableThatIsRefused)
 {
-    connectSimulator();
-    std::uint32_t state = 1;
+    std::uint32_t packet = 0;
     script.onCall = [&](const std::string& call) {
-        if (call.rfind("Request", 0) == 0) {
-            script.messages.push_back(aircraftAnswer());
-        } else if (call == "State 10 Sim") {
-            script.messages.push_back(stateMessage(state));
+        script.packetId = ++packet;
+        if (call.rfind("Define 0 AMBIENT IN CLOUD", 0) == 0) {
+            script.messages.push_back(exceptionMessage(7, packet));
         }
     };
-    aviation::structs::AircraftData data;
-    for (int request = 0; request < 22; ++request) {
-        EXPECT_EQ(sim.GetAircraftData(data), 0);
-        EXPECT_EQ(script.count("State"), request < 11 ? 1 : 2) << request;
-    }
-    for (const std::uint32_t paused : {0U, 2U, 0U}) { // asked at each request then
-        state = paused;
-        data.altitude = 77;
-        EXPECT_EQ(sim.GetAircraftData(data), simresult::kPaused);
-        EXPECT_EQ(data.altitude, 77);
-    }
-    state = 1;
-    EXPECT_EQ(sim.GetAircraftData(data), 0);
+    script.messages = {openMessage(), exceptionMessage(7, 1)};
+    ASSERT_EQ(sim.Connect(), 0);
+    const QStringList lines = log.filter(QStringLiteral("refuses"));
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_EQ(lines.first(),
+              QStringLiteral("3 (Interface SimConnect) - The simulator refuses the variable "
+                             "\"AMBIENT IN CLOUD\". What is asked for together with it doesn't "
+                             "come."));
 }
 
-TEST_F(FsInterfaceSimConnectTest, AnswersToAnAircraftRequest)
+TEST_F(FsInterfaceSimConnectTest, AClockBeyondTheCalendarIsRefused)
 {
     connectSimulator();
-    const SimConnectRequest otherDefinition{0, 1};
-    const Bytes other = answer(otherDefinition, simConnectAircraftDefinition());
-    const char* const kFailedLine = "3 (Interface SimConnect) - Get Aircraft Data failed";
-    const char* const kDispatchLine = "3 (Interface SimConnect) - Dispatch HRESULT FAILED";
-    const std::vector<Bytes> cutMessages{cut(stateMessage(0)), cut(exceptionMessage(1)),
-                                         cut(openMessage()), cut(cloudMessage(0, 0)),
-                                         cut(aircraftAnswer(), 669)};
-    /// The messages, the result, waits of 50 ms and a line, null for any.
-    const std::tuple<std::vector<Bytes>, int, int, const char*> rows[] = {
-        {{}, 8, 10, kFailedLine},
-        {{cut(aircraftAnswer()), other, Bytes(12), Bytes(300, '\x04')}, 8, 10, nullptr},
-        {{stateMessage(0)}, 19, 0, nullptr},
-        {{stateMessage(0, 11), stateMessage(1)}, 8, 10, nullptr},
-        {cutMessages, 8, 10, kFailedLine},
-        {{cloudMessage(4096, 4096)}, 20, 0, nullptr},
-        {{cloudMessage(4096, 4095), cloudMessage(9, 9, 5)}, 8, 10, nullptr},
-        {{openMessage()}, 8, 0, nullptr},
-        {{exceptionMessage(1)}, 8, 10, kFailedLine},
-        {std::vector<Bytes>(10, Bytes(5)), 8, 10, kDispatchLine},
-    };
-    int index = 0;
-    for (const auto& [messages, result, waits, line] : rows) {
-        aviation::structs::AircraftData data;
-        answerTo("Request", {aircraftAnswer()});
-        ASSERT_EQ(sim.GetAircraftData(data), 0);
-        data = {};
-        log.clear();
-        answerTo("Request", messages);
-        const std::int64_t before = clock.sleptMs();
-        EXPECT_EQ(sim.GetAircraftData(data), result) << index;
-        EXPECT_EQ(clock.sleptMs() - before, waits * 50) << index;
-        EXPECT_TRUE(line == nullptr || said(line)) << index;
-        EXPECT_EQ(data.name, L"unknown") << index;
-        EXPECT_EQ(log.filter(QStringLiteral("EXCEPTION")).size(), index == 8 ? 1 : 0) << index;
-        ++index;
-    }
-    log.clear();
+    const Numbers good{{"ZULU TIME", 3600},
+                       {"ZULU DAY OF MONTH", 29},
+                       {"ZULU MONTH OF YEAR", 2},
+                       {"ZULU YEAR", 2024}};
+    answerTo("Request", {aircraftAnswer(good)});
     aviation::structs::AircraftData data;
-    EXPECT_EQ(sim.GetAircraftData(data), simresult::kCallFailed);
-    EXPECT_FALSE(said(kFailedLine)) << "once until the aircraft is read again";
+    ASSERT_EQ(sim.GetAircraftData(data), 0);
+    const std::int64_t before = data.simTime;
+    EXPECT_NEAR(static_cast<double>(before), 1709168400.0, 86400.0);
+    for (const auto& [variable, number] :
+         std::initializer_list<std::pair<const char*, double>>{{"ZULU YEAR", 2023},
+                                                               {"ZULU YEAR", 20240},
+                                                               {"ZULU YEAR", 0},
+                                                               {"ZULU YEAR", -2e9},
+                                                               {"ZULU MONTH OF YEAR", 13},
+                                                               {"ZULU DAY OF MONTH", 0},
+                                                               {"ZULU TIME", 9e18},
+                                                               {"ZULU TIME", -1}})
+    {
+        Numbers odd = good;
+        odd[variable] = number;
+        answerTo("Request", {aircraftAnswer(odd)});
+        data.simTime = 0;
+        ASSERT_EQ(sim.GetAircraftData(data), 0);
+        EXPECT_EQ(data.simTime, before) << variable << ' ' << number;
+    }
+    EXPECT_EQ(log.filter(QStringLiteral("2 (Interface SimConnect) - The simulator's clock")).size(),
+              1);
 }
 
 TEST_F(FsInterfaceSimConnectTest, ListsTanksWithACapacity)
@@ -402,8 +342,10 @@ TEST_F(FsInterfaceSimConnectTest, CodesOfTheCalls)
         script.results = {{call, 1}};
         EXPECT_EQ(operate(), ofOther) << call;
         EXPECT_EQ(script.count(call), 1) << call;
-        script.results = {{call, kFailed}};
-        EXPECT_EQ(operate(), ofFailed) << call;
+        for (const simconnect::Result failure : {kFailed, kPipeBroken, kPipeClosed}) {
+            script.results = {{call, failure}};
+            EXPECT_EQ(operate(), ofFailed) << call;
+        }
         script.results.clear();
         script.calls.clear();
     }
@@ -432,6 +374,18 @@ TEST_F(FsInterfaceSimConnectTest, ObservationsAndCloudsComeBack)
         EXPECT_EQ(sim.GetWeatherAt(text, 50.0, 8.0), 0);
         EXPECT_EQ(text, QString::fromLatin1(expected));
     }
+    int fetches = 0;
+    script.onCall = nullptr;
+    script.onFetch = [&] {
+        if (++fetches == 8) {
+            script.messages = {observationMessage("EDDF 2")};
+        }
+    };
+    script.messages = {observationMessage("LATE 1")}; // for another place
+    QString text;
+    EXPECT_EQ(sim.GetWeatherAt(text, 50.0, 8.0), 0);
+    EXPECT_EQ(text, QStringLiteral("EDDF 2")) << "is waited for";
+    script.onFetch = nullptr;
     answerTo("Clouds", {cloudMessage(5000, 5000)});
     std::vector<std::uint8_t> map;
     EXPECT_EQ(sim.GetCloudState({}, map), simresult::kCloudReply);

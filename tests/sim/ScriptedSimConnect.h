@@ -18,12 +18,15 @@ struct SimConnectScript
 {
     using Bytes = std::vector<char>;
 
-    std::vector<std::string> calls;                    ///< name and arguments
-    std::map<std::string, simconnect::Result> results; ///< by start of the call; else success
-    std::function<void(const std::string&)> onCall;    ///< may add messages
-    std::deque<Bytes> messages;                        ///< to be dispatched
-    Bytes lastData;                                    ///< what was set last
-    Bytes dispatched;                                  ///< no byte more than the message has
+    std::vector<std::string> calls;                     ///< name and arguments
+    std::map<std::string, simconnect::Result> results;  ///< by start of the call; else success
+    std::function<void(const std::string&)> onCall;     ///< may add messages
+    std::deque<Bytes> messages;                         ///< to be dispatched
+    simconnect::Result noMessage = simconnect::kFailed; ///< of fetching when there is none
+    std::uint32_t packetId = 42;                        ///< of the last call
+    std::function<void()> onFetch;                      ///< may add messages
+    Bytes lastData;                                     ///< what was set last
+    Bytes dispatched;                                   ///< no byte more than the message has
 
     simconnect::Result take(const std::string& call)
     {
@@ -109,8 +112,11 @@ public:
     Result SimConnect_GetNextDispatch(Handle, const simconnect::Message** message,
                                       Id* size) override
     {
+        if (m_script.onFetch) {
+            m_script.onFetch();
+        }
         if (m_script.messages.empty()) {
-            return simconnect::kFailed;
+            return m_script.noMessage;
         }
         m_script.dispatched = m_script.messages.front();
         m_script.dispatched.shrink_to_fit();
@@ -121,7 +127,7 @@ public:
     }
     Result SimConnect_GetLastSentPacketID(Handle, Id* packetId) override
     {
-        *packetId = 42;
+        *packetId = m_script.packetId;
         return simconnect::kOk;
     }
     Result SimConnect_WeatherSetObservation(Handle, Id, Text metar) override

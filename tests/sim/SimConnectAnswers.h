@@ -73,10 +73,20 @@ inline Bytes openMessage(const std::string& name = "Sim", std::uint32_t major = 
     return messageOf(MessageId::Open, head);
 }
 
-inline Bytes exceptionMessage(std::uint32_t exception)
+inline Bytes exceptionMessage(std::uint32_t exception, std::uint32_t packet = 9)
 {
     return messageOf(MessageId::Exception,
-                     simconnect::ExceptionMessage{{}, exception, 9, 0xFFFFFFFF});
+                     simconnect::ExceptionMessage{{}, exception, packet, 0xFFFFFFFF});
+}
+
+inline Bytes eventMessage(std::uint32_t event, std::uint32_t value)
+{
+    return messageOf(MessageId::Event, simconnect::EventMessage{{}, 0, event, value});
+}
+
+inline Bytes quitMessage()
+{
+    return messageOf(MessageId::Quit, simconnect::Message());
 }
 
 inline Bytes stateMessage(std::uint32_t value, std::uint32_t request = simconnectid::kStateRequest)
