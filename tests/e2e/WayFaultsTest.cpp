@@ -1,4 +1,5 @@
 #include "aviation/Angles.h"
+#include "sim/SimResult.h"
 #include "tests/e2e/WayFixture.h"
 
 #include <cmath>
@@ -42,6 +43,9 @@ TEST_P(WayFaultsTest, AreSurvived)
     tick(); // sets no weather where a spoilt position has no reports near it
     settle();
     setFault(QStringLiteral("none"));
+    for (int i = 0; i < 4 && controller->IsConnected(); ++i) {
+        poll(); // the fifth that fails ends the link
+    }
     if (poll() != 0 || !controller->IsConnected()) {
         if (controller->IsConnected()) {
             controller->OnConnectClicked();
@@ -106,21 +110,95 @@ TEST_F(WaysTest, AFailingCallInARunOfStationsDoesNotEndIt)
 TEST_F(WaysTest, APauseIsNoFault)
 {
     for (const Way& way : {kSimConnect, kFsuipc, kBoth}) {
+        SCOPED_TRACE(way.name);
         begin(way);
         connectSimulator();
         const int errors = view.linesWith(QStringLiteral("Error"));
         clients.model().setPaused(true);
+        EXPECT_EQ(poll(), 19) << "the key is seen at once";
+        clients.model().setPaused(false);
+        EXPECT_EQ(poll(), 0);
+        clients.model().setInMenu(true);
         bool seen = false;
         for (int i = 0; i < 12 && !seen; ++i) { // SimConnect is asked on every eleventh poll
             seen = poll() == 19;
         }
-        EXPECT_TRUE(seen) << way.name;
-        EXPECT_EQ(view.linesWith(QStringLiteral("Error")), errors) << way.name;
-        clients.model().setPaused(false);
-        EXPECT_EQ(poll(), 0) << way.name;
+        EXPECT_TRUE(seen);
+        EXPECT_EQ(view.linesWith(QStringLiteral("Error")), errors);
+        clients.model().setInMenu(false);
+        EXPECT_EQ(poll(), 0);
         controller.reset();
     }
 }
+
+// --- the end of the simulator
+
+struct Ending
+{
+    Way way;
+    const char* fault; ///< in a poll; empty: the simulator is killed
+    int mostPolls;     ///< until it is noticed
+};
+
+class EndOfSimulatorTest : public WaysTest, public testing::WithParamInterface<Ending>
+{};
+
+TEST_P(EndOfSimulatorTest, IsNoticedAndTheProgramComesBackWithIt)
+{
+    const Ending& row = GetParam();
+    settings->setAutoConnect(true);
+    begin(row.way);
+    settle();
+    if (!controller->IsConnected()) {
+        connectSimulator();
+    }
+    ASSERT_EQ(poll(), 0);
+    clients.setRunning(*row.fault != '\0');
+    setFault(*row.fault != '\0' ? QString::fromLatin1(row.fault) : QStringLiteral("none"));
+    int polls = 0;
+    while (controller->IsConnected() && polls < 9) {
+        poll();
+        ++polls;
+    }
+    EXPECT_LE(polls, row.mostPolls);
+    EXPECT_EQ(lastError[connectjob::kAircraftData], simresult::kTimeout);
+    EXPECT_FALSE(controller->IsConnected());
+    EXPECT_EQ(view.connectText, QStringLiteral("Connect"));
+    EXPECT_EQ(view.linesWith(QStringLiteral("connection to the simulator is lost")), 1);
+    setFault(QStringLiteral("none"));
+    clients.setRunning(false);
+    timer("timerReconnect").start(0); // in vain
+    ASSERT_TRUE(wait([this] { return timer("timerReconnect").interval() == 20000; }));
+    settle();
+    EXPECT_FALSE(controller->IsConnected());
+    clients.setRunning(true);
+    timer("timerReconnect").start(0);
+    ASSERT_TRUE(wait([this] { return controller->IsConnected(); }));
+    settle();
+    EXPECT_FALSE(timer("timerReconnect").isActive());
+    EXPECT_EQ(poll(), 0);
+    controller->OnTimerOneSecond();
+    settle();
+    EXPECT_EQ(view.connectText, QStringLiteral("Disconnect"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Endings, EndOfSimulatorTest,
+                         testing::Values(Ending{kSimConnect, "", 5},
+                                         Ending{kSimConnect, "close@6/2*1", 1},
+                                         Ending{kSimConnect, "result:C000014B@6/2", 5},
+                                         Ending{kSimConnect, "result:C00000B0@6/2", 5},
+                                         Ending{kSimConnect, "silent@6/2", 5},
+                                         Ending{kFsuipc, "", 1}, Ending{kFsuipc, "result:E@6/2", 1},
+                                         Ending{kFsuipc, "silent@6/2", 5}, Ending{kBoth, "", 1}),
+                         [](const auto& row) {
+                             const QString name =
+                                 QString::fromLatin1(row.param.way.name) + QLatin1Char('_')
+                                 + QString::fromLatin1(*row.param.fault == '\0' ? "killed"
+                                                                                : row.param.fault);
+                             return name.section(QLatin1Char('@'), 0, 0)
+                                 .replace(QLatin1Char(':'), QLatin1Char('_'))
+                                 .toStdString();
+                         });
 
 // --- detection
 
@@ -152,12 +230,13 @@ TEST_P(DetectedTest, ByItself)
         return;
     }
     EXPECT_EQ(controller->connectWorker().interfaceType(), row.interfaceType);
+    EXPECT_EQ(view.linesWith(QStringLiteral("Finished, Error")), 0);
     EXPECT_EQ(poll(), 0);
     download();
     EXPECT_EQ(setWeather(connectjob::kSetWeather), 0);
     EXPECT_EQ(state().refreshes, row.fsuipcCode == kFs2004InFsuipc ? 1 : 0);
     EXPECT_EQ(run(Job(connectjob::kCloudMap, QStringLiteral("40:10"))),
-              row.interfaceType == interfaceid::kFsuipcSimConnect ? 20 : 200);
+              row.interfaceType == interfaceid::kFsuipc ? 200 : 20);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -165,7 +244,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Detection{"fsx", true, true, true, kFsxInFsuipc, 3},
                     Detection{"fsx_without_simconnect", false, true, true, kFsxInFsuipc, 1},
                     Detection{"fs2004", true, true, true, kFs2004InFsuipc, 1},
-                    Detection{"without_fsuipc", true, false, true, kFsxInFsuipc, -1},
+                    Detection{"without_fsuipc", true, false, true, kFsxInFsuipc, 2},
+                    Detection{"with_none", false, false, true, kFsxInFsuipc, -1},
                     Detection{"not_running", true, true, false, kFsxInFsuipc, -1}),
     [](const auto& row) { return std::string(row.param.name); });
 
