@@ -74,6 +74,9 @@ IniFile::ReadResult IniFile::read(const QString& fileName, Dialect dialect, qint
     if (text.size() > limit || file.error() != QFileDevice::NoError) {
         return ReadResult::Unreadable;
     }
+    if (dialect == Dialect::Qt && !initext::looksLikeIni(text)) {
+        return ReadResult::NotIni;
+    }
     *this = IniFile(text, dialect);
     return ReadResult::Done;
 }

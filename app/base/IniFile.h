@@ -35,7 +35,8 @@ public:
     {
         Done,
         Missing,
-        Unreadable ///< no file, not to be opened, or above the limit
+        Unreadable, ///< no file, not to be opened, or above the limit
+        NotIni      ///< has something else than an INI text; Qt dialect only
     };
 
     IniFile() = default;

@@ -272,7 +272,48 @@ QString sectionPrefix(std::string_view line)
     return (marked ? written.mid(1) : keyOf(name)) + QLatin1Char('/');
 }
 
+/// A name of letters, digits and the signs that programs put between them.
+bool isPlainName(std::string_view name)
+{
+    return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
+        const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+        const bool digit = c >= '0' && c <= '9';
+        return letter || digit || std::string_view(" _-./%\\").find(c) != std::string_view::npos;
+    });
+}
+
+bool hasControlCharacters(std::string_view line)
+{
+    return std::any_of(line.begin(), line.end(), [](char c) {
+        return static_cast<unsigned char>(c) < ' ' && c != '\t' && !isLineEnd(c);
+    });
+}
+
+/// The section's name, or what stands before "="; empty in a line that has neither.
+std::string_view nameIn(std::string_view line)
+{
+    const bool section = line.front() == '[';
+    const std::size_t end = line.find(section ? ']' : '=');
+    const std::size_t first = section ? 1 : 0;
+    return end == std::string_view::npos ? std::string_view()
+                                         : trimmed(line.substr(first, end - first));
+}
+
 } // namespace
+
+bool looksLikeIni(const QByteArray& text)
+{
+    const std::string_view bytes(text.constData(), static_cast<std::size_t>(text.size()));
+    bool isEmpty = true;
+    LineReader lines(withoutByteOrderMark(bytes));
+    for (std::string_view line; lines.next(line); isEmpty = false) {
+        // Between the bytes of a picture a short name and "=" come up as well.
+        if (isPlainName(nameIn(line)) && !hasControlCharacters(line)) {
+            return true;
+        }
+    }
+    return isEmpty;
+}
 
 std::vector<Line> parse(const QByteArray& text)
 {

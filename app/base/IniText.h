@@ -23,6 +23,11 @@ struct Line
 /// Raw bytes above 127 in a value are taken as UTF-8.
 std::vector<Line> parse(const QByteArray& text);
 
+/// Whether a text has a section or a key that a person or a program could have meant, or nothing
+/// but blanks and comments. Binary data and web pages have "=" in them as well, so parse() finds
+/// lines there.
+bool looksLikeIni(const QByteArray& text);
+
 /// The files of the simulators, such as aircraft.cfg: a value is a QString and ends with its line;
 /// quotes and backslashes are part of it. ";" and "//" outside of quotes begin a comment. [General]
 /// is a section as any other. A key or value that isn't UTF-8 is Latin-1.

@@ -1,10 +1,11 @@
 #include "app/base/Settings.h"
 
 #include "app/base/IniFile.h"
+#include "app/base/SettingsBounds.h"
 #include "aviation/support/RandomSource.h"
 
+#include <QFile>
 #include <QFileInfo>
-#include <QVariant>
 
 #include <algorithm>
 #include <optional>
@@ -75,6 +76,11 @@ QStringList sortedKeys(const IniFile& values)
     return keys;
 }
 
+bool isDamaged(IniFile::ReadResult result)
+{
+    return result == IniFile::ReadResult::Unreadable || result == IniFile::ReadResult::NotIni;
+}
+
 bool isLatLonPair(const QString& text)
 {
     return text.count(QLatin1Char(':')) == 1;
@@ -108,43 +114,96 @@ std::vector<Settings::LogLine> Settings::takeEarlyLog()
     return std::exchange(m_earlyLog, {});
 }
 
-void Settings::load(const QString& file, FileRole role)
+bool Settings::load(const QString& file, FileRole role)
 {
     if (file.isEmpty()) {
-        return;
+        return true;
     }
     const QString path = QFileInfo(file).absoluteFilePath();
     lockedAssign(m_openFile, path);
     IniFile values;
-    if (values.read(path) == IniFile::ReadResult::Unreadable) {
+    const bool damaged = isDamaged(values.read(path));
+    if (damaged) {
         log(QStringLiteral("(Settings) - can not read %1, using defaults").arg(path),
             loglevel::kWarning);
+        m_damagedFiles.append(path);
+        m_unread.append(path);
     }
     const bool main = isMain(file, role);
     if (main) {
         lockedAssign(m_mainFile, path);
     }
     take(values, main);
+    return !damaged;
 }
 
-void Settings::save(const QString& file, FileRole role)
+QStringList Settings::takeDamagedFiles()
+{
+    return std::exchange(m_damagedFiles, {});
+}
+
+bool Settings::save(const QString& file, FileRole role)
 {
     if (file.isEmpty()) {
-        return;
+        return true;
     }
     const QString path = QFileInfo(file).absoluteFilePath();
     lockedAssign(m_openFile, path);
     IniFile old;
-    if (old.read(path) == IniFile::ReadResult::Unreadable) {
+    // One that was only locked when it was loaded can be good by now.
+    const bool notInOptions = isDamaged(old.read(path)) || m_unread.contains(path);
+    if (notInOptions && !putAside(path)) {
         // Writing would cost the keys that only the user sets, such as the servers' addresses.
         log(QStringLiteral("(Settings) - Error: can not read %1, so it isn't written either")
                 .arg(path),
             loglevel::kError);
-        return;
+        return false;
     }
-    if (!mergedInto(old, isMain(file, role)).write(path)) {
+    const bool written = mergedInto(old, isMain(file, role)).write(path);
+    if (!written) {
         log(QStringLiteral("(Settings) - Error: can not write ") + path, loglevel::kError);
     }
+    return written;
+}
+
+QString Settings::damagedName(const QString& file)
+{
+    return file + QStringLiteral(".damaged");
+}
+
+/// By its name alone: what can't be read can't be copied, and a huge file would take its time.
+bool Settings::putAside(const QString& path)
+{
+    const QString aside = damagedName(path);
+    if (QFile::exists(path)) {
+        QFile::remove(aside);
+        if (!QFile::rename(path, aside)) {
+            return false;
+        }
+    }
+    m_unread.removeAll(path);
+    log(QStringLiteral("(Settings) - %1 is kept as %2").arg(path, aside), loglevel::kWarning);
+    return true;
+}
+
+template <typename T>
+T Settings::taken(const QString& key, const T& value)
+{
+    T used = settingsbounds::bounded(key, value);
+    if (used == value) {
+        m_bounded.remove(key);
+    } else {
+        m_bounded.insert(key, {value, used});
+    }
+    return used;
+}
+
+template <typename T>
+QVariant Settings::forFile(const QString& key, const T& value) const
+{
+    const auto found = m_bounded.constFind(key);
+    return found != m_bounded.cend() && found->used == QVariant(value) ? found->inFile
+                                                                       : QVariant(value);
 }
 
 void Settings::take(const IniFile& values, bool main)
@@ -158,7 +217,7 @@ void Settings::take(const IniFile& values, bool main)
 #define CIRRILON_READ(type, getter, Setter, key, fallback, optionClass)                            \
     CIRRILON_READ_##optionClass(getter, Setter, key, fallback)
 #define CIRRILON_READ_OPTION(getter, Setter, key, fallback)                                        \
-    Setter(valueOr(values.value(QStringLiteral(key)), fallback));
+    Setter(taken(QStringLiteral(key), valueOr(values.value(QStringLiteral(key)), fallback)));
 #define CIRRILON_SKIP_OPTION(getter, Setter, key, fallback)
 
 void Settings::readMainOptions(const IniFile& values)
@@ -197,7 +256,7 @@ IniFile Settings::mergedInto(const IniFile& old, bool main) const
         }
     };
 #define CIRRILON_WRITE(type, getter, Setter, key, fallback, optionClass)                           \
-    put(k##optionClass, QStringLiteral(key), getter());
+    put(k##optionClass, QStringLiteral(key), forFile(QStringLiteral(key), getter()));
     CIRRILON_OPTIONS(CIRRILON_WRITE)
 #undef CIRRILON_WRITE
     for (const QString& key : sortedKeys(old)) {

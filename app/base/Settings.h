@@ -5,10 +5,12 @@
 #include "aviation/support/ScopedLock.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QMutex>
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 
 #include <atomic>
 #include <vector>
@@ -84,11 +86,18 @@ public:
 
     CIRRILON_OPTIONS(CIRRILON_ACCESS)
 
-    /// Reads the options of a file; what is missing or unreadable there gets its default. A
-    /// map/lastpos that doesn't consist of two parts around ":" leaves the value as it is.
-    void load(const QString& file, FileRole role = FileRole::ByName);
-    /// Writes the options into a file, whole or not at all. Other keys in it stay.
-    void save(const QString& file, FileRole role = FileRole::ByName);
+    /// Reads the options of a file; what is missing or unreadable there gets its default, what is
+    /// out of bounds (SettingsBounds.h) is bounded. A map/lastpos that doesn't consist of two parts
+    /// around ":" leaves the value as it is. False if the file is there and can't be understood.
+    bool load(const QString& file, FileRole role = FileRole::ByName);
+    /// Writes the options into a file, whole or not at all. Other keys in it stay, and so do values
+    /// out of bounds that nobody has changed. A file that can't be understood is put aside first
+    /// and never overwritten. False if it wasn't written.
+    bool save(const QString& file, FileRole role = FileRole::ByName);
+    /// The name under which save() puts a file aside; an older one of this name is replaced.
+    static QString damagedName(const QString& file);
+    /// Files that load() couldn't understand. Empty at the second call.
+    QStringList takeDamagedFiles();
     /// What load() does with the contents of a file: `main` is false for a profile.
     void take(const IniFile& values, bool main);
     /// What save() writes into a file that holds `old`.
@@ -166,6 +175,11 @@ private:
     }
 
     void log(const QString& text, int level);
+    bool putAside(const QString& path);
+    template <typename T>
+    T taken(const QString& key, const T& value);
+    template <typename T>
+    QVariant forFile(const QString& key, const T& value) const;
     void readMainOptions(const IniFile& values);
     void readProfileOptions(const IniFile& values);
     void chooseWeatherServer(aviation::RandomSource& random);
@@ -180,7 +194,17 @@ private:
     QString m_openFile; ///< absolute; the one that was loaded or saved last
     QString m_mainFile; ///< absolute; the address keys are looked for there as well
 
+    /// A value out of bounds as the file has it, and what is used in its place.
+    struct Bounded
+    {
+        QVariant inFile;
+        QVariant used;
+    };
+
     // Main thread only.
+    QHash<QString, Bounded> m_bounded; ///< by key
+    QStringList m_damagedFiles;        ///< not asked for yet
+    QStringList m_unread; ///< what they hold isn't in the options, so save() puts them aside
     bool m_constructed = false;
     std::vector<LogLine> m_earlyLog;
 };

@@ -26,10 +26,13 @@ inline std::map<std::string, QByteArray> optionsOf(const Settings& settings,
                                                    int classes = Main | Profile)
 {
     std::map<std::string, QByteArray> values;
+    const auto put = [&values, classes](int optionClass, const char* key, const QVariant& value) {
+        if ((classes & optionClass) != 0) {
+            values[key] = value.toByteArray();
+        }
+    };
 #define CIRRILON_ROW(type, getter, Setter, key, value, optionClass)                                \
-    if ((classes & optionClass) != 0) {                                                            \
-        values[key] = QVariant(settings.getter()).toByteArray();                                   \
-    }
+    put(optionClass, key, settings.getter());
     CIRRILON_OPTIONS(CIRRILON_ROW)
 #undef CIRRILON_ROW
     return values;

@@ -7,6 +7,7 @@
 
 #include <TestPaths.h>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -19,7 +20,7 @@ bool other(bool value)
 
 int other(int value)
 {
-    return -3 - value;
+    return value ^ 2; // within all bounds
 }
 
 QString other(const QString& value)
@@ -57,6 +58,7 @@ TEST_F(SettingsTest, EveryOptionComesBackFromItsFiles)
     CIRRILON_OPTIONS(CIRRILON_SET)
 #undef CIRRILON_SET
     settings.setMapLastPos("-33.9:151.2"_q);
+    settings.setWorkFolder(settings.workFolder() + QLatin1Char('/'));
     settings.save(mainFile());
     settings.save(path("night.INI"));
 
@@ -115,10 +117,10 @@ TEST_F(SettingsTest, OddValuesFallBack)
         {"[weather]\nrange=@ByteArray(5)\n[paths]\nsim=\"C:/\xC3\x9C,1\" ; note\n", 100, false,
          "C:/\xC3\x9C,1", kSomewhere},
         // A list of 2,147,483,647 values: unpacking it would take all memory.
-        {"[weather]\nrange=-5\n[paths]\nsim=@Variant(\\0\\0\\0\\x9\\x7f\\xff\\xff\\xff)\n", -5,
+        {"[weather]\nrange=75\n[paths]\nsim=@Variant(\\0\\0\\0\\x9\\x7f\\xff\\xff\\xff)\n", 75,
          false, "", kSomewhere},
-        {"\xEF\xBB\xBF[weather]\r\nrange = 8 \r\nsynopoff=true", 8, true, "", kSomewhere},
-        {"=\n[\n]\n[weather\nrange=3\n\\", 3, false, "", kSomewhere},
+        {"\xEF\xBB\xBF[weather]\r\nrange = 18 \r\nsynopoff=true", 18, true, "", kSomewhere},
+        {"=\n[\n]\n[weather\nrange=33\n\\", 33, false, "", kSomewhere},
         {"<html>\nrange=3", 100, false, "", kSomewhere},
     };
     int number = 0;
@@ -159,7 +161,7 @@ TEST_F(SettingsTest, HugeFilesAndFoldersGiveDefaults)
 TEST_F(SettingsTest, KeysOfOthersSurviveASave)
 {
     write(mainFile(), "[url]\nwxdata1=https://one.test/wx\nlist=a, \"b, c\"\n"
-                      "odd=@Variant(\\0\\0\\0\\x9\\x7f)\n[weather]\nrange=9\nnewer=x\n");
+                      "odd=@Variant(\\0\\0\\0\\x9\\x7f)\n[weather]\nrange=19\nnewer=x\n");
     Settings settings(mainFile(), m_random);
     settings.setRange(10);
     settings.save(mainFile());
@@ -171,12 +173,105 @@ TEST_F(SettingsTest, KeysOfOthersSurviveASave)
         << saved.constData();
 }
 
+/// The options that have bounds, as they are used.
+std::vector<int> boundedOptions(const Settings& settings)
+{
+    return {settings.loggerLevel(),         settings.range(),
+            settings.updateTime(),          settings.downloadUpdateTime(),
+            settings.dwcDegreesPerSecond(), settings.dwcKnotsPerSecond()};
+}
+
+TEST_F(SettingsTest, ValuesOutOfBoundsAreUsedBounded)
+{
+    write(mainFile(), "[main]\nloggerlevel=9\n[paths]\nworkfolder=" + path("work").toUtf8()
+                          + "\n[weather]\nrange=5000\nupdatetime=0\ndownloadupdatetime=999999\n"
+                            "fswinddegreespersecond=0\nfswindknotspersecond=-3\n");
+    Settings settings(mainFile(), m_random);
+    EXPECT_EQ(boundedOptions(settings), std::vector<int>({3, 1000, 10, 86400, 1, 1}));
+    EXPECT_EQ(settings.profilesFolder(), path("work/profiles/"));
+    write(mainFile(), "[main]\nloggerlevel=-1\n[weather]\nrange=-5\nupdatetime=2147483647\n"
+                      "downloadupdatetime=-1\nfswinddegreespersecond=400\n");
+    settings.load(mainFile());
+    EXPECT_EQ(boundedOptions(settings), std::vector<int>({0, 10, 86400, 10, 400, 1}));
+}
+
+TEST_F(SettingsTest, ValuesOutOfBoundsStayInTheFileUntilTheyAreChanged)
+{
+    const QByteArray work = "workfolder=" + path("work").toUtf8();
+    write(mainFile(), "[main]\nloggerlevel=9\n[paths]\n" + work
+                          + "\n[weather]\nrange=5000\nupdatetime=0\nfswindknotspersecond=-3\n");
+    Settings settings(mainFile(), m_random);
+    settings.setUpdateTime(30);
+    settings.save(mainFile());
+    const QByteArray saved = read(mainFile());
+    for (const QByteArray& line :
+         {QByteArray("loggerlevel=9"), work, QByteArray("range=5000"), QByteArray("updatetime=30"),
+          QByteArray("fswindknotspersecond=-3")})
+    {
+        EXPECT_TRUE(saved.contains('\n' + line + '\n')) << line.constData();
+    }
+}
+
+TEST_F(SettingsTest, WhatCantBeUnderstoodIsPutAsideAndSavedAnew)
+{
+    QByteArray noise(20000, '\0');
+    for (int i = 0; i < noise.size(); ++i) {
+        noise[i] = static_cast<char>((i * 7919) >> 3);
+    }
+    const QByteArray texts[] = {QByteArray(4096, '\0'),
+                                noise,
+                                "a=\x01\x02\n",
+                                "<html>\n<a href=\"x\">Log in</a>\n",
+                                "{\"range\": \"a=1\"}",
+                                QByteArray("\xFF\xFE[\0w\0]\0\n\0", 10),
+                                "hello\n",
+                                "[weather]\nrange=30\n" + QByteArray(int{kMaxIniBytes}, ';')};
+    int number = 0;
+    for (const QByteArray& text : texts) {
+        SCOPED_TRACE(number);
+        const QString file = path("bad%1/cirrilon.ini").arg(++number);
+        write(file, text);
+        write(Settings::damagedName(file), "an older one");
+        Settings settings(file, m_random);
+        EXPECT_EQ(settings.takeDamagedFiles(), QStringList(file));
+        settings.setRange(70);
+        settings.save(file);
+        EXPECT_EQ(read(file + ".damaged"_q), text);
+        EXPECT_EQ(Settings(file, m_random).range(), 70);
+    }
+}
+
+TEST_F(SettingsTest, WhatIsOnlyPartlyUnderstoodIsNotDamaged)
+{
+    for (const char* text : {"", "\n; only a word\n", "[weather]\n", "[General]\nx=1\n",
+                             "[weather]\nrange=70\n<html>\n\x01"})
+    {
+        write(mainFile(), text);
+        EXPECT_EQ(Settings(mainFile(), m_random).takeDamagedFiles(), QStringList()) << text;
+    }
+}
+
+TEST_F(SettingsTest, AFileThatWasLockedWhenItWasLoadedIsNotLostToDefaults)
+{
+    QDir().mkpath(path("cirrilon.ini/locked")); // can't be opened, whoever tries
+    Settings settings(mainFile(), m_random);
+    QDir(mainFile()).removeRecursively();
+    const QByteArray good = "[weather]\nrange=42\n[url]\nwxdata1=http://a.example\n";
+    write(mainFile(), good);
+    EXPECT_TRUE(settings.save(mainFile()));
+    EXPECT_EQ(read(mainFile() + ".damaged"_q), good);
+    EXPECT_TRUE(read(mainFile()).contains("wxdata1=http://a.example\n"));
+    settings.setRange(50);
+    EXPECT_TRUE(settings.save(mainFile()));
+    EXPECT_EQ(read(mainFile() + ".damaged"_q), good) << "once is enough";
+}
+
 TEST_F(SettingsTest, AFailedSaveIsLoggedAndLeavesTheFile)
 {
     write(path("file"), "x");
     Settings settings(QString(), m_random);
     const QSignalSpy spy(&settings, &Settings::sigDebugString);
-    settings.save(path("file/cirrilon.ini"));
+    EXPECT_FALSE(settings.save(path("file/cirrilon.ini")));
     ASSERT_EQ(spy.count(), 1);
     EXPECT_EQ(spy[0][1].toInt(), loglevel::kError);
     EXPECT_EQ(read(path("file")), "x");
@@ -184,32 +279,37 @@ TEST_F(SettingsTest, AFailedSaveIsLoggedAndLeavesTheFile)
     const QByteArray large =
         "[url]\nwxdata1=http://a.example\n" + QByteArray(int{kMaxIniBytes}, ';');
     write(path("large.ini"), large);
-    settings.save(path("large.ini"));
+    write(path("large.ini.damaged/file"), "a folder is in the way");
+    EXPECT_FALSE(settings.save(path("large.ini")));
     EXPECT_EQ(spy.count(), 2);
-    EXPECT_EQ(read(path("large.ini")), large) << "what can't be read isn't replaced";
+    EXPECT_EQ(read(path("large.ini")), large) << "what can't be put aside isn't replaced";
 }
 
 TEST_F(SettingsTest, ProfileChangeSavesTheOldOneAndLoadsTheNew)
 {
     Settings settings(mainFile(), m_random);
     settings.setWorkFolder(path("work/"));
-    write(path("work/profiles/a.ini"), "[weather]\nrange=1\n");
-    write(path("work/profiles/B.INI"), "[weather]\nrange=2\n");
+    write(path("work/profiles/a.ini"), "[weather]\nrange=21\n");
+    write(path("work/profiles/B.INI"), "[weather]\nrange=22\n");
     write(path("work/profiles/note.txt"), "");
     EXPECT_EQ(settings.profiles(), QStringList({"B.INI"_q, "a.ini"_q}));
 
     settings.changeProfile("a.ini"_q);
-    EXPECT_EQ(settings.range(), 1);
-    settings.setRange(11);
+    EXPECT_EQ(settings.range(), 21);
+    settings.setRange(31);
     const QSignalSpy spy(&settings, &Settings::sigDebugString);
     settings.changeProfile("B.INI"_q);
-    EXPECT_EQ(settings.range(), 2);
+    EXPECT_EQ(settings.range(), 22);
     EXPECT_EQ(settings.profile(), "B.INI"_q);
-    EXPECT_TRUE(read(path("work/profiles/a.ini")).contains("range=11\n"));
+    EXPECT_TRUE(read(path("work/profiles/a.ini")).contains("range=31\n"));
     ASSERT_EQ(spy.count(), 1);
     EXPECT_EQ(spy[0][0].toString(), "(Main) - Profile selected: B.INI"_q);
     EXPECT_EQ(spy[0][1].toInt(), 1);
+}
 
+TEST_F(SettingsTest, AProfileLiesInItsFolder)
+{
+    const Settings settings(QString(), m_random);
     for (const char* name : {"../x.ini", "..", "a\\..\\b.ini", "", "/tmp/x.ini"}) {
         EXPECT_EQ(settings.profileFile(QLatin1String(name)), QString()) << name;
     }
