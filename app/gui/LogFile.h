@@ -6,9 +6,11 @@
 
 #include <functional>
 
-/// The log file of the window program, begun anew with each run. Every line is on disk when write
-/// returns. A file that can't be written is skipped silently; where its folder is made only later
-/// (at the very first start), the lines so far follow as soon as it exists. Main thread.
+/// The log file of the window program, begun anew with each run; its first line has the date (UTC),
+/// since the others have the time only. Those of the last runs stay beside it as
+/// "cirrilonv3.1.log", the newest, to "cirrilonv3.5.log". Every line is on disk when write returns.
+/// A file that can't be written is skipped silently; where its folder is made only later (at the
+/// very first start), the lines so far follow as soon as it exists. Main thread.
 class LogFile
 {
 public:
@@ -25,8 +27,13 @@ public:
 
     static QString levelName(int level);
 
+    static constexpr int kEarlierRuns = 5;
+
 private:
     bool open();
+    void begin(bool kept);
+    bool keepEarlier() const;
+    QString earlierName(int run) const;
     void writeLine(const QString& line);
 
     QFile m_file;

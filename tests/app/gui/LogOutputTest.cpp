@@ -2,6 +2,7 @@
 #include "app/gui/DockWidgetDebug.h"
 #include "app/gui/LogFile.h"
 #include "app/gui/WindowDialogs.h"
+#include "tests/support/FakeClock.h"
 #include "tests/support/Text.h"
 
 #include <QDir>
@@ -30,13 +31,22 @@ QByteArray contents(const QString& path)
     return file.open(QIODevice::ReadOnly | QIODevice::Text) ? file.readAll() : QByteArray();
 }
 
-TEST(LogFileTest, BeginsAnewAndHasEachLineOnDiskAtOnce)
+/// What stands in a log after its first line, which has the date.
+QByteArray linesOf(const QString& path)
 {
+    const QByteArray text = contents(path);
+    return text.mid(text.indexOf('\n') + 1);
+}
+
+TEST(LogFileTest, BeginsAnewWithTheDateAndHasEachLineOnDiskAtOnce)
+{
+    const FakeClock clock(2026, 2, 3, 4, 5, 6);
     const QTemporaryDir folder;
     const QString path = folder.filePath("cirrilonv3.log"_q);
     LogFile(folder.path()).write("old"_q, 0);
     LogFile log(folder.path());
-    QByteArray expected;
+    QByteArray expected = "Notification: 04:05:06:000 - (Main) - Log of 2026-02-03 (UTC)\n";
+    EXPECT_EQ(contents(path), expected);
     for (const auto& [level, name] : {std::pair(0, "Debug"),
                                       {1, "Notification"},
                                       {2, "Warning"},
@@ -61,8 +71,38 @@ TEST(LogFileTest, LinesFromBeforeTheFolderFollow)
     EXPECT_FALSE(QDir(work).exists());
     QDir().mkpath(work);
     log.write("second"_q, 2);
-    EXPECT_EQ(contents(work + "/cirrilonv3.log"_q), "Notification: first\nWarning: second\n");
+    EXPECT_EQ(linesOf(work + "/cirrilonv3.log"_q), "Notification: first\nWarning: second\n");
     EXPECT_EQ(seen.size(), 2);
+}
+
+TEST(LogFileTest, KeepsTheLogsOfTheLastFiveRuns)
+{
+    const QTemporaryDir folder;
+    for (int run = 1; run <= 8; ++run) {
+        LogFile log(folder.path());
+        log.write("run %1"_q.arg(run), loglevel::kNotification);
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files, QDir::Name),
+              QStringList({"cirrilonv3.1.log"_q, "cirrilonv3.2.log"_q, "cirrilonv3.3.log"_q,
+                           "cirrilonv3.4.log"_q, "cirrilonv3.5.log"_q, "cirrilonv3.log"_q}));
+    EXPECT_EQ(linesOf(folder.filePath("cirrilonv3.log"_q)), "Notification: run 8\n");
+    EXPECT_EQ(linesOf(folder.filePath("cirrilonv3.1.log"_q)), "Notification: run 7\n");
+    EXPECT_EQ(linesOf(folder.filePath("cirrilonv3.5.log"_q)), "Notification: run 3\n");
+    EXPECT_TRUE(contents(folder.filePath("cirrilonv3.5.log"_q)).contains(" - (Main) - Log of 20"));
+}
+
+TEST(LogFileTest, ALogThatCantBeKeptCostsALineOnly)
+{
+    const QTemporaryDir folder;
+    LogFile(folder.path()).write("old"_q, 1);
+    for (int run = 1; run <= 5; ++run) {
+        QDir(folder.path()).mkpath("cirrilonv3.%1.log/in the way"_q.arg(run));
+    }
+    LogFile log(folder.path());
+    log.write("new"_q, 1);
+    const QByteArray lines = linesOf(log.path());
+    EXPECT_TRUE(lines.contains("the log of the last run isn't kept")) << lines.constData();
+    EXPECT_TRUE(lines.endsWith("Notification: new\n")) << lines.constData();
 }
 
 /// The dock with its view.
