@@ -1,11 +1,15 @@
 #include "app/gui/DockWidgetDebug.h"
 
 #include "app/base/LogLevel.h"
+#include "app/gui/DebugBar.h"
 #include "gui/Icons.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QDir>
 #include <QEvent>
+#include <QGuiApplication>
+#include <QKeySequence>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -13,15 +17,16 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QUrl>
+#include <QVBoxLayout>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 
 namespace {
 
-constexpr int kMostLines = 1000;
-/// The view has more lines than the list, but not without end. They go many at once, since the view
-/// walks through all the others whenever its beginning changes.
+/// Not without end. They go many at once, since the view walks through all the others whenever its
+/// beginning changes.
 constexpr int kMostBlocks = 6000;
 constexpr int kDroppedBlocks = 2000;
 /// How much comes into the view at a time, and how often: some three long lines or fifty short
@@ -46,6 +51,7 @@ QString coloured(const QString& item, int level)
 
 DockWidgetDebug::DockWidgetDebug(QWidget* parent)
     : QDockWidget(parent)
+    , m_bar(new DebugBar(this))
     , m_view(new QTextBrowser(this))
 {
     setObjectName(QStringLiteral("DockDebug"));
@@ -55,55 +61,98 @@ DockWidgetDebug::DockWidgetDebug(QWidget* parent)
     m_view->setOpenLinks(false);
     m_view->setTabChangesFocus(true);
     m_view->setContextMenuPolicy(Qt::CustomContextMenu);
-    setWidget(m_view);
+    auto* both = new QWidget(this);
+    auto* column = new QVBoxLayout(both);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(m_bar);
+    column->addWidget(m_view, 1);
+    setWidget(both);
     m_timer.setInterval(kPauseMs);
     connect(&m_timer, &QTimer::timeout, this, &DockWidgetDebug::showSome);
     connect(m_view, &QWidget::customContextMenuRequested, this, &DockWidgetDebug::showContextMenu);
     connect(m_view, &QTextBrowser::anchorClicked, this, &DockWidgetDebug::openLink);
+    // The range also changes when the dock does; then the view would lose its end unnoticed.
+    QScrollBar* const scroll = m_view->verticalScrollBar();
+    connect(scroll, &QScrollBar::valueChanged, this,
+            [this, scroll](int value) { m_follows = value >= scroll->maximum(); });
+    connect(scroll, &QScrollBar::rangeChanged, this, [this, scroll](int, int maximum) {
+        if (m_follows) {
+            scroll->setValue(maximum);
+        }
+    });
+    buildBar();
     retranslateUi();
+}
+
+void DockWidgetDebug::buildBar()
+{
+    connect(m_bar, &DebugBar::sigLevel, this, &DockWidgetDebug::setLevel);
+    connect(m_bar, &DebugBar::sigFind, this, &DockWidgetDebug::find);
+    connect(m_bar, &DebugBar::sigCopy, this, &DockWidgetDebug::copy);
+    connect(m_bar, &DebugBar::sigReport, this, &DockWidgetDebug::sigReport);
+    auto* findAction = new QAction(this);
+    findAction->setShortcut(QKeySequence(QKeySequence::Find));
+    findAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(findAction, &QAction::triggered, m_bar, &DebugBar::focusFind);
+    addAction(findAction);
 }
 
 void DockWidgetDebug::append(const QString& item, int level)
 {
-    m_lines.append(coloured(item, level));
-    m_waiting = std::min(m_waiting + 1, kMostBlocks); // the view would drop more than that again
-    while (m_lines.size() > std::max(kMostLines, m_waiting)) {
-        m_lines.removeFirst();
+    m_lines.push_back({coloured(item, level), level});
+    if (m_lines.size() > std::size_t{kMostBlocks}) {
+        m_lines.pop_front();
     }
+    m_waiting = std::min(m_waiting + 1, m_lines.size());
     if (!m_timer.isActive()) {
         m_timer.start();
     }
 }
 
+void DockWidgetDebug::setLevel(int level)
+{
+    m_level = level;
+    m_view->clear();
+    m_waiting = m_lines.size();
+    m_timer.start();
+}
+
 void DockWidgetDebug::showSome()
 {
-    int count = 0;
-    for (int cost = 0; count < m_waiting && cost < kCharactersAtOnce; ++count) {
-        cost += kCharactersOfALine + m_lines.at(m_lines.size() - m_waiting + count).size();
-    }
-    showLines(count);
+    showAtOnce(kCharactersAtOnce);
 }
 
 void DockWidgetDebug::flush()
 {
-    showLines(m_waiting);
+    showAtOnce(std::numeric_limits<int>::max());
 }
 
-void DockWidgetDebug::showLines(int count)
+void DockWidgetDebug::showAtOnce(int mostCost)
 {
     QTextCursor together(m_view->document()); // laid out once for all of them
     together.beginEditBlock();
-    for (; count > 0; --count, --m_waiting) {
-        // The element around it saves runs of blanks, and has every line read as rich text.
-        m_view->append(QStringLiteral("<span style=\"white-space:pre-wrap\">")
-                       + m_lines.at(m_lines.size() - m_waiting) + QStringLiteral("</span>"));
+    for (int cost = 0; m_waiting > 0 && cost < mostCost; --m_waiting) {
+        const Line& line = nextWaiting();
+        if (line.level >= m_level) {
+            showLine(line);
+            cost += kCharactersOfALine + line.text.size();
+        }
     }
     together.endEditBlock();
     dropOldBlocks();
-    m_view->verticalScrollBar()->setValue(m_view->verticalScrollBar()->maximum());
+    if (m_follows) {
+        m_view->verticalScrollBar()->setValue(m_view->verticalScrollBar()->maximum());
+    }
     if (m_waiting == 0) {
         m_timer.stop();
     }
+}
+
+/// The element around it saves runs of blanks, and has every line read as rich text.
+void DockWidgetDebug::showLine(const Line& line)
+{
+    m_view->append(QStringLiteral("<span style=\"white-space:pre-wrap\">") + line.text
+                   + QStringLiteral("</span>"));
 }
 
 void DockWidgetDebug::dropOldBlocks()
@@ -113,11 +162,44 @@ void DockWidgetDebug::dropOldBlocks()
     if (tooMany <= 0) {
         return;
     }
+    // What the pilot reads stays at its place.
+    const QTextCursor read = m_view->cursorForPosition(QPoint(0, 0));
+    const int before = m_view->cursorRect(read).top();
+    const bool follows = m_follows;
     QTextCursor oldest(m_view->document());
     // By position: moved block by block the cursor would ask for the place of each.
     oldest.setPosition(document.findBlockByNumber(std::max(tooMany, kDroppedBlocks)).position(),
                        QTextCursor::KeepAnchor);
     oldest.removeSelectedText();
+    if (!follows) {
+        QScrollBar& scroll = *m_view->verticalScrollBar();
+        scroll.setValue(scroll.value() + m_view->cursorRect(read).top() - before);
+    }
+}
+
+void DockWidgetDebug::find(const QString& text, bool backwards)
+{
+    const QTextDocument::FindFlags flags =
+        backwards ? QTextDocument::FindBackward : QTextDocument::FindFlags();
+    bool found = m_view->find(text, flags);
+    if (!found) { // from the other end on
+        const QTextCursor before = m_view->textCursor();
+        m_view->moveCursor(backwards ? QTextCursor::End : QTextCursor::Start);
+        found = m_view->find(text, flags);
+        if (!found) {
+            m_view->setTextCursor(before);
+        }
+    }
+    m_bar->showFound(found);
+}
+
+void DockWidgetDebug::copy()
+{
+    if (m_view->textCursor().hasSelection()) {
+        m_view->copy();
+    } else {
+        QGuiApplication::clipboard()->setText(m_view->toPlainText());
+    }
 }
 
 void DockWidgetDebug::clear()
@@ -159,6 +241,7 @@ void DockWidgetDebug::changeEvent(QEvent* event)
 void DockWidgetDebug::retranslateUi()
 {
     setWindowTitle(tr("Debug"));
+    m_bar->retranslateUi();
     m_view->setAccessibleName(tr("Log"));
     m_view->setToolTip(tr("What the program does. Links open folders."));
 }

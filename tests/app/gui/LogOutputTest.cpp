@@ -5,8 +5,13 @@
 #include "tests/support/FakeClock.h"
 #include "tests/support/Text.h"
 
+#include <QClipboard>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QScrollBar>
@@ -17,10 +22,12 @@
 #include <QTextBrowser>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QToolButton>
 #include <QUrl>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <thread>
 
 namespace {
@@ -154,6 +161,114 @@ TEST_F(DebugDockTest, ShowsABurstLittleByLittleInOrderAndScrollsToItsEnd)
     }
     EXPECT_GT(view.verticalScrollBar()->maximum(), 0);
     EXPECT_EQ(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
+}
+
+TEST_F(DebugDockTest, StaysWhereThePilotReadsAndFollowsAgainFromTheEnd)
+{
+    dock.resize(400, 200);
+    dock.show();
+    append(7000);
+    dock.flush();
+    QScrollBar& scroll = *view.verticalScrollBar();
+    scroll.setValue(scroll.maximum() / 2);
+    const auto topLine = [this] {
+        return view.cursorForPosition(QPoint(0, 0)).block().text();
+    };
+    const QString read = topLine();
+    append(500);
+    dock.flush();
+    EXPECT_EQ(topLine(), read) << "although the oldest lines went";
+    scroll.setValue(scroll.maximum());
+    append(1, "last"_q);
+    dock.flush();
+    EXPECT_EQ(scroll.value(), scroll.maximum());
+    dock.resize(300, 130);
+    QCoreApplication::processEvents();
+    append(1, "last"_q);
+    dock.flush();
+    EXPECT_EQ(scroll.value(), scroll.maximum()) << "a smaller dock isn't the pilot's wish";
+}
+
+TEST_F(DebugDockTest, ShowsOnlyWhatIsOfTheChosenLevel)
+{
+    for (const auto& [text, level] : {std::pair("quiet", loglevel::kDebug),
+                                      {"said", loglevel::kNotification},
+                                      {"slow", loglevel::kWarning},
+                                      {"lost", loglevel::kError}})
+    {
+        dock.append(QLatin1String(text), level);
+    }
+    dock.flush();
+    auto& level = *dock.findChild<QComboBox*>("comboBox_level"_q);
+    level.setCurrentIndex(level.findData(loglevel::kWarning));
+    dock.append("said later"_q, loglevel::kNotification);
+    dock.append("lost again"_q, loglevel::kError);
+    dock.flush();
+    EXPECT_EQ(view.toPlainText(), " slow  \n lost  \n lost again  "_q);
+    level.setCurrentIndex(level.findData(loglevel::kDebug));
+    dock.flush();
+    EXPECT_EQ(shown().size(), 6) << "what was left out comes back at its place";
+    EXPECT_EQ(shown().at(4), "said later"_q);
+}
+
+/// A dock with six lines, into whose line for finding Ctrl+F has led.
+class DebugDockFindTest : public DebugDockTest
+{
+protected:
+    void SetUp() override
+    {
+        dock.show();
+        append(3, "EDDF "_q);
+        append(3, "KDEN "_q);
+        dock.flush();
+        dock.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dock));
+        view.setFocus();
+        QTest::keyClick(&view, Qt::Key_F, Qt::ControlModifier);
+        ASSERT_EQ(dock.focusWidget(), &line);
+    }
+    /// The line that Return leads to.
+    QString enter(Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&line, Qt::Key_Return, modifiers);
+        return view.textCursor().block().text();
+    }
+
+    QLineEdit& line = *dock.findChild<QLineEdit*>("lineEdit_find"_q);
+};
+
+TEST_F(DebugDockFindTest, GoesInBothDirectionsAndOnFromTheOtherEnd)
+{
+    QTest::keyClicks(&line, "eddf"_q);
+    const QStringList seen{enter(), enter(), enter(), enter(), enter(Qt::ShiftModifier)};
+    EXPECT_EQ(seen.join(QLatin1Char(',')), "EDDF 0,EDDF 1,EDDF 2,EDDF 0,EDDF 2"_q);
+    EXPECT_EQ(view.textCursor().selectedText(), "EDDF"_q);
+    dock.findChild<QToolButton*>("toolButton_findPrevious"_q)->click();
+    EXPECT_EQ(view.textCursor().block().text(), "EDDF 1"_q);
+}
+
+TEST_F(DebugDockFindTest, SaysWhatIsNowhere)
+{
+    line.setText("kden"_q);
+    const QString before = enter();
+    line.setText("nowhere"_q);
+    EXPECT_EQ(enter(), before);
+    const auto labels = dock.findChildren<QLabel*>();
+    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(),
+                            [](const QLabel* label) { return label->text() == "Not found"_q; }));
+}
+
+TEST_F(DebugDockTest, CopiesTheSelectionOrEverything)
+{
+    append(3);
+    dock.flush();
+    auto& button = *dock.findChild<QToolButton*>("toolButton_copyLog"_q);
+    button.click();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "0\n1\n2"_q);
+    view.moveCursor(QTextCursor::Start);
+    view.find("1"_q);
+    button.click();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "1"_q);
 }
 
 TEST_F(DebugDockTest, ClearEmptiesWhatWaitsAsWell)
