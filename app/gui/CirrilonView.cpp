@@ -123,6 +123,7 @@ void CirrilonView::connectWindowActions()
     on(Id::TestFunc, &CirrilonView::OnTestFunction);
     on(Id::Flightplanner, &CirrilonView::OnOpenFlightplanner);
     connect(&debugDock(), &DockWidgetDebug::sigOpenFolder, this, &CirrilonView::openFolder);
+    connect(&debugDock(), &DockWidgetDebug::sigReport, this, &CirrilonView::OnSaveReport);
     connect(&toolBar(), &MainToolBar::sigProfileChosen, this, &CirrilonView::OnProfileIndexChanged);
     connect(&toolBar(), &MainToolBar::sigOpenChecklist, this, &CirrilonView::onOpenChecklist);
     connect(&toolBar(), &MainToolBar::sigRecordToggled, this,

@@ -56,6 +56,8 @@ public:
     void closeProgram() override;
 
 public Q_SLOTS:
+    /// Asks where the report for support goes, and writes it there.
+    void OnSaveReport();
     void OnDlgAbout();
     void OnOpenOptionDlg();
     void OnOpenBasicSettings();
@@ -89,6 +91,7 @@ private:
     /// What the pilot has to do by hand, once everything is loaded.
     void writeNextSteps();
     void saveSettings();
+    void writeReport(const QString& file);
     void settingsChanged();
     void updateSettingsViews();
     void openFolder(const QString& path);

@@ -1,11 +1,19 @@
 #include "app/Controller.h"
+#include "app/base/IniFile.h"
+#include "app/base/LogLevel.h"
 #include "app/gui/CirrilonView.h"
 #include "app/gui/RadarLink.h"
+#include "app/gui/SupportReport.h"
 #include "app/gui/dialogs/BasicSettings.h"
 #include "app/gui/dialogs/DlgAbout.h"
 #include "app/gui/dialogs/DlgAirportList.h"
 #include "app/gui/dialogs/DlgSettings.h"
 #include "maps/gui/WidgetRadar.h"
+#include "sim/ConnectWorker.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QSaveFile>
 
 #include <type_traits>
 
@@ -69,4 +77,44 @@ void CirrilonView::settingsChanged()
 {
     saveSettings(); // not only at the end, so that they outlive a crash
     updateSettingsViews();
+}
+
+void CirrilonView::OnSaveReport()
+{
+    auto* dialog =
+        new QFileDialog(this, tr("Save report for support"), QDir::homePath(), tr("Text (*.txt)"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("txt"));
+    dialog->selectFile(QStringLiteral("cirrilon-report.txt"));
+    connect(dialog, &QFileDialog::fileSelected, this, &CirrilonView::writeReport);
+    dialog->open();
+}
+
+void CirrilonView::writeReport(const QString& file)
+{
+    IniFile saved;
+    static_cast<void>(saved.read(m_settingsFile)); // without it, what holds now is enough
+    constexpr bool kMain = true;
+    const IniFile options = m_settings.mergedInto(saved, kMain);
+    const ConnectWorker& worker = m_controller->connectWorker();
+    const QString simulator =
+        m_controller->IsConnected()
+            ? QStringLiteral("%1 by %2").arg(worker.fsName(), worker.interfaceName())
+            : QString();
+    const QByteArray text =
+        supportreport::text({simulator, options, m_log.path(), QDir::homePath()}).toUtf8();
+    QSaveFile out(file);
+    const bool written = out.open(QIODevice::WriteOnly | QIODevice::Text)
+                         && out.write(text) == text.size() && out.commit();
+    const QString shown = QDir::toNativeSeparators(file);
+    if (written) {
+        m_controller->OnDebugString(
+            QStringLiteral("(Main) - report for support: %1").arg(shown.toHtmlEscaped()),
+            loglevel::kNotification);
+    } else {
+        m_dialogs.warning(
+            tr("Save report for support"),
+            tr("The report can't be written to %1: %2").arg(shown, out.errorString()));
+    }
 }
