@@ -37,6 +37,7 @@ CirrilonView::CirrilonView(const WindowParts& parts)
     : m_settingsFile(parts.settingsFile)
     , m_firstStart(!QFile::exists(parts.settingsFile))
     , m_settings(parts.settingsFile, parts.random)
+    , m_saver(m_settings, m_settingsFile, *this)
     , m_log(m_settings.workFolder())
     , m_dialogs(this, {&m_settings, parts.network, nullptr, &m_stop, parts.limits})
     , m_processes(parts.processes)
@@ -59,6 +60,7 @@ CirrilonView::CirrilonView(const WindowParts& parts)
     OnStatusbarStatus(tr("Weather not loaded"));
     writeBanner();
     setupLanguage();
+    m_saver.replaceDamaged();
     if (m_firstStart) {
         QTimer::singleShot(kFirstStartDelayMs, this, &CirrilonView::OnOpenBasicSettings);
     }
@@ -126,10 +128,14 @@ void CirrilonView::connectWindowActions()
     connect(&debugDock(), &DockWidgetDebug::sigReport, this, &CirrilonView::OnSaveReport);
     connect(&toolBar(), &MainToolBar::sigProfileChosen, this, &CirrilonView::OnProfileIndexChanged);
     connect(&toolBar(), &MainToolBar::sigOpenChecklist, this, &CirrilonView::onOpenChecklist);
-    connect(&toolBar(), &MainToolBar::sigRecordToggled, this,
-            [this](bool enabled) { m_settings.setRecorderEnable(enabled); });
+    connect(&toolBar(), &MainToolBar::sigRecordToggled, this, [this](bool enabled) {
+        m_settings.setRecorderEnable(enabled);
+        saveSettings();
+    });
     // The session may end without a word to the window.
     connect(qApp, &QCoreApplication::aboutToQuit, this, &CirrilonView::saveSettings);
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &CirrilonView::saveSettings);
+    connect(qApp, &QGuiApplication::saveStateRequest, this, &CirrilonView::saveSettings);
 }
 
 void CirrilonView::createTray()
@@ -240,7 +246,8 @@ void CirrilonView::OnProfileIndexChanged(QString name)
         return;
     }
     m_settings.changeProfile(name);
-    updateSettingsViews();
+    m_saver.replaceDamaged();
+    settingsChanged();
 }
 
 void CirrilonView::updateSettingsViews()
@@ -272,16 +279,15 @@ void CirrilonView::onOpenChecklist(const QString& path)
                                 opened ? loglevel::kNotification : loglevel::kWarning);
 }
 
-void CirrilonView::saveSettings()
+bool CirrilonView::saveSettings()
 {
     if (m_closed) {
-        return;
+        return true;
     }
     m_settings.setFlightplannerWindowGeometry(flightplanner().saveGeometry());
     m_settings.setWindowState(saveState());
     m_settings.setWindowGeometry(saveGeometry());
-    m_settings.save(m_settings.profileFile(m_settings.profile()));
-    m_settings.save(m_settingsFile);
+    return m_saver.save();
 }
 
 void CirrilonView::changeEvent(QEvent* event)
@@ -297,15 +303,27 @@ void CirrilonView::changeEvent(QEvent* event)
 
 void CirrilonView::closeEvent(QCloseEvent* event)
 {
+    event->accept();
+    if (m_closed) {
+        return;
+    }
     flightplanner().close();
     m_windows.closeBeside();
-    saveSettings();
+    const bool saved = saveSettings();
     m_closed = true;
     // What waits in an event loop of its own would go on with its next step.
     m_stop.raise();
     m_controller->requestStop();
-    event->accept();
+    if (!saved && m_mayAsk && !qApp->isSavingSession()) {
+        m_dialogs.farewell(tr("Settings"), m_saver.failureText());
+    }
     Q_EMIT sigClosed();
+}
+
+void CirrilonView::closeWithoutBoxes()
+{
+    m_mayAsk = false;
+    close();
 }
 
 void CirrilonView::retranslateUi()

@@ -5,6 +5,7 @@
 #include "app/base/StopFlag.h"
 #include "app/gui/BackendBase.h"
 #include "app/gui/LogFile.h"
+#include "app/gui/SettingsSaver.h"
 #include "app/gui/SubWindows.h"
 #include "app/gui/WindowDialogs.h"
 
@@ -55,6 +56,9 @@ public:
     void closeSplash() override;
     void closeProgram() override;
 
+    /// Closes the window as the pilot does, but with nothing to be answered: the system waits.
+    void closeWithoutBoxes();
+
 public Q_SLOTS:
     /// Asks where the report for support goes, and writes it there.
     void OnSaveReport();
@@ -90,7 +94,7 @@ private:
     void writeBanner();
     /// What the pilot has to do by hand, once everything is loaded.
     void writeNextSteps();
-    void saveSettings();
+    bool saveSettings();
     void writeReport(const QString& file);
     void settingsChanged();
     void updateSettingsViews();
@@ -99,6 +103,7 @@ private:
     QString m_settingsFile;
     bool m_firstStart; ///< there was no settings file
     Settings m_settings;
+    SettingsSaver m_saver;
     LogFile m_log;
     StopFlag m_stop; ///< for interfaces and dialogs; the controller has its own
     WindowDialogs m_dialogs;
@@ -110,5 +115,6 @@ private:
     TrayIcon* m_tray = nullptr;
     LanguageMenu* m_language = nullptr;
     SubWindows m_windows; ///< those that are open refer to settings and controller
+    bool m_mayAsk = true; ///< the pilot ends the program, not the system
     bool m_closed = false;
 };

@@ -2,9 +2,12 @@
 
 #include "app/Controller.h"
 #include "app/base/LogLevel.h"
+#include "app/base/Platform.h"
 #include "app/gui/DockWidgetDebug.h"
 #include "app/gui/LanguageMenu.h"
+#include "app/gui/NoticeBar.h"
 #include "app/gui/TrayIcon.h"
+#include "app/gui/dialogs/DlgSettings.h"
 #include "maps/gui/WidgetRadar.h"
 #include "tests/app/base/SettingsFixture.h"
 #include "tests/app/gui/DlgTesting.h"
@@ -17,6 +20,8 @@
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
+#include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -24,13 +29,17 @@
 #include <QNetworkAccessManager>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QSessionManager>
 #include <QSignalSpy>
 #include <QSystemTrayIcon>
 #include <QTest>
 #include <QTextEdit>
+#include <QTimer>
 #include <QToolButton>
 #include <QTranslator>
 
+#include <csignal>
+#include <cstddef>
 #include <memory>
 #include <set>
 
@@ -63,9 +72,10 @@ protected:
                           },
                           [] { return std::make_unique<QNetworkAccessManager>(); },
                           {}};
-        parts.settingsFile = mainFile();
+        parts.settingsFile = mainFileOfView();
         view = std::make_unique<CirrilonView>(parts);
     }
+    virtual QString mainFileOfView() const { return mainFile(); }
     QAction& action(const char* name) const
     {
         return *view->findChild<QAction*>(QString::fromLatin1(name));
@@ -182,6 +192,154 @@ TEST_F(CirrilonViewTest, ClosingSavesTheProfileAndTheSettings)
     make();
     EXPECT_EQ(view->size(), QSize(900, 500));
     EXPECT_TRUE(child<QCheckBox>("checkBox_record").isChecked());
+}
+
+TEST_F(CirrilonViewTest, WhatThePilotChangesOutlivesACrash)
+{
+    child<QCheckBox>("checkBox_record").setChecked(true);
+    EXPECT_TRUE(read(mainFile()).contains("[recorder]\nenable=true"));
+    auto& profiles = child<QComboBox>("comboBox_profile");
+    profiles.setCurrentIndex(1);
+    Q_EMIT profiles.activated(1);
+    EXPECT_TRUE(read(mainFile()).contains("profile=airliner.ini"));
+}
+
+TEST_F(CirrilonViewTest, ErrorsAreShownWhateverLevelTheFileHas)
+{
+    view.reset();
+    write(mainFile(), read(mainFile()) + "[main]\nloggerlevel=99\n");
+    make();
+    view->OnOutputDebugstring("lost"_q, loglevel::kError);
+    child<DockWidgetDebug>("DockDebug").flush();
+    EXPECT_TRUE(child<QTextEdit>("textEdit_debug").toPlainText().contains("lost"_q));
+    view->close();
+    EXPECT_TRUE(read(mainFile()).contains("loggerlevel=99\n"));
+}
+
+/// The texts in the bar at the top of the window.
+QString noticesOf(const CirrilonView& view)
+{
+    QStringList texts;
+    for (const QLabel* label : view.findChild<NoticeBar*>()->findChildren<QLabel*>()) {
+        texts << (label->parentWidget()->isHidden() ? QString() : label->text());
+    }
+    texts.removeAll(QString());
+    return texts.join(QLatin1Char('\n'));
+}
+
+TEST_F(CirrilonViewTest, SettingsThatCantBeUnderstoodAreKeptBesideAndSaid)
+{
+    view.reset();
+    const QByteArray garbage(3000, '\xA5');
+    write(mainFile(), garbage);
+    make();
+    EXPECT_EQ(read(mainFile() + ".damaged"_q), garbage);
+    EXPECT_TRUE(noticesOf(*view).contains("cirrilon.ini.damaged"_q)) << "where the old ones are";
+    EXPECT_TRUE(read(path("Documents/CirrilonV3/cirrilonv3.log")).contains("is kept as"));
+    child<QCheckBox>("checkBox_record").setChecked(true);
+    view->close();
+    view.reset();
+    make();
+    EXPECT_TRUE(child<QCheckBox>("checkBox_record").isChecked()) << "changes are saved again";
+    EXPECT_EQ(noticesOf(*view), QString());
+
+    write(mainFile(), "[paths]\nworkfolder=" + path("work/").toUtf8() + '\n');
+    write(path("work/profiles/airliner.ini"), garbage);
+    view.reset();
+    make();
+    view->OnProfileIndexChanged("airliner.ini"_q);
+    EXPECT_EQ(read(path("work/profiles/airliner.ini.damaged")), garbage);
+    EXPECT_TRUE(noticesOf(*view).contains("airliner.ini.damaged"_q));
+}
+
+/// Takes the folder of the settings away, as a disk that was unplugged.
+class NoFolderTest : public CirrilonViewTest
+{
+protected:
+    void SetUp() override
+    {
+        CirrilonViewTest::SetUp();
+        view.reset();
+        write(path("stick/cirrilon.ini"), read(mainFile()));
+        file = path("stick/cirrilon.ini");
+        make();
+        QDir(path("stick")).removeRecursively();
+        write(path("stick"), "no folder any more");
+    }
+    QString mainFileOfView() const override { return file.isEmpty() ? mainFile() : file; }
+    QByteArray log() const { return read(path("work/cirrilonv3.log")); }
+
+    QString file;
+};
+
+TEST_F(NoFolderTest, AChangeThatCantBeSavedIsSaidUntilItCan)
+{
+    view->OnOpenOptionDlg();
+    auto* dialog = view->findChild<DlgSettings*>();
+    Q_EMIT dialog->sigSettingsChanged();
+    EXPECT_TRUE(noticesOf(*view).contains("can't be saved in"_q));
+    EXPECT_TRUE(log().contains("can not write"));
+    QFile::remove(path("stick"));
+    Q_EMIT dialog->sigSettingsChanged();
+    EXPECT_EQ(noticesOf(*view), QString());
+    EXPECT_TRUE(read(file).contains("range="));
+}
+
+TEST_F(NoFolderTest, ClosingSaysThatNothingWasSavedBeforeTheEnd)
+{
+    const QSignalSpy closed(view.get(), &CirrilonView::sigClosed);
+    bool saidFirst = false;
+    QTimer::singleShot(0, qApp, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        saidFirst = box->text().contains("can't be saved in"_q) && closed.isEmpty();
+        view->close(); // once more, while the box stands
+        box->accept();
+    });
+    view->close();
+    EXPECT_TRUE(saidFirst);
+    EXPECT_EQ(closed.count(), 1);
+}
+
+TEST_F(NoFolderTest, TheSystemsEndIsNeverHeldUpByABox)
+{
+    QTimer::singleShot(0, qApp, [] {
+        if (QWidget* box = QApplication::activeModalWidget()) {
+            ADD_FAILURE() << "a box";
+            box->close();
+        }
+    });
+    view->closeWithoutBoxes();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(log().contains("can not write"));
+}
+
+TEST_F(CirrilonViewTest, TheEndOfTheSessionSavesAsClosingDoes)
+{
+    view->show();
+    for (const auto request :
+         {&QGuiApplication::commitDataRequest, &QGuiApplication::saveStateRequest}) {
+        auto& box = child<QCheckBox>("checkBox_record");
+        box.setChecked(!box.isChecked());
+        alignas(QSessionManager) std::byte nobody[sizeof(QSessionManager)];
+        Q_EMIT(qApp->*request)(reinterpret_cast<QSessionManager&>(nobody)); // nobody looks into it
+        EXPECT_EQ(read(mainFile()).contains("[recorder]\nenable=true"), box.isChecked());
+        EXPECT_FALSE(view->isHidden()) << "the session may go on";
+    }
+}
+
+TEST_F(CirrilonViewTest, TheRequestToEndSavesAsClosingDoes)
+{
+    const QSignalSpy closed(view.get(), &CirrilonView::sigClosed);
+    int status = 0;
+    platform::onEndRequest(*view, [&](int usual) {
+        status = usual;
+        view->closeWithoutBoxes();
+    });
+    child<QCheckBox>("checkBox_record").setChecked(true);
+    ASSERT_EQ(std::raise(SIGTERM), 0);
+    ASSERT_TRUE(QTest::qWaitFor([&closed] { return !closed.isEmpty(); }, 5000));
+    EXPECT_EQ(status, 128 + SIGTERM);
+    EXPECT_TRUE(read(mainFile()).contains("[recorder]\nenable=true"));
 }
 
 TEST_F(CirrilonViewTest, SavesAReportForSupportWithoutSecrets)
