@@ -78,6 +78,9 @@ NoticeBar::Row& NoticeBar::rowOf(Notice about)
 void NoticeBar::retranslateUi()
 {
     setWindowTitle(tr("Notices"));
+    if (auto* more = findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+        more->setAccessibleName(tr("More"));
+    }
     for (auto& [about, row] : m_rows) {
         row.close->setToolTip(tr("Close"));
         row.close->setAccessibleName(tr("Close"));
