@@ -1,5 +1,6 @@
 #include "app/download/Wgrib.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QStandardPaths>
 
@@ -24,7 +25,8 @@ namespace wgrib {
 QString findProgram()
 {
     const QString name = QStringLiteral("wgrib2"); // the host adds its ending
-    const QString beside = QStandardPaths::findExecutable(name, {QDir::currentPath()});
+    const QString beside = QStandardPaths::findExecutable(
+        name, {QDir::currentPath(), QCoreApplication::applicationDirPath()});
     return beside.isEmpty() ? QStandardPaths::findExecutable(name) : beside;
 }
 

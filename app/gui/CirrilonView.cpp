@@ -60,7 +60,7 @@ CirrilonView::CirrilonView(const WindowParts& parts)
     OnStatusbarStatus(tr("Weather not loaded"));
     writeBanner();
     setupLanguage();
-    m_saver.replaceDamaged();
+    sayHowSettingsWereRead(parts.settingsFolderFailed);
     if (m_firstStart) {
         QTimer::singleShot(kFirstStartDelayMs, this, &CirrilonView::OnOpenBasicSettings);
     }

@@ -35,6 +35,7 @@ struct WindowParts
     DownloadLimits limits;
     QString settingsFile = QStringLiteral("cirrilon.ini"); ///< in the current folder
     LogFile::Mirror logMirror = {};                        ///< sees each line of the log
+    bool settingsFolderFailed = false;                     ///< the user's own couldn't be made
 };
 
 /// The main window. It owns settings, log file, controller, tray icon and language menu, and saves
@@ -60,6 +61,8 @@ public:
     void closeWithoutBoxes();
 
 public Q_SLOTS:
+    /// Brings the window to the front, out of the tray as well.
+    void comeUp();
     /// Asks where the report for support goes, and writes it there.
     void OnSaveReport();
     void OnDlgAbout();
@@ -95,6 +98,7 @@ private:
     /// What the pilot has to do by hand, once everything is loaded.
     void writeNextSteps();
     bool saveSettings();
+    void sayHowSettingsWereRead(bool folderFailed);
     void writeReport(const QString& file);
     void settingsChanged();
     void updateSettingsViews();

@@ -4,6 +4,7 @@
 #include "app/gui/CirrilonView.h"
 #include "app/gui/RadarLink.h"
 #include "app/gui/SupportReport.h"
+#include "app/gui/TrayIcon.h"
 #include "app/gui/dialogs/BasicSettings.h"
 #include "app/gui/dialogs/DlgAbout.h"
 #include "app/gui/dialogs/DlgAirportList.h"
@@ -77,6 +78,27 @@ void CirrilonView::settingsChanged()
 {
     saveSettings(); // not only at the end, so that they outlive a crash
     updateSettingsViews();
+}
+
+void CirrilonView::sayHowSettingsWereRead(bool folderFailed)
+{
+    if (folderFailed) {
+        m_controller->OnDebugString(
+            QStringLiteral("(Main) - can not make the folder of the settings"), loglevel::kWarning);
+        showNotice(Notice::Settings,
+                   tr("The folder of the settings can't be made, so they are kept in %1.")
+                       .arg(QDir::toNativeSeparators(QDir::currentPath())));
+    }
+    m_saver.replaceDamaged();
+}
+
+void CirrilonView::comeUp()
+{
+    if (isHidden() || isMinimized()) {
+        m_tray->showWindow();
+    }
+    raise();
+    activateWindow();
 }
 
 void CirrilonView::OnSaveReport()

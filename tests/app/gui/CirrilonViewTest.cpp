@@ -342,6 +342,18 @@ TEST_F(CirrilonViewTest, TheRequestToEndSavesAsClosingDoes)
     EXPECT_TRUE(read(mainFile()).contains("[recorder]\nenable=true"));
 }
 
+TEST_F(CirrilonViewTest, ComesUpForASecondStart)
+{
+    view->show();
+    view->showMinimized();
+    view->comeUp();
+    EXPECT_TRUE(view->isVisible());
+    EXPECT_FALSE(view->isMinimized());
+    view->hide();
+    view->comeUp();
+    EXPECT_TRUE(view->isVisible());
+}
+
 TEST_F(CirrilonViewTest, SavesAReportForSupportWithoutSecrets)
 {
     view.reset();
