@@ -199,6 +199,26 @@ Die nächsten Seiten fragen, wie der Simulator zu erreichen ist, woher das Wette
         <source>Loading GUI</source>
         <translation>Oberfläche wird geladen</translation>
     </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>The folder of the settings can&apos;t be made, so they are kept in %1.</source>
+        <translation>Der Ordner der Einstellungen kann nicht angelegt werden, deshalb liegen sie in %1.</translation>
+    </message>
+    <message>
+        <source>Save report for support</source>
+        <translation>Bericht für den Support speichern</translation>
+    </message>
+    <message>
+        <source>Text (*.txt)</source>
+        <translation>Text (*.txt)</translation>
+    </message>
+    <message>
+        <source>The report can&apos;t be written to %1: %2</source>
+        <translation>Der Bericht kann nicht nach %1 geschrieben werden: %2</translation>
+    </message>
 </context>
 <context>
     <name>ConnectionProbe</name>
@@ -388,6 +408,61 @@ Die nächsten Seiten fragen, wie der Simulator zu erreichen ist, woher das Wette
     <message>
         <source>is not available for FS2020</source>
         <translation>ist für FS2020 nicht verfügbar</translation>
+    </message>
+</context>
+<context>
+    <name>DebugBar</name>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+    <message>
+        <source>All lines</source>
+        <translation>Alle Zeilen</translation>
+    </message>
+    <message>
+        <source>Notifications</source>
+        <translation>Hinweise</translation>
+    </message>
+    <message>
+        <source>Warnings</source>
+        <translation>Warnungen</translation>
+    </message>
+    <message>
+        <source>Errors</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Shows lines of this level and above</source>
+        <translation>Zeigt Zeilen ab dieser Stufe</translation>
+    </message>
+    <message>
+        <source>Level</source>
+        <translation>Stufe</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Looks for a text in the log (Ctrl+F)</source>
+        <translation>Sucht einen Text im Protokoll (Strg+F)</translation>
+    </message>
+    <message>
+        <source>Find previous</source>
+        <translation>Vorherige Fundstelle</translation>
+    </message>
+    <message>
+        <source>Find next</source>
+        <translation>Nächste Fundstelle</translation>
+    </message>
+    <message>
+        <source>Copy the selected lines, or all</source>
+        <translation>Kopiert die ausgewählten Zeilen, sonst alle</translation>
+    </message>
+    <message>
+        <source>Save report for support</source>
+        <translation>Bericht für den Support speichern</translation>
     </message>
 </context>
 <context>
@@ -1304,6 +1379,10 @@ Nach: %2</translation>
         <source>Try again</source>
         <translation>Erneut versuchen</translation>
     </message>
+    <message>
+        <source>More</source>
+        <translation>Mehr</translation>
+    </message>
 </context>
 <context>
     <name>PlaceTables</name>
@@ -1973,6 +2052,21 @@ Nach: %2</translation>
     </message>
 </context>
 <context>
+    <name>SettingsSaver</name>
+    <message>
+        <source>The settings in %1 can&apos;t be understood. The program goes on with its defaults; the file is kept as %2.</source>
+        <translation>Die Einstellungen in %1 sind nicht lesbar. Das Programm läuft mit seinen Vorgaben weiter; die Datei bleibt als %2 erhalten.</translation>
+    </message>
+    <message>
+        <source>The settings in %1 can&apos;t be understood. The program goes on with its defaults; the file can&apos;t be put aside, so changes aren&apos;t saved.</source>
+        <translation>Die Einstellungen in %1 sind nicht lesbar. Das Programm läuft mit seinen Vorgaben weiter; die Datei kann nicht beiseitegelegt werden, deshalb werden Änderungen nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>The settings can&apos;t be saved in %1. Look whether the folder may be written and the disk has room.</source>
+        <translation>Die Einstellungen können nicht in %1 gespeichert werden. Prüfen Sie, ob der Ordner beschrieben werden darf und der Datenträger Platz hat.</translation>
+    </message>
+</context>
+<context>
     <name>TrayIcon</name>
     <message>
         <source>The program will keep running in the system tray.
@@ -2109,6 +2203,13 @@ hPa</translation>
     <message>
         <source>No picture yet. The button asks for one, the box above it for a new one every two seconds.</source>
         <translation>Noch kein Bild. Die Schaltfläche fordert eines an, das Kästchen darüber alle zwei Sekunden ein neues.</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>Cirrilon is running already, but its window doesn&apos;t answer. End it before you start it anew.</source>
+        <translation>Cirrilon läuft schon, aber sein Fenster antwortet nicht. Beenden Sie es, bevor Sie es neu starten.</translation>
     </message>
 </context>
 </TS>
