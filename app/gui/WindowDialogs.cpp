@@ -9,13 +9,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-/// Further boxes are left out: their texts stand in the log as well.
-constexpr std::size_t kMostBoxes = 8;
-
-} // namespace
-
 WindowDialogs::WindowDialogs(QWidget* parent, DownloadContext downloads)
     : m_parent(parent)
     , m_downloads(std::move(downloads))
@@ -23,53 +16,72 @@ WindowDialogs::WindowDialogs(QWidget* parent, DownloadContext downloads)
 
 WindowDialogs::~WindowDialogs()
 {
-    for (const QPointer<QMessageBox>& box : m_boxes) {
-        delete box.data();
-    }
+    m_waiting.clear();
+    delete m_box.data();
 }
 
 void WindowDialogs::warning(const QString& title, const QString& text)
 {
-    show(QMessageBox::Warning, title, text);
+    show({QMessageBox::Warning, title, text});
 }
 
 void WindowDialogs::critical(const QString& title, const QString& text)
 {
-    show(QMessageBox::Critical, title, text);
+    show({QMessageBox::Critical, title, text});
 }
 
-void WindowDialogs::show(QMessageBox::Icon icon, const QString& title, const QString& text)
+void WindowDialogs::show(const Message& message)
 {
-    const auto call = [this, icon, title, text] {
-        open(icon, title, text);
-    };
     if (QThread::currentThread() == thread()) {
-        call();
+        take(message);
     } else {
-        QMetaObject::invokeMethod(this, call, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, message] { take(message); }, Qt::QueuedConnection);
     }
 }
 
-void WindowDialogs::open(QMessageBox::Icon icon, const QString& title, const QString& text)
+void WindowDialogs::take(const Message& message)
 {
-    m_boxes.erase(std::remove(m_boxes.begin(), m_boxes.end(), nullptr), m_boxes.end());
-    for (const QPointer<QMessageBox>& box : m_boxes) {
-        if (box->text() == text && box->windowTitle() == title) {
-            box->raise();
-            return;
-        }
-    }
-    if (m_boxes.size() >= kMostBoxes) {
+    if (m_box == nullptr) {
+        open(message);
         return;
     }
-    auto* box = new QMessageBox(icon, title, text, QMessageBox::Ok, m_parent);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    usePlainButtons(*box);
-    box->setWindowModality(Qt::NonModal);
-    m_boxes.emplace_back(box);
-    box->show();
+    if (m_box->windowTitle() == message.title) {
+        m_box->setText(message.text);
+        m_box->raise();
+        return;
+    }
+    const auto same =
+        std::find_if(m_waiting.begin(), m_waiting.end(),
+                     [&message](const Message& other) { return other.title == message.title; });
+    if (same != m_waiting.end()) {
+        same->text = message.text;
+    } else {
+        m_waiting.push_back(message);
+    }
+}
+
+void WindowDialogs::open(const Message& message)
+{
+    m_box = new QMessageBox(message.icon, message.title, message.text, QMessageBox::Ok, m_parent);
+    m_box->setAttribute(Qt::WA_DeleteOnClose);
+    m_box->setTextFormat(Qt::PlainText);
+    m_box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    usePlainButtons(*m_box);
+    m_box->setWindowModality(Qt::NonModal);
+    connect(m_box.data(), &QMessageBox::finished, this, &WindowDialogs::openNext);
+    m_box->show();
+}
+
+/// The closed box is deleted by the event loop, so it is let go here.
+void WindowDialogs::openNext()
+{
+    m_box.clear();
+    if (!m_waiting.empty()) {
+        const Message next = m_waiting.front();
+        m_waiting.erase(m_waiting.begin());
+        open(next);
+    }
 }
 
 void WindowDialogs::farewell(const QString& title, const QString& text)

@@ -12,8 +12,9 @@
 class QWidget;
 
 /// Message boxes over the main window. Warnings don't wait: their boxes stand beside the window
-/// until they are closed, each text once, and off the main thread they are queued. Created and
-/// destroyed on the main thread.
+/// until they are closed, one after the other, each text once, and a newer text of the same title
+/// takes the place of the older one. Off the main thread they are queued. Created and destroyed on
+/// the main thread.
 class WindowDialogs : public QObject, public UserDialogs
 {
     Q_OBJECT
@@ -30,10 +31,19 @@ public:
     QString offerUpdate(const UpdateOffer& offer) override;
 
 private:
-    void show(QMessageBox::Icon icon, const QString& title, const QString& text);
-    void open(QMessageBox::Icon icon, const QString& title, const QString& text);
+    struct Message
+    {
+        QMessageBox::Icon icon = QMessageBox::Warning;
+        QString title;
+        QString text;
+    };
+    void show(const Message& message);
+    void take(const Message& message);
+    void open(const Message& message);
+    void openNext();
 
     QWidget* m_parent;
     DownloadContext m_downloads;
-    std::vector<QPointer<QMessageBox>> m_boxes;
+    QPointer<QMessageBox> m_box;
+    std::vector<Message> m_waiting; ///< until the box is closed
 };

@@ -318,18 +318,27 @@ int openBoxes(const QWidget& window)
     return window.findChildren<QMessageBox*>().size();
 }
 
-TEST(WindowDialogsTest, WarningsDontWaitAndStandOnce)
+TEST(WindowDialogsTest, WarningsDontWaitAndNeverStack)
 {
     QWidget window;
     WindowDialogs dialogs(&window, {});
     dialogs.warning("Title"_q, "<i>text</i>"_q);
-    dialogs.warning("Title"_q, "<i>text</i>"_q);
-    EXPECT_EQ(openBoxes(window), 1);
     EXPECT_EQ(window.findChild<QMessageBox*>()->textFormat(), Qt::PlainText);
     for (int number = 0; number < 20; ++number) {
-        dialogs.critical("Title"_q, QString::number(number));
+        dialogs.warning("Title"_q, QString::number(number));
+        dialogs.critical("Another"_q, QString::number(number));
     }
-    EXPECT_EQ(openBoxes(window), 8);
+    EXPECT_EQ(openBoxes(window), 1);
+    for (const QString& title : {"Title"_q, "Another"_q}) {
+        QPointer<QMessageBox> box = window.findChild<QMessageBox*>();
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->windowTitle(), title);
+        EXPECT_EQ(box->text(), "19"_q) << "the newest";
+        box->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(box, nullptr);
+    }
+    EXPECT_EQ(openBoxes(window), 0);
 }
 
 TEST(WindowDialogsTest, AreQueuedFromOtherThreads)
