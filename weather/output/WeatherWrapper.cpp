@@ -116,10 +116,10 @@ bool WeatherWrapper::initializeWeather(const QString& text, int kind)
     return initializeWeather(QStringView(text), kind);
 }
 
-bool WeatherWrapper::initializeWeather(QStringView text, int kind)
+bool WeatherWrapper::initializeWeather(QStringView text, int kind, std::size_t fewest)
 {
     const bool newestFirst = m_settings.weatherSource() == weathersource::kNoaa; // of a station
-    return m_store->Initialize(wide(text), kind, newestFirst);
+    return m_store->Initialize(wide(text), kind, newestFirst, fewest);
 }
 
 int WeatherWrapper::deleteOldSynops(int maxAgeSeconds)

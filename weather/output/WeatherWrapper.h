@@ -49,9 +49,10 @@ public:
     void setWeatherStations(QStringView text);
 
     /// Takes a whole text: kind 1 METAR block, 2 SYNOP block, 3 upper-air text, 5 TAF block. False
-    /// for an unknown kind and for upper-air text that is an error message.
+    /// for an unknown kind, for upper-air text that is an error message, and for METARs or SYNOPs
+    /// that are fewer than both `fewest` and those of before, which then stay.
     bool initializeWeather(const QString& text, int kind);
-    bool initializeWeather(QStringView text, int kind);
+    bool initializeWeather(QStringView text, int kind, std::size_t fewest = 0);
     /// Removes SYNOPs older than the limit; returns how many.
     int deleteOldSynops(int maxAgeSeconds);
 

@@ -81,6 +81,16 @@ void WeatherManager::tellEnd(const wchar_t* what, std::size_t count)
     }
 }
 
+bool WeatherManager::tellReplaced(bool isKept, const wchar_t* what, std::size_t count)
+{
+    if (isKept) {
+        tell(0, 0, {});
+    } else {
+        tellEnd(what, count);
+    }
+    return !isKept;
+}
+
 void WeatherManager::addAirport(Station airport)
 {
     const ScopedLock lock(m_mutex);

@@ -63,9 +63,10 @@ public:
 
     /// Takes a whole text of one kind (storekind): a METAR, SYNOP or TAF block replaces all earlier
     /// reports of its kind, upper-air records replace those of the same grid points. With
-    /// `noaaFormat` the first METAR of a station stays, otherwise all do. False for an unknown kind
-    /// and for upper-air text that is an error message.
-    bool Initialize(std::wstring_view text, int kind, bool noaaFormat);
+    /// `noaaFormat` the first METAR of a station stays, otherwise all do. False for an unknown
+    /// kind, for upper-air text that is an error message, and for METARs or SYNOPs that are fewer
+    /// than both `fewest` and those of before, which then stay.
+    bool Initialize(std::wstring_view text, int kind, bool noaaFormat, std::size_t fewest = 0);
     /// Removes the SYNOPs older than the limit and those without a valid position or time. Returns
     /// how many.
     int deleteOldSynops(int maxAgeSeconds);
@@ -112,10 +113,12 @@ private:
     /// Progress "<text> <value> from <total>".
     void tellCount(const wchar_t* text, std::size_t value, std::size_t total);
     void tellEnd(const wchar_t* what, std::size_t count);
+    /// The same unless the reports of before were kept; returns whether they weren't.
+    bool tellReplaced(bool isKept, const wchar_t* what, std::size_t count);
 
-    void initializeMetars(std::wstring_view text, bool noaaFormat);
+    bool initializeMetars(std::wstring_view text, bool noaaFormat, std::size_t fewest);
     void addMetar(std::wstring_view line, bool noaaFormat, MetarRun& run);
-    void initializeSynops(std::wstring_view text);
+    bool initializeSynops(std::wstring_view text, std::size_t fewest);
     void addSynop(std::wstring_view piece, SynopRun& run);
     bool initializeGribs(std::wstring_view text);
     void storeGribs(std::vector<Grib> gribs);

@@ -50,15 +50,14 @@ struct WeatherManager::SynopRun
     std::wstring key; ///< of the report under way; here so that its memory serves all
 };
 
-bool WeatherManager::Initialize(std::wstring_view text, int kind, bool noaaFormat)
+bool WeatherManager::Initialize(std::wstring_view text, int kind, bool noaaFormat,
+                                std::size_t fewest)
 {
     switch (kind) {
     case storekind::kMetar:
-        initializeMetars(text, noaaFormat);
-        return true;
+        return initializeMetars(text, noaaFormat, fewest);
     case storekind::kSynop:
-        initializeSynops(text);
-        return true;
+        return initializeSynops(text, fewest);
     case storekind::kUpperAir:
         return initializeGribs(text);
     case storekind::kTaf:
@@ -88,7 +87,7 @@ bool WeatherManager::placeReport(const StationTable& table, std::wstring_view ke
     return false;
 }
 
-void WeatherManager::initializeMetars(std::wstring_view text, bool noaaFormat)
+bool WeatherManager::initializeMetars(std::wstring_view text, bool noaaFormat, std::size_t fewest)
 {
     tell(0, 1, L"Initialize of metar data");
     MetarRun run;
@@ -102,12 +101,16 @@ void WeatherManager::initializeMetars(std::wstring_view text, bool noaaFormat)
         }
     }
     const std::size_t count = run.metars.size();
+    bool isKept = false;
     {
         const ScopedLock lock(m_mutex);
-        std::swap(m_metars, run.metars);
-        m_failedMetars.swap(run.failed);
+        isKept = count < fewest && count < m_metars.size();
+        if (!isKept) {
+            std::swap(m_metars, run.metars);
+            m_failedMetars.swap(run.failed);
+        }
     }
-    tellEnd(L"metar initialization completed", count);
+    return tellReplaced(isKept, L"metar initialization completed", count);
 }
 
 void WeatherManager::addMetar(std::wstring_view line, bool noaaFormat, MetarRun& run)
@@ -130,7 +133,7 @@ void WeatherManager::addMetar(std::wstring_view line, bool noaaFormat, MetarRun&
     }
 }
 
-void WeatherManager::initializeSynops(std::wstring_view text)
+bool WeatherManager::initializeSynops(std::wstring_view text, std::size_t fewest)
 {
     tell(0, 1, L"Initialize of additional weather data");
     SynopRun run;
@@ -144,12 +147,16 @@ void WeatherManager::initializeSynops(std::wstring_view text)
         }
     }
     const std::size_t count = run.synops.size();
+    bool isKept = false;
     {
         const ScopedLock lock(m_mutex);
-        std::swap(m_synops, run.synops);
-        m_failedSynops.swap(run.failed);
+        isKept = count < fewest && count < m_synops.size();
+        if (!isKept) {
+            std::swap(m_synops, run.synops);
+            m_failedSynops.swap(run.failed);
+        }
     }
-    tellEnd(L"additional weather data initialization completed", count);
+    return tellReplaced(isKept, L"additional weather data initialization completed", count);
 }
 
 void WeatherManager::addSynop(std::wstring_view piece, SynopRun& run)

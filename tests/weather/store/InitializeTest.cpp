@@ -55,6 +55,21 @@ TEST_F(InitializeTest, ListsMetarsWithoutAnAirport)
     EXPECT_EQ(m_store.failedMetarStations(), (Names{L"XXXX", L"YYYY", L"XXXX", L""}));
 }
 
+TEST_F(InitializeTest, FewerReportsThanWantedReplaceOnlyFewerStill)
+{
+    const std::wstring one = L"EDDF 011150Z 18005KT 9999 21/10 Q1013\n";
+    const std::wstring two = one + L"KDEN 011153Z 18005KT 10SM CLR 21/10 A3005\n";
+    const auto take = [this](const std::wstring& text) {
+        return m_store.Initialize(text, storekind::kMetar, false, 3);
+    };
+    EXPECT_TRUE(take(one));
+    EXPECT_TRUE(take(two));
+    EXPECT_FALSE(take(one + L"XXXX 011150Z 18005KT 9999 21/10 Q1013\n"));
+    EXPECT_EQ(m_store.metarCount(), 2U);
+    EXPECT_TRUE(m_store.failedMetarStations().empty());
+    EXPECT_TRUE(take(two)) << "as many, but newer";
+}
+
 TEST_F(InitializeTest, PlacesLandSynopsByTheirNumberWithAZero)
 {
     EXPECT_TRUE(synops(L"AAXX 01124 10637 42960 50000 10210\r\n20100 40150=\n"
