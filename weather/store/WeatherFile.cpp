@@ -2,6 +2,9 @@
 
 #include <QString>
 
+#include <algorithm>
+#include <array>
+
 namespace aviation::weather {
 
 namespace {
@@ -28,30 +31,45 @@ void note(QStringView text, qsizetype at, Marks& marks)
     }
 }
 
+bool isClosed(const Marks& marks)
+{
+    return marks.start != kNone && marks.end >= marks.start + marks.opening.size();
+}
+
 QStringView blockBetween(QStringView text, const Marks& marks)
 {
     const qsizetype first = marks.start + marks.opening.size();
-    if (marks.start == kNone || marks.end < first) {
-        return {};
+    return isClosed(marks) ? text.mid(first, marks.end - first) : QStringView();
+}
+
+/// METARs, SYNOPs and TAFs, in one pass over the brackets, since reports hold none and files have
+/// some million characters.
+std::array<Marks, 3> findMarks(QStringView text)
+{
+    constexpr QLatin1Char kBracket('[');
+    std::array<Marks, 3> all{Marks{u"[METAR]", u"[/METAR]"}, Marks{u"[SYNOP]", u"[/SYNOP]"},
+                             Marks{u"[TAF]", u"[/TAF]"}};
+    for (qsizetype at = text.indexOf(kBracket); at >= 0; at = text.indexOf(kBracket, at + 1)) {
+        for (Marks& marks : all) {
+            note(text, at, marks);
+        }
     }
-    return text.mid(first, marks.end - first);
+    return all;
 }
 
 } // namespace
 
-/// In one pass over the brackets, since reports hold none and files have some million characters.
 WeatherBlocks extractWeatherBlocks(QStringView text)
 {
-    constexpr QLatin1Char kBracket('[');
-    Marks metars{u"[METAR]", u"[/METAR]"};
-    Marks synops{u"[SYNOP]", u"[/SYNOP]"};
-    Marks tafs{u"[TAF]", u"[/TAF]"};
-    for (qsizetype at = text.indexOf(kBracket); at >= 0; at = text.indexOf(kBracket, at + 1)) {
-        for (Marks* marks : {&metars, &synops, &tafs}) {
-            note(text, at, *marks);
-        }
-    }
+    const auto [metars, synops, tafs] = findMarks(text);
     return {blockBetween(text, metars), blockBetween(text, synops), blockBetween(text, tafs)};
+}
+
+bool hasUnclosedBlock(QStringView text)
+{
+    const std::array<Marks, 3> all = findMarks(text);
+    return std::any_of(all.begin(), all.end(),
+                       [](const Marks& marks) { return marks.start != kNone && !isClosed(marks); });
 }
 
 } // namespace aviation::weather

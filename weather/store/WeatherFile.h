@@ -16,5 +16,8 @@ struct WeatherBlocks
 /// and "[TAF]...[/TAF]". Of repeated markers the last one counts, opening and closing alike, and
 /// case matters. Text outside the blocks is ignored. The text must outlive the result.
 WeatherBlocks extractWeatherBlocks(QStringView text);
+/// True if the last opening marker of a block has no closing one after it: a part of the file is
+/// missing.
+bool hasUnclosedBlock(QStringView text);
 
 } // namespace aviation::weather

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <utility>
 
 using aviation::weather::extractWeatherBlocks;
 using aviation::weather::WeatherBlocks;
@@ -31,6 +32,22 @@ TEST(WeatherFileTest, CutsBlocks)
         EXPECT_EQ(blocks.metars, QLatin1String(metars)) << text;
         EXPECT_EQ(blocks.synops, QLatin1String(synops)) << text;
         EXPECT_EQ(blocks.tafs, QLatin1String(tafs)) << text;
+    }
+}
+
+TEST(WeatherFileTest, KnowsWhereTheEndOfABlockIsMissing)
+{
+    const std::pair<const char*, bool> rows[] = {
+        {"", false},
+        {"[METAR]a[/METAR][SYNOP]s=[/SYNOP][TAF]t[/TAF]", false},
+        {"[/METAR][METAR]a[/METAR]", false},
+        {"[METAR]a[/METAR][SYNOP]s=", true},
+        {"[METAR]a[/MET", true},
+        {"[METAR]a[/METAR][METAR]b", true},
+        {"[METAR]a[/METAR][TAF]t[/SYNOP]", true},
+    };
+    for (const auto& [text, unclosed] : rows) {
+        EXPECT_EQ(aviation::weather::hasUnclosedBlock(QString::fromLatin1(text)), unclosed) << text;
     }
 }
 
