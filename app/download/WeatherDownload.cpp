@@ -5,7 +5,6 @@
 #include "app/base/Settings.h"
 #include "app/base/SettingsValues.h"
 #include "app/base/StopFlag.h"
-#include "app/base/UrlTemplate.h"
 #include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
 #include "app/download/DownloadReport.h"
@@ -23,6 +22,7 @@ WeatherDownload::WeatherDownload(Settings& settings, DownloadContext context,
     , m_context(std::move(context))
     , m_simulator(std::move(simulator))
     , m_reporting(std::move(reporting))
+    , m_external(m_settings, m_context, m_reporting)
     , m_reader(*m_context.stop)
     , m_currentSource(settings.weatherSource())
 {
@@ -92,52 +92,11 @@ QString WeatherDownload::addressOf(int source)
     return m_settings.noaaUrl(true);
 }
 
-/// The event loop runs on while the texts are fetched.
 void WeatherDownload::fetchExternal()
 {
-    constexpr int kShortestMetarUrl = 6;
-    constexpr int kShortestSynopUrl = 4;
-    QString text;
-    const auto metars =
-        fetchExternalText(QStringLiteral("Metar"), m_settings.urlExternMetar(), kShortestMetarUrl);
-    if (metars) {
-        text = QStringLiteral("[METAR]") + *metars + QStringLiteral("[/METAR]\n");
-    }
-    const auto synops =
-        fetchExternalText(QStringLiteral("Synop"), m_settings.urlExternSynop(), kShortestSynopUrl);
-    if (synops) {
-        // Deliberately instead of the METARs, not after them.
-        text = QStringLiteral("[SYNOP]") + *synops + QStringLiteral("[/SYNOP]\n");
-    }
+    const QString text = m_external.fetch();
     m_underWay = false;
     Q_EMIT sigText(text);
-}
-
-std::optional<QString> WeatherDownload::fetchExternalText(const QString& kind,
-                                                          const QString& urlTemplate, int shortest)
-{
-    const QString title = QStringLiteral("(Controller) - Download %1").arg(kind);
-    const QString url = expandUrlTemplate(urlTemplate);
-    if (url.size() < shortest) {
-        m_reporting.log(title + QStringLiteral(" - Url-Error") + url.toHtmlEscaped(),
-                        loglevel::kError);
-        return std::nullopt;
-    }
-    m_reporting.log(title + QStringLiteral(" - ") + url.toHtmlEscaped(), loglevel::kDebug);
-    DownloadManager manager(m_context);
-    downloadreport::showProgress(manager, m_reporting.progress);
-    QString text;
-    const int error = manager.getToString(url, text);
-    const QString reason = error != 0
-                               ? manager.lastErrorText()
-                               : serveranswer::fault(text.left(serveranswer::kHeadSize).toUtf8());
-    if (!reason.isEmpty() && !m_context.stop->raised()) {
-        m_reporting.log(title + QStringLiteral(" Error: ") + outsidetext::forLog(reason.trimmed())
-                            + QLatin1Char(' ') + serveranswer::advice(error),
-                        loglevel::kError);
-        text.clear();
-    }
-    return text;
 }
 
 void WeatherDownload::logFailure(int error, const QString& reason)

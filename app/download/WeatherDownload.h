@@ -2,6 +2,7 @@
 
 #include "app/base/DownloadManager.h"
 #include "app/base/Reporting.h"
+#include "app/download/ExternalWeather.h"
 #include "app/download/WeatherFileReader.h"
 #include "aviation/FsId.h"
 
@@ -10,7 +11,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 
 /// Fetches the report file: chooses its address, tries other servers and sources, inflates and
 /// reads it. A download ends with sigText or without a text. Main thread; owned by the controller.
@@ -50,8 +50,6 @@ private:
     void fetchList(int source);
     QString addressOf(int source);
     void fetchExternal();
-    std::optional<QString> fetchExternalText(const QString& kind, const QString& urlTemplate,
-                                             int shortest);
     void retry(const QString& fileName, int error);
     void read(const QString& downloaded);
     void takeRead();
@@ -60,6 +58,7 @@ private:
     const DownloadContext m_context;
     const std::function<aviation::FsId()> m_simulator;
     const Reporting m_reporting;
+    ExternalWeather m_external;
     WeatherFileReader m_reader;
     bool m_underWay = false;
     bool m_plainList = false;     ///< the list that is under way isn't packed

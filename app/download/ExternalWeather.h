@@ -1,0 +1,28 @@
+#pragma once
+
+#include "app/base/DownloadManager.h"
+#include "app/base/Reporting.h"
+
+#include <QString>
+
+#include <optional>
+
+class Settings;
+
+/// Fetches weather from the user's own addresses. Main thread; owned by WeatherDownload.
+class ExternalWeather
+{
+public:
+    /// Settings and the stop flag of the context, which isn't null here, outlive it.
+    ExternalWeather(const Settings& settings, DownloadContext context, Reporting reporting);
+
+    /// The text of a report file. The event loop runs on while it is fetched.
+    QString fetch();
+
+private:
+    std::optional<QString> fetchText(const QString& kind, const QString& urlTemplate, int shortest);
+
+    const Settings& m_settings;
+    const DownloadContext m_context;
+    const Reporting m_reporting;
+};
