@@ -144,15 +144,17 @@ void Controller::makeWorkers(const ControllerParts& parts, const DownloadContext
 void Controller::makeDownloads(const ControllerParts& parts, const DownloadContext& context)
 {
     m_weatherDownload = std::make_unique<WeatherDownload>(
-        m_settings, context, [this] { return m_connectWorker->fsVersion(); }, m_reporting);
+        m_settings, m_view, context, [this] { return m_connectWorker->fsVersion(); }, m_reporting);
     connect(m_weatherDownload.get(), &WeatherDownload::sigBegun, this, &Controller::beginDownload);
     connect(m_weatherDownload.get(), &WeatherDownload::sigPresentRequested, this, [this] {
         m_view.pageWeather().setWeatherTime(QString());
         m_weatherWorker->setHistoryMode(false);
     });
     connect(m_weatherDownload.get(), &WeatherDownload::sigEnded, &m_timerWeather, &QTimer::stop);
-    connect(m_weatherDownload.get(), &WeatherDownload::sigText, this,
-            &Controller::decodeWeatherText);
+    connect(m_weatherDownload.get(), &WeatherDownload::sigList, this,
+            &Controller::decodeWeatherList);
+    connect(m_weatherDownload.get(), &WeatherDownload::sigFailed, this,
+            &Controller::goOnWithoutDownload);
     m_globalWindDownload =
         std::make_unique<GlobalWindDownload>(context, m_reporting, m_posts.toSimulator);
     m_updateCheck =

@@ -34,6 +34,7 @@ class UpdateCheck;
 class WeatherDownload;
 class WeatherWorker;
 class WeatherWrapper;
+struct WeatherList;
 
 /// The spine of the program: it decides when weather is downloaded, searched and set, and posts the
 /// next job for every finished one; each download, dialogue and hand-over is an object of its own.
@@ -135,7 +136,9 @@ private:
     // Weather cycle
     cycle::Simulator simulator() const;
     void beginDownload();
-    void decodeWeatherText(const QString& text);
+    void decodeWeatherList(const WeatherList& list);
+    void goOnWithoutDownload();
+    void startWeatherClock();
     void showTimes(double distanceNm);
     void downloadIfDue();
     void stepDirectWind();

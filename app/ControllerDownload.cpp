@@ -8,10 +8,11 @@
 #include "app/download/WeatherDownload.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
+#include "weather/output/WeatherWrapper.h"
 
 void Controller::OnDownloadWeather()
 {
-    DownloadWeather(m_settings.weatherSource());
+    m_weatherDownload->download(m_settings.weatherSource(), WeatherDownload::Asked::ByPilot);
 }
 
 void Controller::DownloadWeather(int source)
@@ -29,10 +30,25 @@ void Controller::beginDownload()
                     loglevel::kDebug);
 }
 
-void Controller::decodeWeatherText(const QString& text)
+void Controller::decodeWeatherList(const WeatherList& list)
 {
-    m_weatherWorker->setWeatherText(text);
+    m_weatherWorker->setWeatherList(list);
     m_posts.toWeather(Job(weatherjob::kDecodeWeather, QStringLiteral("decode weather data")));
+}
+
+/// Display, direct wind, updates and the next download go on with what is held.
+void Controller::goOnWithoutDownload()
+{
+    const bool isHeld = m_weather->metarCount() + m_weather->synopCount() > 0;
+    m_view.pageWeather().OnEnableGetMetarButton(isHeld);
+    startWeatherClock();
+}
+
+void Controller::startWeatherClock()
+{
+    m_timerWeather.start();
+    m_reporting.log(QStringLiteral("(Controller Weather) - timer weather started"),
+                    loglevel::kDebug);
 }
 
 void Controller::OnDownloadWeatherFinished(QString filename, int error)

@@ -14,27 +14,25 @@
 
 void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
 {
-    constexpr std::size_t kFewestMetars = 10;
     if (m_stop.raised()) {
         return;
     }
+    const DecodeOutcome outcome = m_weatherWorker->decodeOutcome();
     m_weatherDecoded = true;
-    m_reporting.log(
-        QStringLiteral("(WeatherManager) finished initialization of weather data: %1 Metars, "
-                       "additional WX:%2")
-            .arg(m_weather->metarCount())
-            .arg(m_weather->synopCount()),
-        loglevel::kNotification);
-    if (m_weather->metarCount() < kFewestMetars) {
-        m_weatherDownload->tryAnotherSource();
-    }
+    const QString text =
+        outcome.taken
+            ? QStringLiteral("(WeatherManager) finished initialization of weather data: %1 Metars, "
+                             "additional WX:%2")
+            : QStringLiteral("(WeatherManager) - the new list has too few reports, those of before "
+                             "stay: %1 Metars, additional WX:%2");
+    m_reporting.log(text.arg(m_weather->metarCount()).arg(m_weather->synopCount()),
+                    outcome.taken ? loglevel::kNotification : loglevel::kWarning);
+    m_weatherDownload->takeOutcome(outcome);
     m_view.OnProgressBar(0, 0, QString());
     if (!IsConnected()) {
         m_view.OnStatusbarStatus(tr("wait for connection to FS"));
     }
-    m_timerWeather.start();
-    m_reporting.log(QStringLiteral("(Controller Weather) - timer weather started"),
-                    loglevel::kDebug);
+    startWeatherClock();
     m_view.pageWeather().OnEnableGetMetarButton(true);
     const QString folder = m_settings.exportMetarFile();
     if (!folder.isEmpty()) {

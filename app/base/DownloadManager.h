@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class QNetworkAccessManager;
 class Settings;
@@ -25,6 +26,8 @@ struct DownloadLimits
     qint64 replyBytes = 64LL * 1024 * 1024;
     int stallMs = 30000;  ///< a transfer without any progress for so long is given up
     int wholeMs = 900000; ///< so is one that trickles on for so long
+    /// Before each new try of a weather list that failed; the first follows at once.
+    std::vector<int> retryPausesMs{0, 2000, 5000, 10000, 30000, 60000};
 };
 
 /// What every download needs. Settings, dialogs and stop flag outlive it; dialogs may be null.

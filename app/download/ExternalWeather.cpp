@@ -17,33 +17,39 @@ ExternalWeather::ExternalWeather(const Settings& settings, DownloadContext conte
     , m_reporting(std::move(reporting))
 {}
 
-QString ExternalWeather::fetch()
+WeatherList ExternalWeather::fetch()
 {
     constexpr int kShortestMetarUrl = 6;
     constexpr int kShortestSynopUrl = 4;
-    QString text;
-    const auto metars =
-        fetchText(QStringLiteral("Metar"), m_settings.urlExternMetar(), kShortestMetarUrl);
+    const QString metarUrl = m_settings.urlExternMetar();
+    const QString synopUrl = m_settings.urlExternSynop();
+    WeatherList list;
+    list.origin = WeatherList::Origin::External;
+    const auto metars = fetchText(QStringLiteral("Metar"), metarUrl, kShortestMetarUrl);
     if (metars) {
-        text = QStringLiteral("[METAR]") + *metars + QStringLiteral("[/METAR]\n");
+        list.text = QStringLiteral("[METAR]") + *metars + QStringLiteral("[/METAR]\n");
     }
-    const auto synops =
-        fetchText(QStringLiteral("Synop"), m_settings.urlExternSynop(), kShortestSynopUrl);
+    const auto synops = fetchText(QStringLiteral("Synop"), synopUrl, kShortestSynopUrl);
     if (synops) {
         // Deliberately instead of the METARs, not after them.
-        text = QStringLiteral("[SYNOP]") + *synops + QStringLiteral("[/SYNOP]\n");
+        list.text = QStringLiteral("[SYNOP]") + *synops + QStringLiteral("[/SYNOP]\n");
     }
-    return text;
+    list.metarsFailed = !metarUrl.isEmpty() && !metars;
+    list.synopsFailed = !synopUrl.isEmpty() && !synops;
+    return list;
 }
 
+/// An address that was left empty on purpose is no fault.
 std::optional<QString> ExternalWeather::fetchText(const QString& kind, const QString& urlTemplate,
                                                   int shortest)
 {
     const QString title = QStringLiteral("(Controller) - Download %1").arg(kind);
     const QString url = expandUrlTemplate(urlTemplate);
     if (url.size() < shortest) {
-        m_reporting.log(title + QStringLiteral(" - Url-Error") + url.toHtmlEscaped(),
-                        loglevel::kError);
+        if (!urlTemplate.isEmpty()) {
+            m_reporting.log(title + QStringLiteral(" - Url-Error") + url.toHtmlEscaped(),
+                            loglevel::kError);
+        }
         return std::nullopt;
     }
     m_reporting.log(title + QStringLiteral(" - ") + url.toHtmlEscaped(), loglevel::kDebug);
@@ -54,11 +60,13 @@ std::optional<QString> ExternalWeather::fetchText(const QString& kind, const QSt
     const QString reason = error != 0
                                ? manager.lastErrorText()
                                : serveranswer::fault(text.left(serveranswer::kHeadSize).toUtf8());
-    if (!reason.isEmpty() && !m_context.stop->raised()) {
+    if (reason.isEmpty()) {
+        return text;
+    }
+    if (!m_context.stop->raised()) {
         m_reporting.log(title + QStringLiteral(" Error: ") + outsidetext::forLog(reason.trimmed())
                             + QLatin1Char(' ') + serveranswer::advice(error),
                         loglevel::kError);
-        text.clear();
     }
-    return text;
+    return std::nullopt;
 }

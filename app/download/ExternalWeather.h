@@ -2,6 +2,7 @@
 
 #include "app/base/DownloadManager.h"
 #include "app/base/Reporting.h"
+#include "app/download/WeatherList.h"
 
 #include <QString>
 
@@ -16,8 +17,9 @@ public:
     /// Settings and the stop flag of the context, which isn't null here, outlive it.
     ExternalWeather(const Settings& settings, DownloadContext context, Reporting reporting);
 
-    /// The text of a report file. The event loop runs on while it is fetched.
-    QString fetch();
+    /// The event loop runs on while the texts are fetched. A list without a text if nothing
+    /// arrived.
+    WeatherList fetch();
 
 private:
     std::optional<QString> fetchText(const QString& kind, const QString& urlTemplate, int shortest);

@@ -1,6 +1,7 @@
 #include "app/download/WeatherDownload.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/MainView.h"
 #include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "app/base/SettingsValues.h"
@@ -14,11 +15,12 @@
 
 #include <utility>
 
-WeatherDownload::WeatherDownload(Settings& settings, DownloadContext context,
+WeatherDownload::WeatherDownload(Settings& settings, MainView& view, DownloadContext context,
                                  std::function<aviation::FsId()> simulator, Reporting reporting,
                                  QObject* parent)
     : QObject(parent)
     , m_settings(settings)
+    , m_view(view)
     , m_context(std::move(context))
     , m_simulator(std::move(simulator))
     , m_reporting(std::move(reporting))
@@ -27,6 +29,8 @@ WeatherDownload::WeatherDownload(Settings& settings, DownloadContext context,
     , m_currentSource(settings.weatherSource())
 {
     connect(&m_reader, &QThread::finished, this, &WeatherDownload::takeRead);
+    m_pause.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, [this] { begin(m_settings.weatherSource()); });
 }
 
 void WeatherDownload::useSourceOfSettings()
@@ -34,18 +38,29 @@ void WeatherDownload::useSourceOfSettings()
     m_currentSource = m_settings.weatherSource();
 }
 
-void WeatherDownload::download(int source)
+void WeatherDownload::download(int source, Asked asked)
 {
     if (m_context.stop->raised()) {
         return;
     }
+    m_asked = m_asked || asked == Asked::ByPilot;
     if (m_underWay) {
         m_reporting.log(
             QStringLiteral("(Controller Weather) - weather is being downloaded already"),
             loglevel::kDebug);
+    } else if (asked == Asked::ByPilot || !m_pause.isActive()) {
+        begin(source);
+    }
+}
+
+void WeatherDownload::begin(int source)
+{
+    m_pause.stop();
+    if (m_context.stop->raised() || m_underWay) {
         return;
     }
     m_underWay = true;
+    m_view.clearNotice(Notice::Download);
     Q_EMIT sigBegun();
     if (m_settings.wxServerType() == wxservertype::kExternal) {
         fetchExternal();
@@ -94,9 +109,19 @@ QString WeatherDownload::addressOf(int source)
 
 void WeatherDownload::fetchExternal()
 {
-    const QString text = m_external.fetch();
+    const WeatherList list = m_external.fetch();
     m_underWay = false;
-    Q_EMIT sigText(text);
+    if (m_context.stop->raised()) {
+        return;
+    }
+    if (list.text.isEmpty()) {
+        m_reporting.log(QStringLiteral("(Controller) - There is no external weather. Check its "
+                                       "addresses in the settings."),
+                        loglevel::kError);
+        fail(tr("The external weather couldn't be fetched. Check its addresses in the settings."));
+    } else {
+        Q_EMIT sigList(list);
+    }
 }
 
 void WeatherDownload::logFailure(int error, const QString& reason)
@@ -123,37 +148,52 @@ void WeatherDownload::takeFile(const QString& fileName, int error)
                     loglevel::kDebug);
     m_reporting.log(QStringLiteral("(Downloader) - Weather download finished"),
                     loglevel::kNotification);
-    m_reporting.progress(0, 0, tr("Weather downloaded"));
     if (error != 0) {
-        retry(fileName, error);
+        failNetwork(fileName, error);
     } else {
+        m_reporting.progress(0, 0, tr("Weather downloaded"));
         read(fileName);
     }
 }
 
-void WeatherDownload::retry(const QString& fileName, int error)
+void WeatherDownload::failNetwork(const QString& fileName, int error)
 {
-    constexpr int kMostNetworkErrors = 6;
-    const QString title = QStringLiteral("Cirrilon - Download error");
     m_reporting.log(QStringLiteral("Cirrilon - Download Network error: %1 \n%2")
                         .arg(error)
                         .arg(fileName.toHtmlEscaped()),
                     loglevel::kError);
-    m_context.dialogs->warning(title,
-                               QStringLiteral("Network error: %1 \n%2").arg(error).arg(fileName));
-    if (m_retries < kMostNetworkErrors) {
+    tryAgain(tr("Network error: %1 \n%2").arg(error).arg(fileName));
+}
+
+/// From the other server, after a pause that grows from try to try. The last failure says that no
+/// more follow, until the next download is due.
+void WeatherDownload::tryAgain(const QString& failure)
+{
+    const std::vector<int>& pauses = m_context.limits.retryPausesMs;
+    if (m_retries < static_cast<int>(pauses.size())) {
         switchServer();
-        download(m_settings.weatherSource());
+        m_pause.start(pauses[static_cast<std::size_t>(m_retries)]);
         ++m_retries;
+        fail(failure);
         return;
     }
-    m_context.dialogs->warning(title, QStringLiteral("Automatic weather download stopped.\nPlease "
-                                                     "contact the developers of Cirrilon."));
-    m_reporting.progress(0, 0, QString());
     m_reporting.log(
         QStringLiteral("(Controller) - Automatic weather download stopped. Check the internet "
                        "connection, then choose \"Download WX\"."),
         loglevel::kError);
+    fail(failure + QLatin1Char('\n')
+         + tr("Automatic weather download stopped.\nPlease contact the developers of Cirrilon."));
+}
+
+/// The pilot who asked reads it in a box, once; what is tried later is tried by itself.
+void WeatherDownload::fail(const QString& text)
+{
+    m_reporting.progress(0, 0, QString());
+    m_view.showNotice(Notice::Download, text);
+    if (std::exchange(m_asked, false)) {
+        m_context.dialogs->warning(tr("Cirrilon - Download error"), text);
+    }
+    Q_EMIT sigFailed();
 }
 
 void WeatherDownload::read(const QString& downloaded)
@@ -187,11 +227,32 @@ void WeatherDownload::takeRead()
                                           + result->file.toHtmlEscaped()
                                     : QStringLiteral("(WeatherManager) Could not open weather.txt"),
                         loglevel::kError);
+    }
+    if (!result->opened || result->damaged) {
+        tryAgain(tr("The weather list is damaged and can't be used."));
         return;
     }
     m_reporting.log(QStringLiteral("(WeatherManager) Initialize weather data"),
                     loglevel::kNotification);
-    Q_EMIT sigText(result->text);
+    Q_EMIT sigList(result->list);
+}
+
+void WeatherDownload::takeOutcome(const DecodeOutcome& outcome)
+{
+    using Origin = WeatherList::Origin;
+    const Origin origin = outcome.list.origin;
+    if (origin == Origin::File) {
+        return;
+    }
+    if (outcome.good) {
+        m_retries = 0;
+        m_asked = false;
+        m_view.clearNotice(Notice::Download);
+    } else if (origin == Origin::Live) {
+        tryAnotherSource();
+    } else {
+        fail(tr("There are no reports in the external weather."));
+    }
 }
 
 void WeatherDownload::tryAnotherSource()
@@ -205,8 +266,9 @@ void WeatherDownload::tryAnotherSource()
     if (m_retries >= kMostRetries) {
         m_reporting.log(QStringLiteral("(WeatherManager) - no metars founded. Download stopped"),
                         loglevel::kError);
+        fail(tr("No source has enough METARs. Download stopped."));
     } else {
-        download(m_currentSource);
+        begin(m_currentSource);
     }
 }
 

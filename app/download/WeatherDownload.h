@@ -4,34 +4,49 @@
 #include "app/base/Reporting.h"
 #include "app/download/ExternalWeather.h"
 #include "app/download/WeatherFileReader.h"
+#include "app/download/WeatherList.h"
 #include "aviation/FsId.h"
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 #include <cstdint>
 #include <functional>
 
+class MainView;
+
 /// Fetches the report file: chooses its address, tries other servers and sources, inflates and
-/// reads it. A download ends with sigText or without a text. Main thread; owned by the controller.
+/// reads it. A download ends with sigList or sigFailed; what became of a list is said by
+/// takeOutcome. A failed one stands in the window's bar, and in a box if the pilot asked for it.
+/// Main thread; owned by the controller.
 class WeatherDownload : public QObject
 {
     Q_OBJECT
 public:
-    /// Settings and the dialogs of the context, which aren't null here, outlive it. `simulator`
-    /// gives the connected one: FS2020 has a list of its own.
-    WeatherDownload(Settings& settings, DownloadContext context,
+    enum class Asked
+    {
+        ByItself,
+        ByPilot
+    };
+
+    /// Settings, view and the dialogs of the context, which aren't null here, outlive it.
+    /// `simulator` gives the connected one: FS2020 has a list of its own.
+    WeatherDownload(Settings& settings, MainView& view, DownloadContext context,
                     std::function<aviation::FsId()> simulator, Reporting reporting,
                     QObject* parent = nullptr);
 
     /// The source with which the row of tries begins anew, that of the settings.
     void useSourceOfSettings();
-    /// Begins a download from a source (1 VATSIM, 2 IVAO, 3 NOAA) unless one is under way.
-    void download(int source);
+    /// Begins a download from a source (1 VATSIM, 2 IVAO, 3 NOAA) unless one is under way. One by
+    /// itself leaves the try that is due after a pause its turn; the pilot's takes it.
+    void download(int source, Asked asked = Asked::ByItself);
     bool isUnderWay() const { return m_underWay; }
-    /// After a list without reports: another source, until all have been tried.
-    void tryAnotherSource();
     void switchServer();
+
+    /// What became of a list: after a live one of few METARs another source is tried, until all
+    /// have been.
+    void takeOutcome(const DecodeOutcome& outcome);
 
     /// The end of the queue of files, and what went wrong with one.
     void takeFile(const QString& fileName, int error);
@@ -43,25 +58,33 @@ Q_SIGNALS:
     void sigPresentRequested();
     /// Fetched or failed: the weather clock has to stand until there are reports.
     void sigEnded();
-    /// The text of a report file.
-    void sigText(const QString& text);
+    void sigList(const WeatherList& list);
+    /// There is nothing new; the program goes on with what it has.
+    void sigFailed();
 
 private:
+    void begin(int source);
     void fetchList(int source);
     QString addressOf(int source);
     void fetchExternal();
-    void retry(const QString& fileName, int error);
+    void failNetwork(const QString& fileName, int error);
+    void tryAgain(const QString& failure);
+    void fail(const QString& text);
     void read(const QString& downloaded);
     void takeRead();
+    void tryAnotherSource();
 
     Settings& m_settings;
+    MainView& m_view;
     const DownloadContext m_context;
     const std::function<aviation::FsId()> m_simulator;
     const Reporting m_reporting;
     ExternalWeather m_external;
     WeatherFileReader m_reader;
+    QTimer m_pause; ///< until the next try
     bool m_underWay = false;
+    bool m_asked = false;
     bool m_plainList = false;     ///< the list that is under way isn't packed
-    std::int32_t m_retries = 0;   ///< failed downloads and empty lists; deliberately never reset
+    std::int32_t m_retries = 0;   ///< failed downloads and empty lists since the last good one
     std::int32_t m_currentSource; ///< the one that the row of tries has come to
 };

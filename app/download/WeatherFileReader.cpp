@@ -5,6 +5,7 @@
 #include "app/base/StopFlag.h"
 #include "app/download/ServerAnswer.h"
 #include "aviation/support/ScopedLock.h"
+#include "weather/store/WeatherFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -27,7 +28,7 @@ void copyOver(const QString& source, const QString& target)
     }
 }
 
-/// A file that can't be inflated becomes an empty one: no reports, so another source is tried.
+/// Why a file can't be inflated; empty if it was.
 QString inflate(const WeatherFileRequest& request)
 {
     QString reason;
@@ -42,24 +43,36 @@ QString inflate(const WeatherFileRequest& request)
     return fault.isEmpty() ? reason : fault;
 }
 
+/// A damaged file isn't copied: other programs go on with the last whole one.
+void readText(const WeatherFileRequest& request, const StopFlag& stop, WeatherFileResult& result)
+{
+    ReportFileResult read = readReportFile(result.file);
+    result.opened = read.ok();
+    result.list.text = std::move(read.text);
+    result.damaged = aviation::weather::hasUnclosedBlock(result.list.text);
+    if (result.damaged) {
+        result.fault = QStringLiteral("a block has no end");
+    } else {
+        result.fault = serveranswer::fault(result.list.text.left(serveranswer::kHeadSize).toUtf8());
+    }
+    if (result.opened && !result.damaged && !stop.raised()) {
+        copyOver(result.file, request.copy);
+    }
+}
+
 WeatherFileResult readFile(const WeatherFileRequest& request, const StopFlag& stop)
 {
     WeatherFileResult result;
+    result.list.origin = WeatherList::Origin::Live;
     const bool isPacked = !request.inflated.isEmpty();
     result.file = isPacked ? request.inflated : request.downloaded;
     if (isPacked) {
         result.fault = inflate(request);
+        result.damaged = !result.fault.isEmpty();
+        result.opened = QFileInfo(result.file).isReadable();
     }
-    if (!stop.raised()) {
-        copyOver(result.file, request.copy);
-    }
-    if (!stop.raised()) {
-        ReportFileResult read = readReportFile(result.file);
-        result.opened = read.ok();
-        result.text = std::move(read.text);
-    }
-    if (result.opened && result.fault.isEmpty()) {
-        result.fault = serveranswer::fault(result.text.left(serveranswer::kHeadSize).toUtf8());
+    if (!result.damaged && !stop.raised()) {
+        readText(request, stop, result);
     }
     return result;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/download/WeatherList.h"
+
 #include <QMutex>
 #include <QString>
 #include <QThread>
@@ -13,15 +15,16 @@ struct WeatherFileRequest
 {
     QString downloaded;
     QString inflated; ///< where the inflated text goes; empty: the download isn't packed
-    QString copy;     ///< where a copy of the text goes, replacing what is there
+    QString copy;     ///< where a copy of a whole text goes, replacing what is there
 };
 
 struct WeatherFileResult
 {
-    QString text;
-    QString file;  ///< the one that the text was read from
-    QString fault; ///< why there are no reports in it, not escaped; empty if all is well
-    bool opened = false;
+    WeatherList list;
+    QString file;         ///< the one that the text was read from
+    QString fault;        ///< why there are no reports in it, not escaped; empty if all is well
+    bool opened = false;  ///< the text could be read
+    bool damaged = false; ///< a part of it is missing or can't be inflated; `fault` says which
 };
 
 /// Inflates, copies and reads a weather file: a world-wide one takes too long for the event loop.

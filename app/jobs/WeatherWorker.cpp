@@ -27,16 +27,16 @@ WeatherWorker::~WeatherWorker()
     end();
 }
 
-void WeatherWorker::setWeatherText(const QString& text)
+void WeatherWorker::setWeatherList(const WeatherList& list)
 {
     const ScopedLock lock(m_textMutex);
-    m_weatherText = text;
+    m_weatherList = list;
 }
 
-QString WeatherWorker::weatherText()
+WeatherList WeatherWorker::weatherList()
 {
     const ScopedLock lock(m_textMutex);
-    return m_weatherText;
+    return m_weatherList;
 }
 
 void WeatherWorker::setAircraftData(const aviation::structs::AircraftData& data)
@@ -64,6 +64,12 @@ bool WeatherWorker::historyMode() const
 QString WeatherWorker::errorText(int error)
 {
     return weatherErrorText(error);
+}
+
+DecodeOutcome WeatherWorker::decodeOutcome() const
+{
+    const ScopedLock lock(m_resultMutex);
+    return m_results.decode;
 }
 
 void WeatherWorker::GetSearchResult(Metar& metar, Synop& synop, Grib& grib) const
@@ -161,18 +167,63 @@ int WeatherWorker::dispatch(const Job& job)
 
 int WeatherWorker::decodeWeather()
 {
+    const WeatherList list = weatherList();
+    const bool taken = takeList(list);
+    const bool good = taken && isGood(list);
+    {
+        const ScopedLock lock(m_resultMutex);
+        m_results.decode = {list, taken, good};
+    }
+    Q_EMIT sigFinishedDecodeWeatherData();
+    return weathererror::kNone;
+}
+
+/// A list that is refused leaves the whole store as it is.
+bool WeatherWorker::takeList(const WeatherList& list)
+{
     constexpr int kSynopLifeSeconds = 25200;
-    const QString text = weatherText();
-    const aviation::weather::WeatherBlocks blocks = aviation::weather::extractWeatherBlocks(text);
-    m_store.initializeWeather(blocks.metars, storekind::kMetar);
-    m_store.initializeWeather(m_settings.synopOff() ? QStringView() : blocks.synops,
-                              storekind::kSynop);
+    const aviation::weather::WeatherBlocks blocks =
+        aviation::weather::extractWeatherBlocks(list.text);
+    const QStringView synops = m_settings.synopOff() ? QStringView() : blocks.synops;
+    if (list.origin == WeatherList::Origin::External) {
+        if (!takeExternal(list, blocks.metars, synops)) {
+            return false;
+        }
+    } else {
+        const bool isFile = list.origin == WeatherList::Origin::File;
+        if (!m_store.initializeWeather(blocks.metars, storekind::kMetar,
+                                       isFile ? 0 : kFewestMetars)) {
+            return false;
+        }
+        m_store.initializeWeather(synops, storekind::kSynop);
+    }
     m_store.initializeWeather(blocks.tafs, storekind::kTaf);
     if (!m_historyMode) {
         m_store.deleteOldSynops(kSynopLifeSeconds);
     }
-    Q_EMIT sigFinishedDecodeWeatherData();
-    return weathererror::kNone;
+    return true;
+}
+
+/// Only one of the two blocks has reports. Where nothing in it is understood, all stay.
+bool WeatherWorker::takeExternal(const WeatherList& list, QStringView metars, QStringView synops)
+{
+    const bool isSynops = !synops.isEmpty();
+    const bool taken = isSynops ? m_store.initializeWeather(synops, storekind::kSynop, 1)
+                                : m_store.initializeWeather(metars, storekind::kMetar, 1);
+    if (taken && isSynops && !list.metarsFailed) {
+        m_store.initializeWeather(metars, storekind::kMetar);
+    }
+    if (taken && !isSynops && !list.synopsFailed) {
+        m_store.initializeWeather(synops, storekind::kSynop);
+    }
+    return taken;
+}
+
+bool WeatherWorker::isGood(const WeatherList& list) const
+{
+    return list.origin == WeatherList::Origin::Live
+               ? m_store.metarCount() >= kFewestMetars
+               : m_store.metarCount() + m_store.synopCount() > 0;
 }
 
 int WeatherWorker::decodeGrib()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/JobThread.h"
+#include "app/download/WeatherList.h"
 #include "aviation/AircraftData.h"
 #include "aviation/Grib.h"
 #include "aviation/Metar.h"
@@ -37,7 +38,8 @@ public:
 
     /// The weather file with its [METAR], [SYNOP] and [TAF] blocks, as job 1 finds it at its start.
     /// Never waits for a running job.
-    void setWeatherText(const QString& text);
+    void setWeatherList(const WeatherList& list);
+    void setWeatherText(const QString& text) { setWeatherList({text}); }
     /// The aircraft as the prepare and search jobs see it; called by the main thread only.
     void setAircraftData(const aviation::structs::AircraftData& data);
     /// History weather isn't thinned out by age.
@@ -46,6 +48,8 @@ public:
 
     static QString errorText(int error);
 
+    /// What became of the list that was decoded last.
+    DecodeOutcome decodeOutcome() const;
     /// Copies of the last results; valid after the finish signal of the job that made them.
     void GetSearchResult(aviation::weather::Metar& metar, aviation::weather::Synop& synop,
                          aviation::weather::Grib& grib) const;
@@ -85,6 +89,7 @@ private:
     };
     struct Results
     {
+        DecodeOutcome decode;
         std::vector<NewWeather> fsuipcRecords;
         std::vector<QString> simConnectStrings;
         std::vector<QString> xplaneMetarLines;
@@ -102,9 +107,12 @@ private:
     void jobDone(const Job& job, int result) override;
     void log(const QString& text, int level) override;
 
-    QString weatherText();
+    WeatherList weatherList();
     int dispatch(const Job& job);
     int decodeWeather();
+    bool takeList(const WeatherList& list);
+    bool takeExternal(const WeatherList& list, QStringView metars, QStringView synops);
+    bool isGood(const WeatherList& list) const;
     int decodeGrib();
 
     int PrepareWeatherFSUIPC(const Job& job);
@@ -143,9 +151,9 @@ private:
     const Settings& m_settings;
     GribSource* m_gribSource;
     QMutex m_textMutex;
-    QString m_weatherText;    ///< guarded by m_textMutex
-    QString m_gribText;       ///< what job 12 decodes; nothing fills it, downloads feed the store
-    ThemeGrid m_previousGrid; ///< of the last theme; touched by jobs only
+    WeatherList m_weatherList; ///< guarded by m_textMutex
+    QString m_gribText;        ///< what job 12 decodes; nothing fills it, downloads feed the store
+    ThemeGrid m_previousGrid;  ///< of the last theme; touched by jobs only
     std::atomic<bool> m_historyMode{false};
     mutable QMutex m_aircraftMutex;
     aviation::structs::AircraftData m_aircraftData; ///< guarded by m_aircraftMutex

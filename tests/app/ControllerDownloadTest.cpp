@@ -1,4 +1,10 @@
 #include "tests/app/ControllerFixture.h"
+#include "weather/output/WeatherWrapper.h"
+
+#include <tuple>
+#include <utility>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -9,8 +15,27 @@ protected:
     {
         ControllerFixture::SetUp();
         settings->setGribOff(false);
+        settings->setExportMetarFile(path("work"));
+        limits.retryPausesMs = {0, 0, 0, 0, 0, 0};
         make();
     }
+    void serveAll(const QByteArray& list)
+    {
+        for (const QByteArray source : {"vatsim", "ivao", "noaa"}) {
+            for (const QByteArray server1 : {"/one/weather_", "/two/weather_"}) {
+                server.serve(server1 + source + ".gz", list);
+            }
+        }
+    }
+    void downloadUntil(const QString& line)
+    {
+        view.log.clear();
+        controller->OnDownloadWeather();
+        waitForLine(line);
+        settle();
+    }
+    std::size_t held() const { return controller->weather().metarCount(); }
+    static constexpr const char* kDecoded = "finished initialization of weather data";
 };
 
 TEST_F(ControllerDownloadTest, ADownloadStopsTheWeatherClockAndEndsInReports)
@@ -37,6 +62,89 @@ TEST_F(ControllerDownloadTest, AnEmptyListSendsToAnotherSource)
     controller->OnDownloadWeather();
     ASSERT_TRUE(wait([&] { return server.count("/one/weather_ivao.gz") == 1; }));
     EXPECT_EQ(view.levelOf("no metars founded, switch to another source"_q), 3);
+}
+
+TEST_F(ControllerDownloadTest, NoBadListReplacesGoodReports)
+{
+    start();
+    serveAll(packed(weatherFile(26)));
+    downloadUntil(QString::fromLatin1(kDecoded));
+    const std::size_t before = held();
+    ASSERT_GE(before, 10U);
+    const QByteArray whole = packed("[TAF]\n[/TAF]\n" + weatherFile(20));
+    const std::pair<QByteArray, QString> rows[] = {
+        {packed(weatherFile(3)), "no metars founded. Download stopped"_q},
+        {packed(weatherFile(20).chopped(4)), "Automatic weather download stopped"_q},
+        {whole.left(whole.size() - 20), "Automatic weather download stopped"_q},
+    };
+    for (const auto& [list, end] : rows) {
+        serveAll(list);
+        downloadUntil(end);
+        EXPECT_EQ(held(), before) << qPrintable(end);
+        EXPECT_TRUE(timer("timerWeather").isActive());
+        EXPECT_TRUE(view.weatherPage.searchEnabled);
+        EXPECT_NE(view.notices[Notice::Download], QString());
+        EXPECT_EQ(view.linesWith(QString::fromLatin1(kDecoded)), 0) << "nothing new came in";
+        serveAll(packed(weatherFile(26)));
+        downloadUntil(QString::fromLatin1(kDecoded));
+        EXPECT_EQ(view.notices.count(Notice::Download), 0U);
+    }
+}
+
+TEST_F(ControllerDownloadTest, AShortListIsTakenWhereNothingBetterIsHeld)
+{
+    start();
+    serveAll(packed(weatherFile(3)));
+    downloadUntil("no metars founded. Download stopped"_q);
+    EXPECT_GT(held(), 0U);
+}
+
+TEST_F(ControllerDownloadTest, ExternalWeatherMayBeSmallAndNothingIsLostWithoutIt)
+{
+    start();
+    decode();
+    settings->setWxServerType(3);
+    settings->setUrlExternMetar(server.url("/metar"_q));
+    server.serve("/metar", "EDDF 011150Z 24012KT 9999 FEW030 22/12 Q1015\n");
+    downloadUntil(QString::fromLatin1(kDecoded));
+    EXPECT_EQ(held(), 1U);
+    EXPECT_EQ(view.linesWith("switch to another source"_q), 0);
+    for (const QByteArray answer : {"", "Service not available\n"}) {
+        server.serve("/metar", answer);
+        timer("timerWeather").stop();
+        downloadUntil(answer.isEmpty() ? "There is no external weather"_q
+                                       : "the new list has too few reports"_q);
+        EXPECT_EQ(held(), 1U) << answer.constData();
+        EXPECT_TRUE(timer("timerWeather").isActive());
+        EXPECT_NE(view.notices[Notice::Download], QString());
+    }
+}
+
+TEST_F(ControllerDownloadTest, AfterAFailedRowTheNextDownloadComesAtItsTime)
+{
+    settings->setDownloadUpdateTime(900);
+    settings->setUpdateTime(10000);
+    settings->setGribOff(true);
+    make();
+    start();
+    decode();
+    connectTo(4, 8);
+    flyAt(50.0, 8.5);
+    downloadUntil("Automatic weather download stopped"_q);
+    ASSERT_EQ(dialogs.warnings().size(), 1) << "the pilot asked";
+    EXPECT_TRUE(timer("timerWeather").isActive());
+    tick(1s);
+    settle();
+    EXPECT_FALSE(simulator.calls("SetWeather"_q).isEmpty()) << "of the reports that are held";
+    EXPECT_FALSE(view.weatherPage.metars.isEmpty());
+
+    tick(400s);
+    EXPECT_EQ(view.linesWith("Download weather from"_q), 7);
+    serveAll(packed(weatherFile(26)));
+    tick(901s);
+    waitForLine(QString::fromLatin1(kDecoded));
+    EXPECT_EQ(view.linesWith("Download weather from"_q), 8);
+    EXPECT_EQ(dialogs.warnings().size(), 1);
 }
 
 } // namespace

@@ -37,9 +37,8 @@ protected:
 
     void make()
     {
-        controller = std::make_unique<Controller>(
-            ControllerParts{*settings, view, dialogs, m_random, hostNetwork(), processes,
-                            interfaces, DownloadLimits(), 0});
+        controller = std::make_unique<Controller>(ControllerParts{
+            *settings, view, dialogs, m_random, hostNetwork(), processes, interfaces, limits, 0});
         timer("timerOneSecond").stop();
     }
     /// Lets the tables be loaded, so reports find their places.
@@ -96,6 +95,7 @@ protected:
         controller->OnTimerWeather();
     }
 
+    DownloadLimits limits;
     FakeProcessRunner processes;
     FakeSimulator simulator;
     FakeInterfaceFactory interfaces{simulator};

@@ -86,7 +86,11 @@ TEST_F(FaultsTest, StartWithoutNetworkGoesOnWithoutWeather)
     settings->setDownloadWxAtStart(true);
     settings->setCheckNewVersion(true);
     make();
-    EXPECT_TRUE(wait([this] { return dialogs.warnings().size() >= 6; }));
+    EXPECT_TRUE(wait([this] {
+        return view.linesWith(QStringLiteral("Automatic weather download stopped")) == 1;
+    }));
+    EXPECT_TRUE(dialogs.warnings().isEmpty());
+    EXPECT_EQ(view.notices.count(Notice::Download), 1U);
     EXPECT_GT(view.linesWith(QStringLiteral("can not download fileinfo")), 0);
     connectSimulator();
     EXPECT_TRUE(controller->IsConnected());

@@ -137,7 +137,10 @@ protected:
     FakeProcessRunner processes;
     StopFlag stop;
     BridgeTimeouts timeouts{2000, 2000, 400, 400, 1};
-    DownloadLimits limits{64LL * 1024 * 1024, 3000}; // slow builds prepare a list in a second
+    DownloadLimits limits{64LL * 1024 * 1024,
+                          3000,
+                          900000, // slow builds prepare a list in a second
+                          {0, 0, 0, 0, 0, 0}};
     std::unique_ptr<Settings> settings;
     std::unique_ptr<SimulatorInterfaces> interfaces;
     std::unique_ptr<Controller> controller;

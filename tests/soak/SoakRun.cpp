@@ -107,6 +107,7 @@ SoakRun::SoakRun(const SoakOptions& options)
     writeSettings();
     DownloadLimits limits;
     limits.stallMs = kStallMs;
+    limits.retryPausesMs.assign(limits.retryPausesMs.size(), 0);
     m_interfaces = std::make_unique<SimulatorInterfaces>(*m_settings, m_stop, m_clients);
     m_controller = std::make_unique<Controller>(
         ControllerParts{*m_settings, m_view, m_dialogs, m_programRandom, hostNetwork(), m_processes,
@@ -256,8 +257,9 @@ void SoakRun::download(Cycle& cycle)
     // A failed download or an empty list starts another one.
     const auto isOver = [this] {
         const int ended = m_view.linesWith(text("finished initialization of weather data"))
+                          + m_view.linesWith(text("the new list has too few reports"))
                           + m_view.linesWith(text("Download Network error"))
-                          + m_view.linesWith(text("(WeatherManager) Could not open"));
+                          + m_view.linesWith(text("The weather file can't be used"));
         return ended == m_view.linesWith(text("- Download weather from")) && idle();
     };
     do {

@@ -173,6 +173,36 @@ TEST_F(WeatherWorkerTest, DecodeFillsTheStoreAndDropsOldSynops)
     EXPECT_EQ(store.synopCount(), 0U);
 }
 
+TEST_F(WeatherWorkerTest, ExternalWeatherReplacesNothingThatCouldntBeFetched)
+{
+    const QString metars = "[METAR]EDDF 011150Z 24012KT 9999 FEW030 22/12 Q1015\n[/METAR]\n"_q;
+    const QString synops =
+        "[SYNOP]AAXX 01121 10637 11458 52406 10221 20121 30024 40150 57005 82130=[/SYNOP]\n"_q;
+    const struct
+    {
+        QString text;
+        bool metarsFailed;
+        bool synopsFailed;
+        std::size_t metars; ///< of three before
+        std::size_t synops; ///< of one before
+    } rows[] = {
+        {metars, false, false, 1, 0},
+        {metars, false, true, 1, 1},
+        {synops, false, false, 0, 1},
+        {synops, true, false, 3, 1},
+        {"[METAR]Service not available\n[/METAR]\n"_q, false, false, 3, 1},
+        {"[SYNOP]Service not available\n[/SYNOP]\n"_q, false, false, 3, 1},
+    };
+    for (const auto& row : rows) {
+        decodeWeather();
+        worker->setWeatherList(
+            {row.text, WeatherList::Origin::External, row.metarsFailed, row.synopsFailed});
+        run(weatherjob::kDecodeWeather);
+        EXPECT_EQ(store.metarCount(), row.metars) << qPrintable(row.text);
+        EXPECT_EQ(store.synopCount(), row.synops) << qPrintable(row.text);
+    }
+}
+
 TEST_F(WeatherWorkerTest, PrepareJobsNeedAPosition)
 {
     for (const int id : {2, 5, 6, 7, 8, 9, 10, 11}) {
