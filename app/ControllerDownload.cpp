@@ -42,6 +42,9 @@ void Controller::goOnWithoutDownload()
     const bool isHeld = m_weather->metarCount() + m_weather->synopCount() > 0;
     m_view.pageWeather().OnEnableGetMetarButton(isHeld);
     startWeatherClock();
+    if (!isHeld) {
+        m_weatherDownload->readKept();
+    }
 }
 
 void Controller::startWeatherClock()

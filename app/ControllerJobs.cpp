@@ -32,6 +32,9 @@ void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
     if (!IsConnected()) {
         m_view.OnStatusbarStatus(tr("wait for connection to FS"));
     }
+    if (const QString kept = m_weatherDownload->keptText(); !kept.isEmpty()) {
+        m_view.OnStatusbarStatus(kept);
+    }
     startWeatherClock();
     m_view.pageWeather().OnEnableGetMetarButton(true);
     const QString folder = m_settings.exportMetarFile();

@@ -35,6 +35,8 @@ void Controller::OnStart()
     Q_EMIT sigStarted();
     if (m_settings.downloadWxAtStart()) {
         DownloadWeather(m_settings.weatherSource());
+    } else {
+        m_weatherDownload->readKept();
     }
     // The user may have connected, or closed the window, while an outside server was asked.
     if (m_settings.autoConnect() && !IsConnected() && !m_stop.raised()) {

@@ -9,8 +9,10 @@
 #include "app/base/UserDialogs.h"
 #include "app/cycle/CycleRules.h"
 #include "app/download/DownloadReport.h"
+#include "app/download/KeptWeather.h"
 #include "app/download/ServerAnswer.h"
 
+#include <QFileInfo>
 #include <QUrl>
 
 #include <utility>
@@ -189,11 +191,23 @@ void WeatherDownload::tryAgain(const QString& failure)
 void WeatherDownload::fail(const QString& text)
 {
     m_reporting.progress(0, 0, QString());
-    m_view.showNotice(Notice::Download, text);
+    m_failure = text;
+    showNotice();
     if (std::exchange(m_asked, false)) {
         m_context.dialogs->warning(tr("Cirrilon - Download error"), text);
     }
     Q_EMIT sigFailed();
+}
+
+void WeatherDownload::showNotice()
+{
+    QStringList lines{m_failure, m_keptText};
+    lines.removeAll(QString());
+    if (lines.isEmpty()) {
+        m_view.clearNotice(Notice::Download);
+    } else {
+        m_view.showNotice(Notice::Download, lines.join(QLatin1Char('\n')));
+    }
 }
 
 void WeatherDownload::read(const QString& downloaded)
@@ -209,10 +223,25 @@ void WeatherDownload::read(const QString& downloaded)
     m_reader.read(request);
 }
 
+void WeatherDownload::readKept()
+{
+    const QString file = keptweather::fileName(m_settings.workFolder());
+    if (!std::exchange(m_keptRead, true) && QFileInfo::exists(file)) {
+        WeatherFileRequest request;
+        request.downloaded = file;
+        request.origin = WeatherList::Origin::Kept;
+        m_reader.read(request);
+    }
+}
+
 void WeatherDownload::takeRead()
 {
     const std::optional<WeatherFileResult> result = m_reader.takeResult();
     if (m_context.stop->raised() || !result) {
+        return;
+    }
+    if (result->list.origin == WeatherList::Origin::Kept) {
+        takeKept(*result);
         return;
     }
     if (!result->fault.isEmpty()) {
@@ -237,22 +266,53 @@ void WeatherDownload::takeRead()
     Q_EMIT sigList(result->list);
 }
 
+void WeatherDownload::takeKept(const WeatherFileResult& result)
+{
+    if (result.opened && !result.damaged && keptweather::fetchedMs(result.list.text)) {
+        Q_EMIT sigList(result.list);
+    } else {
+        m_reporting.log(QStringLiteral("(Controller Weather) - The weather that was kept from the "
+                                       "last run can't be used: ")
+                            + result.file.toHtmlEscaped(),
+                        loglevel::kWarning);
+    }
+}
+
 void WeatherDownload::takeOutcome(const DecodeOutcome& outcome)
 {
     using Origin = WeatherList::Origin;
     const Origin origin = outcome.list.origin;
-    if (origin == Origin::File) {
+    if (origin == Origin::Kept || origin == Origin::File) {
+        const auto fetched = keptweather::fetchedMs(outcome.list.text);
+        if (outcome.good && fetched) {
+            sayKept(*fetched);
+        }
         return;
+    }
+    if (outcome.taken) {
+        m_keptText.clear();
     }
     if (outcome.good) {
         m_retries = 0;
         m_asked = false;
-        m_view.clearNotice(Notice::Download);
+        m_failure.clear();
+        showNotice();
     } else if (origin == Origin::Live) {
         tryAnotherSource();
     } else {
         fail(tr("There are no reports in the external weather."));
     }
+}
+
+void WeatherDownload::sayKept(std::int64_t fetchedMs)
+{
+    const keptweather::Age age = keptweather::ageOf(fetchedMs);
+    m_keptText = tr("Weather of %1Z, %2 old, kept from the last run").arg(age.time, age.age);
+    m_reporting.log(QStringLiteral("(Controller Weather) - Weather of %1Z, %2 old, kept from the "
+                                   "last run")
+                        .arg(age.time, age.age),
+                    loglevel::kNotification);
+    showNotice();
 }
 
 void WeatherDownload::tryAnotherSource()

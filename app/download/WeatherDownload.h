@@ -43,10 +43,14 @@ public:
     void download(int source, Asked asked = Asked::ByItself);
     bool isUnderWay() const { return m_underWay; }
     void switchServer();
+    /// Reads the list of the last run, once; nothing happens if there is none.
+    void readKept();
 
     /// What became of a list: after a live one of few METARs another source is tried, until all
     /// have been.
     void takeOutcome(const DecodeOutcome& outcome);
+    /// Whose weather and how old it is while it is that of the last run; otherwise empty.
+    QString keptText() const { return m_keptText; }
 
     /// The end of the queue of files, and what went wrong with one.
     void takeFile(const QString& fileName, int error);
@@ -72,7 +76,10 @@ private:
     void fail(const QString& text);
     void read(const QString& downloaded);
     void takeRead();
+    void takeKept(const WeatherFileResult& result);
     void tryAnotherSource();
+    void sayKept(std::int64_t fetchedMs);
+    void showNotice();
 
     Settings& m_settings;
     MainView& m_view;
@@ -84,7 +91,10 @@ private:
     QTimer m_pause; ///< until the next try
     bool m_underWay = false;
     bool m_asked = false;
+    bool m_keptRead = false;
     bool m_plainList = false;     ///< the list that is under way isn't packed
     std::int32_t m_retries = 0;   ///< failed downloads and empty lists since the last good one
     std::int32_t m_currentSource; ///< the one that the row of tries has come to
+    QString m_failure;            ///< the last one, in the user's language; empty if it is settled
+    QString m_keptText;
 };

@@ -55,7 +55,7 @@ void readText(const WeatherFileRequest& request, const StopFlag& stop, WeatherFi
     } else {
         result.fault = serveranswer::fault(result.list.text.left(serveranswer::kHeadSize).toUtf8());
     }
-    if (result.opened && !result.damaged && !stop.raised()) {
+    if (result.opened && !result.damaged && !request.copy.isEmpty() && !stop.raised()) {
         copyOver(result.file, request.copy);
     }
 }
@@ -63,7 +63,7 @@ void readText(const WeatherFileRequest& request, const StopFlag& stop, WeatherFi
 WeatherFileResult readFile(const WeatherFileRequest& request, const StopFlag& stop)
 {
     WeatherFileResult result;
-    result.list.origin = WeatherList::Origin::Live;
+    result.list.origin = request.origin;
     const bool isPacked = !request.inflated.isEmpty();
     result.file = isPacked ? request.inflated : request.downloaded;
     if (isPacked) {

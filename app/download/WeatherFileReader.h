@@ -10,12 +10,13 @@
 
 class StopFlag;
 
-/// A downloaded weather file and what is to become of it.
+/// A weather file, downloaded or kept, and what is to become of it.
 struct WeatherFileRequest
 {
     QString downloaded;
-    QString inflated; ///< where the inflated text goes; empty: the download isn't packed
-    QString copy;     ///< where a copy of a whole text goes, replacing what is there
+    QString inflated; ///< where the inflated text goes; empty: the file isn't packed
+    QString copy;     ///< where a copy of a whole text goes, replacing what is there; may be empty
+    WeatherList::Origin origin = WeatherList::Origin::Live;
 };
 
 struct WeatherFileResult

@@ -12,9 +12,10 @@ struct WeatherList
 {
     enum class Origin
     {
-        File,    ///< any size, judged by nobody
-        Live,    ///< world-wide: one of few METARs doesn't replace a better one
-        External ///< of the user's own addresses; may be small
+        File,     ///< any size, judged by nobody
+        Live,     ///< world-wide: one of few METARs doesn't replace a better one
+        External, ///< of the user's own addresses; may be small
+        Kept      ///< of the last run
     };
 
     QString text;

@@ -1,7 +1,9 @@
 #include "app/jobs/WeatherWorker.h"
 
 #include "app/base/GribSource.h"
+#include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
+#include "app/download/KeptWeather.h"
 #include "app/jobs/WeatherJobs.h"
 #include "aviation/support/ScopedLock.h"
 #include "weather/output/WeatherWrapper.h"
@@ -175,6 +177,9 @@ int WeatherWorker::decodeWeather()
         m_results.decode = {list, taken, good};
     }
     Q_EMIT sigFinishedDecodeWeatherData();
+    if (good) {
+        keepForNextStart(list);
+    }
     return weathererror::kNone;
 }
 
@@ -224,6 +229,24 @@ bool WeatherWorker::isGood(const WeatherList& list) const
     return list.origin == WeatherList::Origin::Live
                ? m_store.metarCount() >= kFewestMetars
                : m_store.metarCount() + m_store.synopCount() > 0;
+}
+
+/// Here and not on the main thread, since a world-wide list is some megabytes.
+void WeatherWorker::keepForNextStart(const WeatherList& list)
+{
+    const bool whole = !list.metarsFailed && !list.synopsFailed;
+    const bool fetched = list.origin == WeatherList::Origin::Live
+                         || (list.origin == WeatherList::Origin::External && whole);
+    if (!fetched || stopped()) {
+        return;
+    }
+    const QString error =
+        keptweather::write(keptweather::fileName(m_settings.workFolder()), list.text);
+    if (!error.isEmpty()) {
+        log(QStringLiteral("(WeatherWorker) - The weather can't be kept for the next start: ")
+                + error,
+            loglevel::kWarning);
+    }
 }
 
 int WeatherWorker::decodeGrib()

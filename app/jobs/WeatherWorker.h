@@ -113,6 +113,7 @@ private:
     bool takeList(const WeatherList& list);
     bool takeExternal(const WeatherList& list, QStringView metars, QStringView synops);
     bool isGood(const WeatherList& list) const;
+    void keepForNextStart(const WeatherList& list);
     int decodeGrib();
 
     int PrepareWeatherFSUIPC(const Job& job);

@@ -35,6 +35,16 @@ protected:
         settle();
     }
     std::size_t held() const { return controller->weather().metarCount(); }
+    /// Another run of the program in the same folders.
+    void runAgain()
+    {
+        controller.reset();
+        view.log.clear();
+        view.status.clear();
+        view.notices.clear();
+        make();
+    }
+
     static constexpr const char* kDecoded = "finished initialization of weather data";
 };
 
@@ -145,6 +155,55 @@ TEST_F(ControllerDownloadTest, AfterAFailedRowTheNextDownloadComesAtItsTime)
     waitForLine(QString::fromLatin1(kDecoded));
     EXPECT_EQ(view.linesWith("Download weather from"_q), 8);
     EXPECT_EQ(dialogs.warnings().size(), 1);
+}
+
+TEST_F(ControllerDownloadTest, TheLastGoodListIsThereAtTheNextStart)
+{
+    start();
+    serveAll(packed(weatherFile(26)));
+    downloadUntil(QString::fromLatin1(kDecoded));
+    const std::size_t before = held();
+    serveAll(packed(weatherFile(3)));
+    downloadUntil("no metars founded. Download stopped"_q);
+    serveAll(packed("[METAR]"));
+
+    const struct
+    {
+        bool downloadAtStart;
+        std::chrono::minutes later;
+        QString said;
+    } rows[] = {
+        {false, 195min, "Weather of 12:10Z, 3 h old, kept from the last run"_q},
+        {true, 60h, "Weather of 2019-07-01 12:10Z, 2 d old, kept from the last run"_q},
+    };
+    for (const auto& row : rows) {
+        settings->setDownloadWxAtStart(row.downloadAtStart);
+        runAgain();
+        clock.advance(row.later);
+        start();
+        waitForLine(QString::fromLatin1(kDecoded));
+        settle();
+        EXPECT_EQ(held(), before);
+        EXPECT_EQ(view.levelOf(row.said), 1);
+        EXPECT_TRUE(view.status.contains(row.said));
+        EXPECT_TRUE(view.notices[Notice::Download].endsWith(row.said));
+        EXPECT_TRUE(timer("timerWeather").isActive());
+        clock.advance(-row.later);
+    }
+
+    serveAll(packed(weatherFile(26)));
+    runAgain();
+    start();
+    waitForLine(QString::fromLatin1(kDecoded));
+    EXPECT_EQ(view.linesWith("kept from the last run"_q), 0) << "what the server has is newer";
+}
+
+TEST_F(ControllerDownloadTest, AKeptListThatIsDamagedIsSaidAndLeft)
+{
+    write(path("work/lastweather.txt"), "Cirrilon, weather fetched 2019-07-01T12:00:00Z\n[METAR]");
+    start();
+    waitForLine("that was kept from the last run can't be used"_q);
+    EXPECT_EQ(held(), 0U);
 }
 
 } // namespace
