@@ -127,8 +127,10 @@ void Controller::makeWorkers(const ControllerParts& parts, const DownloadContext
     connect(m_weather.get(), &WeatherWrapper::sigProgress, this, &Controller::OnProgressBar,
             Qt::QueuedConnection);
 
+    DownloadContext boxless = context; // upper air is fetched by itself: the log says its faults
+    boxless.dialogs = nullptr;
     m_gribDownload =
-        std::make_unique<GribDownload>(context, m_stop, parts.processes, *m_weather, m_reporting);
+        std::make_unique<GribDownload>(boxless, m_stop, parts.processes, *m_weather, m_reporting);
     m_weatherWorker =
         std::make_unique<WeatherWorker>(*m_weather, parts.settings, m_gribDownload.get());
     connect(m_weatherWorker.get(), &WeatherWorker::sigFinishedDecodeWeatherData, this,

@@ -149,6 +149,7 @@ private:
     void UpdateXPlaneVisibility();
     void UpdateDirectWindControl();
     void takeDirectWindReports(int error);
+    void exportMetarFile(bool isAsked);
 
     // Finished jobs of the simulator worker
     void handleConnectJob(int jobId, const QString& jobName, int error);

@@ -2,6 +2,7 @@
 #include "app/base/LogLevel.h"
 #include "app/base/MainView.h"
 #include "app/base/Settings.h"
+#include "app/base/UserDialogs.h"
 #include "app/cycle/DirectWind.h"
 #include "app/download/WeatherDownload.h"
 #include "app/jobs/MetarExport.h"
@@ -18,6 +19,7 @@ void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
         return;
     }
     const DecodeOutcome outcome = m_weatherWorker->decodeOutcome();
+    const bool isAsked = m_weatherDownload->isAsked();
     m_weatherDecoded = true;
     const QString text =
         outcome.taken
@@ -37,9 +39,23 @@ void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
     }
     startWeatherClock();
     m_view.pageWeather().OnEnableGetMetarButton(true);
+    exportMetarFile(isAsked);
+}
+
+void Controller::exportMetarFile(bool isAsked)
+{
     const QString folder = m_settings.exportMetarFile();
-    if (!folder.isEmpty()) {
-        exportMetars(folder, m_weather->getMetars(), m_reporting.log, m_dialogs);
+    const QString error = folder.isEmpty()
+                              ? QString()
+                              : exportMetars(folder, m_weather->getMetars(), m_reporting.log);
+    if (error.isEmpty()) {
+        return;
+    }
+    const QString title = tr("Cirrilon - Export Metar");
+    const QString text = tr("Can not open file.\n%1").arg(error);
+    m_view.showNotice(Notice::Download, title + QStringLiteral(": ") + text);
+    if (isAsked) {
+        m_dialogs.critical(title, text);
     }
 }
 

@@ -42,6 +42,8 @@ public:
     /// itself leaves the try that is due after a pause its turn; the pilot's takes it.
     void download(int source, Asked asked = Asked::ByItself);
     bool isUnderWay() const { return m_underWay; }
+    /// The pilot waits for what comes of the download.
+    bool isAsked() const { return m_asked; }
     void switchServer();
     /// Reads the list of the last run, once; nothing happens if there is none.
     void readKept();

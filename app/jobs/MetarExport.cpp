@@ -1,7 +1,6 @@
 #include "app/jobs/MetarExport.h"
 
 #include "app/base/LogLevel.h"
-#include "app/base/UserDialogs.h"
 
 #include <QSaveFile>
 
@@ -24,8 +23,8 @@ bool writeMetars(const QString& name, const std::vector<Metar>& metars, QString&
 
 } // namespace
 
-void exportMetars(const QString& folder, const std::vector<Metar>& metars, const LogFunction& log,
-                  UserDialogs& dialogs)
+QString exportMetars(const QString& folder, const std::vector<Metar>& metars,
+                     const LogFunction& log)
 {
     const QString name = folder + QStringLiteral("/metar.txt");
     QString error;
@@ -33,11 +32,10 @@ void exportMetars(const QString& folder, const std::vector<Metar>& metars, const
         log(QStringLiteral("(Controller Weather) - Export Metar, file written ")
                 + name.toHtmlEscaped(),
             loglevel::kNotification);
-        return;
+        return {};
     }
     log(QStringLiteral("(Controller Weather) - Export Metar, Can not open file. ")
             + error.toHtmlEscaped(),
         loglevel::kError);
-    dialogs.critical(QStringLiteral("Cirrilon - Export Metar"),
-                     QStringLiteral("Can not open file.\n") + error);
+    return error;
 }

@@ -7,8 +7,7 @@
 
 #include <vector>
 
-class UserDialogs;
-
-/// Writes the texts of all METARs, a line each, to "metar.txt" in a folder, and says how it went.
-void exportMetars(const QString& folder, const std::vector<aviation::weather::Metar>& metars,
-                  const LogFunction& log, UserDialogs& dialogs);
+/// Writes the texts of all METARs, a line each, to "metar.txt" in a folder, and logs how it went.
+/// Empty, or why the file couldn't be written.
+QString exportMetars(const QString& folder, const std::vector<aviation::weather::Metar>& metars,
+                     const LogFunction& log);
