@@ -149,6 +149,7 @@ private:
     void UpdateXPlaneVisibility();
     void UpdateDirectWindControl();
     void takeDirectWindReports(int error);
+    void goOnWithLastWeather();
     void exportMetarFile(bool isAsked);
 
     // Finished jobs of the simulator worker
@@ -193,6 +194,7 @@ private:
     bool m_inWeatherTick = false;
     bool m_forceWeatherUpdate = false;
     bool m_weatherDecoded = false;
+    bool m_reportsMissing = false; ///< the last update found none; said already
     aviation::Position m_lastUpdatePosition;
     aviation::structs::AircraftData m_aircraftData;
     bool m_aircraftDataValid = false;

@@ -13,6 +13,8 @@
 #include "aviation/Synop.h"
 #include "weather/output/WeatherWrapper.h"
 
+#include <utility>
+
 void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
 {
     if (m_stop.raised()) {
@@ -29,6 +31,10 @@ void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
                              "stay: %1 Metars, additional WX:%2");
     m_reporting.log(text.arg(m_weather->metarCount()).arg(m_weather->synopCount()),
                     outcome.taken ? loglevel::kNotification : loglevel::kWarning);
+    if (std::exchange(m_reportsMissing, false)) {
+        // What waited for reports is due at once.
+        m_counters.msSinceUpdate = cycle::overdue(m_settings.updateTime());
+    }
     m_weatherDownload->takeOutcome(outcome);
     m_view.OnProgressBar(0, 0, QString());
     if (!IsConnected()) {
@@ -80,10 +86,26 @@ void Controller::OnJobWeatherWorkerFinished(int job, QString jobname, int error)
         m_reportDisplay->showAtAircraft(error, m_aircraftData.position);
         break;
     default: // prepared weather; the decode has its own signal, other results are taken by nobody
-        m_preparedWeather->take(job, jobname, error);
+        if (error == weathererror::kNoWeather && weatherjob::isPrepare(job)) {
+            goOnWithLastWeather();
+        } else {
+            m_preparedWeather->take(job, jobname, error);
+        }
         break;
     }
     Q_EMIT sigFinishedJob(job, jobname);
+}
+
+/// Said once, until reports have come in.
+void Controller::goOnWithLastWeather()
+{
+    if (!std::exchange(m_reportsMissing, true)) {
+        m_reporting.log(
+            QStringLiteral("(Controller) - There is no report for this place, the weather in the "
+                           "simulator stays as it is."),
+            loglevel::kWarning);
+    }
+    startWeatherClock();
 }
 
 void Controller::takeDirectWindReports(int error)

@@ -82,6 +82,11 @@ bool updateDue(std::int32_t msSinceUpdate, int updateTime, double distanceNm, in
            || distanceNm > distanceLimitNm(rangeNm);
 }
 
+std::int32_t overdue(int updateTime)
+{
+    return addElapsed(0, (static_cast<std::int64_t>(updateTime) + 1) * kMsPerSecond);
+}
+
 Remaining untilUpdate(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm)
 {
     return {updateTime - msSinceUpdate / kMsPerSecond,

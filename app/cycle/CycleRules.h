@@ -48,6 +48,9 @@ int distanceLimitNm(int rangeNm);
 /// New weather by time or by distance. Times in seconds but for the counter.
 bool updateDue(std::int32_t msSinceUpdate, int updateTime, double distanceNm, int rangeNm);
 
+/// A counter that makes an update due at the next tick.
+std::int32_t overdue(int updateTime);
+
 /// Seconds and NM that are left until the next update; below 0 when it is overdue.
 struct Remaining
 {

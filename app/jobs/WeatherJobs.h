@@ -22,6 +22,12 @@ inline constexpr int kSearchAtStation = 14;
 inline constexpr int kSearchAtAircraft = 15;
 inline constexpr int kWeatherSearch = 16;
 inline constexpr int kSearchAtPosition = 17;
+
+/// Jobs that end in weather for the simulator.
+constexpr bool isPrepare(int job)
+{
+    return job >= kFsuipcAll && job <= kThemeFile;
+}
 } // namespace weatherjob
 
 /// Results of the weather jobs, carried by WeatherWorker::sigFinishedJob.

@@ -249,6 +249,14 @@ void WeatherWorker::keepForNextStart(const WeatherList& list)
     }
 }
 
+bool WeatherWorker::hasReportAtAircraft()
+{
+    const aviation::Position position = aircraftData().position;
+    Metar metar;
+    Synop synop;
+    return m_store.SearchMetar(position, metar) || m_store.SearchSynop(position, synop);
+}
+
 int WeatherWorker::decodeGrib()
 {
     m_store.initializeWeather(m_gribText, storekind::kUpperAir);

@@ -86,6 +86,8 @@ private:
         aviation::weather::Grib grib;
         bool metarFound = false;
         bool synopFound = false;
+
+        bool any() const { return metarFound || synopFound; }
     };
     struct Results
     {
@@ -116,13 +118,18 @@ private:
     void keepForNextStart(const WeatherList& list);
     int decodeGrib();
 
+    /// A METAR or SYNOP is near enough to the aircraft: without one weather would be invented.
+    bool hasReportAtAircraft();
     int PrepareWeatherFSUIPC(const Job& job);
     int prepareFsuipcStation(const Job& job);
     int PrepareWeatherSimConnect(const Job& job);
     int prepareSimConnectStation(const Job& job);
     /// The stations of jobs 2 and 5, each handed to `step` with its progress text.
     void forEachStation(const Job& job, const QString& title, const StationStep& step);
-    void prepareSimConnectString(const aviation::weather::Station& station);
+    /// These two compose for one station; false if no report stands for it.
+    bool stationRecord(const aviation::weather::Station& station, NewWeather& record,
+                       double magneticVariation);
+    bool prepareSimConnectString(const aviation::weather::Station& station);
     Reports reportsForStation(const aviation::weather::Station& station);
 
     int prepareXPlaneRecord(bool xplane12);

@@ -7,6 +7,8 @@
 #include "weather/output/ObservationString.h"
 #include "weather/output/WeatherWrapper.h"
 
+#include <utility>
+
 using aviation::ScopedLock;
 using aviation::weather::Grib;
 using aviation::weather::Metar;
@@ -40,10 +42,17 @@ WeatherWorker::Reports WeatherWorker::reportsForStation(const Station& station)
 void WeatherWorker::GenerateStationRecord(const Station& station, NewWeather& record,
                                           double magneticVariation)
 {
+    stationRecord(station, record, magneticVariation);
+}
+
+bool WeatherWorker::stationRecord(const Station& station, NewWeather& record,
+                                  double magneticVariation)
+{
     const Reports reports = reportsForStation(station);
     record = NewWeather();
     m_store.GenerateWeather(reports.metar, reports.synop, reports.grib, record, magneticVariation,
                             station);
+    return reports.any();
 }
 
 void WeatherWorker::forEachStation(const Job& job, const QString& title, const StationStep& step)
@@ -88,9 +97,15 @@ int WeatherWorker::PrepareWeatherFSUIPC(const Job& job)
     if (!aircraftData().position.isKnown()) {
         return weathererror::kNoPosition;
     }
+    if (!hasReportAtAircraft()) {
+        return weathererror::kNoWeather;
+    }
     std::vector<NewWeather> records;
     forEachStation(job, QStringLiteral("Prepare Weather FSUIPC"), [&](const Station& station) {
-        GenerateStationRecord(station, records.emplace_back());
+        NewWeather record;
+        if (stationRecord(station, record, 0.0)) {
+            records.push_back(std::move(record));
+        }
     });
     if (!records.empty()) {
         NewWeather global = records.front();
@@ -108,22 +123,28 @@ int WeatherWorker::prepareFsuipcStation(const Job& job)
     Station station;
     if (m_store.getStation(job.name, station)) {
         NewWeather record;
-        GenerateStationRecord(station, record);
+        if (!stationRecord(station, record, 0.0)) {
+            return weathererror::kNoWeather;
+        }
         const ScopedLock lock(m_resultMutex);
         m_results.fsuipcRecords.push_back(record);
     }
     return weathererror::kNone;
 }
 
-void WeatherWorker::prepareSimConnectString(const Station& station)
+bool WeatherWorker::prepareSimConnectString(const Station& station)
 {
     const Reports reports = reportsForStation(station);
+    if (!reports.any()) {
+        return false;
+    }
     NewWeather record;
     m_store.GenerateWeather(reports.metar, reports.synop, reports.grib, record, 0.0, station);
     std::string text = MetarString(reports.metar, reports.synop, reports.grib, record);
     relabelObservation(text, station.icao());
     const ScopedLock lock(m_resultMutex);
     m_results.simConnectStrings.push_back(QString::fromStdString(text));
+    return true;
 }
 
 int WeatherWorker::PrepareWeatherSimConnect(const Job& job)
@@ -134,6 +155,9 @@ int WeatherWorker::PrepareWeatherSimConnect(const Job& job)
     }
     if (!aircraftData().position.isKnown()) {
         return weathererror::kNoPosition;
+    }
+    if (!hasReportAtAircraft()) {
+        return weathererror::kNoWeather;
     }
     forEachStation(job, QStringLiteral("Prepare Weather SimConnect"),
                    [this](const Station& station) { prepareSimConnectString(station); });
@@ -153,8 +177,6 @@ int WeatherWorker::prepareSimConnectStation(const Job& job)
     }
     Q_EMIT sigProgress(0, 1, QStringLiteral("Prepare Weather SimConnect"));
     Station station;
-    if (m_store.getStation(job.name, station)) {
-        prepareSimConnectString(station);
-    }
-    return weathererror::kNone;
+    const bool missing = m_store.getStation(job.name, station) && !prepareSimConnectString(station);
+    return missing ? weathererror::kNoWeather : weathererror::kNone;
 }

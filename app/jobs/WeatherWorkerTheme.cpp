@@ -59,6 +59,9 @@ int WeatherWorker::PrepareWeatherFile(const Job& job)
     if (!aircraft.position.isKnown()) {
         return weathererror::kNoPosition;
     }
+    if (!hasReportAtAircraft()) {
+        return weathererror::kNoWeather;
+    }
     int cells = 0;
     const std::vector<Position> places =
         themeGridPositions(aircraft.position, m_settings.range(), cells);

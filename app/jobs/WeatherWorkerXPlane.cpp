@@ -53,6 +53,9 @@ int WeatherWorker::prepareXPlaneRecord(bool xplane12)
     if (!position.isKnown()) {
         return weathererror::kNoPosition;
     }
+    if (!hasReportAtAircraft()) {
+        return weathererror::kNoWeather;
+    }
     log(QStringLiteral("(Controller Weather) - Generate Weather XPlane, Pos:%1,%2")
             .arg(position.latitude())
             .arg(position.longitude()),
@@ -71,8 +74,11 @@ int WeatherWorker::prepareXPlaneRecord(bool xplane12)
 void WeatherWorker::appendXPlaneLines(const Station& station)
 {
     Reports reports;
-    m_store.SearchMetar(station, reports.metar);
-    m_store.SearchSynop(station, reports.synop);
+    reports.metarFound = m_store.SearchMetar(station, reports.metar);
+    reports.synopFound = m_store.SearchSynop(station, reports.synop);
+    if (!reports.any()) {
+        return;
+    }
     searchGrib(station, reports.grib);
     waitForGrib(station, QString::fromStdWString(station.icao()), reports.grib);
     CompositionContext context = m_store.compositionContext();
@@ -95,6 +101,9 @@ int WeatherWorker::PrepareWeatherXPlane()
     const Position aircraft = aircraftData().position;
     if (!aircraft.isKnown()) {
         return weathererror::kNoPosition;
+    }
+    if (!hasReportAtAircraft()) {
+        return weathererror::kNoWeather;
     }
     Q_EMIT sigProgress(0, 1, QStringLiteral("Prepare Weather XPlane"));
     Stations stations;
@@ -119,5 +128,6 @@ int WeatherWorker::PrepareWeatherXPlane()
                                .arg(QString::fromStdWString(station.icao())));
         appendXPlaneLines(station);
     }
-    return weathererror::kNone;
+    const ScopedLock lock(m_resultMutex);
+    return m_results.xplaneMetarLines.empty() ? weathererror::kNoWeather : weathererror::kNone;
 }

@@ -206,4 +206,40 @@ TEST_F(ControllerDownloadTest, AKeptListThatIsDamagedIsSaidAndLeft)
     EXPECT_EQ(held(), 0U);
 }
 
+TEST_F(ControllerDownloadTest, WithoutAReportNoWeatherIsSet)
+{
+    settings->setGribOff(true);
+    settings->setDownloadUpdateTime(100000);
+    settings->setSimPath(path("simulator"));
+    QDir().mkpath(path("simulator/Weather/themes"));
+    const std::tuple<int, aviation::FsId, int> rows[] = {
+        {1, 2, 0}, {2, 3, 0}, {2, 3, 1}, {4, 8, 0}, {4, 13, 0}, {4, 8, 1},
+    };
+    for (const auto& [interfaceType, fsId, mode] : rows) {
+        SCOPED_TRACE(interfaceType * 1000 + fsId * 10 + mode);
+        settings->setWeatherMode(mode);
+        settings->setInterfaceType(interfaceType);
+        view.log.clear();
+        make();
+        start();
+        connectTo(interfaceType, fsId);
+        flyAt(50.0, 8.5);
+        simulator.clearCalls();
+        for (int i = 0; i < 2; ++i) {
+            controller->OnClickedSetWX();
+            tick(700s);
+            settle();
+            EXPECT_TRUE(timer("timerWeather").isActive());
+        }
+        EXPECT_EQ(simulator.calls("Set"_q), QStringList());
+        EXPECT_TRUE(QDir(path("simulator")).entryList(QDir::Files).isEmpty());
+        EXPECT_EQ(view.linesWith("the weather in the simulator stays as it is"_q), 1);
+
+        decode();
+        tick(1s);
+        settle();
+        EXPECT_EQ(view.linesWith("created"_q), 1) << "due as soon as there are reports";
+    }
+}
+
 } // namespace
