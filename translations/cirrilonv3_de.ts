@@ -409,6 +409,16 @@ Die nächsten Seiten fragen, wie der Simulator zu erreichen ist, woher das Wette
         <source>is not available for FS2020</source>
         <translation>ist für FS2020 nicht verfügbar</translation>
     </message>
+    <message>
+        <source>Cirrilon - Export Metar</source>
+        <translation>Cirrilon – METAR-Export</translation>
+    </message>
+    <message>
+        <source>Can not open file.
+%1</source>
+        <translation>Die Datei kann nicht geöffnet werden.
+%1</translation>
+    </message>
 </context>
 <context>
     <name>DebugBar</name>
@@ -2137,6 +2147,42 @@ hPa</translation>
     <message>
         <source>Weather downloaded</source>
         <translation>Wetter heruntergeladen</translation>
+    </message>
+    <message>
+        <source>The external weather couldn&apos;t be fetched. Check its addresses in the settings.</source>
+        <translation>Das externe Wetter konnte nicht geladen werden. Prüfen Sie seine Adressen in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>Network error: %1 
+%2</source>
+        <translation>Netzwerkfehler: %1 
+%2</translation>
+    </message>
+    <message>
+        <source>Automatic weather download stopped.
+Please contact the developers of Cirrilon.</source>
+        <translation>Der automatische Wetter-Download wurde angehalten.
+Bitte wenden Sie sich an die Entwickler von Cirrilon.</translation>
+    </message>
+    <message>
+        <source>Cirrilon - Download error</source>
+        <translation>Cirrilon – Download-Fehler</translation>
+    </message>
+    <message>
+        <source>The weather list is damaged and can&apos;t be used.</source>
+        <translation>Die Wetterliste ist beschädigt und kann nicht verwendet werden.</translation>
+    </message>
+    <message>
+        <source>There are no reports in the external weather.</source>
+        <translation>Im externen Wetter sind keine Meldungen.</translation>
+    </message>
+    <message>
+        <source>Weather of %1Z, %2 old, kept from the last run</source>
+        <translation>Wetter von %1Z, %2 alt, aus dem letzten Programmlauf</translation>
+    </message>
+    <message>
+        <source>No source has enough METARs. Download stopped.</source>
+        <translation>Keine Quelle hat genug METARs. Der Download wurde beendet.</translation>
     </message>
 </context>
 <context>
