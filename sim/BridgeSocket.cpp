@@ -72,6 +72,25 @@ bool BridgeSocket::isOpen() const
     return m_socket && m_socket->state() == QAbstractSocket::ConnectedState;
 }
 
+bool BridgeSocket::stillStands()
+{
+    // The end of the connection is seen only by whoever reads.
+    if (isOpen() && m_socket->bytesAvailable() == 0) {
+        m_socket->waitForReadyRead(0);
+    }
+    return isOpen();
+}
+
+QHostAddress BridgeSocket::ownAddress() const
+{
+    return isOpen() ? m_socket->localAddress() : QHostAddress();
+}
+
+QHostAddress BridgeSocket::serverAddress() const
+{
+    return isOpen() ? m_socket->peerAddress() : QHostAddress();
+}
+
 void BridgeSocket::close()
 {
     m_socket.reset();
@@ -181,15 +200,15 @@ bool BridgeSocket::waitWritten()
 void BridgeSocket::dropStaleReply()
 {
     constexpr int kMostRounds = 64;
-    qint64 dropped = 0;
+    m_lateBytes = 0;
     for (int round = 0; round < kMostRounds && isOpen(); ++round) {
         if (m_socket->bytesAvailable() == 0 && !m_socket->waitForReadyRead(0)) {
             break;
         }
-        dropped += m_socket->readAll().size();
+        m_lateBytes += m_socket->readAll().size();
     }
-    if (dropped > 0) {
-        m_log(QStringLiteral("(Client) - a late reply of %1 bytes is dropped").arg(dropped),
+    if (m_lateBytes > 0) {
+        m_log(QStringLiteral("(Client) - a late reply of %1 bytes is dropped").arg(m_lateBytes),
               loglevel::kDebug);
     }
 }
@@ -211,14 +230,14 @@ int BridgeSocket::send(std::uint8_t command, std::uint8_t id, const QByteArray& 
     return frame.size();
 }
 
-BridgeSocket::Reply BridgeSocket::ReadReply()
+BridgeSocket::Reply BridgeSocket::ReadReply(int limitMs)
 {
     Reply reply;
     if (!m_socket) {
         return reply;
     }
     QByteArray block;
-    WaitBudget budget(m_timeouts.reply);
+    WaitBudget budget(limitMs);
     while (progressOf(block) == FrameProgress::Partial && waitForData(budget)) {
         block += m_socket->read(kReadBufferBytes);
     }

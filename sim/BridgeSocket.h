@@ -3,6 +3,7 @@
 #include "sim/BridgeFrame.h"
 
 #include <QByteArray>
+#include <QHostAddress>
 #include <QString>
 #include <QTcpSocket>
 
@@ -20,6 +21,7 @@ struct BridgeTimeouts
     int reply = 5000;      ///< for a whole reply, in however many pieces
     int stream = 10000;    ///< for the next bytes of a long reply
     int fileSettle = 1000; ///< pause after a file
+    int unheardWrite = 200; ///< for a reply to a write, once the server swallows them
 };
 
 /// Waiting of at most so many milliseconds: by the clock, and by the slices that were waited,
@@ -69,13 +71,21 @@ public:
     /// Ends a connection that there may be and makes a new one. False when there is none in time.
     bool open(const QString& address, std::uint16_t port);
     bool isOpen() const;
+    /// As isOpen(), after a look whether the server has closed meanwhile. Doesn't wait.
+    bool stillStands();
     void close();
+    /// The ends of the connection; null ones without it.
+    QHostAddress ownAddress() const;
+    QHostAddress serverAddress() const;
     /// Bytes written; 0 when they couldn't be written in time, which ends the connection. What
     /// still lay there of an earlier reply is thrown away first.
     int send(std::uint8_t command, std::uint8_t id, const QByteArray& data);
+    /// Whether the last send threw a late reply away: the server is alive, only slow.
+    bool droppedLateReply() const { return m_lateBytes > 0; }
     /// Takes what one wait delivers, and goes on within the same time where the frame's own length
     /// says that more must come.
-    Reply ReadReply();
+    Reply ReadReply() { return ReadReply(m_timeouts.reply); }
+    Reply ReadReply(int limitMs);
     /// For replies that may exceed one read. Appends what came to `output`, which then holds a
     /// frame after whatever stood before its "@", and returns the length.
     int ReceiveStream(QByteArray& output);
@@ -102,6 +112,7 @@ private:
     const StopFlag& m_stop;
     BridgeTimeouts m_timeouts;
     Log m_log;
+    qint64 m_lateBytes = 0;               ///< thrown away by the last send
     QString m_said;                       ///< the last fault; empty after an answer
     std::unique_ptr<QTcpSocket> m_socket; ///< last, since its end may still report into the others
 };

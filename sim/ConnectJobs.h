@@ -41,4 +41,6 @@ inline constexpr int kNotImplemented = 41;
 inline constexpr int kWrongVersion42 = 42;
 inline constexpr int kWrongVersion43 = 43;
 inline constexpr int kWrongVersion44 = 44;
+/// Looks whether the connection still stands; sends nothing. The program's own.
+inline constexpr int kCheckLink = 50;
 } // namespace connectjob

@@ -76,6 +76,11 @@ QString ConnectWorker::errorText(int error)
     return FsInterfaceBase::ErrorText(error);
 }
 
+BridgeEnds ConnectWorker::bridgeEnds() const
+{
+    return identity().ends;
+}
+
 aviation::structs::AircraftData ConnectWorker::aircraftData() const
 {
     const ScopedLock lock(m_stateMutex);
@@ -239,6 +244,7 @@ const ConnectWorker::JobRow* ConnectWorker::rowOf(int jobId)
         JobRow{job::kWrongVersion42, true, &W::wrongVersion},
         JobRow{job::kWrongVersion43, true, &W::wrongVersion},
         JobRow{job::kWrongVersion44, true, &W::wrongVersion},
+        JobRow{job::kCheckLink, false, &W::checkLink},
     };
     const auto* const row =
         std::find_if(kRows.begin(), kRows.end(),
@@ -255,5 +261,19 @@ int ConnectWorker::perform(Job& job, int /*before*/)
     if (row->needsInterface && !m_interface) {
         return simresult::kNoInterface;
     }
-    return (this->*row->work)(job);
+    return confirmed((this->*row->work)(job));
+}
+
+/// A result after a look at the connection. A write without a reply counts as a success, also where
+/// the other end is gone.
+int ConnectWorker::confirmed(int result)
+{
+    const bool doubtful =
+        result == simresult::kNone && m_interface && !m_interface->writeAnswered();
+    return doubtful ? m_interface->checkLink() : result;
+}
+
+int ConnectWorker::checkLink(Job& /*job*/)
+{
+    return m_interface ? m_interface->checkLink() : simresult::kNone;
 }

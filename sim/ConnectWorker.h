@@ -5,6 +5,7 @@
 #include "aviation/AircraftLoad.h"
 #include "aviation/FsId.h"
 #include "aviation/RadioFrequencys.h"
+#include "sim/FsInterfaceExtras.h"
 #include "weather/output/records/NewWeather.h"
 
 #include <QByteArray>
@@ -44,6 +45,10 @@ public:
     QString fsName() const;
     QString interfaceName() const;
     static QString errorText(int error);
+    /// The addresses of the connection to a bridge server; null ones without it.
+    BridgeEnds bridgeEnds() const;
+    /// Whether the simulator's side has answered all writes of the last weather job.
+    bool weatherAnswered() const { return m_weatherAnswered; }
 
     aviation::structs::AircraftData aircraftData() const;
     aviation::structs::AircraftFuel fuel() const;
@@ -91,6 +96,7 @@ private:
         QString interfaceName;
         aviation::FsId fsVersion = aviation::fsid::kNone;
         QString fsName;
+        BridgeEnds ends;
     };
     /// Weather of jobs 13 and 17.
     struct WaitingWeather
@@ -105,6 +111,10 @@ private:
     QString nameForLog(const Job& job) const override;
     void log(const QString& text, int level) override;
     void dropInterface();
+    int confirmed(int result);
+    bool goesOn(int result) const;
+    void claimWeather(const QString& text);
+    void tellWeatherDone(int result);
 
     int connectSimulator(Job& job);
     void createInterface();
@@ -131,6 +141,7 @@ private:
     int requestServerConfig(Job& job);
     int announceAddress(Job& job);
     int notImplemented(Job& job);
+    int checkLink(Job& job);
     int wrongVersion(Job& job);
 
     int setWaitingWeather(Job& job);
@@ -157,6 +168,7 @@ private:
     int m_loggedAircraftError = 0; ///< as m_interface; a fault of every poll is said once
     std::atomic<int> m_event{0};
     std::atomic<bool> m_connected{false};
+    std::atomic<bool> m_weatherAnswered{true};
 
     mutable QMutex m_stateMutex; ///< guards all below
     Identity m_identity;

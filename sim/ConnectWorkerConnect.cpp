@@ -127,6 +127,8 @@ void ConnectWorker::readIdentity()
     found.interfaceId = identity().interfaceId;
     m_interface->GetFsVersion(found.fsVersion, found.fsName);
     m_interface->GetInterface(found.interfaceId, found.interfaceName);
+    const auto* const bridge = dynamic_cast<BridgeOperations*>(m_interface.get());
+    found.ends = bridge != nullptr ? bridge->ends() : BridgeEnds();
     setIdentity(found);
     log(QStringLiteral("FS: %1, Interface: %2")
             .arg(outsidetext::forLog(found.fsName), outsidetext::forLog(found.interfaceName)),

@@ -44,6 +44,7 @@ bool readNumber(const QString& text, double& number)
 
 int ConnectWorker::setWaitingWeather(Job& /*job*/)
 {
+    m_weatherAnswered = true;
     WaitingWeather weather;
     {
         // The lists are taken out, so what is handed in from now on waits for the next job. While
@@ -67,7 +68,7 @@ int ConnectWorker::setWaitingWeather(Job& /*job*/)
     const int result = id == fsid::kXPlaneId8 || id == fsid::kXPlaneId9
                            ? setTextBlock(weather)
                            : setObservations(weather.metars);
-    Q_EMIT sigProgressBar(0, 0, QStringLiteral("Set Weather success"));
+    tellWeatherDone(result);
     return result;
 }
 
@@ -81,11 +82,11 @@ int ConnectWorker::setTextBlock(const WaitingWeather& weather)
     for (const QString& wind : weather.winds) {
         text += wind + QLatin1Char('\n');
     }
-    const int result = m_interface->SetWeatherText(text);
+    const int result = confirmed(m_interface->SetWeatherText(text));
     if (result != simresult::kNone) {
         log(QStringLiteral("(ConnectWorker) - Set Weather failed. "), loglevel::kError);
     } else {
-        log(QStringLiteral("(ConnectWorker) - Set Weather "), loglevel::kNotification);
+        claimWeather(QStringLiteral("(ConnectWorker) - Set Weather "));
     }
     return result;
 }
@@ -97,16 +98,16 @@ int ConnectWorker::setObservations(const std::vector<QString>& metars)
         simConnect->setCustomWeatherMode();
     }
     int result = simresult::kNone;
-    for (std::size_t i = 0; i < metars.size() && !stopped(); ++i) {
+    for (std::size_t i = 0; goesOn(result) && i < metars.size(); ++i) {
         const QString station = metars[i].left(kStationNameLength);
-        result = m_interface->SetWeatherText(metars[i]);
+        result = confirmed(m_interface->SetWeatherText(metars[i]));
         if (result != simresult::kNone) {
             log(QStringLiteral("(ConnectWorker) - Set Weather failed. ")
                     + outsidetext::forLog(metars[i]),
                 loglevel::kError);
         } else {
-            log(QStringLiteral("(ConnectWorker) - Set Weather ") + outsidetext::forLog(station),
-                loglevel::kNotification);
+            claimWeather(QStringLiteral("(ConnectWorker) - Set Weather ")
+                         + outsidetext::forLog(station));
         }
         tellProgress(station, i + 1, metars.size());
         sleepUnlessStopped(kStationPauseMs);
@@ -118,7 +119,7 @@ int ConnectWorker::setRecords(const std::vector<NewWeather>& records)
 {
     constexpr std::uint16_t kRefreshCommand = 256; // without it FS2004 keeps the old weather
     int result = simresult::kNone;
-    for (std::size_t i = 0; i < records.size() && !stopped(); ++i) {
+    for (std::size_t i = 0; goesOn(result) && i < records.size(); ++i) {
         const QString station = QString::fromStdString(records[i].icaoText());
         result = m_interface->SetWeatherRecord(records[i]);
         if (result != simresult::kNone) {
@@ -131,13 +132,37 @@ int ConnectWorker::setRecords(const std::vector<NewWeather>& records)
         tellProgress(station, i + 1, records.size());
         sleepUnlessStopped(kStationPauseMs);
     }
-    Q_EMIT sigProgressBar(0, 0, QStringLiteral("Set Weather success"));
+    tellWeatherDone(result);
     auto* const fsuipc = dynamic_cast<FsuipcOperations*>(m_interface.get());
-    if (fsVersion() == fsid::kFs2004 && interfaceType() == interfaceid::kFsuipc
-        && fsuipc != nullptr) {
+    if (fsVersion() == fsid::kFs2004 && interfaceType() == interfaceid::kFsuipc && fsuipc != nullptr
+        && result != simresult::kTimeout)
+    {
         fsuipc->writeWeatherCommand(kRefreshCommand);
     }
     return result;
+}
+
+/// Whether a run of stations goes on. A failure doesn't stop it, but the end of the connection
+/// does: all the others would fail as well.
+bool ConnectWorker::goesOn(int result) const
+{
+    return result != simresult::kTimeout && !stopped();
+}
+
+/// Only for what the other end has answered: a bridge that swallows writes keeps the old weather.
+void ConnectWorker::claimWeather(const QString& text)
+{
+    if (m_interface->writeAnswered()) {
+        log(text, loglevel::kNotification);
+    } else {
+        m_weatherAnswered = false;
+    }
+}
+
+void ConnectWorker::tellWeatherDone(int result)
+{
+    const bool claimed = result != simresult::kTimeout && m_weatherAnswered;
+    Q_EMIT sigProgressBar(0, 0, claimed ? QStringLiteral("Set Weather success") : QString());
 }
 
 void ConnectWorker::tellProgress(const QString& station, std::size_t done, std::size_t total)
@@ -149,6 +174,7 @@ void ConnectWorker::tellProgress(const QString& station, std::size_t done, std::
 
 int ConnectWorker::setTheme(Job& job)
 {
+    m_weatherAnswered = true;
     const std::string file = job.name.toStdString();
     auto* const bridge = dynamic_cast<BridgeOperations*>(m_interface.get());
     const bool overBridge = m_settings.interfaceType() == interfaceid::kBridge && bridge != nullptr;
@@ -168,11 +194,12 @@ int ConnectWorker::setTheme(Job& job)
 
 int ConnectWorker::setXPlaneWeather(Job& job)
 {
-    const int result = m_interface->SetWeatherData(job.xplaneWeather, fsVersion());
+    m_weatherAnswered = true;
+    const int result = confirmed(m_interface->SetWeatherData(job.xplaneWeather, fsVersion()));
     if (result != simresult::kNone) {
         log(QStringLiteral("(ConnectWorker) - Set Weather failed. "), loglevel::kError);
     } else {
-        log(QStringLiteral("(ConnectWorker) - Set Weather "), loglevel::kNotification);
+        claimWeather(QStringLiteral("(ConnectWorker) - Set Weather "));
     }
     return result;
 }
@@ -208,23 +235,23 @@ int ConnectWorker::setVisibility(Job& job)
 
 int ConnectWorker::setGlobalWind(Job& job)
 {
-    const int result = m_interface->SetGlobalWindFile(job.data);
+    const int result = confirmed(m_interface->SetGlobalWindFile(job.data));
     if (result != simresult::kNone) {
         log(QStringLiteral("(ConnectWorker) - Set Global Wind File failed. "), loglevel::kError);
     } else {
-        log(QStringLiteral("(ConnectWorker) - Set Global Wind File "), loglevel::kNotification);
+        claimWeather(QStringLiteral("(ConnectWorker) - Set Global Wind File "));
     }
     return result;
 }
 
 int ConnectWorker::setTurbulence(Job& job)
 {
-    const int result = m_interface->SetTurbulenceWindFile(job.data);
+    const int result = confirmed(m_interface->SetTurbulenceWindFile(job.data));
     if (result != simresult::kNone) {
         log(QStringLiteral("(ConnectWorker) - Set Turbulence Wind File failed. "),
             loglevel::kError);
     } else {
-        log(QStringLiteral("(ConnectWorker) - Set Turbulence Wind File "), loglevel::kNotification);
+        claimWeather(QStringLiteral("(ConnectWorker) - Set Turbulence Wind File "));
     }
     return result;
 }

@@ -129,6 +129,15 @@ int FsInterfaceBase::LoadFlightPlan(const QString&)
     return simresult::kNotImplemented;
 }
 
+int FsInterfaceBase::checkLink()
+{
+    return simresult::kNone;
+}
+bool FsInterfaceBase::writeAnswered() const
+{
+    return true;
+}
+
 QString FsInterfaceBase::ErrorText(int code)
 {
     const auto* const row =

@@ -67,6 +67,13 @@ public:
     virtual void Reserved3();
     virtual int LoadFlightPlan(const QString& path);
 
+    /// Whether the connection still stands, between two jobs: kTimeout when it doesn't. Costs no
+    /// time unless there is a reason for doubt.
+    virtual int checkLink();
+    /// Whether the other end has answered the last write. An unanswered one may have gone nowhere,
+    /// and so isn't called a success.
+    virtual bool writeAnswered() const;
+
     /// 0 until a connect learned it.
     aviation::FsId fsVersion() const { return m_fsVersion; }
     bool connected() const { return m_connected; }

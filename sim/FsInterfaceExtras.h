@@ -3,6 +3,7 @@
 #include "aviation/Position.h"
 
 #include <QByteArray>
+#include <QHostAddress>
 #include <QString>
 
 #include <cstdint>
@@ -12,6 +13,13 @@
 /// Operations outside the common table. An interface object that has them derives from these
 /// besides FsInterfaceBase, and ConnectWorker asks for them after a look at the interface
 /// identifier. Same thread, same result codes.
+
+/// The addresses of a connection to a bridge server, null ones without it.
+struct BridgeEnds
+{
+    QHostAddress own;
+    QHostAddress server;
+};
 
 /// What only a bridge client does.
 class BridgeOperations
@@ -29,6 +37,7 @@ public:
     /// Tells the server this computer's address; it answers with the UDP port, a decimal text, to
     /// which it will push aircraft data.
     virtual int announceAddress(const QString& address, QString& port) = 0;
+    virtual BridgeEnds ends() const { return {}; }
 };
 
 /// A box of air, altitudes in feet.

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 using Outcome = BridgeSocket::Outcome;
 
@@ -21,6 +22,9 @@ namespace {
 
 /// A reply of this size to a write isn't one.
 constexpr int kOutsizedReply = 65535;
+/// So many plain writes in a row without a reply, and the next ones are hardly waited for.
+constexpr int kMostSilentWrites = 2;
+constexpr const char* kAircraftRequest = "Request Aircraft data";
 /// Seconds of the year 9999's end, the last that a calendar here goes to.
 constexpr qint64 kLastSecond = 253402300799;
 
@@ -64,6 +68,10 @@ int FsInterfaceTcpClient::Connect()
     }
     m_connected = false;
     m_silentReplies = 0;
+    m_silentWrites = 0;
+    m_unheardMs = 0;
+    m_writeAnswered = true;
+    m_silentWritesLogged = false;
     qDebug() << "Connect to Server IP:" << m_address << " Port:" << m_port;
     if (m_port < 1 || m_port > std::numeric_limits<std::uint16_t>::max()) {
         log(QStringLiteral("(Client) - The port %1 doesn't exist. Please check the port settings.")
@@ -200,6 +208,7 @@ int FsInterfaceTcpClient::request(std::uint8_t id, const QByteArray& text, QByte
         return replyFault(reply);
     }
     m_silentReplies = 0;
+    m_unheardMs = 0;
     if (reply.message.id != id) {
         return simresult::kWrongMessage;
     }
@@ -216,11 +225,12 @@ int FsInterfaceTcpClient::checkedWrite(std::uint8_t id, const QByteArray& data)
     if (m_socket.send(bridgecommand::kWrite, id, data) == 0) {
         return simresult::kTimeout;
     }
-    if (m_socket.ReadReply().outcome == Outcome::Nothing) {
+    m_writeAnswered = m_socket.ReadReply().outcome != Outcome::Nothing;
+    if (!m_writeAnswered) {
         countSilence();
         return simresult::kTimeout;
     }
-    m_silentReplies = 0;
+    heardWrite();
     return simresult::kNone;
 }
 
@@ -229,13 +239,74 @@ int FsInterfaceTcpClient::plainWrite(std::uint8_t id, const QByteArray& data)
     if (m_socket.send(bridgecommand::kWrite, id, data) == 0) {
         return simresult::kTimeout;
     }
-    return m_socket.ReadReply().length >= kOutsizedReply ? simresult::kTimeout : simresult::kNone;
+    if (m_socket.droppedLateReply()) {
+        heardWrite();
+    }
+    const int limit =
+        m_silentWrites < kMostSilentWrites ? m_timeouts.reply : m_timeouts.unheardWrite;
+    const BridgeSocket::Reply reply = m_socket.ReadReply(limit);
+    noteWrite(reply.outcome != Outcome::Nothing, limit);
+    if (!m_writeAnswered && !m_socket.isOpen() && !m_socket.stopped()) {
+        m_socket.say(QStringLiteral("The server closed the connection."));
+        return simresult::kTimeout;
+    }
+    return reply.length >= kOutsizedReply ? simresult::kTimeout : simresult::kNone;
+}
+
+void FsInterfaceTcpClient::noteWrite(bool answered, int waitedMs)
+{
+    if (answered) {
+        heardWrite();
+        return;
+    }
+    m_writeAnswered = false;
+    m_unheardMs += waitedMs;
+    if (++m_silentWrites >= kMostSilentWrites && !std::exchange(m_silentWritesLogged, true)) {
+        log(QStringLiteral("(Client) - The server doesn't answer what is written to it. It isn't "
+                           "waited for any more, and the weather may not reach the simulator. "
+                           "Please check the server, or start it again."),
+            loglevel::kWarning);
+    }
+}
+
+/// Answered requests deliberately don't lead here: a server that swallows writes answers them, and
+/// each write would be waited for in full again.
+void FsInterfaceTcpClient::heardWrite()
+{
+    m_writeAnswered = true;
+    m_silentReplies = 0;
+    m_silentWrites = 0;
+    m_unheardMs = 0;
+}
+
+/// Silence after a plain write says nothing. If it lasts, a question shows whether the server is
+/// gone or only swallows writes.
+int FsInterfaceTcpClient::checkLink()
+{
+    if (!m_connected || m_socket.stopped()) {
+        return simresult::kNone;
+    }
+    if (!m_socket.stillStands()) {
+        m_socket.say(QStringLiteral("The server closed the connection."));
+        return simresult::kTimeout;
+    }
+    if (m_unheardMs >= m_timeouts.reply) {
+        QByteArray answer;
+        request(bridgemessage::kAircraftData, kAircraftRequest, answer);
+        return m_unheardMs == 0 ? simresult::kNone : simresult::kTimeout;
+    }
+    return simresult::kNone;
+}
+
+BridgeEnds FsInterfaceTcpClient::ends() const
+{
+    return {m_socket.ownAddress(), m_socket.serverAddress()};
 }
 
 int FsInterfaceTcpClient::GetAircraftData(aviation::structs::AircraftData& data)
 {
     QByteArray answer;
-    const int result = request(bridgemessage::kAircraftData, "Request Aircraft data", answer);
+    const int result = request(bridgemessage::kAircraftData, kAircraftRequest, answer);
     if (result == simresult::kNone) {
         QString fault;
         data = bridgetext::aircraftFromText(answer, &fault);
@@ -442,11 +513,12 @@ int FsInterfaceTcpClient::SendWeatherFile(const std::string& path)
 int FsInterfaceTcpClient::readFileReply()
 {
     const BridgeSocket::Reply reply = m_socket.ReadReply();
-    if (reply.outcome == Outcome::Nothing) {
+    m_writeAnswered = reply.outcome != Outcome::Nothing;
+    if (!m_writeAnswered) {
         countSilence();
         return simresult::kTimeout;
     }
-    m_silentReplies = 0;
+    heardWrite();
     if (reply.message.command == bridgecommand::kRefuse
         && reply.message.id == bridgemessage::kWeatherFile)
     {

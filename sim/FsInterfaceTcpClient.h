@@ -12,7 +12,8 @@ inline constexpr int kWeatherTextWx = 13;
 
 /// The client of a bridge server: X-Plane's plug-in, or a bridge on the simulator's computer. A
 /// server that leaves two checked messages in a row without a reply has its connection ended, so
-/// that a long series of them fails at once.
+/// that a long series of them fails at once. One that swallows the other writes doesn't hold up
+/// what comes after them.
 class FsInterfaceTcpClient final : public FsInterfaceBase, public BridgeOperations
 {
     Q_OBJECT
@@ -51,6 +52,10 @@ public:
     int SendWeatherFile(const std::string& path) override;
     int requestServerConfig(QByteArray& contents) override;
     int announceAddress(const QString& address, QString& port) override;
+    BridgeEnds ends() const override;
+
+    int checkLink() override;
+    bool writeAnswered() const override { return m_writeAnswered; }
 
 private:
     int greet();
@@ -61,11 +66,13 @@ private:
     int readFileReply();
     /// Fails without a reply.
     int checkedWrite(std::uint8_t id, const QByteArray& data);
-    /// Takes silence for success.
+    /// Takes silence for success, and after two silent ones in a row waits for a moment only.
     int plainWrite(std::uint8_t id, const QByteArray& data);
     /// The code for a reply that can't be used, after a line in the log.
     int replyFault(const BridgeSocket::Reply& reply);
     void countSilence();
+    void noteWrite(bool answered, int waitedMs);
+    void heardWrite();
     void logParseFault(const QString& fault);
     void log(const QString& text, int level);
 
@@ -75,7 +82,11 @@ private:
     BridgeTimeouts m_timeouts;
     BridgeSocket m_socket;
     int m_silentReplies = 0; ///< checked messages in a row without a reply
-    QString m_parseFault;    ///< of the last data, so that a fault of every poll is said once
+    int m_silentWrites = 0;  ///< plain writes in a row without a reply; requests don't count
+    int m_unheardMs = 0;     ///< waited for plain writes since the server was last heard
+    bool m_writeAnswered = true;
+    bool m_silentWritesLogged = false;
+    QString m_parseFault; ///< of the last data, so that a fault of every poll is said once
     QString m_fsName;
     int m_interfaceId = aviation::interfaceid::kBridge;
     QString m_interfaceName;

@@ -257,7 +257,7 @@ TEST_F(ConnectWorkerTest, SetsObservationsOneByOne)
     EXPECT_EQ(logged(), "3 (ConnectWorker) - Set Weather failed. Weather data is empty");
     worker->setMetars(
         {QStringLiteral("AAAA 1"), QStringLiteral("BBBB <2>"), QStringLiteral("CCCC 3")});
-    simulator.setResults(QStringLiteral("SetWeatherText"), {0, 13, 0});
+    simulator.setResults(QStringLiteral("SetWeatherText"), {0, 8, 0});
     EXPECT_EQ(run(connectjob::kSetWeather), 0) << "the last call decides";
     EXPECT_EQ(calls(), "SetCustomWeatherMode,SetWeatherText AAAA 1,SetWeatherText BBBB <2>,"
                        "SetWeatherText CCCC 3");
@@ -269,6 +269,52 @@ TEST_F(ConnectWorkerTest, SetsObservationsOneByOne)
               "Set Weather success");
     EXPECT_EQ(clock.sleptMs(), 300);
     EXPECT_EQ(run(connectjob::kSetWeather), simresult::kNoWeather) << "set weather is used up";
+}
+
+TEST_F(ConnectWorkerTest, UnansweredWeatherIsNotClaimed)
+{
+    connectWorker();
+    simulator.answer([](FakeSimulator::Answers& a) { a.writeAnswered = false; });
+    worker->setMetars({QStringLiteral("AAAA 1"), QStringLiteral("BBBB 2")});
+    EXPECT_EQ(run(connectjob::kSetWeather), 0);
+    EXPECT_EQ(run(Job(15, XPlaneWeather(), QString())), 0);
+    EXPECT_EQ(run(Job(22, QString(), QByteArray(7, 'x'))), 0);
+    EXPECT_EQ(logged(), "") << "nobody has said that it is set";
+    EXPECT_EQ(progress.back(), QString()) << "nor is it shown";
+    EXPECT_FALSE(worker->weatherAnswered());
+    EXPECT_EQ(simulator.calls(QStringLiteral("SetWeatherText")).size(), 2)
+        << "it is sent all the same";
+
+    simulator.answer([](FakeSimulator::Answers& a) { a.writeAnswered = true; });
+    EXPECT_EQ(run(Job(15, XPlaneWeather(), QString())), 0);
+    EXPECT_EQ(logged(), "1 (ConnectWorker) - Set Weather ");
+    EXPECT_TRUE(worker->weatherAnswered());
+}
+
+TEST_F(ConnectWorkerTest, ALostLinkEndsTheRunOfStations)
+{
+    connectWorker();
+    const std::vector<QString> metars(3, QStringLiteral("AAAA 1"));
+    simulator.setResults(QStringLiteral("SetWeatherText"), {0, simresult::kTimeout});
+    worker->setMetars(metars);
+    EXPECT_EQ(run(connectjob::kSetWeather), simresult::kTimeout);
+    EXPECT_EQ(simulator.calls(QStringLiteral("SetWeatherText")).size(), 2);
+    EXPECT_EQ(progress.back(), QString()) << "no success";
+
+    connectWorker();
+    simulator.setResults(QStringLiteral("SetWeatherRecord"), {simresult::kTimeout});
+    worker->setWeatherRecords(std::vector<NewWeather>(3));
+    EXPECT_EQ(run(connectjob::kSetWeather), simresult::kTimeout);
+    EXPECT_EQ(simulator.calls(QStringLiteral("SetWeatherRecord")).size(), 1);
+
+    // A write without a reply is a success; whether the other end is gone shows the look at it.
+    connectWorker();
+    simulator.setResults(QStringLiteral("SetWeatherText"), {0});
+    simulator.setResults(QStringLiteral("CheckLink"), {0, simresult::kTimeout});
+    simulator.answer([](FakeSimulator::Answers& a) { a.writeAnswered = false; });
+    worker->setMetars(metars);
+    EXPECT_EQ(run(connectjob::kSetWeather), simresult::kTimeout);
+    EXPECT_EQ(simulator.calls(QStringLiteral("SetWeatherText")).size(), 2);
 }
 
 TEST_F(ConnectWorkerTest, SetsOneTextForXPlane)

@@ -207,6 +207,64 @@ TEST_F(FsInterfaceTcpClientTest, SilenceFailsOnlyCheckedWrites)
     EXPECT_EQ(client->ClearWeather(), 0);
 }
 
+TEST_F(FsInterfaceTcpClientTest, ASwallowedWriteHoldsUpNothingAfterTwo)
+{
+    constexpr int kReplyMs = 400;
+    const auto answersRequests = [](const QByteArray& frame) {
+        return frame.startsWith("@0006;") ? Answer{answer(2, kAircraft)} : Answer();
+    };
+    serveConnected(answersRequests, {2000, 2000, kReplyMs, 150, 0, 10});
+    const auto timeOf = [this](int writes) {
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < writes; ++i) {
+            aviation::structs::AircraftData data;
+            EXPECT_EQ(client->SetWindAtAircraft({}), 0);
+            EXPECT_FALSE(client->writeAnswered());
+            EXPECT_EQ(client->GetAircraftData(data), 0) << "requests are answered all the time";
+        }
+        return timer.elapsed();
+    };
+    EXPECT_GE(timeOf(2), 2 * kReplyMs);
+    EXPECT_LT(timeOf(6), 2 * kReplyMs);
+    EXPECT_EQ(log.filter(QStringLiteral("doesn't answer what is written")).size(), 1)
+        << "said once";
+
+    server->setScript([](const QByteArray&) { return Answer{answer(2, kAircraft)}; });
+    EXPECT_EQ(client->ActivateWeather(), 0);
+    EXPECT_TRUE(client->writeAnswered());
+    server->setScript(answersRequests);
+    EXPECT_GE(timeOf(1), kReplyMs) << "the next silence is waited out again";
+}
+
+TEST_F(FsInterfaceTcpClientTest, TheLinkIsSeenToEndBetweenTheJobs)
+{
+    serveConnected([](const QByteArray& frame) {
+        return Answer{answer(2, kAircraft), 0, frame.contains("bye")};
+    });
+    EXPECT_EQ(client->checkLink(), 0);
+    EXPECT_EQ(client->SendText("bye", 5), 0);
+    QElapsedTimer timer;
+    timer.start();
+    int link = 0;
+    while (link == 0 && timer.elapsed() < 5000) {
+        link = client->checkLink();
+    }
+    EXPECT_EQ(link, simresult::kTimeout);
+    EXPECT_TRUE(said("The server closed the connection."));
+
+    serveConnected([](const QByteArray&) { return Answer(); });
+    EXPECT_EQ(client->checkLink(), 0) << "nobody has asked anything yet";
+    EXPECT_EQ(client->SendText("quiet", 5), 0);
+    EXPECT_EQ(client->checkLink(), simresult::kTimeout) << "a question shows that it is gone";
+
+    serveConnected([](const QByteArray& frame) {
+        return frame.startsWith("@0006;") ? Answer{answer(2, kAircraft)} : Answer();
+    });
+    EXPECT_EQ(client->SendText("quiet", 5), 0);
+    EXPECT_EQ(client->checkLink(), 0) << "only its writes are lost";
+}
+
 TEST_F(FsInterfaceTcpClientTest, LateReplyIsNotTakenForTheNext)
 {
     // The first message stays unanswered, and its reply comes before that of the second.

@@ -35,6 +35,8 @@ public:
         QString udpPort = QStringLiteral("0");
         std::vector<std::uint8_t> clouds;
         XPlaneWeather xplaneWeather; ///< set last
+        bool writeAnswered = true;
+        BridgeEnds ends;
     };
 
     void answer(const std::function<void(Answers&)>& change)
@@ -239,6 +241,9 @@ public:
     {
         return give(call("AnnounceAddress", address), port, m_simulator.answers().udpPort);
     }
+    BridgeEnds ends() const override { return m_simulator.answers().ends; }
+    int checkLink() override { return call("CheckLink"); }
+    bool writeAnswered() const override { return m_simulator.answers().writeAnswered; }
     int setCustomWeatherMode() override { return call("SetCustomWeatherMode"); }
     int GetCloudState(const CloudArea& area, std::vector<std::uint8_t>& map) override
     {
