@@ -15,6 +15,14 @@ constexpr qlonglong kMostOfBar = std::numeric_limits<int>::max();
 /// What the bar shows most of the time, at its longest.
 constexpr const char* kUsualText = "  Weather update in 3600s/100NM  ";
 
+/// A red that is readable on the ground of the palette.
+QColor alarmColour(const QPalette& palette)
+{
+    const bool dark = palette.color(QPalette::Window).lightness()
+                      < palette.color(QPalette::WindowText).lightness();
+    return dark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb0, 0x00, 0x20);
+}
+
 /// Shortens its text to its width with dots; the tool tip has all of it.
 class ShortenedLabel : public QLabel
 {
@@ -61,8 +69,27 @@ ProgressBar::ProgressBar(QWidget* parent)
 
 void ProgressBar::setStatusText(const QString& text)
 {
+    m_statusText = text;
+    showStatus();
+}
+
+void ProgressBar::setAlarm(const QString& text)
+{
+    m_alarm = text;
+    showStatus();
+}
+
+void ProgressBar::showStatus()
+{
+    const bool alarmed = !m_alarm.isEmpty();
+    const QString& text = alarmed ? m_alarm : m_statusText;
     m_status->setText(text);
     m_status->setToolTip(text.toHtmlEscaped());
+    QPalette colours; // an empty one takes all from the parent
+    if (alarmed) {
+        colours.setColor(QPalette::WindowText, alarmColour(palette()));
+    }
+    m_status->setPalette(colours);
 }
 
 void ProgressBar::setVersionText(const QString& text)
@@ -105,6 +132,8 @@ void ProgressBar::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::LanguageChange) {
         retranslateUi();
+    } else if (event->type() == QEvent::PaletteChange) {
+        showStatus();
     }
 }
 

@@ -79,6 +79,8 @@ public:
     /// A line for log file and debug dock. `item` is rich text: parts from outside are escaped.
     virtual void OnOutputDebugstring(QString item, int level) = 0;
     virtual void OnStatusbarStatus(QString text) = 0;
+    /// A text that stands in the status bar in red, whatever else is put there, until it is empty.
+    virtual void showStatusAlarm(const QString& text) = 0;
     /// A line in the bar at the top of the window, in the user's language; it stands until the
     /// pilot closes it or the matter is settled.
     virtual void showNotice(Notice about, const QString& text) = 0;

@@ -123,6 +123,11 @@ void BackendBase::OnStatusbarStatus(QString text)
     m_progress->setStatusText(text);
 }
 
+void BackendBase::showStatusAlarm(const QString& text)
+{
+    m_progress->setAlarm(text);
+}
+
 void BackendBase::showNotice(Notice about, const QString& text)
 {
     m_notices->showNotice(about, text);

@@ -29,6 +29,7 @@ public:
 
     void setConnectText(QString text, bool connected) override;
     void OnStatusbarStatus(QString text) override;
+    void showStatusAlarm(const QString& text) override;
     void showNotice(Notice about, const QString& text) override;
     void clearNotice(Notice about) override;
     void OnProgressBar(qlonglong value, qlonglong total, QString text) override;

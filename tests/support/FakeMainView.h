@@ -65,9 +65,10 @@ public:
     void setConnectText(QString text, bool /*connected*/) override { connectText = text; }
     void OnOutputDebugstring(QString item, int level) override { log.push_back({item, level}); }
     void OnStatusbarStatus(QString text) override { status << text; }
+    void showStatusAlarm(const QString& text) override { statusAlarm = text; }
     void showNotice(Notice about, const QString& text) override { notices[about] = text; }
     void clearNotice(Notice about) override { notices.erase(about); }
-    void OnProgressBar(qlonglong, qlonglong, QString) override {}
+    void OnProgressBar(qlonglong, qlonglong, QString text) override { progressText = text; }
     void setupLanguage() override {}
     WeatherPage& pageWeather() override { return weatherPage; }
     DataPage& pageData() override { return dataPage; }
@@ -108,6 +109,8 @@ public:
     FakeDataPage dataPage;
     QString connectText;
     QVector<Line> log;
+    QString statusAlarm;
+    QString progressText;
     QStringList status;
     std::map<Notice, QString> notices; ///< those that stand
     aviation::structs::AircraftData aircraft;
