@@ -63,7 +63,8 @@ Controller::Controller(const ControllerParts& parts, QObject* parent)
     const DownloadContext context{&m_settings, parts.network, &m_dialogs, &m_stop, parts.limits};
     makeWorkers(parts, context);
     makeDownloads(parts, context);
-    makeJobParts(parts.settleMs);
+    makeStream(parts.link.stream);
+    makeJobParts(parts);
     makeTimers();
     if (workingfolders::create(m_settings, m_reporting.log)) {
         workingfolders::sweepTemporary(m_settings, m_reporting.log);
@@ -163,16 +164,23 @@ void Controller::makeDownloads(const ControllerParts& parts, const DownloadConte
         std::make_unique<UpdateCheck>(m_settings, context, parts.processes, m_reporting);
     connect(m_updateCheck.get(), &UpdateCheck::sigCloseProgram, this,
             [this] { m_view.closeProgram(); });
-    m_datagrams = std::make_unique<AircraftDatagrams>(m_settings, m_stop, m_reporting.log);
-    connect(m_datagrams.get(), &AircraftDatagrams::sigAircraft, this, &Controller::takeDatagram);
 }
 
-void Controller::makeJobParts(int settleMs)
+void Controller::makeStream(const StreamTimes& times)
+{
+    m_datagrams = std::make_unique<AircraftDatagrams>(m_settings, m_stop, m_reporting.log, times);
+    connect(m_datagrams.get(), &AircraftDatagrams::sigAircraft, this, &Controller::takeDatagram);
+    connect(m_datagrams.get(), &AircraftDatagrams::sigSilent, this, &Controller::streamFellSilent);
+    connect(m_datagrams.get(), &AircraftDatagrams::sigStreaming, this,
+            [this] { m_view.clearNotice(Notice::Connection); });
+}
+
+void Controller::makeJobParts(const ControllerParts& parts)
 {
     m_connectJobLog = std::make_unique<ConnectJobLog>(m_reporting.log);
     m_link = std::make_unique<SimulatorLink>(
-        SimulatorLink::Parts{m_settings, *m_connectWorker, m_dialogs, m_stop, m_reporting.log,
-                             m_posts.toSimulator},
+        SimulatorLink::Parts{m_settings, *m_connectWorker, m_view, m_dialogs, m_stop,
+                             m_reporting.log, m_posts.toSimulator, parts.link.watch},
         this);
     connect(m_link.get(), &SimulatorLink::sigConnected, this, &Controller::connected);
     connect(m_link.get(), &SimulatorLink::sigDisconnecting, m_datagrams.get(),
@@ -181,7 +189,7 @@ void Controller::makeJobParts(int settleMs)
     connect(m_link.get(), &SimulatorLink::sigLost, this, &Controller::showDisconnected);
     m_preparedWeather = std::make_unique<PreparedWeather>(PreparedWeather::Parts{
         m_settings, m_view, *m_weatherWorker, *m_connectWorker, m_stop, m_reporting.log,
-        m_posts.toSimulator, [this] { return m_directWind->sends(); }, settleMs});
+        m_posts.toSimulator, [this] { return m_directWind->sends(); }, parts.settleMs});
     connect(m_preparedWeather.get(), &PreparedWeather::sigFilesSet, this,
             &Controller::DownloadXPlaneGlobalWind);
     connect(m_preparedWeather.get(), &PreparedWeather::sigWeatherSet, &m_timerWeather,

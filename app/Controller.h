@@ -127,7 +127,8 @@ Q_SIGNALS:
 private:
     void makeWorkers(const ControllerParts& parts, const DownloadContext& context);
     void makeDownloads(const ControllerParts& parts, const DownloadContext& context);
-    void makeJobParts(int settleMs);
+    void makeJobParts(const ControllerParts& parts);
+    void makeStream(const StreamTimes& times);
     void makeTimers();
     Reporting makeReporting();
     JobPosts makePosts();
@@ -158,6 +159,8 @@ private:
     void connected();
     void showConnection();
     void showDisconnected();
+    QString streamAddress() const;
+    void streamFellSilent();
     void takeDatagram(const aviation::structs::AircraftData& aircraft, bool isAnswer);
     void aircraftDataFinished();
     void stationCreated(const QString& text, int error);

@@ -12,6 +12,7 @@
 #include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
+#include "sim/OwnAddress.h"
 #include "sim/SimResult.h"
 #include "weather/output/WeatherWrapper.h"
 
@@ -58,6 +59,7 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
     case connectjob::kSetXPlaneWeather:
     case connectjob::kSetXPlane12Weather:
     case connectjob::kSetXPlaneFiles:
+        m_link->takeWeatherSet(error);
         m_timerWeather.start();
         break;
     case connectjob::kSetTurbulence:
@@ -87,7 +89,7 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
         break;
     case connectjob::kAnnounceAddress:
         if (error == simresult::kNone) {
-            m_datagrams->bind(jobName);
+            m_datagrams->bind(streamAddress(), jobName);
         }
         break;
     default:
@@ -118,7 +120,12 @@ void Controller::handleRecordJob(int jobId)
 
 void Controller::connected()
 {
+    constexpr int kMsPerSecond = 1000;
     m_connectJobLog->forgetAll();
+    if (m_link->isAfterLoss() && m_counters.msSinceUpdate != cycle::kNever) {
+        // Due at the next tick: a simulator that was started again has no weather.
+        m_counters.msSinceUpdate = (m_settings.updateTime() + 1) * kMsPerSecond;
+    }
     m_directWind->connected();
     m_aircraftDataValid = false; // what is known of the aircraft is of the last connection
     const aviation::FsId fsId = m_connectWorker->fsVersion();
@@ -135,7 +142,7 @@ void Controller::connected()
     m_view.pageData().setDwcState(obstacle != nullptr ? tr(obstacle) : QString(),
                                   obstacle == nullptr);
     if (m_settings.interfaceType() == aviation::interfaceid::kBridge) {
-        m_posts.toSimulator(Job(connectjob::kAnnounceAddress, m_settings.myIp()));
+        m_posts.toSimulator(Job(connectjob::kAnnounceAddress, streamAddress()));
     }
     if (m_settings.clearWxOnConnect()) {
         OnClearWX();
@@ -152,6 +159,26 @@ void Controller::showDisconnected()
     m_view.pageData().clearData();
     m_view.setSetWxAction(false, tr("Set WX"), QString());
     m_datagrams->close();
+    // Nothing of the last flight is taken for one of the next simulator.
+    m_aircraftDataValid = false;
+    m_aircraftTitle.clear();
+    m_view.SetAircraftName(QString(), QString(), false);
+    Q_EMIT sigProgress(0, 0, QString());
+}
+
+/// The own address for the bridge's stream, valid while connected.
+QString Controller::streamAddress() const
+{
+    const BridgeEnds ends = m_connectWorker->bridgeEnds();
+    return ownaddress::toAnnounce(m_settings.myIp(), ends.own, ends.server);
+}
+
+void Controller::streamFellSilent()
+{
+    m_view.showNotice(Notice::Connection,
+                      tr("No aircraft data come from the bridge by themselves, so they are asked "
+                         "for. Check \"Own IP address\" in the settings under Interface."));
+    OnTimerOneSecond();
 }
 
 void Controller::showConnection()
@@ -180,7 +207,7 @@ void Controller::takeDatagram(const aviation::structs::AircraftData& aircraft, b
 void Controller::aircraftDataFinished()
 {
     m_aircraftDataValid = true;
-    if (!m_datagrams->isBound()) {
+    if (!m_datagrams->isStreaming()) { // else the datagram is newer than the answer
         m_aircraftData = m_connectWorker->aircraftData();
     }
     m_view.SetAircraftData(m_aircraftData);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/DownloadManager.h"
+#include "sim/AircraftDatagrams.h"
 
 class FsInterfaceFactory;
 class MainView;
@@ -11,6 +12,13 @@ class UserDialogs;
 namespace aviation {
 class RandomSource;
 }
+
+/// When the controller looks after its connection to the simulator, milliseconds.
+struct LinkTimes
+{
+    int watch = 2000; ///< without a job, between two looks whether the connection stands
+    StreamTimes stream;
+};
 
 /// Everything that the controller is given. All of it outlives the controller.
 struct ControllerParts
@@ -25,4 +33,5 @@ struct ControllerParts
     DownloadLimits limits;
     /// How long written weather rests before the simulator is asked to load it.
     int settleMs = 1000;
+    LinkTimes link = {};
 };

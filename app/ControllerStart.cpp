@@ -5,6 +5,7 @@
 #include "app/base/Settings.h"
 #include "app/base/SettingsValues.h"
 #include "app/download/WeatherDownload.h"
+#include "app/jobs/SimulatorLink.h"
 #include "weather/output/WeatherWrapper.h"
 
 namespace {
@@ -40,7 +41,7 @@ void Controller::OnStart()
     }
     // The user may have connected, or closed the window, while an outside server was asked.
     if (m_settings.autoConnect() && !IsConnected() && !m_stop.raised()) {
-        OnConnectClicked();
+        m_link->connectAtStart();
     }
 }
 

@@ -26,7 +26,7 @@ void Controller::OnTimerOneSecond()
     if (interval != m_timerOneSecond.interval()) {
         m_timerOneSecond.setInterval(interval);
     }
-    if (!m_datagrams->isBound() && m_connectWorker->queuedJobs() < cycle::kMostWaitingJobs) {
+    if (m_connectWorker->queuedJobs() < cycle::kMostWaitingJobs && m_datagrams->takePollTurn()) {
         m_posts.toSimulator(Job(connectjob::kAircraftData, QStringLiteral("Aircraft data")));
     }
     m_view.pageData().setJobsInfo(tr("Jobs: %1").arg(m_connectWorker->queuedJobs()));

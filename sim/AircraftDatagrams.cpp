@@ -4,9 +4,12 @@
 #include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "app/base/StopFlag.h"
+#include "aviation/support/Clock.h"
 #include "sim/BridgeDatagram.h"
+#include "sim/OwnAddress.h"
 
 #include <QHostInfo>
+#include <QNetworkInterface>
 #include <QTimer>
 #include <QUdpSocket>
 
@@ -14,19 +17,23 @@
 #include <utility>
 
 AircraftDatagrams::AircraftDatagrams(const Settings& settings, const StopFlag& stop,
-                                     LogFunction log, QObject* parent)
+                                     LogFunction log, StreamTimes times, QObject* parent)
     : QObject(parent)
     , m_settings(settings)
     , m_stop(stop)
     , m_log(std::move(log))
-{}
+    , m_times(times)
+{
+    m_silence.setSingleShot(true);
+    m_silence.setInterval(m_times.silence);
+    connect(&m_silence, &QTimer::timeout, this, &AircraftDatagrams::noteSilence);
+}
 
 AircraftDatagrams::~AircraftDatagrams() = default;
 
-void AircraftDatagrams::bind(const QString& portText)
+void AircraftDatagrams::bind(const QString& ownAddress, const QString& portText)
 {
-    const QString myIp = m_settings.myIp();
-    if (myIp.isEmpty()) {
+    if (ownAddress.isEmpty()) {
         m_log(QStringLiteral("(Controller) - UDP bind failed: IP not selected"), loglevel::kError);
         return;
     }
@@ -37,15 +44,18 @@ void AircraftDatagrams::bind(const QString& portText)
         return;
     }
     const std::uint16_t port = portFromText(portText);
-    const QHostAddress address(myIp);
+    const QHostAddress address(ownAddress);
     m_socket = std::make_unique<QUdpSocket>();
     connect(m_socket.get(), &QUdpSocket::readyRead, this, &AircraftDatagrams::readOne);
     m_bound = port != 0 && !address.isNull() && m_socket->bind(address, port);
     const QString line = m_bound ? QStringLiteral("(Controller) - UDP bind IP:%1 Port:%2 ")
                                  : QStringLiteral("(Controller) - UDP bind failed IP:%1 Port:%2 ");
-    m_log(line.arg(outsidetext::forLog(myIp), outsidetext::forLog(portText)),
+    m_log(line.arg(outsidetext::forLog(ownAddress), outsidetext::forLog(portText)),
           m_bound ? loglevel::kNotification : loglevel::kError);
     if (m_bound) {
+        m_ends = outsidetext::forLog(ownAddress + QLatin1Char(':') + portText);
+        m_silenceLogged = false;
+        m_silence.start();
         findSenders();
     } else {
         close();
@@ -55,11 +65,42 @@ void AircraftDatagrams::bind(const QString& portText)
 void AircraftDatagrams::close()
 {
     m_bound = false;
+    m_streaming = false;
+    m_silence.stop();
     if (m_socket) {
         m_socket->disconnect(this);
         m_socket->close();
         m_socket.release()->deleteLater(); // it may be its signal that led here
     }
+}
+
+bool AircraftDatagrams::takePollTurn()
+{
+    const std::int64_t now = aviation::Clock::current().MonotonicMs();
+    if (m_streaming && now - m_lastPollMs < m_times.slowPoll) {
+        return false;
+    }
+    m_lastPollMs = now;
+    return true;
+}
+
+void AircraftDatagrams::noteDatagram()
+{
+    m_silence.start();
+    if (!std::exchange(m_streaming, true)) {
+        Q_EMIT sigStreaming();
+    }
+}
+
+void AircraftDatagrams::noteSilence()
+{
+    m_streaming = false;
+    logOnce(m_silenceLogged,
+            QStringLiteral("(Controller) - No aircraft data come by UDP to %1, so they are asked "
+                           "for. Check \"Own IP address\" in the settings under Interface, and "
+                           "whether a firewall lets them through.")
+                .arg(m_ends));
+    Q_EMIT sigSilent();
 }
 
 /// Until the server's name is resolved its datagrams can't be singled out and are dropped.
@@ -72,15 +113,25 @@ void AircraftDatagrams::findSenders()
     const QHostAddress address(server);
     m_sendersKnown = !address.isNull();
     if (m_sendersKnown) {
-        m_senders = {address};
+        setSenders({address});
         return;
     }
     QHostInfo::lookupHost(server, this, [this, server](const QHostInfo& info) {
         if (server == m_settings.serverIp()) {
-            m_senders = info.addresses().toVector();
+            setSenders(info.addresses());
             m_sendersKnown = true;
         }
     });
+}
+
+/// Which of its addresses a server on this computer sends from depends on the way to the own
+/// address.
+void AircraftDatagrams::setSenders(const QList<QHostAddress>& server)
+{
+    m_senders = server;
+    if (std::any_of(server.begin(), server.end(), ownaddress::isOwn)) {
+        m_senders += QNetworkInterface::allAddresses();
+    }
 }
 
 bool AircraftDatagrams::isSender(const QHostAddress& sender) const
@@ -134,6 +185,7 @@ void AircraftDatagrams::take(const QByteArray& bytes)
         logOnce(m_badLogged,
                 QStringLiteral("(Controller) - ") + outsidetext::forLog(datagram.fault.trimmed()));
     }
+    noteDatagram();
     Q_EMIT sigAircraft(datagram.aircraft, datagram.isAircraftAnswer());
 }
 

@@ -1,6 +1,7 @@
 #include "app/jobs/SimulatorLink.h"
 
 #include "app/base/LogLevel.h"
+#include "app/base/MainView.h"
 #include "app/base/OutsideText.h"
 #include "app/base/Settings.h"
 #include "app/base/SlicedSleep.h"
@@ -20,27 +21,58 @@ SimulatorLink::SimulatorLink(Parts parts, QObject* parent)
 {
     m_timerReconnect.setObjectName(QStringLiteral("timerReconnect"));
     m_timerReconnect.setSingleShot(true);
-    connect(&m_timerReconnect, &QTimer::timeout, this,
-            [this] { m_parts.postJob(Job(connectjob::kConnect, QStringLiteral("Connect"))); });
+    connect(&m_timerReconnect, &QTimer::timeout, this, &SimulatorLink::tryAgain);
+    m_timerWatch.setObjectName(QStringLiteral("timerWatch"));
+    m_timerWatch.setInterval(m_parts.watchMs);
+    connect(&m_timerWatch, &QTimer::timeout, this, &SimulatorLink::watch);
+    // Each job notices by itself that the connection has ended.
+    connect(
+        &m_parts.worker, &ConnectWorker::sigJobFinish, this,
+        [this] {
+            if (m_linked) {
+                m_timerWatch.start();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void SimulatorLink::switchByUser()
 {
     endReconnecting();
-    switchConnection();
+    clearFaults();
+    m_byUser = m_connecting || !m_parts.worker.IsConnected();
+    if (!m_connecting) {
+        switchConnection();
+    } else if (!m_parts.worker.IsConnected()) {
+        waitForWorker(); // the attempt that is under way is the user's now
+    }                    // else it has worked, which the window couldn't say yet
+}
+
+void SimulatorLink::connectAtStart()
+{
+    if (!m_parts.worker.IsConnected()) {
+        switchConnection();
+    }
 }
 
 void SimulatorLink::switchConnection()
 {
     if (m_parts.worker.IsConnected()) {
         m_linked = false;
+        m_timerWatch.stop();
         m_parts.postJob(Job(connectjob::kDisconnect, QStringLiteral("Disconnect")));
         Q_EMIT sigDisconnecting();
     } else {
-        m_parts.postJob(Job(connectjob::kConnect, QStringLiteral("Connect")));
+        postConnect();
     }
     waitForWorker();
     Q_EMIT sigSwitched();
+}
+
+void SimulatorLink::postConnect()
+{
+    m_connecting = true;
+    m_parts.postJob(Job(connectjob::kConnect, QStringLiteral("Connect")));
 }
 
 /// A job posted while the thread was on its way out is started here, since the event loop that
@@ -61,19 +93,68 @@ void SimulatorLink::waitForWorker()
 
 void SimulatorLink::takeConnectResult(int error)
 {
+    m_connecting = false;
+    const bool byUser = std::exchange(m_byUser, false);
     if (m_parts.worker.IsConnected()) {
-        m_linked = true;
-        endReconnecting();
-        Q_EMIT sigConnected();
-    } else if (error == simresult::kWrongApiVersion) {
-        endReconnecting(); // trying again won't help, and would bring the box again
+        takeUp();
+    } else if (m_linked) {
+        takeLoss(); // a connect beside a connection that had ended unnoticed
+    } else {
+        takeFailure(error, byUser);
+    }
+}
+
+void SimulatorLink::takeUp()
+{
+    if (std::exchange(m_linked, true)) {
+        return; // the second of two connects
+    }
+    endReconnecting();
+    clearFaults();
+    m_timerWatch.start();
+    Q_EMIT sigConnected();
+    m_lost = false;
+}
+
+void SimulatorLink::takeFailure(int error, bool byUser)
+{
+    if (byUser && error == simresult::kWrongApiVersion) {
         m_parts.dialogs.critical(
             QStringLiteral("Cirrilon-Connection Error"),
             QStringLiteral("Not compatible Client-Server API Version!\nCheck the debug log."));
-    } else if (m_reconnectDelayMs > 0) {
-        scheduleReconnect();
-    } else if (m_parts.settings.interfaceType() == aviation::interfaceid::kBridge) {
+    }
+    if (!std::exchange(m_noticed, true)) {
+        showFault(error);
+    }
+    const bool first = m_reconnectDelayMs == 0;
+    if (first && error != simresult::kWrongApiVersion
+        && m_parts.settings.interfaceType() == aviation::interfaceid::kBridge)
+    {
         logNoServer();
+    }
+    if (m_parts.settings.autoConnect()) {
+        scheduleReconnect();
+    } else {
+        endReconnecting();
+    }
+}
+
+void SimulatorLink::tryAgain()
+{
+    if (m_parts.settings.autoConnect() && !m_connecting) {
+        postConnect();
+    } else {
+        endReconnecting(); // the user has switched it off meanwhile
+    }
+}
+
+/// While no job is posted nobody would see that the other end has closed.
+void SimulatorLink::watch()
+{
+    if (!m_linked) {
+        m_timerWatch.stop();
+    } else if (m_parts.worker.queuedJobs() == 0 && !m_parts.worker.isRunning()) {
+        m_parts.postJob(Job(connectjob::kCheckLink, QStringLiteral("Check link")));
     }
 }
 
@@ -87,9 +168,26 @@ void SimulatorLink::logNoServer()
                 loglevel::kWarning);
 }
 
+void SimulatorLink::takeWeatherSet(int error)
+{
+    if (error != simresult::kNone) {
+        return; // said by the worker
+    }
+    if (!m_parts.worker.weatherAnswered()) {
+        m_weatherNoticed = true;
+        m_parts.view.showNotice(
+            Notice::Weather,
+            tr("The bridge doesn't answer when weather is sent to it: the simulator may keep its "
+               "old weather. Check the bridge, or start it again."));
+    } else if (std::exchange(m_weatherNoticed, false)) {
+        m_parts.view.clearNotice(Notice::Weather);
+    }
+}
+
 void SimulatorLink::takeLoss()
 {
     const bool wasLinked = std::exchange(m_linked, false);
+    m_timerWatch.stop();
     if (m_parts.worker.IsConnected()) {
         switchConnection();
     } else if (wasLinked) {
@@ -98,18 +196,25 @@ void SimulatorLink::takeLoss()
     if (!wasLinked) {
         return; // a connect that failed, or the user has disconnected meanwhile
     }
-    if (!m_parts.settings.autoConnect()) {
-        m_parts.log(
-            QStringLiteral("(Controller) - The connection to the simulator is lost. Press Connect "
-                           "when the simulator or its bridge server runs again."),
-            loglevel::kWarning);
-        return;
+    m_lost = true;
+    clearFaults();
+    if (m_parts.settings.autoConnect()) {
+        scheduleReconnect();
     }
-    scheduleReconnect();
+    showFault(simresult::kTimeout);
+    m_noticed = true;
+    logLoss();
+}
+
+void SimulatorLink::logLoss()
+{
     m_parts.log(
-        QStringLiteral("(Controller) - The connection to the simulator is lost. Cirrilon tries to "
-                       "connect again by itself, first in 10 s, then at growing intervals. Press "
-                       "Connect to try at once."),
+        m_parts.settings.autoConnect()
+            ? QStringLiteral("(Controller) - The connection to the simulator is lost. Cirrilon "
+                             "tries to connect again by itself, first in 10 s, then at growing "
+                             "intervals. Press Connect to try at once.")
+            : QStringLiteral("(Controller) - The connection to the simulator is lost. Press "
+                             "Connect when the simulator or its bridge server runs again."),
         loglevel::kWarning);
 }
 
@@ -123,4 +228,51 @@ void SimulatorLink::endReconnecting()
 {
     m_reconnectDelayMs = 0;
     m_timerReconnect.stop();
+}
+
+/// Says in the window what is wrong and what to do.
+void SimulatorLink::showFault(int error)
+{
+    const bool again = m_parts.settings.autoConnect();
+    QString text;
+    if (error == simresult::kWrongApiVersion) {
+        text = tr("The bridge is of another version. Update the bridge or Cirrilon.");
+    } else if (m_lost) {
+        const QString lost = tr("The connection to the simulator is lost.");
+        m_parts.view.showStatusAlarm(lost);
+        text = lost + QLatin1Char(' ') + whatToStart();
+    } else {
+        text = tr("No simulator answers.") + QLatin1Char(' ') + whatToStart();
+    }
+    text += QLatin1Char(' ')
+            + (again ? tr("Cirrilon then connects by itself.") : tr("Then press Connect."));
+    m_parts.view.showNotice(Notice::Connection, text);
+}
+
+void SimulatorLink::clearFaults()
+{
+    m_noticed = false;
+    m_parts.view.showStatusAlarm(QString());
+    m_parts.view.clearNotice(Notice::Connection);
+    if (std::exchange(m_weatherNoticed, false)) {
+        m_parts.view.clearNotice(Notice::Weather);
+    }
+}
+
+QString SimulatorLink::whatToStart() const
+{
+    switch (m_parts.settings.interfaceType()) {
+    case aviation::interfaceid::kBridge:
+        return tr("Start the simulator with its bridge at %1:%2.")
+            .arg(m_parts.settings.serverIp())
+            .arg(m_parts.settings.serverPort());
+    case aviation::interfaceid::kSimConnect:
+        return tr("Start the simulator with SimConnect.");
+    case aviation::interfaceid::kFsuipc:
+        return tr("Start the simulator with FSUIPC.");
+    case aviation::interfaceid::kFsuipcSimConnect:
+        return tr("Start the simulator with FSUIPC and SimConnect.");
+    default:
+        return tr("Start the simulator.");
+    }
 }

@@ -32,10 +32,13 @@ TEST_F(ControllerBridgeTest, TheStreamReplacesPolling)
     settings->setMyIp(kLoopback);
     make();
     connectTo(4, 8);
-    simulator.clearCalls();
-    controller->OnTimerOneSecond();
-    settle();
-    EXPECT_TRUE(simulator.calls("GetAircraftData"_q).isEmpty());
+    const auto polls = [&] {
+        simulator.clearCalls();
+        controller->OnTimerOneSecond();
+        settle();
+        return simulator.calls("GetAircraftData"_q).size();
+    };
+    EXPECT_EQ(polls(), 1) << "no datagram has come yet";
 
     const auto send = [&](const QByteArray& bytes) {
         EXPECT_EQ(sender.writeDatagram(bytes, QHostAddress(kLoopback), port), bytes.size());
@@ -43,14 +46,50 @@ TEST_F(ControllerBridgeTest, TheStreamReplacesPolling)
     send(aircraftDatagram(10));
     waitForLine("JobName:Aircraft data from UDP  Finished"_q);
     EXPECT_EQ(view.aircraft.heightAgl, 10);
+    EXPECT_EQ(polls(), 0);
+    clock.advance(std::chrono::seconds(10));
+    EXPECT_EQ(polls(), 1) << "beside the stream";
+    EXPECT_EQ(controller->aircraft().heightAgl, 10) << "the stream is newer than an answer";
     send(aircraftDatagram(77, bridgecommand::kRead));
     ASSERT_TRUE(wait([&] { return controller->aircraft().heightAgl == 77; }));
     EXPECT_EQ(view.aircraft.heightAgl, 10) << "only an answer counts as a finished poll";
+
+    simulator.answer([](FakeSimulator::Answers& answers) { answers.aircraft.heightAgl = 55; });
+    ASSERT_TRUE(wait([&] { return controller->aircraft().heightAgl == 55; }))
+        << "after a silence the answer of a poll counts again";
+    EXPECT_TRUE(view.notices[Notice::Connection].contains("Own IP address"_q));
+    send(aircraftDatagram(78));
+    ASSERT_TRUE(wait([&] { return controller->aircraft().heightAgl == 78; }));
+    EXPECT_EQ(view.notices.count(Notice::Connection), 0U) << "settled";
 
     controller->OnConnectClicked();
     settle();
     QUdpSocket again;
     EXPECT_TRUE(again.bind(QHostAddress(kLoopback), port)) << "the port is free again";
+}
+
+TEST_F(ControllerBridgeTest, AServerElsewhereIsGivenAnAddressThatItCanReach)
+{
+    simulator.answer([](FakeSimulator::Answers& answers) {
+        answers.ends = {QHostAddress("198.51.100.2"_q), QHostAddress("198.51.100.7"_q)};
+    });
+    settings->setMyIp(kLoopback);
+    make();
+    connectTo(4, 8);
+    EXPECT_EQ(simulator.calls("AnnounceAddress"_q), QStringList{"AnnounceAddress 198.51.100.2"_q});
+    EXPECT_EQ(view.linesWith("UDP bind failed IP:198.51.100.2"_q), 1) << "and bound, if it is ours";
+}
+
+TEST_F(ControllerBridgeTest, SwallowedWeatherIsShownUntilOneIsAnswered)
+{
+    make();
+    connectTo(4, 8);
+    for (const bool answered : {true, false, true}) {
+        simulator.answer([answered](FakeSimulator::Answers& a) { a.writeAnswered = answered; });
+        controller->OnNewJobConnectworker(Job(15, XPlaneWeather(), QString()));
+        settle();
+        EXPECT_EQ(view.notices.count(Notice::Weather), answered ? 0U : 1U);
+    }
 }
 
 } // namespace

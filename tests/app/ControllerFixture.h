@@ -37,8 +37,9 @@ protected:
 
     void make()
     {
-        controller = std::make_unique<Controller>(ControllerParts{
-            *settings, view, dialogs, m_random, hostNetwork(), processes, interfaces, limits, 0});
+        controller = std::make_unique<Controller>(
+            ControllerParts{*settings, view, dialogs, m_random, hostNetwork(), processes,
+                            interfaces, limits, 0, link});
         timer("timerOneSecond").stop();
     }
     /// Lets the tables be loaded, so reports find their places.
@@ -99,5 +100,6 @@ protected:
     FakeProcessRunner processes;
     FakeSimulator simulator;
     FakeInterfaceFactory interfaces{simulator};
+    LinkTimes link{2000, {300, 10000}};
     std::unique_ptr<Controller> controller;
 };

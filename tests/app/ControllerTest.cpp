@@ -281,7 +281,90 @@ TEST_F(ControllerTest, ALostConnectionIsTakenUpAgainUnlessTheUserActs)
     simulator.setResults("Connect"_q, {1});
     controller->OnConnectClicked();
     settle();
-    EXPECT_FALSE(timer("timerReconnect").isActive()) << "a click ends the attempts";
+    EXPECT_EQ(timer("timerReconnect").interval(), 10000)
+        << "a click tries at once, and from the start";
+    settings->setAutoConnect(false);
+    timer("timerReconnect").start(0);
+    ASSERT_TRUE(wait([&] { return !timer("timerReconnect").isActive(); }));
+    settle();
+    EXPECT_EQ(simulator.calls("Connect"_q).size(), 6) << "switched off, nothing is tried";
+}
+
+TEST_F(ControllerTest, TheConnectAtTheStartIsTriedUntilASimulatorComes)
+{
+    settings->setAutoConnect(true);
+    simulator.setResults("Connect"_q, {1, 100, 0});
+    make();
+    start();
+    settle();
+    EXPECT_EQ(timer("timerReconnect").interval(), 10000);
+    timer("timerReconnect").start(0);
+    ASSERT_TRUE(wait([&] { return timer("timerReconnect").interval() == 20000; }));
+    EXPECT_TRUE(dialogs.criticals().isEmpty()) << "nobody has asked";
+    EXPECT_FALSE(controller->IsConnected());
+    timer("timerReconnect").start(0);
+    ASSERT_TRUE(wait([&] { return view.connectText == "Disconnect"_q; }));
+    EXPECT_EQ(view.notices.count(Notice::Connection), 0U);
+}
+
+TEST_F(ControllerTest, WhatToStartIsSaidByTheInterface)
+{
+    const std::pair<int, QString> rows[] = {
+        {0, "Start the simulator."_q},
+        {1, "with FSUIPC."_q},
+        {2, "with SimConnect."_q},
+        {3, "with FSUIPC and SimConnect."_q},
+        {4, "with its bridge at %1:%2."_q.arg(settings->serverIp()).arg(settings->serverPort())}};
+    make();
+    simulator.setResults("Connect"_q, {1});
+    for (const auto& [interfaceType, text] : rows) {
+        settings->setInterfaceType(interfaceType);
+        controller->OnConnectClicked();
+        settle();
+        EXPECT_TRUE(view.notices[Notice::Connection].contains(text)) << interfaceType;
+    }
+    simulator.setResults("Connect"_q, {0});
+    controller->OnConnectClicked();
+    settle();
+    EXPECT_EQ(view.notices.count(Notice::Connection), 0U);
+}
+
+TEST_F(ControllerTest, ALossLeavesNothingOfTheFlightInTheWindow)
+{
+    simulator.answer([](FakeSimulator::Answers& a) { a.aircraft.name = L"Jet"; });
+    settings->setDownloadWxAtStart(false);
+    make();
+    start();
+    decode();
+    connectTo(4, 8);
+    flyAt(50.0, 8.5);
+    tick(std::chrono::seconds(1));
+    settle();
+    EXPECT_EQ(view.aircraftNames.last(), "Jet"_q);
+    EXPECT_TRUE(view.progressText.contains("Weather update in"_q));
+    simulator.setResults("GetAircraftData"_q, {simresult::kTimeout});
+    flyAt(50.0, 8.5);
+    settle();
+    EXPECT_TRUE(view.statusAlarm.contains("lost"_q)) << "in red";
+    EXPECT_TRUE(view.notices[Notice::Connection].contains("Start the simulator"_q));
+    EXPECT_EQ(view.aircraftNames.last(), QString());
+    EXPECT_FALSE(view.progressText.contains("Weather update in"_q)) << "no countdown";
+    const int status = view.status.size();
+    tick(std::chrono::seconds(1));
+    EXPECT_EQ(view.status.size(), status);
+
+    simulator.setResults("GetAircraftData"_q, {0});
+    connectTo(4, 8);
+    EXPECT_EQ(view.statusAlarm, QString());
+    tick(std::chrono::seconds(1));
+    settle();
+    EXPECT_EQ(view.status.last(), "Sim not ready"_q) << "the old place isn't the new simulator's";
+    simulator.clearCalls();
+    flyAt(50.0, 8.5);
+    tick(std::chrono::seconds(1));
+    settle();
+    EXPECT_EQ(view.aircraftNames.last(), "Jet"_q);
+    EXPECT_EQ(simulator.calls("SetWeatherData"_q).size(), 1) << "a simulator started anew has none";
 }
 
 TEST_F(ControllerTest, ARequestedStationIsShownOrMarkedAsUnknown)

@@ -201,6 +201,94 @@ TEST_F(LostConnectionTest, InAnyJobLeadsBackToASimulatorThatWorks)
     EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather), 0);
 }
 
+TEST_F(LostConnectionTest, IsSeenBetweenThePollsAndTakenUpByItself)
+{
+    settings->setMyIp(QString());
+    make();
+    settings->setAutoConnect(true);
+    connectSimulator();
+    download();
+    EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather), 0);
+    simulator->stopServer(); // nobody polls: the tests' timer stands
+    ASSERT_TRUE(wait([this] { return !view.statusAlarm.isEmpty(); }));
+    settle();
+    EXPECT_FALSE(controller->IsConnected());
+    EXPECT_EQ(view.aircraftNames.last(), QString());
+    EXPECT_EQ(view.connectText, QStringLiteral("Connect"));
+    EXPECT_TRUE(view.notices[Notice::Connection].contains(QString::number(simulator->port())));
+    timer("timerReconnect").start(0);
+    ASSERT_TRUE(wait([this] { return timer("timerReconnect").interval() == 20000; }));
+    EXPECT_GT(view.linesWith(QStringLiteral("Make sure the fortune server is running")), 0);
+
+    ASSERT_NE(simulator->startServer(), 0);
+    timer("timerReconnect").start(0);
+    ASSERT_TRUE(wait([this] { return view.statusAlarm.isEmpty(); }));
+    EXPECT_EQ(view.notices.count(Notice::Connection), 0U);
+    settle();
+    controller->OnTimerOneSecond();
+    settle();
+    EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather), 0) << "at once, not after the interval";
+}
+
+TEST_F(LostConnectionTest, AtTheStartNoSimulatorIsNeeded)
+{
+    settings->setAutoConnect(true);
+    simulator->stopServer();
+    make();
+    ASSERT_TRUE(wait([this] { return timer("timerReconnect").isActive(); }));
+    EXPECT_TRUE(view.notices[Notice::Connection].contains(QStringLiteral("with its bridge")));
+    ASSERT_NE(simulator->startServer(), 0);
+    timer("timerReconnect").start(0);
+    ASSERT_TRUE(wait([this] { return controller->IsConnected(); }));
+}
+
+TEST_F(LostConnectionTest, TheClickCountsWhateverIsUnderWay)
+{
+    settings->setMyIp(QString());
+    settings->setAutoConnect(true);
+    make();
+    connectSimulator();
+    simulator->setFault(QStringLiteral("silent"));
+    controller->OnTimerOneSecond();
+    controller->OnConnectClicked(); // disconnects while the poll waits for its answer
+    settle();
+    EXPECT_FALSE(controller->IsConnected());
+    EXPECT_FALSE(timer("timerReconnect").isActive()) << "the pilot has ended it";
+    EXPECT_EQ(view.statusAlarm, QString());
+
+    timer("timerReconnect").start(0); // an attempt that waits for the greeting
+    ASSERT_TRUE(wait([this] { return !timer("timerReconnect").isActive(); }));
+    simulator->setFault(QStringLiteral("none"));
+    controller->OnConnectClicked();
+    settle();
+    if (!controller->IsConnected()) { // the greeting was swallowed already
+        controller->OnConnectClicked();
+        settle();
+    }
+    EXPECT_TRUE(controller->IsConnected()) << "and isn't disconnected by the same click";
+}
+
+TEST_F(LostConnectionTest, ABridgeThatSwallowsWritesIsSaidOnceAndNothingIsClaimed)
+{
+    settings->setMyIp(QString());
+    settings->setFsMessage(false);
+    make();
+    connectSimulator();
+    download();
+    ASSERT_TRUE(simulator->setFault(QStringLiteral("silent@5/0")));
+    EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather), 0);
+    EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather, seconds(3600)), 0);
+    EXPECT_TRUE(controller->IsConnected());
+    EXPECT_EQ(view.linesWith(QStringLiteral("(ConnectWorker) - Set Weather")), 0);
+    EXPECT_EQ(view.linesWith(QStringLiteral("doesn't answer what is written")), 1);
+    EXPECT_EQ(view.notices.count(Notice::Weather), 1U);
+
+    simulator->setFault(QStringLiteral("none"));
+    EXPECT_EQ(setWeather(connectjob::kSetXPlaneWeather, seconds(3600)), 0);
+    EXPECT_EQ(view.linesWith(QStringLiteral("(ConnectWorker) - Set Weather")), 1);
+    EXPECT_EQ(view.notices.count(Notice::Weather), 0U);
+}
+
 // --- the end
 
 struct Ending
@@ -222,6 +310,7 @@ TEST_P(TheEndTest, ComesWithinThreeSeconds)
     settings->setMyIp(QString());
     make();
     connectSimulator();
+    settings->setAutoConnect(true);
     download();
     const Ending& ending = GetParam();
     if (ending.serverFault != nullptr) {
@@ -256,6 +345,22 @@ INSTANTIATE_TEST_SUITE_P(
                       Ending{"silent_simulator", nullptr, "silent",
                              [](Controller& controller) {
                                  controller.OnTimerOneSecond();
+                             }},
+                      Ending{"swallowed_writes", nullptr, "silent@5/16",
+                             [](Controller& controller) {
+                                 for (int i = 0; i < 5; ++i) {
+                                     controller.OnNewJobConnectworker(
+                                         Job(connectjob::kActivateWeather, QString()));
+                                 }
+                             }},
+                      Ending{"lost_link", nullptr, "drop",
+                             [](Controller& controller) {
+                                 controller.OnTimerOneSecond();
+                             }},
+                      Ending{"silent_greeting", nullptr, "silent",
+                             [](Controller& controller) {
+                                 controller.OnConnectClicked(); // disconnects
+                                 controllertesting::timer(controller, "timerReconnect").start(0);
                              }},
                       Ending{"decoding", nullptr, nullptr,
                              [](Controller& controller) {

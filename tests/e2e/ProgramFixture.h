@@ -71,8 +71,9 @@ protected:
     void make()
     {
         interfaces = std::make_unique<SimulatorInterfaces>(*settings, stop, clients, timeouts);
-        controller = std::make_unique<Controller>(ControllerParts{
-            *settings, view, dialogs, m_random, hostNetwork(), processes, *interfaces, limits, 0});
+        controller = std::make_unique<Controller>(
+            ControllerParts{*settings, view, dialogs, m_random, hostNetwork(), processes,
+                            *interfaces, limits, 0, link});
         timer("timerOneSecond").stop();
         timer("timerWeather").setInterval(kNeverMs); // the tests tick
         QObject::connect(&controller->connectWorker(), &ConnectWorker::sigJobFinish,
@@ -141,6 +142,7 @@ protected:
                           3000,
                           900000, // slow builds prepare a list in a second
                           {0, 0, 0, 0, 0, 0}};
+    LinkTimes link{50, {1000, 10000}};
     std::unique_ptr<Settings> settings;
     std::unique_ptr<SimulatorInterfaces> interfaces;
     std::unique_ptr<Controller> controller;

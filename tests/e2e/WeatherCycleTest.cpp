@@ -164,6 +164,10 @@ TEST_F(WeatherCycleTest, AircraftComesByDatagramsAndPollingStops)
 {
     make();
     connectSimulator();
+    ASSERT_TRUE(wait([this] {
+        return view.linesWith(QStringLiteral("Aircraft data from UDP")) > 0;
+    })) << "until then it is polled";
+    settle();
     simulator->clearReceived();
     const int polled = asked(command::kRequest, message::kAircraft);
     const int before = jobs[connectjob::kAircraftData];

@@ -3,8 +3,11 @@
 #include "app/base/StopFlag.h"
 #include "sim/BridgeDatagram.h"
 #include "sim/BridgeFrame.h"
+#include "sim/OwnAddress.h"
 #include "tests/app/base/SettingsFixture.h"
+#include "tests/support/FakeClock.h"
 
+#include <QNetworkInterface>
 #include <QTest>
 #include <QUdpSocket>
 
@@ -28,6 +31,17 @@ QByteArray aircraftDatagram(int height, std::uint8_t command = bridgecommand::kA
     return frameBytes(command, bridgemessage::kAircraftData, text);
 }
 
+/// An address of this computer that is no loopback one; null without.
+QHostAddress otherOwnAddress()
+{
+    for (const QHostAddress& address : QNetworkInterface::allAddresses()) {
+        if (!address.isLoopback() && address.protocol() == QAbstractSocket::IPv4Protocol) {
+            return address;
+        }
+    }
+    return {};
+}
+
 class AircraftDatagramsTest : public SettingsFixture
 {
 protected:
@@ -37,10 +51,12 @@ protected:
         settings = std::make_unique<Settings>(mainFile(), m_random);
         settings->setServerIp(kLoopback);
         settings->setMyIp(kLoopback);
-        stream = std::make_unique<AircraftDatagrams>(*settings, stop,
-                                                     [this](const QString& text, int level) {
-                                                         lines.push_back({text, level});
-                                                     });
+        stream = std::make_unique<AircraftDatagrams>(
+            *settings, stop,
+            [this](const QString& text, int level) {
+                lines.push_back({text, level});
+            },
+            StreamTimes{200, 10000});
         QObject::connect(stream.get(), &AircraftDatagrams::sigAircraft,
                          [this](const aviation::structs::AircraftData& aircraft, bool isAnswer) {
                              taken.push_back({aircraft.heightAgl, isAnswer});
@@ -59,7 +75,7 @@ protected:
         ASSERT_TRUE(probe.bind(QHostAddress(kLoopback), 0));
         port = probe.localPort();
         probe.close();
-        stream->bind(QString::number(port));
+        stream->bind(settings->myIp(), QString::number(port));
         ASSERT_TRUE(stream->isBound());
         EXPECT_EQ(levelOf("UDP bind IP:127.0.0.1 Port:%1 "_q.arg(port)), 1);
     }
@@ -82,6 +98,7 @@ protected:
         return !lines.empty() && lines.back().first.contains(part) ? lines.back().second : -1;
     }
 
+    FakeClock clock{2024, 6, 1, 12};
     StopFlag stop;
     std::unique_ptr<Settings> settings;
     std::unique_ptr<AircraftDatagrams> stream;
@@ -104,7 +121,7 @@ TEST_F(AircraftDatagramsTest, NoDatagramIsLostAndOnlyAnAnswerIsOne)
     ASSERT_TRUE(wait([&] { return taken.size() >= expected.size(); }));
     EXPECT_EQ(taken, expected);
 
-    stream->bind(QString::number(port));
+    stream->bind(settings->myIp(), QString::number(port));
     EXPECT_EQ(levelOf("UDP bind failed: "_q), 3) << "no second socket";
     EXPECT_TRUE(stream->isBound());
     stream->close();
@@ -143,9 +160,70 @@ TEST_F(AircraftDatagramsTest, OnlyAPortAndAnOwnAddressAreBound)
     };
     for (const auto& [address, number, line] : rows) {
         settings->setMyIp(address);
-        stream->bind(number);
+        stream->bind(settings->myIp(), number);
         EXPECT_EQ(levelOf(line), 3) << qPrintable(line);
         EXPECT_FALSE(stream->isBound());
+    }
+}
+
+TEST_F(AircraftDatagramsTest, ItIsPolledUntilTheStreamFlowsAndAfterASilence)
+{
+    const QString warning = "Own IP address"_q;
+    EXPECT_TRUE(stream->takePollTurn());
+    bindFreePort();
+    EXPECT_TRUE(stream->takePollTurn()) << "nothing has come yet";
+    send("garbage");
+    ASSERT_TRUE(wait([&] { return linesWith("datagram without aircraft data"_q) == 1; }));
+    EXPECT_TRUE(stream->takePollTurn()) << "nor anything that counts";
+    for (int round = 0; round < 2; ++round) {
+        send(aircraftDatagram(1));
+        ASSERT_TRUE(wait([&] { return stream->isStreaming(); }));
+        EXPECT_FALSE(stream->takePollTurn());
+        clock.advance(std::chrono::seconds(10));
+        EXPECT_TRUE(stream->takePollTurn()) << "now and then beside the stream";
+        EXPECT_FALSE(stream->takePollTurn());
+        ASSERT_TRUE(wait([&] { return !stream->isStreaming(); }));
+        EXPECT_TRUE(stream->takePollTurn()) << "after the silence";
+        EXPECT_EQ(linesWith(warning), 1) << "said once";
+    }
+    stream->close();
+    bindFreePort();
+    ASSERT_TRUE(wait([&] { return linesWith(warning) == 2; })) << "no datagram came at all";
+}
+
+TEST_F(AircraftDatagramsTest, AServerOnThisComputerSendsFromAnyOfItsAddresses)
+{
+    const QHostAddress other = otherOwnAddress();
+    if (other.isNull()) {
+        GTEST_SKIP() << "this computer has one address only";
+    }
+    bindFreePort();
+    ASSERT_TRUE(sender.bind(other, 0));
+    send(aircraftDatagram(5));
+    ASSERT_TRUE(wait([&] { return !taken.empty(); }));
+    EXPECT_EQ(taken.front().first, 5);
+}
+
+TEST(OwnAddressTest, ALoopbackAddressIsNotAnnouncedElsewhere)
+{
+    const QHostAddress elsewhere("198.51.100.7"_q);
+    const QHostAddress way("198.51.100.2"_q);
+    const QHostAddress loopback("127.0.0.1"_q);
+    const std::tuple<QString, QHostAddress, QHostAddress, QString> rows[] = {
+        {"127.0.0.1"_q, way, elsewhere, "198.51.100.2"_q},
+        {"::1"_q, way, elsewhere, "198.51.100.2"_q},
+        {"203.0.113.5"_q, way, elsewhere, "203.0.113.5"_q}, // the pilot knows better
+        {QString(), way, elsewhere, QString()},
+        {"127.0.0.1"_q, loopback, loopback, "127.0.0.1"_q},
+        {"127.0.0.1"_q, QHostAddress(), QHostAddress(), "127.0.0.1"_q},
+    };
+    for (const auto& [setting, own, server, announced] : rows) {
+        EXPECT_EQ(ownaddress::toAnnounce(setting, own, server), announced) << qPrintable(setting);
+    }
+    for (const QHostAddress& own : {loopback, otherOwnAddress()}) {
+        EXPECT_EQ(ownaddress::toAnnounce("127.0.0.1"_q, own, own), "127.0.0.1"_q)
+            << "no way leads out";
+        EXPECT_EQ(ownaddress::reaching(own.toString()), QString());
     }
 }
 
