@@ -3,13 +3,16 @@
 #include "aviation/FsId.h"
 #include "gui/Icons.h"
 #include "gui/NoteLabel.h"
+#include "sim/OwnAddress.h"
 
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHostAddress>
+#include <QLabel>
 #include <QLineEdit>
 #include <QNetworkInterface>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSpinBox>
 
 namespace {
@@ -95,8 +98,41 @@ void SettingsPageInterface::buildServer()
         return good ? QString() : tr("The own address is no IP address.");
     });
     connect(m_ownAddress, &QComboBox::editTextChanged, this, &SettingsPage::sigEdited);
+    m_proposal = new QLabel(form->parentWidget());
+    m_proposal->setObjectName(QStringLiteral("label_ownAddress"));
+    m_proposal->setTextFormat(Qt::PlainText);
+    m_proposal->setWordWrap(true);
+    m_proposal->hide();
+    form->addRow(m_proposal);
+    connect(m_address, &QLineEdit::textChanged, this, &SettingsPageInterface::proposeOwnAddress);
+    connect(m_ownAddress, &QComboBox::editTextChanged, this,
+            &SettingsPageInterface::proposeOwnAddress);
     addHint(form, tr("The server sends the aircraft's data to the own address. Without one the "
                      "data is asked for."));
+}
+
+/// The address that reaches the server stands first in the list; it is said where the field holds
+/// one that the server can't send to.
+void SettingsPageInterface::proposeOwnAddress()
+{
+    const QString server = m_address->text().trimmed();
+    const QString reaching = isIpAddress(server) ? ownaddress::reaching(server) : QString();
+    const int row = m_ownAddress->findText(reaching);
+    if (!reaching.isEmpty() && row != 0) {
+        const QSignalBlocker quiet(m_ownAddress); // the text of the field stays
+        const QString text = m_ownAddress->currentText();
+        if (row > 0) {
+            m_ownAddress->removeItem(row);
+        }
+        m_ownAddress->insertItem(0, reaching);
+        m_ownAddress->setEditText(text);
+    }
+    const QHostAddress chosen(m_ownAddress->currentText().trimmed());
+    const bool unreachable = !reaching.isEmpty() && chosen.isLoopback();
+    m_proposal->setText(tr("The server can't send to %1. This computer reaches it by %2, which is "
+                           "used instead.")
+                            .arg(chosen.toString(), reaching));
+    m_proposal->setVisible(unreachable);
 }
 
 void SettingsPageInterface::buildTest()

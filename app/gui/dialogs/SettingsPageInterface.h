@@ -4,6 +4,7 @@
 #include "app/gui/dialogs/SettingsPage.h"
 
 class NoteLabel;
+class QLabel;
 class QPushButton;
 
 /// How the simulator is reached.
@@ -21,6 +22,7 @@ private:
     void buildServer();
     void buildTest();
     void buildPolling();
+    void proposeOwnAddress();
     void test();
     void onTested(bool ok, const QString& text);
     bool usesBridge() const;
@@ -29,6 +31,7 @@ private:
     QLineEdit* m_address = nullptr;
     QSpinBox* m_port = nullptr;
     QComboBox* m_ownAddress = nullptr;
+    QLabel* m_proposal = nullptr;
     NoteLabel* m_note = nullptr;
     ConnectionProbe* m_probe;
 };

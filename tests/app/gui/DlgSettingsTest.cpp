@@ -7,6 +7,7 @@
 #include "app/gui/dialogs/SettingsPageInterface.h"
 #include "gui/FolderEdit.h"
 #include "gui/WordSpinBox.h"
+#include "sim/OwnAddress.h"
 #include "tests/app/base/SettingsFixture.h"
 #include "tests/app/gui/DlgTesting.h"
 #include "tests/support/FakeClock.h"
@@ -237,6 +238,30 @@ TEST_F(DlgSettingsTest, AddressesShowTheirTokensAndTellWhatTheTestFound)
     button->click();
     ASSERT_TRUE(bridge.wait(kPatienceMs));
     EXPECT_TRUE(noteIn(*page).contains("refused"_q));
+}
+
+TEST_F(DlgSettingsTest, AnOwnAddressThatReachesTheServerIsProposed)
+{
+    const QString elsewhere = "198.51.100.7"_q;
+    const QString way = ownaddress::reaching(elsewhere);
+    if (way.isEmpty()) {
+        GTEST_SKIP() << "no way leads out of this computer";
+    }
+    set("interface/ip", "127.0.0.1"_q);
+    set("interface/myip", "127.0.0.1"_q);
+    const auto& note = *m_dialog->findChild<QLabel*>("label_ownAddress"_q);
+    EXPECT_TRUE(note.isHidden()) << "the server is on this computer";
+    set("interface/ip", elsewhere);
+    EXPECT_FALSE(note.isHidden());
+    EXPECT_TRUE(note.text().contains(way));
+    auto* own = qobject_cast<QComboBox*>(control("interface/myip"));
+    EXPECT_EQ(own->itemText(0), way);
+    EXPECT_EQ(own->currentText(), "127.0.0.1"_q) << "only proposed";
+    own->setCurrentIndex(0);
+    EXPECT_TRUE(note.isHidden());
+    EXPECT_EQ(own->findText(way, Qt::MatchExactly), 0);
+    EXPECT_TRUE(m_dialog->apply());
+    EXPECT_EQ(m_settings.myIp(), way);
 }
 
 TEST_F(DlgSettingsTest, TheHighestValueIsAWord)
