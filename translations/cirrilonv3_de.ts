@@ -419,6 +419,10 @@ Die nächsten Seiten fragen, wie der Simulator zu erreichen ist, woher das Wette
         <translation>Die Datei kann nicht geöffnet werden.
 %1</translation>
     </message>
+    <message>
+        <source>No aircraft data come from the bridge by themselves, so they are asked for. Check &quot;Own IP address&quot; in the settings under Interface.</source>
+        <translation>Von der Bridge kommen keine Flugzeugdaten von selbst, deshalb werden sie abgefragt. Prüfen Sie „Eigene IP-Adresse“ in den Einstellungen unter Schnittstelle.</translation>
+    </message>
 </context>
 <context>
     <name>DebugBar</name>
@@ -1612,6 +1616,10 @@ Nach: %2</translation>
         <source>This interface is tried when connecting; the log tells what was found. Only the bridge can be tested here.</source>
         <translation>Diese Schnittstelle wird beim Verbinden versucht; das Protokoll sagt, was gefunden wurde. Nur die Bridge lässt sich hier testen.</translation>
     </message>
+    <message>
+        <source>The server can&apos;t send to %1. This computer reaches it by %2, which is used instead.</source>
+        <translation>Der Server kann nicht an %1 senden. Dieser Rechner erreicht ihn über %2, das stattdessen verwendet wird.</translation>
+    </message>
 </context>
 <context>
     <name>SettingsPageServers</name>
@@ -2074,6 +2082,53 @@ Nach: %2</translation>
     <message>
         <source>The settings can&apos;t be saved in %1. Look whether the folder may be written and the disk has room.</source>
         <translation>Die Einstellungen können nicht in %1 gespeichert werden. Prüfen Sie, ob der Ordner beschrieben werden darf und der Datenträger Platz hat.</translation>
+    </message>
+</context>
+<context>
+    <name>SimulatorLink</name>
+    <message>
+        <source>The bridge doesn&apos;t answer when weather is sent to it: the simulator may keep its old weather. Check the bridge, or start it again.</source>
+        <translation>Die Bridge antwortet nicht, wenn ihr Wetter gesendet wird: Der Simulator behält vielleicht sein altes Wetter. Prüfen Sie die Bridge oder starten Sie sie neu.</translation>
+    </message>
+    <message>
+        <source>The bridge is of another version. Update the bridge or Cirrilon.</source>
+        <translation>Die Bridge hat eine andere Version. Aktualisieren Sie die Bridge oder Cirrilon.</translation>
+    </message>
+    <message>
+        <source>The connection to the simulator is lost.</source>
+        <translation>Die Verbindung zum Simulator ist verloren.</translation>
+    </message>
+    <message>
+        <source>No simulator answers.</source>
+        <translation>Kein Simulator antwortet.</translation>
+    </message>
+    <message>
+        <source>Cirrilon then connects by itself.</source>
+        <translation>Cirrilon verbindet sich dann von selbst.</translation>
+    </message>
+    <message>
+        <source>Then press Connect.</source>
+        <translation>Drücken Sie dann Verbinden.</translation>
+    </message>
+    <message>
+        <source>Start the simulator with its bridge at %1:%2.</source>
+        <translation>Starten Sie den Simulator mit seiner Bridge unter %1:%2.</translation>
+    </message>
+    <message>
+        <source>Start the simulator with SimConnect.</source>
+        <translation>Starten Sie den Simulator mit SimConnect.</translation>
+    </message>
+    <message>
+        <source>Start the simulator with FSUIPC.</source>
+        <translation>Starten Sie den Simulator mit FSUIPC.</translation>
+    </message>
+    <message>
+        <source>Start the simulator with FSUIPC and SimConnect.</source>
+        <translation>Starten Sie den Simulator mit FSUIPC und SimConnect.</translation>
+    </message>
+    <message>
+        <source>Start the simulator.</source>
+        <translation>Starten Sie den Simulator.</translation>
     </message>
 </context>
 <context>
