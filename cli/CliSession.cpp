@@ -130,8 +130,13 @@ void CliSession::printLog(const QString& text, int level)
     m_err << line.toStdString() << '\n';
 }
 
-void CliSession::noteMissingUpperAir(const QString& place)
+/// A place without a station has no name but its coordinates.
+void CliSession::noteMissingUpperAir(const QString& station)
 {
+    const QString place =
+        station.isEmpty() && m_options.at
+            ? QStringLiteral("%1,%2").arg(m_options.at->latitude()).arg(m_options.at->longitude())
+            : station;
     {
         const std::lock_guard lock(m_errMutex);
         if (!m_missingAir.insert(place).second) {

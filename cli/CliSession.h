@@ -37,7 +37,7 @@ private:
     void loadSettings();
     void connectLog();
     void printLog(const QString& text, int level);
-    void noteMissingUpperAir(const QString& place);
+    void noteMissingUpperAir(const QString& station);
     void fillAirports();
     void fillStations();
     void fillWeather();

@@ -272,6 +272,9 @@ TEST(CliTest, MissingUpperAirIsOneLineAndTheLogNamesTheStations)
     EXPECT_EQ(one.status, 0);
     EXPECT_EQ(one.err, "no upper-air data for 1 station, EDDF, prepared without it\n");
 
+    EXPECT_EQ(runCli(store + words("prepare record --at 50.03,8.57")).err,
+              "no upper-air data for 1 station, 50.03,8.57, prepared without it\n");
+
     const QStringList prepare = words("prepare fsuipc --at 50.03,8.57");
     const CliResult many = runCli(store + prepare);
     EXPECT_EQ(std::count(many.err.begin(), many.err.end(), '\n'), 1) << many.err;
