@@ -218,6 +218,13 @@ int FsInterfaceSimConnect::unlessEnded(int result) const
     return m_client->hasQuit() ? simresult::kTimeout : result;
 }
 
+/// Without an answer deliberately a success, unless fetching it failed.
+int FsInterfaceSimConnect::resultOf(const SimConnectReplies& came, SimConnectReply awaited) const
+{
+    const bool failed = !came.has(awaited) && came.last() == SimConnectReply::Failed;
+    return unlessEnded(failed ? simresult::kCallFailed : simresult::kNone);
+}
+
 int FsInterfaceSimConnect::checkLink()
 {
     if (!m_connected) {
@@ -323,10 +330,11 @@ int FsInterfaceSimConnect::GetAircraftFuel(aviation::structs::AircraftFuel& fuel
     if (!sendRequest(simconnectid::kFuel, QStringLiteral("AircraftFuel"))) {
         return simresult::kCallFailed;
     }
-    if (WaitForMessages({SimConnectReply::Fuel}, kManyRounds).has(SimConnectReply::Fuel)) {
+    const SimConnectReplies came = WaitForMessages({SimConnectReply::Fuel}, kManyRounds);
+    if (came.has(SimConnectReply::Fuel)) {
         fuel = m_answers.fuel;
     }
-    return unlessEnded(simresult::kNone);
+    return resultOf(came, SimConnectReply::Fuel);
 }
 
 int FsInterfaceSimConnect::GetAircraftPayload(aviation::structs::AircraftPayload& payload)
@@ -337,10 +345,11 @@ int FsInterfaceSimConnect::GetAircraftPayload(aviation::structs::AircraftPayload
     if (!sendRequest(simconnectid::kPayload, QStringLiteral("AircraftPayload"))) {
         return simresult::kCallFailed;
     }
-    if (WaitForMessages({SimConnectReply::Payload}, kManyRounds).has(SimConnectReply::Payload)) {
+    const SimConnectReplies came = WaitForMessages({SimConnectReply::Payload}, kManyRounds);
+    if (came.has(SimConnectReply::Payload)) {
         payload = m_answers.payload;
     }
-    return unlessEnded(simresult::kNone);
+    return resultOf(came, SimConnectReply::Payload);
 }
 
 int FsInterfaceSimConnect::GetRadioFrequencys(aviation::structs::RadioFrequencys& radios)

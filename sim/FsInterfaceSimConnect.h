@@ -84,6 +84,7 @@ private:
     void logException();
     /// The result, or that the simulator has ended.
     int unlessEnded(int result) const;
+    int resultOf(const SimConnectReplies& came, SimConnectReply awaited) const;
     int pollAircraft(aviation::structs::AircraftData& data);
     int takeAircraft(aviation::structs::AircraftData& data);
     void keepAnswers();

@@ -102,12 +102,14 @@ int FsInterfaceSimConnect::GetWeatherAt(QString& observation, double latitude, d
     const Result result = m_client->api().SimConnect_WeatherRequestObservationAtNearestStation(
         m_client->handle(), simconnectid::kObservationRequest, static_cast<float>(latitude),
         static_cast<float>(longitude));
-    if (result == kOk
-        && WaitForMessages({SimConnectReply::Observation}).has(SimConnectReply::Observation))
-    {
+    if (result != kOk) {
+        return unlessEnded(codeOf(result));
+    }
+    const SimConnectReplies came = WaitForMessages({SimConnectReply::Observation});
+    if (came.has(SimConnectReply::Observation)) {
         observation = m_client->observation();
     }
-    return unlessEnded(codeOf(result));
+    return resultOf(came, SimConnectReply::Observation);
 }
 
 int FsInterfaceSimConnect::CreateStation(const std::string& icao, const std::string& name,

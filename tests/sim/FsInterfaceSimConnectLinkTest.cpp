@@ -118,6 +118,19 @@ TEST_F(FsInterfaceSimConnectTest, TheEndOfTheSimulatorEndsTheLink)
     EXPECT_EQ(sim.Connect(), simresult::kNotConnected);
 }
 
+TEST_F(FsInterfaceSimConnectTest, FetchingThatFailsIsNoAnswer)
+{
+    connectSimulator();
+    script.noMessage = kPipeClosed;
+    aviation::structs::AircraftFuel fuel;
+    aviation::structs::AircraftPayload payload;
+    QString text;
+    EXPECT_EQ(sim.GetAircraftFuel(fuel), simresult::kCallFailed);
+    EXPECT_EQ(sim.GetAircraftPayload(payload), simresult::kCallFailed);
+    EXPECT_EQ(sim.GetWeatherAt(text, 50.0, 8.0), simresult::kCallFailed);
+    EXPECT_TRUE(said("3 (Interface SimConnect) - Dispatch HRESULT FAILED"));
+}
+
 TEST_F(FsInterfaceSimConnectTest, FivePollsThatFailInARowEndTheLink)
 {
     using Change = std::function<void()>;
