@@ -24,6 +24,7 @@ void Controller::beginDownload()
 {
     m_view.pageWeather().OnEnableGetMetarButton(false);
     m_timerWeather.stop();
+    m_globalWindDownload->tryFailedAgain();
     m_view.setSetWxAction(true, tr("Set WX"), QString());
     m_view.setSystrayMessage(tr("Download weather"));
     m_reporting.log(QStringLiteral("(Controller Weather) - timer weather stopped"),

@@ -8,7 +8,6 @@
 #include "aviation/support/Clock.h"
 #include "sim/ConnectJobs.h"
 
-#include <QFileInfo>
 #include <QSaveFile>
 #include <QScopedValueRollback>
 
@@ -22,12 +21,6 @@ QString writeFile(const QString& name, const QByteArray& bytes)
     const bool written =
         file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
     return written ? QString() : file.errorString();
-}
-
-bool isWritableFolder(const QString& path)
-{
-    const QFileInfo folder(path);
-    return folder.isDir() && folder.isWritable();
 }
 
 } // namespace
@@ -60,10 +53,24 @@ void GlobalWindDownload::download()
     m_url = first;
     QByteArray turbulence;
     QByteArray wind;
-    if (fetch(turbulence, wind)) {
-        send(turbulence, wind);
-    } else {
-        m_url.clear(); // so that the next weather asks again
+    m_failed = !fetch(turbulence, wind) || !send(turbulence, wind);
+    if (m_failed) {
+        postActivation(); // for the weather itself, which is written already
+    }
+}
+
+void GlobalWindDownload::tryFailedAgain()
+{
+    if (m_failed && !m_underWay) {
+        m_failed = false;
+        m_url.clear();
+    }
+}
+
+void GlobalWindDownload::postActivation()
+{
+    if (!m_context.stop->raised()) {
+        m_postJob(Job(connectjob::kActivateWeather, QStringLiteral("Activate weather xplane")));
     }
 }
 
@@ -92,28 +99,28 @@ bool GlobalWindDownload::fetch(QByteArray& turbulence, QByteArray& wind)
     return error == 0;
 }
 
-void GlobalWindDownload::send(const QByteArray& turbulence, const QByteArray& wind)
+bool GlobalWindDownload::send(const QByteArray& turbulence, const QByteArray& wind)
 {
     constexpr int kShortestPath = 3; // anything shorter: the simulator runs on another machine
-    const Job activate(connectjob::kActivateWeather, QStringLiteral("Activate weather xplane"));
     const QString simulator = m_context.settings->simPath();
     if (simulator.size() >= kShortestPath) {
-        writeWind(simulator, wind);
-        m_postJob(activate);
-        return;
+        const bool written = writeWind(simulator, wind);
+        if (written) {
+            postActivation();
+        }
+        return written;
     }
     m_postJob(Job(connectjob::kSetGlobalWind, QStringLiteral("Set global wind"), wind));
-    // Job 24 follows the end of job 23; without a file for that it follows at once.
-    m_postJob(turbulence.isEmpty() ? activate
-                                   : Job(connectjob::kSetTurbulence,
-                                         QStringLiteral("Set turbulence wind"), turbulence));
+    if (turbulence.isEmpty()) {
+        return false;
+    }
+    // Job 24 follows the end of this one.
+    m_postJob(Job(connectjob::kSetTurbulence, QStringLiteral("Set turbulence wind"), turbulence));
+    return true;
 }
 
-void GlobalWindDownload::writeWind(const QString& simulator, const QByteArray& wind)
+bool GlobalWindDownload::writeWind(const QString& simulator, const QByteArray& wind)
 {
-    if (!isWritableFolder(m_context.settings->flightplanPathXPlane())) {
-        return;
-    }
     const QString name = simulator + QStringLiteral("/global_winds.grib");
     const QString error = writeFile(name, wind);
     if (!error.isEmpty()) {
@@ -123,4 +130,5 @@ void GlobalWindDownload::writeWind(const QString& simulator, const QByteArray& w
                 .arg(name.toHtmlEscaped(), error.toHtmlEscaped()),
             loglevel::kError);
     }
+    return error.isEmpty();
 }

@@ -8,8 +8,8 @@
 #include <QString>
 
 /// Fetches the files of X-Plane's global wind and hands them to the simulator, or writes them where
-/// it reads them. Main thread, whose event loop runs on while they are fetched; owned by the
-/// controller.
+/// it reads them. Whether that succeeds or not, job 24 has the simulator load the weather. Main
+/// thread, whose event loop runs on while they are fetched; owned by the controller.
 class GlobalWindDownload
 {
 public:
@@ -17,17 +17,21 @@ public:
     GlobalWindDownload(DownloadContext context, Reporting reporting, PostJob postJob);
 
     /// After each X-Plane weather that is written as files. Files that came already aren't fetched
-    /// again from the same server.
+    /// again from the same server, nor are those that failed, until tryFailedAgain.
     void download();
+    /// Lets the next weather ask again for files that failed: new reports are being downloaded.
+    void tryFailedAgain();
 
 private:
     bool fetch(QByteArray& turbulence, QByteArray& wind);
-    void send(const QByteArray& turbulence, const QByteArray& wind);
-    void writeWind(const QString& simulator, const QByteArray& wind);
+    bool send(const QByteArray& turbulence, const QByteArray& wind);
+    bool writeWind(const QString& simulator, const QByteArray& wind);
+    void postActivation();
 
     const DownloadContext m_context;
     const Reporting m_reporting;
     const PostJob m_postJob;
-    QString m_url; ///< the last one whose files arrived, or arrive now
+    QString m_url; ///< the last one that was asked
+    bool m_failed = false;
     bool m_underWay = false;
 };
