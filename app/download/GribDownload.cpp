@@ -44,11 +44,29 @@ GribDownload::GribDownload(DownloadContext context, StopFlag& stop, ProcessRunne
     , m_store(store)
     , m_reporting(std::move(reporting))
     , m_mainThread(QThread::currentThread())
+    , m_workerStop([this] { return m_stop.raised() || (m_workerGivesWay && m_workerGivesWay()); })
 {}
+
+void GribDownload::giveWayWhen(const std::function<bool()>& condition)
+{
+    m_workerGivesWay = condition;
+}
 
 bool GribDownload::onMainThread() const
 {
     return QThread::currentThread() == m_mainThread;
+}
+
+const StopFlag& GribDownload::stopOfCall() const
+{
+    return onMainThread() ? m_stop : m_workerStop;
+}
+
+DownloadContext GribDownload::contextOfCall() const
+{
+    DownloadContext context = m_context;
+    context.stop = &stopOfCall();
+    return context;
 }
 
 int GribDownload::DownloadGrib(const aviation::Position& position, bool single)
@@ -83,15 +101,16 @@ int GribDownload::download(const aviation::Position& position, bool single)
 
 void GribDownload::logFault(const QString& kind, const QString& text, int level)
 {
+    if (stopOfCall().raised()) {
+        return; // what was ended from here hasn't failed
+    }
     bool isRepeated = false;
     {
         const ScopedLock lock(m_mutex);
         isRepeated = kind == m_fault;
         m_fault = kind;
     }
-    if (!m_stop.raised()) {
-        m_reporting.log(text, isRepeated ? loglevel::kDebug : level);
-    }
+    m_reporting.log(text, isRepeated ? loglevel::kDebug : level);
 }
 
 bool GribDownload::failedBefore()
@@ -108,7 +127,7 @@ int GribDownload::downloadText(const aviation::Position& position, bool single)
                         .arg(twoDecimals(position.latitude()), twoDecimals(position.longitude())),
                     level);
     m_reporting.progress(0, 0, tr("Download Grib"));
-    DownloadManager manager(m_context);
+    DownloadManager manager(contextOfCall());
     downloadreport::showProgress(manager, m_reporting.progress);
     QString text;
     const int error = manager.getToString(m_context.settings->gribUrl(position, single), text);
@@ -181,7 +200,7 @@ int GribDownload::downloadRaw()
     }
     m_reporting.progress(0, 0, tr("Download Grib"));
     const QString gribFile = m_context.settings->tmpFolder() + QStringLiteral("grib.grib");
-    DownloadManager manager(m_context);
+    DownloadManager manager(contextOfCall());
     downloadreport::showProgress(manager, m_reporting.progress);
     const int error = manager.getToFile(expandUrlTemplate(address), gribFile);
     if (error != 0) {
@@ -211,7 +230,7 @@ void GribDownload::runWgrib(const QString& gribFile)
     }
     const QString table = m_context.settings->tmpFolder() + QStringLiteral("grib.csv");
     const ProcessResult result = runOutsideProgram(program, wgrib::arguments(gribFile, table));
-    if (!result.finished && !m_stop.raised()) {
+    if (!result.finished && !stopOfCall().raised()) {
         m_reporting.log(QStringLiteral("(Controller) - ")
                             + outsidetext::forLog(result.error.trimmed()),
                         loglevel::kError);
@@ -229,6 +248,7 @@ ProcessResult GribDownload::runOutsideProgram(const QString& program, const QStr
     constexpr int kTimeoutMs = 100000;
     QMutex mutex;
     ProcessResult result;
+    const StopFlag& stop = stopOfCall();
     const auto run = [&] {
         ProcessResult ended = m_processes.runUnlessStopped(
             program, arguments, kTimeoutMs,
@@ -237,7 +257,7 @@ ProcessResult GribDownload::runOutsideProgram(const QString& program, const QStr
                                     + outsidetext::forLog(output.trimmed()),
                                 loglevel::kDebug);
             },
-            m_stop);
+            stop);
         const ScopedLock lock(mutex);
         result = std::move(ended);
     };

@@ -3,6 +3,7 @@
 #include "app/base/DownloadManager.h"
 #include "app/base/GribSource.h"
 #include "app/base/Reporting.h"
+#include "app/base/StopFlag.h"
 
 #include <QCoreApplication>
 #include <QMutex>
@@ -10,6 +11,7 @@
 #include <QStringList>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 class ProcessRunner;
@@ -31,6 +33,7 @@ public:
 
     /// On the main thread the event loop runs on meanwhile; a second call from there fails.
     int DownloadGrib(const aviation::Position& position, bool single) override;
+    void giveWayWhen(const std::function<bool()>& condition) override;
 
 private:
     int download(const aviation::Position& position, bool single);
@@ -41,6 +44,9 @@ private:
     void runWgrib(const QString& gribFile);
     ProcessResult runOutsideProgram(const QString& program, const QStringList& arguments);
     bool onMainThread() const;
+    /// What ends the running call of this thread.
+    const StopFlag& stopOfCall() const;
+    DownloadContext contextOfCall() const;
     /// Logs a failed download, and a repetition of the same failure as a detail only.
     void logFault(const QString& kind, const QString& text, int level);
     bool failedBefore();
@@ -51,6 +57,8 @@ private:
     WeatherWrapper& m_store;
     const Reporting m_reporting;
     const QThread* const m_mainThread;
+    std::function<bool()> m_workerGivesWay;
+    const StopFlag m_workerStop;            ///< the stop flag, and what the worker gives way to
     bool m_mainThreadWaits = false;         ///< for a download of its own; main thread only
     QMutex m_mutex;                         ///< guards all below
     QString m_fault;                        ///< kind of the last failure

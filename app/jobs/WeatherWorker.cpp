@@ -3,12 +3,15 @@
 #include "app/base/GribSource.h"
 #include "app/base/LogLevel.h"
 #include "app/base/Settings.h"
+#include "app/base/SlicedSleep.h"
 #include "app/download/KeptWeather.h"
 #include "app/jobs/WeatherJobs.h"
 #include "aviation/support/ScopedLock.h"
 #include "weather/output/WeatherWrapper.h"
 #include "weather/store/WeatherFile.h"
 #include "weather/store/WeatherManager.h"
+
+#include <QStringList>
 
 using aviation::ScopedLock;
 using aviation::weather::Grib;
@@ -17,16 +20,33 @@ using aviation::weather::Synop;
 namespace storekind = aviation::weather::storekind;
 
 WeatherWorker::WeatherWorker(WeatherWrapper& store, const Settings& settings,
-                             GribSource* gribSource, QObject* parent)
+                             GribSource* gribSource, int roundMs, QObject* parent)
     : JobThread(QStringLiteral("WeatherWorker"), weathererror::kPrepare, nullptr, parent)
     , m_store(store)
     , m_settings(settings)
     , m_gribSource(gribSource)
-{}
+    , m_roundMs(roundMs)
+{
+    if (m_gribSource != nullptr) {
+        m_gribSource->giveWayWhen([this] { return !mayDownloadGrib() || mustGiveWay(); });
+    }
+}
 
 WeatherWorker::~WeatherWorker()
 {
     end();
+}
+
+/// Counted before it can be taken.
+void WeatherWorker::addJob(const Job& job)
+{
+    m_posted += job.id != kNoJob ? 1U : 0U;
+    JobThread::addJob(job);
+}
+
+void WeatherWorker::giveWay()
+{
+    m_giveWay = m_posted.load();
 }
 
 void WeatherWorker::setWeatherList(const WeatherList& list)
@@ -126,9 +146,12 @@ void WeatherWorker::log(const QString& text, int level)
 /// Deliberately, an id out of range reports the result of the job before it.
 int WeatherWorker::perform(Job& job, int before)
 {
+    ++m_taken;
+    m_gaveWay = false;
     const bool known =
         job.id >= weatherjob::kDecodeWeather && job.id <= weatherjob::kSearchAtPosition;
-    return known ? dispatch(job) : before;
+    const int result = known ? dispatch(job) : before;
+    return m_gaveWay ? weathererror::kNoGrib : result;
 }
 
 void WeatherWorker::jobDone(const Job& job, int result)
@@ -278,20 +301,47 @@ bool WeatherWorker::mayDownloadGrib() const
     return m_gribSource != nullptr && !m_settings.gribOff() && !stopped();
 }
 
+bool WeatherWorker::mustGiveWay() const
+{
+    const std::uint64_t upTo = m_giveWay;
+    return (upTo != 0 && m_taken <= upTo) || upperAirSource() != m_askedSource;
+}
+
+QString WeatherWorker::upperAirSource() const
+{
+    return QStringList{QString::number(m_settings.weatherSource()),
+                       QString::number(m_settings.wxServerType()), m_settings.weatherServer(),
+                       m_settings.urlExternGrib()}
+        .join(QLatin1Char('\n'));
+}
+
+bool WeatherWorker::askForGrib(const aviation::Position& position, Grib& grib)
+{
+    m_askedSource = upperAirSource();
+    m_gribSource->DownloadGrib(position, false);
+    return searchGrib(position, grib);
+}
+
 void WeatherWorker::waitForGrib(const aviation::Position& position, const QString& place,
                                 Grib& grib)
 {
-    constexpr int kRetryPauseMs = 500; // a server that fails at once isn't asked in a tight loop
-    while (grib.status() == aviation::weather::gribstatus::kFresh && mayDownloadGrib()) {
-        const int result = m_gribSource->DownloadGrib(position, false);
-        searchGrib(position, grib);
-        if (result != gribdownload::kDone) {
-            sleepUnlessStopped(kRetryPauseMs);
+    const auto isMissing = [&grib] {
+        return grib.status() == aviation::weather::gribstatus::kFresh;
+    };
+    bool isSaid = false;
+    while (isMissing() && mayDownloadGrib() && !m_gaveWay) {
+        askForGrib(position, grib);
+        if (isMissing() && !stopped()) {
+            isSaid = true;
+            Q_EMIT sigWaitsForUpperAir(place);
+            sleepUnless([this] { return !mayDownloadGrib() || mustGiveWay(); }, m_roundMs);
+            m_gaveWay = mayDownloadGrib() && mustGiveWay();
         }
     }
-    if (grib.status() == aviation::weather::gribstatus::kFresh && m_gribSource == nullptr
-        && !m_settings.gribOff())
-    {
+    if (isSaid) {
+        Q_EMIT sigUpperAirWaitEnded();
+    }
+    if (isMissing() && m_gribSource == nullptr && !m_settings.gribOff()) {
         Q_EMIT sigUpperAirMissing(place);
     }
 }

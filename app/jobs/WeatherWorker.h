@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/GribSource.h"
 #include "app/base/JobThread.h"
 #include "app/download/WeatherList.h"
 #include "aviation/AircraftData.h"
@@ -14,27 +15,35 @@
 #include <QString>
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <vector>
 
-class GribSource;
 class Settings;
 class WeatherWrapper;
 
 /// The thread of all decoding, searching and preparing of weather. A job may last without limit
 /// while it waits for upper-air data; nothing that the main thread calls waits for it but join.
-/// Created and destroyed on the main thread; the destructor lets a waiting job give way and joins.
+/// The wait gives way when upper-air data are switched off, to giveWay, and to another source in
+/// the settings. Created and destroyed on the main thread; the destructor lets a waiting job give
+/// way and joins.
 class WeatherWorker : public JobThread
 {
     Q_OBJECT
 public:
     /// Everything handed in must outlive the worker. A null `gribSource` means that there is no
-    /// source of upper-air data: nothing waits for any.
+    /// source of upper-air data: nothing waits for any. `roundMs` is the pause after each attempt
+    /// to get them that was in vain.
     WeatherWorker(WeatherWrapper& store, const Settings& settings, GribSource* gribSource,
-                  QObject* parent = nullptr);
+                  int roundMs = gribdownload::kRoundMs, QObject* parent = nullptr);
     ~WeatherWorker() override;
 
-    using JobThread::addJob;
+    /// Appends; the caller starts the thread afterwards. Never waits for a running job.
+    void addJob(const Job& job);
+    /// The user asks for something else: none of the jobs posted so far waits for upper-air data
+    /// any longer. One that can't do without them ends with weathererror::kNoGrib. Callable from
+    /// any thread.
+    void giveWay();
 
     /// The weather file with its [METAR], [SYNOP] and [TAF] blocks, as job 1 finds it at its start.
     /// Never waits for a running job.
@@ -76,6 +85,9 @@ Q_SIGNALS:
     void sigMetarFromWeatherSearch(QString metar);
     /// A place is prepared without upper-air data, since there is none and no source of any.
     void sigUpperAirMissing(QString place);
+    /// A job waits for upper-air data of a place: after each attempt that was in vain.
+    void sigWaitsForUpperAir(QString place);
+    void sigUpperAirWaitEnded();
 
 private:
     /// The three reports that stand for a place, and whether each was found.
@@ -148,16 +160,31 @@ private:
 
     /// Searches the upper-air record; with weather/griboff there never is one.
     bool searchGrib(const aviation::Position& position, aviation::weather::Grib& grib);
-    /// Asks the source until there is a record, the program ends, or there is no source.
+    /// Asks the source once.
+    bool askForGrib(const aviation::Position& position, aviation::weather::Grib& grib);
+    /// Asks the source until there is a record, the wait gives way, or there is no source.
     void waitForGrib(const aviation::Position& position, const QString& place,
                      aviation::weather::Grib& grib);
     bool mayDownloadGrib() const;
+    /// Whether a job has to go on without the data that it asks for.
+    bool mustGiveWay() const;
+    /// Whether the running job goes on no further.
+    bool isGivenUp() const { return m_gaveWay || stopped(); }
+    /// What the settings say of where upper-air data come from; another text for another source.
+    QString upperAirSource() const;
 
     aviation::structs::AircraftData aircraftData() const;
 
     WeatherWrapper& m_store;
     const Settings& m_settings;
     GribSource* m_gribSource;
+    const int m_roundMs;
+    std::atomic<std::uint64_t> m_posted{0};  ///< jobs
+    std::atomic<std::uint64_t> m_giveWay{0}; ///< so many of them don't wait
+    // The thread's, as long as a job runs.
+    std::uint64_t m_taken = 0; ///< jobs, with the one that runs
+    bool m_gaveWay = false;    ///< the running job
+    QString m_askedSource;     ///< where upper-air data were asked for the last time
     QMutex m_textMutex;
     WeatherList m_weatherList; ///< guarded by m_textMutex
     QString m_gribText;        ///< what job 12 decodes; nothing fills it, downloads feed the store

@@ -98,8 +98,7 @@ int WeatherWorker::SearchNearstWeather(const Job& job)
     bool gribFound = searchGrib(position, reports.grib);
     const bool anySurface = reports.metarFound || reports.synopFound;
     if (anySurface && !gribFound && mayDownloadGrib()) {
-        m_gribSource->DownloadGrib(position, false);
-        gribFound = searchGrib(position, reports.grib);
+        gribFound = askForGrib(position, reports.grib);
     }
     {
         const ScopedLock lock(m_resultMutex);

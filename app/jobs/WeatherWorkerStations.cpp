@@ -73,7 +73,7 @@ void WeatherWorker::forEachStation(const Job& job, const QString& title, const S
     const auto total = static_cast<qlonglong>(stations.size());
     qlonglong count = 0;
     for (const Station& station : stations) {
-        if (stopped()) {
+        if (isGivenUp()) {
             return;
         }
         const QString icao = icaoOf(station);

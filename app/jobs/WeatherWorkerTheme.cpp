@@ -68,7 +68,7 @@ int WeatherWorker::PrepareWeatherFile(const Job& job)
     std::vector<ThemeStation> stations;
     const auto total = static_cast<qlonglong>(places.size());
     for (const Position& place : places) {
-        if (stopped()) {
+        if (isGivenUp()) {
             return weathererror::kPrepare;
         }
         const qlonglong count = static_cast<qlonglong>(stations.size()) + 1;
@@ -84,6 +84,9 @@ int WeatherWorker::PrepareWeatherFile(const Job& job)
                                .arg(place.longitude()));
         stations.push_back(themeStation(place, static_cast<double>(aircraft.magneticVariation)));
         sleepUnlessStopped(kPauseMs);
+    }
+    if (isGivenUp()) {
+        return weathererror::kPrepare; // the last place has no upper-air data
     }
     ThemeGrid grid = makeThemeGrid(std::move(stations), cells);
     keepNearestStation(m_previousGrid, grid, aircraft.position);

@@ -34,8 +34,7 @@ WeatherWorker::Reports WeatherWorker::reportsForXPlane(const Position& position)
     searchGrib(position, reports.grib);
     if (reports.grib.status() == aviation::weather::gribstatus::kFresh) {
         if (mayDownloadGrib()) {
-            m_gribSource->DownloadGrib(position, false);
-            searchGrib(position, reports.grib);
+            m_gaveWay = !askForGrib(position, reports.grib) && mayDownloadGrib() && mustGiveWay();
         } else if (m_gribSource == nullptr && !m_settings.gribOff()) {
             Q_EMIT sigUpperAirMissing(place);
         }
@@ -61,6 +60,9 @@ int WeatherWorker::prepareXPlaneRecord(bool xplane12)
             .arg(position.longitude()),
         loglevel::kNotification);
     const Reports reports = reportsForXPlane(position);
+    if (isGivenUp()) {
+        return weathererror::kPrepare;
+    }
     CompositionContext context = m_store.compositionContext();
     XPlaneWeather record;
     GenerateXPlaneWeather(reports.metar, reports.synop, reports.grib,
@@ -117,7 +119,7 @@ int WeatherWorker::PrepareWeatherXPlane()
     const auto total = static_cast<qlonglong>(stations.size());
     qlonglong count = 0;
     for (const Station& station : stations) {
-        if (stopped()) {
+        if (isGivenUp()) {
             break;
         }
         ++count;

@@ -263,13 +263,74 @@ TEST_F(WeatherWorkerTest, AStationIsPreparedOnceItsUpperAirDataAreThere)
     EXPECT_EQ(source.calls, 3) << "a failed download is asked for again";
     ASSERT_EQ(worker->fsuipcRecords().size(), 1U);
     EXPECT_GT(worker->fsuipcRecords().front().nWindCtr, 2);
-    EXPECT_GT(clock.sleptMs(), 0) << "a source that fails at once isn't asked in a tight loop";
+    EXPECT_EQ(clock.sleptMs(), 2 * 10000) << "a source that fails at once has its rest";
 
     settings.setGribOff(true);
     EXPECT_EQ(run(3, "EDDF"_q), 0);
     EXPECT_EQ(worker->fsuipcRecords().back().nWindCtr, 2) << "ignored";
     EXPECT_EQ(run(3, "KDEN"_q), 0);
     EXPECT_EQ(source.calls, 3) << "nor downloaded";
+}
+
+TEST_F(WeatherWorkerTest, AWaitGivesWayToWhatTheUserAsksFor)
+{
+    constexpr int kNever = 1000000;
+    FakeGribSource source(store, kNever);
+    const struct
+    {
+        const char* request;
+        std::function<void()> ask;
+        int result;
+    } rows[] = {
+        {"something else", [this] { worker->giveWay(); }, weathererror::kNoGrib},
+        {"another source", [this] { settings.setWeatherSource(1); }, weathererror::kNoGrib},
+        {"another server", [this] { settings.setUrlExternGrib("http://x/y"_q); },
+         weathererror::kNoGrib},
+        {"no upper air", [this] { settings.setGribOff(true); }, weathererror::kNone},
+    };
+    const QString base = path("cirrilon");
+    for (const int job : {2, 3, 5, 6, 10, 11}) {
+        for (const auto& row : rows) {
+            SCOPED_TRACE(testing::Message() << job << ' ' << row.request);
+            settings.setGribOff(false);
+            settings.setWeatherSource(3);
+            settings.setUrlExternGrib(QString());
+            useSource(&source);
+            decodeWeather();
+            standAt(50.0, 8.5);
+            int said = 0;
+            int ended = 0;
+            QObject::connect(worker.get(), &WeatherWorker::sigWaitsForUpperAir, [&] { ++said; });
+            QObject::connect(worker.get(), &WeatherWorker::sigUpperAirWaitEnded, [&] { ++ended; });
+            int rounds = 0;
+            source.onCall = [&] {
+                if (++rounds == 20) {
+                    EXPECT_EQ(said, 19);
+                    row.ask();
+                }
+            };
+            const int good = job == 11 ? weathererror::kThemeWritten : weathererror::kNone;
+            EXPECT_EQ(run(job, job == 11 ? base : "EDDF"_q), row.result == 0 ? good : row.result);
+            EXPECT_EQ(rounds, 20) << "no limit before";
+            EXPECT_EQ(ended, 1);
+        }
+    }
+}
+
+TEST_F(WeatherWorkerTest, ARequestIsForTheJobsPostedBeforeIt)
+{
+    FakeGribSource source(store, 5);
+    useSource(&source);
+    decodeWeather();
+    worker->addJob(Job(3, "EDDF"_q));
+    worker->giveWay();
+    worker->addJob(Job(3, "EDDF"_q));
+    worker->start();
+    worker->join();
+    ASSERT_EQ(finished.size(), 3U);
+    EXPECT_EQ(finished[1].second, weathererror::kNoGrib);
+    EXPECT_EQ(finished[2].second, weathererror::kNone);
+    EXPECT_EQ(source.calls, 5);
 }
 
 TEST_F(WeatherWorkerTest, NobodyIsHeldUpByAJobThatWaitsForUpperAirData)
