@@ -4,6 +4,7 @@
 #include "app/base/Settings.h"
 #include "app/base/UserDialogs.h"
 #include "app/cycle/DirectWind.h"
+#include "app/cycle/ReportChoice.h"
 #include "app/download/WeatherDownload.h"
 #include "app/jobs/MetarExport.h"
 #include "app/jobs/PreparedWeather.h"
@@ -83,7 +84,7 @@ void Controller::OnJobWeatherWorkerFinished(int job, QString jobname, int error)
         m_reportDisplay->showRequested(jobname, error, m_aircraftData.position);
         break;
     case weatherjob::kSearchAtAircraft:
-        m_reportDisplay->showAtAircraft(error, m_aircraftData.position);
+        m_reportDisplay->showAtAircraft(m_aircraftData.position);
         break;
     default: // prepared weather; the decode has its own signal, other results are taken by nobody
         if (error == weathererror::kNoWeather && weatherjob::isPrepare(job)) {
@@ -117,6 +118,9 @@ void Controller::takeDirectWindReports(int error)
     aviation::weather::Synop synop;
     aviation::weather::Grib grib;
     m_weatherWorker->GetSearchResult(metar, synop, grib);
+    if (!metar.isKnown()) {
+        metar = reportchoice::metarOfSynop(synop);
+    }
     m_directWind->takeReports(metar, synop, grib);
 }
 

@@ -50,10 +50,10 @@ void ModelDirectWindControl::SetWeather(const Metar& metar, const Synop& synop,
 void ModelDirectWindControl::setReports(const Metar& metar, const Synop& synop,
                                         std::vector<GribLevel> levels)
 {
-    m_hasReports = true;
     m_metar = metar;
     m_synop = synop;
     m_levels = std::move(levels);
+    m_hasReports = m_hasReports || hasWind();
     std::stable_sort(m_levels.begin(), m_levels.end(), [](const GribLevel& a, const GribLevel& b) {
         return a.altitude < b.altitude;
     });
@@ -75,15 +75,23 @@ void ModelDirectWindControl::Step()
     m_gusts.draw(m_windTarget, m_aircraft.heightAgl); // only the offset in the model advances
 }
 
+/// Only a user who leaves out upper-air data has the surface wind at all heights, as in the weather
+/// that is set then.
+bool ModelDirectWindControl::hasWind() const
+{
+    const bool surfaceWillDo = m_settings.gribOff() && m_metar.isKnown();
+    return !m_levels.empty() || (surfaceWillDo && m_metar.wind().Speed >= 0.0F);
+}
+
 void ModelDirectWindControl::updateTarget()
 {
-    if (m_levels.empty()) {
-        return;
-    }
     if (aviation::isTimeGroupOld(m_metar.timeGroup(), Clock::current().NowUtc())
         && standsInFor(m_synop, m_metar))
     {
         m_synop.ToMetar(m_metar);
+    }
+    if (!hasWind()) {
+        return;
     }
     const GribLevel ground = targetwind::groundLevel(m_metar, m_aircraft.magneticVariation);
     m_windTarget = targetwind::levelAt(m_levels, ground, m_aircraft.altitude).wind;

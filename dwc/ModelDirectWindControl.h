@@ -34,8 +34,10 @@ public:
     /// The same with the levels of an upper-air report, in any order.
     void setReports(const aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
                     std::vector<aviation::weather::GribLevel> levels);
-    /// Reports have been given.
+    /// Reports have been given that say anything of the wind.
     bool hasReports() const { return m_hasReports; }
+    /// The present reports say anything of the wind at the aircraft.
+    bool hasWind() const;
     void SetAircraftData(const aviation::structs::AircraftData& data);
     /// One step, about once a second. After a gap it starts from the wind at the aircraft, where
     /// the simulator reports one, and not from where the last step ended: the first step, one after

@@ -41,6 +41,9 @@ Metar forAircraft(Metar metar, Synop& synop, const aviation::Position& aircraft,
     if (!synop.isDecoded() && !synop.reportText().empty()) {
         synop.Decode();
     }
+    if (!metar.isKnown() && synop.isKnown()) {
+        return metarOfSynop(synop); // however far away: it is all there is
+    }
     if (synopNm < kNearSynopNm) {
         metar.setVisFromSynop(synop.visibility());
     }
@@ -51,7 +54,8 @@ Metar forAircraft(Metar metar, Synop& synop, const aviation::Position& aircraft,
 
 Metar metarForRequest(Metar metar, const Synop& synop, int error)
 {
-    if (error == weathererror::kNoMetar && synop.isKnown()) {
+    const bool noMetar = error == weathererror::kNoMetar || !metar.isKnown();
+    if (noMetar && synop.isKnown()) {
         synop.ToMetar(metar);
     }
     return metar;

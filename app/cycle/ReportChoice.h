@@ -28,7 +28,8 @@ struct Request
     int error = 0;    ///< of weathererror, not kNoWeather
     std::wstring taf; ///< of the METAR's station; empty when it isn't wanted
 };
-/// The METAR itself, or the SYNOP made into one where there is no METAR (error 7).
+/// The METAR itself, or the SYNOP made into one where there is no METAR (error 7, or one without a
+/// place).
 aviation::weather::Metar metarForRequest(aviation::weather::Metar metar,
                                          const aviation::weather::Synop& synop, int error);
 /// The reports to show one after the other; the METAR is the last. `metar` is the result of

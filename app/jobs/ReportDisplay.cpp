@@ -33,16 +33,17 @@ void ReportDisplay::show(const Metar& metar)
     m_lastShownMetarText = text;
 }
 
-void ReportDisplay::showAtAircraft(int error, const aviation::Position& aircraft)
+/// Whatever else the search has missed: a report that is there is shown.
+void ReportDisplay::showAtAircraft(const aviation::Position& aircraft)
 {
-    if (error != weathererror::kNone) {
-        show(Metar(L"NO WEATHER"));
-        return;
-    }
     Metar metar;
     Synop synop;
     Grib grib;
     m_parts.worker.GetSearchResult(metar, synop, grib);
+    if (!metar.isKnown() && !synop.isKnown()) {
+        show(Metar(L"NO WEATHER"));
+        return;
+    }
     show(reportchoice::forAircraft(metar, synop, aircraft, aviation::Clock::current().NowUtc()));
     m_parts.view.pageWeather().OnTableGribUpdate(grib);
 }
@@ -50,14 +51,14 @@ void ReportDisplay::showAtAircraft(int error, const aviation::Position& aircraft
 void ReportDisplay::showRequested(const QString& icao, int error,
                                   const aviation::Position& aircraft)
 {
-    if (error == weathererror::kNoWeather) {
-        show(Metar(L"NO WEATHER"));
-        return;
-    }
     Metar metar;
     Synop synop;
     Grib grib;
     m_parts.worker.GetSearchResult(metar, synop, grib);
+    if (!metar.isKnown() && !synop.isKnown()) {
+        show(Metar(L"NO WEATHER"));
+        return;
+    }
     metar = reportchoice::metarForRequest(metar, synop, error);
     const QString taf = m_parts.settings.showTaf()
                             ? m_parts.store.GetTaf(QString::fromStdWString(metar.icao()))

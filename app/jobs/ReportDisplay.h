@@ -40,7 +40,7 @@ public:
     /// The simulator's screen gets the same text once.
     void show(const aviation::weather::Metar& metar);
     /// The end of the periodic search, job 15; `aircraft` is where the aircraft is now.
-    void showAtAircraft(int error, const aviation::Position& aircraft);
+    void showAtAircraft(const aviation::Position& aircraft);
     /// The end of the search for a request, job 14.
     void showRequested(const QString& icao, int error, const aviation::Position& aircraft);
     /// The user asks for a station. The event loop runs on while its upper-air data are fetched;

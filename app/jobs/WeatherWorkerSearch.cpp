@@ -1,5 +1,6 @@
 #include "app/base/GribSource.h"
 #include "app/base/LogLevel.h"
+#include "app/base/Settings.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/NumberText.h"
@@ -109,14 +110,14 @@ int WeatherWorker::SearchNearstWeather(const Job& job)
     if (!anySurface) {
         return gribFound ? weathererror::kNoMetar : weathererror::kNoWeather;
     }
-    // A missing SYNOP is no failure for the two jobs that only show a report.
-    const bool display =
-        job.id == weatherjob::kSearchAtStation || job.id == weatherjob::kSearchAtAircraft;
-    if (display && reports.metarFound && gribFound) {
-        return weathererror::kNone;
-    }
-    if (!gribFound) {
+    const bool ignoresGrib = m_settings.gribOff();
+    if (!gribFound && !ignoresGrib) {
         return weathererror::kNoGribFound;
+    }
+    // Display and direct wind make do with what there is.
+    const bool makesDo = job.id != weatherjob::kSearchAtPosition;
+    if (makesDo && (reports.metarFound || ignoresGrib)) {
+        return weathererror::kNone;
     }
     if (!reports.metarFound) {
         return weathererror::kNoMetar;

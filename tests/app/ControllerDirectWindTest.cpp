@@ -7,8 +7,10 @@
 #include <TestPaths.h>
 #include <algorithm>
 #include <chrono>
+#include <vector>
 
 using namespace std::chrono_literals;
+namespace storekind = aviation::weather::storekind;
 
 namespace {
 
@@ -37,6 +39,12 @@ protected:
                              searches += job == weatherjob::kSearchForDwc ? 1 : 0;
                          });
         simulator.clearCalls();
+    }
+    void remove(const std::vector<int>& kinds)
+    {
+        for (const int kind : kinds) {
+            controller->weather().initializeWeather(QString(), kind);
+        }
     }
     void tickAndSettle(std::chrono::milliseconds after)
     {
@@ -144,12 +152,43 @@ TEST_F(ControllerDirectWindTest, XPlaneKeepsItsLowWindWithoutUpperAirData)
 TEST_F(ControllerDirectWindTest, WithoutReportsTheWindOfTheWeatherStays)
 {
     fly(1, aviation::fsid::kFsx);
-    settings->setGribOff(true); // the search fails then
+    remove({storekind::kMetar, storekind::kSynop});
     for (int i = 0; i < 3; ++i) {
         tickAndSettle(1100ms);
     }
     EXPECT_EQ(searches, 1);
     EXPECT_EQ(sent(), 0);
+}
+
+TEST_F(ControllerDirectWindTest, MakesDoWithASurfaceReport)
+{
+    const struct
+    {
+        const char* missing;
+        bool gribOff;
+        std::vector<int> missingKinds;
+        int direction;
+        int speed;
+    } rows[] = {{"SYNOP", false, {storekind::kSynop}, -1, -1},
+                {"upper air", true, {}, 240, 12},
+                {"SYNOP and upper air", true, {storekind::kSynop}, 240, 12},
+                {"METAR and upper air", true, {storekind::kMetar}, 240, 12}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.missing);
+        view.targetWinds.clear();
+        fly(1, aviation::fsid::kFsx);
+        remove(row.missingKinds);
+        settings->setGribOff(row.gribOff);
+        settings->setDwcDegreesPerSecond(360);
+        settings->setDwcKnotsPerSecond(100);
+        tickAndSettle(1100ms);
+        tickAndSettle(1100ms);
+        ASSERT_FALSE(view.targetWinds.isEmpty());
+        if (row.direction >= 0) {
+            EXPECT_EQ(view.targetWinds.last().Dir, static_cast<float>(row.direction));
+            EXPECT_EQ(view.targetWinds.last().Speed, static_cast<float>(row.speed));
+        }
+    }
 }
 
 TEST_F(ControllerDirectWindTest, ASlowSimulatorGetsOneWindAtATimeAndAFaultIsToldOnce)

@@ -363,23 +363,30 @@ TEST_F(WeatherWorkerTest, ASearchTellsWhatIsMissing)
         int job;
         QString argument;
         int expected;
+        bool gribOff = false;
     } rows[] = {
         {true, true, false, 15, QString(), 9},
         {false, true, false, 13, QString(), 9},
         {false, false, false, 17, "50.0,8.5"_q, 10},
         {true, true, true, 13, QString(), 0}, // upper-air data stay from here on
-        {true, false, true, 13, QString(), 8},
+        {true, false, true, 13, QString(), 0},
         {true, false, true, 15, QString(), 0},
         {true, false, true, 14, "EDDF"_q, 0},
         {true, false, true, 17, "50.0,8.5"_q, 8},
         {false, true, true, 15, QString(), 7},
         {false, false, true, 13, QString(), 7},
         {true, true, true, 17, "50.0"_q, 3},
+        {true, true, true, 13, QString(), 0, true},
+        {true, false, true, 14, "EDDF"_q, 0, true},
+        {false, true, true, 15, QString(), 0, true},
+        {false, false, true, 15, QString(), 10, true},
+        {true, false, true, 17, "50.0,8.5"_q, 8, true},
     };
     using namespace aviation::weather;
     standAt(50.0, 8.5);
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << row.job << ' ' << row.expected);
+        settings.setGribOff(row.gribOff);
         decodeWeather();
         if (row.grib) {
             store.initializeWeather(QString::fromLatin1(SettingsFixture::read(kUpperAir)),
@@ -398,7 +405,7 @@ TEST_F(WeatherWorkerTest, ASearchTellsWhatIsMissing)
         worker->GetSearchResult(metar, synop, grib);
         if (row.expected != weathererror::kNoPosition) {
             EXPECT_EQ(metar.isKnown(), row.metar);
-            EXPECT_EQ(grib.status() == 0, row.grib);
+            EXPECT_EQ(grib.status() == 0, row.grib && !row.gribOff);
         }
     }
 }
