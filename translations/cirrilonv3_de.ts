@@ -1415,6 +1415,30 @@ Nach: %2</translation>
         <source>update weather in FS</source>
         <translation>Wetter wird im Simulator aktualisiert</translation>
     </message>
+    <message>
+        <source>The weather theme can&apos;t be written. Check the simulator&apos;s folder in the settings.</source>
+        <translation>Die Wetterdatei lässt sich nicht schreiben. Bitte den Ordner des Simulators in den Einstellungen prüfen.</translation>
+    </message>
+    <message>
+        <source>The weather can&apos;t be prepared (error %1).</source>
+        <translation>Das Wetter lässt sich nicht vorbereiten (Fehler %1).</translation>
+    </message>
+    <message>
+        <source>The connected simulator takes no weather from this version.</source>
+        <translation>Der verbundene Simulator nimmt von dieser Version kein Wetter an.</translation>
+    </message>
+    <message>
+        <source>No weather is set: there is no station in range.</source>
+        <translation>Es wird kein Wetter gesetzt: Keine Station ist in Reichweite.</translation>
+    </message>
+    <message>
+        <source>The simulator hasn&apos;t taken the weather (error %1).</source>
+        <translation>Der Simulator hat das Wetter nicht angenommen (Fehler %1).</translation>
+    </message>
+    <message>
+        <source>The weather can&apos;t be written: %1. Check the simulator&apos;s folder in the settings.</source>
+        <translation>Das Wetter lässt sich nicht schreiben: %1. Bitte den Ordner des Simulators in den Einstellungen prüfen.</translation>
+    </message>
 </context>
 <context>
     <name>ProgressBar</name>
@@ -2195,6 +2219,13 @@ hPa</translation>
     <message>
         <source>Upper-air levels near the last report</source>
         <translation>Höhenschichten bei der letzten Meldung</translation>
+    </message>
+</context>
+<context>
+    <name>UpperAirWait</name>
+    <message>
+        <source>Waiting for upper-air data of %1. &quot;Leave out upper-air data&quot; in the settings ends the wait.</source>
+        <translation>Warten auf Höhenwetterdaten von %1. „Höhenwetterdaten weglassen“ in den Einstellungen beendet das Warten.</translation>
     </message>
 </context>
 <context>
