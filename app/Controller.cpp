@@ -13,6 +13,7 @@
 #include "app/jobs/PreparedWeather.h"
 #include "app/jobs/ReportDisplay.h"
 #include "app/jobs/SimulatorLink.h"
+#include "app/jobs/UpperAirWait.h"
 #include "app/jobs/WeatherWorker.h"
 #include "aviation/support/Clock.h"
 #include "aviation/support/RandomSource.h"
@@ -132,8 +133,8 @@ void Controller::makeWorkers(const ControllerParts& parts, const DownloadContext
     boxless.dialogs = nullptr;
     m_gribDownload =
         std::make_unique<GribDownload>(boxless, m_stop, parts.processes, *m_weather, m_reporting);
-    m_weatherWorker =
-        std::make_unique<WeatherWorker>(*m_weather, parts.settings, m_gribDownload.get());
+    m_weatherWorker = std::make_unique<WeatherWorker>(*m_weather, parts.settings,
+                                                      m_gribDownload.get(), parts.upperAirRoundMs);
     connect(m_weatherWorker.get(), &WeatherWorker::sigFinishedDecodeWeatherData, this,
             &Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata, Qt::QueuedConnection);
     connect(m_weatherWorker.get(), &WeatherWorker::sigFinishedJob, this,
@@ -192,8 +193,16 @@ void Controller::makeJobParts(const ControllerParts& parts)
         m_posts.toSimulator, [this] { return m_directWind->sends(); }, parts.settleMs});
     connect(m_preparedWeather.get(), &PreparedWeather::sigFilesSet, this,
             &Controller::DownloadXPlaneGlobalWind);
-    connect(m_preparedWeather.get(), &PreparedWeather::sigWeatherSet, &m_timerWeather,
+    connect(m_preparedWeather.get(), &PreparedWeather::sigEnded, &m_timerWeather,
             QOverload<>::of(&QTimer::start));
+    connect(m_preparedWeather.get(), &PreparedWeather::sigGaveWay, this,
+            &Controller::updateGaveWay);
+    m_upperAirWait = std::make_unique<UpperAirWait>(m_view, m_reporting.log);
+    connect(m_weatherWorker.get(), &WeatherWorker::sigWaitsForUpperAir, this,
+            &Controller::waitsForUpperAir, Qt::QueuedConnection);
+    connect(
+        m_weatherWorker.get(), &WeatherWorker::sigUpperAirWaitEnded, this,
+        [this] { m_upperAirWait->ended(); }, Qt::QueuedConnection);
     m_reportDisplay = std::make_unique<ReportDisplay>(
         ReportDisplay::Parts{m_settings, m_view, *m_weather, *m_weatherWorker, *m_gribDownload,
                              m_stop, m_reporting.log, m_posts, [this] {

@@ -31,6 +31,7 @@ class PreparedWeather;
 class ReportDisplay;
 class SimulatorLink;
 class UpdateCheck;
+class UpperAirWait;
 class WeatherDownload;
 class WeatherWorker;
 class WeatherWrapper;
@@ -146,7 +147,11 @@ private:
     bool isLowWindMissing() const;
     void searchNearestIfDue();
     bool approachBlocks();
+    bool hasReports() const;
     void startUpdate();
+    void updateGaveWay();
+    void resumeWeatherClock();
+    void waitsForUpperAir(const QString& place);
     void UpdateXPlaneVisibility();
     void UpdateDirectWindControl();
     void takeDirectWindReports(int error);
@@ -186,6 +191,7 @@ private:
     std::unique_ptr<ConnectJobLog> m_connectJobLog;
     std::unique_ptr<DirectWind> m_directWind;
     std::unique_ptr<PreparedWeather> m_preparedWeather;
+    std::unique_ptr<UpperAirWait> m_upperAirWait;
     std::unique_ptr<ReportDisplay> m_reportDisplay;
     std::unique_ptr<PlaceTables> m_placeTables;
     const FlightState* m_flight = nullptr;
@@ -196,6 +202,8 @@ private:
     CycleCounters m_counters;
     bool m_inWeatherTick = false;
     bool m_forceWeatherUpdate = false;
+    bool m_updateOwed = false;       ///< one that gave way to something else
+    bool m_clearedOnConnect = false; ///< and no update has begun since
     bool m_weatherDecoded = false;
     bool m_reportsMissing = false; ///< the last update found none; said already
     aviation::Position m_lastUpdatePosition;

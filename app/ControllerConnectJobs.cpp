@@ -7,8 +7,10 @@
 #include "app/cycle/DirectWind.h"
 #include "app/download/WeatherDownload.h"
 #include "app/jobs/ConnectJobLog.h"
+#include "app/jobs/PreparedWeather.h"
 #include "app/jobs/SimulatorLink.h"
 #include "app/jobs/WeatherJobs.h"
+#include "app/jobs/WeatherWorker.h"
 #include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
@@ -59,6 +61,7 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
     case connectjob::kSetXPlaneWeather:
     case connectjob::kSetXPlane12Weather:
     case connectjob::kSetXPlaneFiles:
+        m_preparedWeather->takeSet(error);
         m_link->takeWeatherSet(error);
         m_timerWeather.start();
         break;
@@ -128,6 +131,7 @@ void Controller::connected()
     }
     m_directWind->connected();
     m_aircraftDataValid = false; // what is known of the aircraft is of the last connection
+    m_preparedWeather->connected();
     const aviation::FsId fsId = m_connectWorker->fsVersion();
     m_view.setConnectText(tr("Disconnect"), true);
     m_view.pageData().setSimInterfaceInfo(m_connectWorker->fsName() + QStringLiteral(" - ")
@@ -144,8 +148,9 @@ void Controller::connected()
     if (m_settings.interfaceType() == aviation::interfaceid::kBridge) {
         m_posts.toSimulator(Job(connectjob::kAnnounceAddress, streamAddress()));
     }
-    if (m_settings.clearWxOnConnect()) {
+    if (m_settings.clearWxOnConnect() && !m_link->isReconnect()) {
         OnClearWX();
+        m_clearedOnConnect = true;
     }
     if (m_weatherDownload->isUnderWay() || m_weatherDecoded) {
         m_view.setSetWxAction(true, tr("Set WX"), QString());
@@ -164,6 +169,8 @@ void Controller::showDisconnected()
     m_aircraftTitle.clear();
     m_view.SetAircraftName(QString(), QString(), false);
     Q_EMIT sigProgress(0, 0, QString());
+    m_weatherWorker->giveWay();
+    resumeWeatherClock(); // the job that would do so may have gone with the connection
 }
 
 /// The own address for the bridge's stream, valid while connected.

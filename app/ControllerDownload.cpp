@@ -24,6 +24,7 @@ void Controller::beginDownload()
 {
     m_view.pageWeather().OnEnableGetMetarButton(false);
     m_timerWeather.stop();
+    m_weatherWorker->giveWay();
     m_globalWindDownload->tryFailedAgain();
     m_view.setSetWxAction(true, tr("Set WX"), QString());
     m_view.setSystrayMessage(tr("Download weather"));
@@ -34,6 +35,7 @@ void Controller::beginDownload()
 void Controller::decodeWeatherList(const WeatherList& list)
 {
     m_weatherWorker->setWeatherList(list);
+    m_weatherWorker->giveWay(); // the decode job mustn't lie behind one that waits
     m_posts.toWeather(Job(weatherjob::kDecodeWeather, QStringLiteral("decode weather data")));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/DownloadManager.h"
+#include "app/base/GribSource.h"
 #include "sim/AircraftDatagrams.h"
 
 class FsInterfaceFactory;
@@ -34,4 +35,6 @@ struct ControllerParts
     /// How long written weather rests before the simulator is asked to load it.
     int settleMs = 1000;
     LinkTimes link = {};
+    /// The pause between the questions for upper-air data that don't come.
+    int upperAirRoundMs = gribdownload::kRoundMs;
 };

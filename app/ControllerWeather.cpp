@@ -5,12 +5,15 @@
 #include "app/base/Settings.h"
 #include "app/cycle/CycleRules.h"
 #include "app/cycle/DirectWind.h"
+#include "app/download/WeatherDownload.h"
 #include "app/jobs/PreparedWeather.h"
+#include "app/jobs/UpperAirWait.h"
 #include "app/jobs/WeatherJobs.h"
 #include "app/jobs/WeatherWorker.h"
 #include "sim/AircraftDatagrams.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
+#include "weather/output/WeatherWrapper.h"
 
 #include <QScopedValueRollback>
 
@@ -75,8 +78,10 @@ void Controller::OnTimerWeather()
         return;
     }
     const bool due = cycle::updateDue(m_counters.msSinceUpdate, m_settings.updateTime(), distanceNm,
-                                      m_settings.range());
-    if (((due || isLowWindMissing()) && !blocked) || m_forceWeatherUpdate) {
+                                      m_settings.range())
+                     || m_updateOwed || isLowWindMissing();
+    // After a clear there is nothing that an approach would protect.
+    if ((due && !blocked) || m_forceWeatherUpdate || (m_clearedOnConnect && hasReports())) {
         startUpdate();
     }
     if (m_counters.msSinceVisibility >= kVisibilityMs
@@ -158,9 +163,16 @@ bool Controller::approachBlocks()
     return true;
 }
 
+bool Controller::hasReports() const
+{
+    return m_weather->metarCount() > 0 || m_weather->synopCount() > 0;
+}
+
 void Controller::startUpdate()
 {
     m_forceWeatherUpdate = false;
+    m_updateOwed = false;
+    m_clearedOnConnect = m_clearedOnConnect && !hasReports();
     m_lastUpdatePosition = m_aircraftData.position;
     m_weatherWorker->setAircraftData(m_aircraftData);
     m_timerWeather.stop(); // until the weather is set: two cycles never overlap
@@ -176,17 +188,37 @@ void Controller::startUpdate()
                            "\"Simconnect\" or \"FSUIPC & Simconnect\"."),
             loglevel::kWarning);
     }
+    m_counters.msSinceUpdate = 0;
+    m_preparedWeather->updateBegun();
     if (job.id != 0) {
         m_posts.toWeather(Job(job.id, job.name));
     } else {
-        m_reporting.log(
-            QStringLiteral("(Controller) - The connected simulator takes no weather from this "
-                           "version (interface %1, simulator %2).")
-                .arg(simulator().interfaceType)
-                .arg(simulator().fsId),
-            loglevel::kWarning);
+        m_preparedWeather->takeNone(simulator());
     }
-    m_counters.msSinceUpdate = 0;
+}
+
+void Controller::updateGaveWay()
+{
+    m_updateOwed = true;
+    resumeWeatherClock();
+}
+
+/// A download that is under way starts the clock itself: its reports are worth waiting for.
+void Controller::resumeWeatherClock()
+{
+    if (m_weatherDecoded && !m_weatherDownload->isUnderWay()) {
+        m_timerWeather.start();
+    }
+}
+
+/// The weather clock stands meanwhile, but the next list comes in time.
+void Controller::waitsForUpperAir(const QString& place)
+{
+    if (!m_stop.raised()) {
+        m_upperAirWait->goesOn(place);
+        m_counters.addElapsed(m_weatherClock.lapMs());
+        downloadIfDue();
+    }
 }
 
 void Controller::UpdateDirectWindControl()

@@ -45,8 +45,6 @@ public:
     void Step();
     /// The next step starts from the wind at the aircraft.
     void startAnew() { m_lastStep.reset(); }
-    /// The reports hold what Step() needs to know a real wind.
-    bool hasLevels() const { return !m_levels.empty(); }
     /// The same for StepXPlane().
     bool hasLevelsForXPlane() const;
     /// What the simulator is to get now: direction in [0, 360), speed from 0 to 200 knots.

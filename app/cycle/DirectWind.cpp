@@ -66,8 +66,7 @@ void DirectWind::update(const cycle::Simulator& simulator,
 
 bool DirectWind::hasLevels() const
 {
-    return m_way == cycle::WindWay::AtAircraft ? m_model->hasLevels()
-                                               : m_model->hasLevelsForXPlane();
+    return m_way == cycle::WindWay::AtAircraft ? m_model->hasWind() : m_model->hasLevelsForXPlane();
 }
 
 bool DirectWind::sends() const

@@ -9,6 +9,7 @@
 #include "app/jobs/XPlaneFiles.h"
 #include "sim/ConnectJobs.h"
 #include "sim/ConnectWorker.h"
+#include "sim/SimResult.h"
 
 #include <QFileInfo>
 #include <QTimer>
@@ -26,6 +27,11 @@ XPlaneWindLayer emptyWindLayer()
     return layer;
 }
 
+int goodEnd(int job)
+{
+    return job == weatherjob::kThemeFile ? weathererror::kThemeWritten : weathererror::kNone;
+}
+
 } // namespace
 
 PreparedWeather::PreparedWeather(Parts parts, QObject* parent)
@@ -35,6 +41,20 @@ PreparedWeather::PreparedWeather(Parts parts, QObject* parent)
 
 void PreparedWeather::take(int job, const QString& name, int error)
 {
+    if (!weatherjob::isPrepare(job)) {
+        return;
+    }
+    if (error == weathererror::kNoGrib) {
+        m_parts.log(QStringLiteral("(Controller) - The weather isn't set yet: the wait for "
+                                   "upper-air data has given way."),
+                    loglevel::kNotification);
+        Q_EMIT sigGaveWay();
+        return;
+    }
+    if (error != goodEnd(job)) {
+        failToPrepare(job, error);
+        return;
+    }
     switch (job) {
     case weatherjob::kFsuipcAll:
     case weatherjob::kFsuipcStation:
@@ -54,12 +74,11 @@ void PreparedWeather::take(int job, const QString& name, int error)
         setXPlaneFiles();
         break;
     case weatherjob::kThemeFile:
-        setTheme(name, error);
+        setTheme(name);
         break;
     default:
-        return;
+        break;
     }
-    m_lowWindLeft = false; // a record that has settled may leave it again
 }
 
 template <typename Step>
@@ -70,6 +89,74 @@ void PreparedWeather::afterSettling(const Step& step)
             step();
         }
     });
+}
+
+void PreparedWeather::failToPrepare(int job, int error)
+{
+    if (job == weatherjob::kThemeFile) {
+        fail(QStringLiteral("(Controller) - The weather theme isn't set. Check the simulator's "
+                            "folder in the settings, then choose \"Download WX\"."),
+             loglevel::kError,
+             tr("The weather theme can't be written. Check the simulator's folder in the "
+                "settings."));
+    } else {
+        fail(QStringLiteral("(Controller) - The weather isn't set: %1 (error %2).")
+                 .arg(WeatherWorker::errorText(error))
+                 .arg(error),
+             loglevel::kError, tr("The weather can't be prepared (error %1).").arg(error));
+    }
+}
+
+/// The weather clock goes on, and with it all else; the next update tries again. Until one
+/// succeeds the same line is a detail of the log.
+void PreparedWeather::fail(const QString& line, int level, const QString& notice)
+{
+    m_parts.log(line, line == m_lastFault ? loglevel::kDebug : level);
+    m_lastFault = line;
+    m_parts.view.showNotice(Notice::Weather, notice);
+    Q_EMIT sigEnded();
+}
+
+void PreparedWeather::succeed()
+{
+    m_lastFault.clear();
+    m_parts.view.clearNotice(Notice::Weather);
+}
+
+void PreparedWeather::connected()
+{
+    succeed();
+}
+
+void PreparedWeather::takeNone(const cycle::Simulator& simulator)
+{
+    fail(QStringLiteral("(Controller) - The connected simulator takes no weather from this "
+                        "version (interface %1, simulator %2).")
+             .arg(simulator.interfaceType)
+             .arg(simulator.fsId),
+         loglevel::kWarning, tr("The connected simulator takes no weather from this version."));
+}
+
+/// The simulator's worker has logged what failed; the end of its job starts the weather clock. That
+/// the simulator is gone is said elsewhere.
+void PreparedWeather::takeSet(int error)
+{
+    switch (error) {
+    case simresult::kNone:
+        succeed();
+        break;
+    case simresult::kTimeout:
+    case simresult::kNoInterface:
+        break;
+    case simresult::kNoWeather:
+        m_parts.view.showNotice(Notice::Weather,
+                                tr("No weather is set: there is no station in range."));
+        break;
+    default:
+        m_parts.view.showNotice(
+            Notice::Weather, tr("The simulator hasn't taken the weather (error %1).").arg(error));
+        break;
+    }
 }
 
 void PreparedWeather::showUpdate()
@@ -144,12 +231,10 @@ void PreparedWeather::sendXPlaneFiles()
     m_parts.simulator.setMetars(m_parts.prepared.xplaneMetarLines());
     m_parts.simulator.setWinds(m_parts.prepared.xplaneWindLines());
     m_parts.postJob(Job(connectjob::kSetXPlaneFiles, QStringLiteral("Set XPWeather")));
-    Q_EMIT sigFilesSet();
     m_xplaneBaseVisibility = cycle::kNoVisibility;
+    Q_EMIT sigFilesSet();
 }
 
-/// Where a file can't be written the weather clock stays stopped until the next download: the next
-/// tick would only fail in the same folder again. Of the files only METAR.rwx says so.
 void PreparedWeather::writeXPlaneFiles()
 {
     QString folder = m_parts.settings.simPath();
@@ -158,27 +243,22 @@ void PreparedWeather::writeXPlaneFiles()
     }
     const XPlaneFilesResult result = saveXPlaneFiles(folder, m_parts.prepared.xplaneMetarLines(),
                                                      m_parts.prepared.xplaneWindLines());
-    if (result.written) {
-        Q_EMIT sigFilesSet(); // the event loop runs on meanwhile
-        Q_EMIT sigWeatherSet();
-    } else if (result.failedFile.endsWith(QStringLiteral("/METAR.rwx"))) {
-        m_parts.log(QStringLiteral("(WeatherManager)  Weather Xplane: Can not open File: ")
-                        + result.failedFile.toHtmlEscaped(),
-                    loglevel::kError);
-    }
-}
-
-/// Without a file there is nothing to set. The weather clock stays stopped until the next download:
-/// the next tick would only fail in the same folder again.
-void PreparedWeather::setTheme(const QString& name, int error)
-{
-    if (error != weathererror::kThemeWritten) {
-        m_parts.log(
-            QStringLiteral("(Controller) - The weather theme isn't set. Check the simulator's "
-                           "folder in the settings, then choose \"Download WX\"."),
-            loglevel::kError);
+    if (!result.written) {
+        fail(QStringLiteral("(WeatherManager)  Weather Xplane: Can not open File: ")
+                 + result.failedFile.toHtmlEscaped(),
+             loglevel::kError,
+             tr("The weather can't be written: %1. Check the simulator's folder in the settings.")
+                 .arg(result.failedFile));
         return;
     }
+    succeed();
+    m_xplaneBaseVisibility = cycle::kNoVisibility;
+    Q_EMIT sigFilesSet(); // the event loop runs on meanwhile
+    Q_EMIT sigEnded();
+}
+
+void PreparedWeather::setTheme(const QString& name)
+{
     showUpdate();
     m_parts.log(QStringLiteral("(WeatherManager)  Weather Model File created"),
                 loglevel::kNotification);

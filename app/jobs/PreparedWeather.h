@@ -39,6 +39,14 @@ public:
 
     /// The end of a prepare job of weatherjob, with its name and result. Other jobs are left alone.
     void take(int job, const QString& name, int error);
+    /// There is no job that prepares weather for the simulator that is connected.
+    void takeNone(const cycle::Simulator& simulator);
+    /// The end of a job of connectjob that sets prepared weather.
+    void takeSet(int error);
+    /// Another connection: what failed with the last one says nothing of it.
+    void connected();
+    /// An update is under way, which says anew whether the low wind is left to direct wind control.
+    void updateBegun() { m_lowWindLeft = false; }
     /// Surface visibility of the last X-Plane record, metres; cycle::kNoVisibility without one.
     float baseVisibility() const { return m_xplaneBaseVisibility; }
     /// The last weather was an X-Plane record whose low wind was left to direct wind control.
@@ -47,8 +55,11 @@ public:
 Q_SIGNALS:
     /// X-Plane's weather files are written or on their way; the global wind follows them.
     void sigFilesSet();
-    /// The weather is set without a job that would say so.
-    void sigWeatherSet();
+    /// The update has ended without a job that would say so: with the weather set in files, or
+    /// without weather, in which case the next update tries again.
+    void sigEnded();
+    /// The update gave way while it waited for upper-air data; it is still owed.
+    void sigGaveWay();
 
 private:
     template <typename Step>
@@ -62,9 +73,13 @@ private:
     bool hasLocalXPlane() const;
     void sendXPlaneFiles();
     void writeXPlaneFiles();
-    void setTheme(const QString& name, int error);
+    void setTheme(const QString& name);
+    void failToPrepare(int job, int error);
+    void fail(const QString& line, int level, const QString& notice);
+    void succeed();
 
     const Parts m_parts;
+    QString m_lastFault; ///< the line that was logged last, if nothing was set since
     float m_xplaneBaseVisibility = cycle::kNoVisibility;
     bool m_lowWindLeft = false;
 };

@@ -39,6 +39,7 @@ SimulatorLink::SimulatorLink(Parts parts, QObject* parent)
 void SimulatorLink::switchByUser()
 {
     endReconnecting();
+    m_comesBack = false;
     clearFaults();
     m_byUser = m_connecting || !m_parts.worker.IsConnected();
     if (!m_connecting) {
@@ -114,6 +115,7 @@ void SimulatorLink::takeUp()
     m_timerWatch.start();
     Q_EMIT sigConnected();
     m_lost = false;
+    m_comesBack = false;
 }
 
 void SimulatorLink::takeFailure(int error, bool byUser)
@@ -193,6 +195,7 @@ void SimulatorLink::takeLoss()
     } else if (wasLinked) {
         Q_EMIT sigLost();
     }
+    m_comesBack = m_comesBack || wasLinked;
     if (!wasLinked) {
         return; // a connect that failed, or the user has disconnected meanwhile
     }

@@ -45,6 +45,9 @@ public:
     void takeWeatherSet(int error);
     /// The worker has dropped its interface. What is left is to show it and to come back.
     void takeLoss();
+    /// A connection that was lost, and not given up by the user, is up again. Holds in
+    /// sigConnected.
+    bool isReconnect() const { return m_comesBack; }
     /// No further attempt follows by itself.
     void endReconnecting();
     /// While sigConnected is emitted: the connection before this one was lost, and the simulator
@@ -80,6 +83,7 @@ private:
     bool m_connecting = false; ///< a connect job is under way
     bool m_byUser = false;     ///< and the user waits for it
     bool m_lost = false;       ///< and not given up, until the next connection
+    bool m_comesBack = false;  ///< lost, and the user hasn't clicked since
     bool m_noticed = false;    ///< what is wrong was shown; the user may have closed it
     bool m_weatherNoticed = false;
     QTimer m_timerReconnect{this};

@@ -1,0 +1,307 @@
+#include "tests/app/ControllerFixture.h"
+#include "weather/output/WeatherWrapper.h"
+
+#include <algorithm>
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// What the pilot is left with where the weather can't be set.
+class ControllerCycleTest : public ControllerFixture
+{
+protected:
+    void SetUp() override
+    {
+        ControllerFixture::SetUp();
+        settings->setDownloadUpdateTime(20000);
+        make();
+        start();
+        decode();
+    }
+    void flyWith(int interfaceType, aviation::FsId fsId)
+    {
+        connectTo(interfaceType, fsId);
+        flyAt(50.0, 8.5);
+    }
+    bool clockRuns() const { return timer("timerWeather").isActive(); }
+    void tickAndWatch(std::chrono::milliseconds after)
+    {
+        tick(after);
+        settle();
+        ASSERT_TRUE(wait([this] { return clockRuns(); }));
+        settle();
+    }
+    bool isNoticed() const { return view.notices.count(Notice::Weather) > 0; }
+    int searches() { return view.linesWith("Next Job ID: 15"_q); }
+    int linesAt(int level, const QString& part) const
+    {
+        return static_cast<int>(
+            std::count_if(view.log.begin(), view.log.end(), [&](const FakeMainView::Line& line) {
+                return line.level == level && line.text.contains(part);
+            }));
+    }
+};
+
+struct Obstacle
+{
+    const char* name;
+    int interfaceType;
+    aviation::FsId fsId;
+    int mode;
+    const char* blocked; ///< below the home folder: a folder where a file has to go
+    const char* line;
+    int level;
+};
+
+class ObstacleTest : public ControllerCycleTest, public ::testing::WithParamInterface<Obstacle>
+{};
+
+TEST_P(ObstacleTest, IsSaidOnceAndAllElseGoesOnUntilItIsOutOfTheWay)
+{
+    const Obstacle& row = GetParam();
+    const QString line = QString::fromLatin1(row.line);
+    const QString blocked = path(row.blocked);
+    settings->setInterfaceType(row.interfaceType);
+    settings->setWeatherMode(row.mode);
+    settings->setSimPath(path("xplane"));
+    QDir().mkpath(path("xplane"));
+    QDir().mkpath(blocked);
+    flyWith(row.interfaceType, row.fsId);
+    tickAndWatch(5s);
+    EXPECT_EQ(linesAt(row.level, line), 1);
+    EXPECT_TRUE(isNoticed());
+
+    const int before = searches();
+    for (int i = 0; i < 3; ++i) {
+        tickAndWatch(62s);
+    }
+    EXPECT_EQ(searches(), before + 3) << "the display goes on";
+    EXPECT_EQ(view.linesWith(line), 1) << "not tried again before the interval is over";
+    tickAndWatch(std::chrono::seconds(settings->updateTime() + 1));
+    EXPECT_EQ(view.linesWith(line), 2);
+    EXPECT_EQ(linesAt(row.level, line), 1) << "a detail from then on";
+
+    QDir(blocked).removeRecursively();
+    if (row.fsId == aviation::fsid::kPrepar3dV4) {
+        return; // nothing is in the way there but the simulator
+    }
+    tickAndWatch(std::chrono::seconds(settings->updateTime() + 1));
+    EXPECT_EQ(view.linesWith(line), 2);
+    EXPECT_FALSE(isNoticed());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, ObstacleTest,
+    ::testing::Values(Obstacle{"theme", 2, 3, 1, "xplane/Weather/themes/cirrilon.WTB",
+                               "The weather theme isn't set.", 3},
+                      Obstacle{"metars", 4, 8, 1, "xplane/METAR.rwx", "Can not open File: ", 3},
+                      Obstacle{"winds", 4, 8, 1, "xplane/WINDS.rwx", "Can not open File: ", 3},
+                      Obstacle{"no_job", 4, 6, 0, "other", "takes no weather from this version",
+                               2}),
+    [](const auto& param) { return std::string(param.param.name); });
+
+TEST_F(ControllerCycleTest, AWeatherThatTheSimulatorRefusesIsShownUntilItTakesOne)
+{
+    simulator.setResults("SetWeatherData"_q, {8, 0});
+    flyWith(4, 8);
+    tickAndWatch(5s);
+    EXPECT_TRUE(isNoticed());
+    controller->OnClickedSetWX();
+    tickAndWatch(1s);
+    EXPECT_FALSE(isNoticed());
+
+    view.log.clear();
+    controller->OnJobWeatherWorkerFinished(weatherjob::kXPlaneRecord, QString(),
+                                           weathererror::kPrepare);
+    settle();
+    EXPECT_TRUE(isNoticed());
+    EXPECT_EQ(simulator.calls("SetWeatherData"_q).size(), 2) << "not the record of before";
+}
+
+TEST_F(ControllerCycleTest, ALossBetweenPreparingAndSettingLeavesTheClockRunning)
+{
+    flyWith(4, 8);
+    simulator.setResults("GetAircraftData"_q, {simresult::kTimeout});
+    simulator.setHook([this](const QString& operation) {
+        while (operation == "GetAircraftData"_q && controller->connectWorker().queuedJobs() == 0) {
+            QThread::msleep(1); // until the weather waits behind the poll
+        }
+    });
+    controller->OnTimerOneSecond();
+    tickAndWatch(5s);
+    EXPECT_FALSE(controller->IsConnected());
+    EXPECT_TRUE(simulator.calls("SetWeatherData"_q).isEmpty());
+
+    simulator.setHook({});
+    simulator.setResults("GetAircraftData"_q, {0});
+    flyWith(4, 8);
+    tickAndWatch(std::chrono::seconds(settings->updateTime() + 1));
+    EXPECT_EQ(simulator.calls("SetWeatherData"_q).size(), 1);
+}
+
+TEST_F(ControllerCycleTest, WeatherThatIsClearedOnConnectComesBackAndAReconnectDoesntClear)
+{
+    flyWith(4, 8);
+    tickAndWatch(5s);
+    controller->OnConnectClicked();
+    settle();
+    settings->setClearWxOnConnect(true);
+    settings->setAutoConnect(true);
+    controller->weather().initializeWeather(QString(), 1);
+    simulator.clearCalls();
+    flyWith(4, 8);
+    EXPECT_EQ(simulator.calls("ClearWeather"_q).size(), 1);
+    tickAndWatch(1s);
+    decode();
+    tickAndWatch(1s);
+    EXPECT_EQ(simulator.calls().filter("SetWeatherData"_q).size(), 1)
+        << "as soon as there is weather";
+
+    simulator.setResults("GetAircraftData"_q, {simresult::kTimeout, 0});
+    flyAt(50.0, 8.5);
+    settle();
+    EXPECT_FALSE(controller->IsConnected());
+    timer("timerReconnect").start(0);
+    ASSERT_TRUE(wait([this] { return view.connectText == "Disconnect"_q; }));
+    settle();
+    tickAndWatch(1s);
+    EXPECT_EQ(simulator.calls("ClearWeather"_q).size(), 1);
+}
+
+TEST_F(ControllerCycleTest, FilesTakeXPlanesVisibilityOver)
+{
+    flyWith(4, 8);
+    tickAndWatch(5s);
+    tickAndWatch(12s);
+    const int steps = static_cast<int>(simulator.calls("SetVisibility"_q).size());
+    EXPECT_GT(steps, 0);
+    settings->setWeatherMode(1);
+    settings->setSimPath(path("xplane"));
+    QDir().mkpath(path("xplane"));
+    controller->OnClickedSetWX();
+    tickAndWatch(1s);
+    EXPECT_TRUE(QFile::exists(path("xplane/METAR.rwx")));
+    const int before = static_cast<int>(simulator.calls("SetVisibility"_q).size());
+    tickAndWatch(12s);
+    EXPECT_EQ(simulator.calls("SetVisibility"_q).size(), before);
+}
+
+TEST_F(ControllerCycleTest, FilesAreLoadedWithoutTheWindThatTheNextDownloadBrings)
+{
+    server.serve("/one/weather_noaa.gz", packed(weatherFile(26)));
+    settings->setWeatherMode(1);
+    settings->setSimPath(path("xplane"));
+    QDir().mkpath(path("xplane"));
+    flyWith(4, 8);
+    const auto setFiles = [this] {
+        controller->OnClickedSetWX();
+        tickAndWatch(5s);
+        return simulator.calls("ActivateWeather"_q).size();
+    };
+    EXPECT_EQ(setFiles(), 1);
+    server.serve("/one/global_wind.grib", "wind");
+    EXPECT_EQ(setFiles(), 2);
+    EXPECT_FALSE(QFile::exists(path("xplane/global_winds.grib")));
+
+    view.log.clear();
+    controller->OnDownloadWeather();
+    waitForLine("finished initialization of weather data"_q);
+    EXPECT_EQ(setFiles(), 3);
+    EXPECT_EQ(read(path("xplane/global_winds.grib")), "wind");
+}
+
+TEST_F(ControllerCycleTest, NoWeatherIsShownOnlyWithoutAnyReport)
+{
+    const auto shown = [this] {
+        tickAndWatch(62s);
+        return view.weatherPage.metars.last().reportText();
+    };
+    settings->setGribOff(false); // and none comes
+    settings->setSynopOff(true);
+    flyWith(4, 8);
+    EXPECT_EQ(shown().substr(0, 2), L"ED");
+    controller->weather().initializeWeather(QString(), 1);
+    EXPECT_EQ(shown(), L"NO WEATHER");
+}
+
+// --- the wait for upper-air data
+
+class UpperAirTest : public ControllerCycleTest
+{
+protected:
+    void beginWait()
+    {
+        settings->setGribOff(false);
+        settings->setFsWindDwc(false);
+        server.serve("/one/weather_noaa.gz", packed(weatherFile(26)));
+        flyWith(1, 3);
+        tick(1s);
+        EXPECT_FALSE(clockRuns());
+    }
+};
+
+TEST_F(UpperAirTest, ThatIsWaitedForIsSaidAndEndsWithTheSwitch)
+{
+    beginWait();
+    ASSERT_TRUE(wait([this] { return view.status.filter("Waiting for upper-air"_q).size() > 3; }));
+    EXPECT_TRUE(view.status.last().contains("\"Leave out upper-air data\""_q));
+    EXPECT_EQ(view.linesWith("The weather waits for upper-air data of "_q), 1);
+    EXPECT_EQ(view.levelOf("choose \"Leave out upper-air data\" in the settings"_q), 2);
+    EXPECT_FALSE(clockRuns());
+    settings->setGribOff(true);
+    settle();
+    EXPECT_TRUE(clockRuns());
+    EXPECT_FALSE(simulator.calls("SetWeatherRecord"_q).isEmpty()) << "set without them";
+    EXPECT_EQ(view.status.last(), QString());
+}
+
+TEST_F(UpperAirTest, GivesWayToADownloadEvenInAStalledCall)
+{
+    server.stall("/one/get_gribv3.php");
+    beginWait();
+    ASSERT_TRUE(wait([this] { return server.count("/one/get_gribv3.php") > 0; }));
+    view.log.clear();
+    controller->OnDownloadWeather();
+    waitForLine("finished initialization of weather data"_q);
+    ASSERT_TRUE(wait([this] { return clockRuns(); }));
+    EXPECT_EQ(view.levelOf("The weather isn't set yet"_q), 1);
+    EXPECT_EQ(view.linesWith("Network Error"_q), 0) << "what was ended hasn't failed";
+    EXPECT_FALSE(isNoticed());
+
+    settings->setGribOff(true);
+    tickAndWatch(1s);
+    EXPECT_FALSE(simulator.calls("SetWeatherRecord"_q).isEmpty()) << "the update is still owed";
+}
+
+TEST_F(UpperAirTest, DoesntKeepTheNextListWaiting)
+{
+    beginWait();
+    clock.advance(std::chrono::seconds(settings->downloadUpdateTime() + 10));
+    ASSERT_TRUE(wait([this] { return server.count("/one/weather_noaa.gz") == 1; }));
+    waitForLine("The weather isn't set yet"_q);
+    ASSERT_TRUE(wait([this] { return clockRuns(); }));
+    const int asked = server.count("/one/get_gribv3.php");
+    tick(1s);
+    ASSERT_TRUE(wait([&] { return server.count("/one/get_gribv3.php") > asked + 2; }))
+        << "and goes on";
+}
+
+TEST_F(UpperAirTest, GivesWayToAnotherServerAndToADisconnect)
+{
+    server.stall("/two/get_gribv3.php");
+    beginWait();
+    ASSERT_TRUE(wait([this] { return !view.status.filter("Waiting for upper-air"_q).isEmpty(); }));
+    settings->setWeatherServer(settings->serverTwo());
+    ASSERT_TRUE(wait([this] { return clockRuns(); }));
+
+    tick(1s);
+    ASSERT_TRUE(wait([this] { return server.count("/two/get_gribv3.php") > 0; }));
+    controller->OnConnectClicked();
+    settle();
+    EXPECT_TRUE(clockRuns());
+    EXPECT_TRUE(simulator.calls("SetWeatherRecord"_q).isEmpty());
+}
+
+} // namespace
