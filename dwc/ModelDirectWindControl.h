@@ -38,6 +38,8 @@ public:
     bool hasReports() const { return m_hasReports; }
     /// The present reports say anything of the wind at the aircraft.
     bool hasWind() const;
+    /// There are enough levels for StepXPlane().
+    bool hasLevelsForXPlane() const;
     void SetAircraftData(const aviation::structs::AircraftData& data);
     /// One step, about once a second. After a gap it starts from the wind at the aircraft, where
     /// the simulator reports one, and not from where the last step ended: the first step, one after
@@ -45,8 +47,6 @@ public:
     void Step();
     /// The next step starts from the wind at the aircraft.
     void startAnew() { m_lastStep.reset(); }
-    /// The same for StepXPlane().
-    bool hasLevelsForXPlane() const;
     /// What the simulator is to get now: direction in [0, 360), speed from 0 to 200 knots.
     const aviation::weather::Wind& GetWind() const { return m_windOut; }
     /// Name of the job that sets the wind: "direction:speed", six digits each at most.

@@ -52,7 +52,7 @@ void DirectWind::update(const cycle::Simulator& simulator,
     }
     // Without levels nothing is known of the wind: a calm would replace the one that the weather
     // set.
-    if (!hasLevels()) {
+    if (!hasWind()) {
         show(m_model->hasReports() ? tr("no DWC, no upper-air data")
                                    : tr("no DWC, no reports near the aircraft"));
         return;
@@ -64,14 +64,14 @@ void DirectWind::update(const cycle::Simulator& simulator,
     }
 }
 
-bool DirectWind::hasLevels() const
+bool DirectWind::hasWind() const
 {
     return m_way == cycle::WindWay::AtAircraft ? m_model->hasWind() : m_model->hasLevelsForXPlane();
 }
 
 bool DirectWind::sends() const
 {
-    return m_way != cycle::WindWay::None && hasLevels() && m_refusal == simresult::kNone;
+    return m_way != cycle::WindWay::None && hasWind() && m_refusal == simresult::kNone;
 }
 
 bool DirectWind::searchIfDue()

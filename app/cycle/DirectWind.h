@@ -54,7 +54,7 @@ public:
 
 private:
     bool searchIfDue();
-    bool hasLevels() const;
+    bool hasWind() const;
     void send();
     void sendWindAtAircraft();
     void sendLayers();
