@@ -53,7 +53,7 @@ void ModelDirectWindControl::setReports(const Metar& metar, const Synop& synop,
     m_metar = metar;
     m_synop = synop;
     m_levels = std::move(levels);
-    m_hasReports = m_hasReports || hasWind();
+    m_hasReports = true;
     std::stable_sort(m_levels.begin(), m_levels.end(), [](const GribLevel& a, const GribLevel& b) {
         return a.altitude < b.altitude;
     });

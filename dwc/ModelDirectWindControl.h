@@ -34,7 +34,7 @@ public:
     /// The same with the levels of an upper-air report, in any order.
     void setReports(const aviation::weather::Metar& metar, const aviation::weather::Synop& synop,
                     std::vector<aviation::weather::GribLevel> levels);
-    /// Reports have been given that say anything of the wind.
+    /// Reports have been given.
     bool hasReports() const { return m_hasReports; }
     /// The present reports say anything of the wind at the aircraft.
     bool hasWind() const;

@@ -166,7 +166,7 @@ TEST(CliTest, AnInputFileInWhichNothingCanBeUnderstoodIsRefused)
         {"--grib", kPage, 3, "no upper-air record"},
         {"--grib", "", 3, "no upper-air record"},
         {"--grib", "# TIME:1561982400\n", 0, ""},
-        {"--settings", kPage, 3, "no key of the settings"},
+        {"--settings", kPage, 3, "no readable settings file"},
         {"--settings", "[other]\nrange=20\n", 3, "no key of the settings"},
         {"--settings", "; nothing yet\n[weather]\n", 0, ""},
         {"--settings", "rubbish\n[url]\nwxdata1=http://localhost/\n", 0, ""},

@@ -48,7 +48,7 @@ double contrast(const QColor& a, const QColor& b)
         return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF())
                + 0.0722 * part(colour.blueF());
     };
-    const auto [low, high] = std::minmax(luminance(a), luminance(b));
+    const auto [low, high] = std::minmax({luminance(a), luminance(b)});
     return (high + 0.05) / (low + 0.05);
 }
 
