@@ -509,6 +509,10 @@ Die nächsten Seiten fragen, wie der Simulator zu erreichen ist, woher das Wette
         <source>no DWC, the simulator refuses the wind (error %1)</source>
         <translation>keine DWC, der Simulator nimmt den Wind nicht an (Fehler %1)</translation>
     </message>
+    <message>
+        <source>Wind on the ground, upper-air data are ignored: %1°/%2kt</source>
+        <translation>Wind am Boden, Höhendaten werden nicht verwendet: %1°/%2kt</translation>
+    </message>
 </context>
 <context>
     <name>DlgAbout</name>
