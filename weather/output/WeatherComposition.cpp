@@ -64,7 +64,10 @@ int GenerateWeather(const Metar& metar, const Synop& synop, const Grib& grib, Ne
                     double magneticVariation, CompositionContext& context)
 {
     Metar surface = metar;
-    if (aviation::isTimeGroupOld(surface.timeGroup(), aviation::Clock::current().NowUtc())) {
+    // A SYNOP without a place is one that wasn't found: what it would fill in nobody has reported.
+    if (synop.isKnown()
+        && aviation::isTimeGroupOld(surface.timeGroup(), aviation::Clock::current().NowUtc()))
+    {
         synop.ToMetar(surface);
     }
     setHeader(surface, record, context.options);

@@ -49,6 +49,15 @@ TEST_F(CompositionRecordTest, ReplacesAnOldMetarByTheSynop)
     }
 }
 
+TEST_F(CompositionRecordTest, AnOldMetarStaysWhereNoSynopIsFound)
+{
+    const FakeClock now(2019, 7, 2, 0, 10);
+    const NewWeather record = compose(metarOf("EDDF 012350Z 27010KT 9999 FEW030 15/08 Q1003"));
+    EXPECT_EQ(record.Wind[0].Speed, 10);
+    EXPECT_EQ(record.Press, 1003 * 16);
+    EXPECT_EQ(record.nCloudCtr, 1);
+}
+
 TEST_F(CompositionRecordTest, SurvivesAbsurdValues)
 {
     constexpr float kHuge = 3.0e38F;
