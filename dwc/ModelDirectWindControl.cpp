@@ -22,6 +22,12 @@ namespace {
 
 constexpr float kUnknown = -1.0F; ///< direction or speed of a wind
 
+/// A variable wind has no direction to steer to.
+bool isBlowingFrom(const Wind& wind)
+{
+    return wind.Dir >= 0.0F && wind.Speed >= 0.0F;
+}
+
 /// A SYNOP from far away says less of the METAR's station than its own old report. A METAR without
 /// a place is one that wasn't found.
 bool standsInFor(const Synop& synop, const Metar& metar)
@@ -80,7 +86,7 @@ void ModelDirectWindControl::Step()
 bool ModelDirectWindControl::hasWind() const
 {
     const bool surfaceWillDo = m_settings.gribOff() && m_metar.isKnown();
-    return !m_levels.empty() || (surfaceWillDo && m_metar.wind().Speed >= 0.0F);
+    return !m_levels.empty() || (surfaceWillDo && isBlowingFrom(m_metar.wind()));
 }
 
 void ModelDirectWindControl::updateTarget()
@@ -155,9 +161,11 @@ double ModelDirectWindControl::takeStepMs()
     return static_cast<double>(elapsed > kStallMs ? kMsAfterStall : elapsed);
 }
 
-bool ModelDirectWindControl::hasLevelsForXPlane() const
+bool ModelDirectWindControl::hasWindForXPlane() const
 {
-    return m_levels.size() >= xplanelayers::kFewestLevels;
+    Metar surface = m_metar;
+    xplanelayers::fillMissingWind(surface, m_synop, m_metar.DistanceTo(m_synop));
+    return m_levels.size() >= xplanelayers::kFewestLevels && surface.wind().Speed >= 0.0F;
 }
 
 void ModelDirectWindControl::StepXPlane()

@@ -38,8 +38,10 @@ public:
     bool hasReports() const { return m_hasReports; }
     /// The present reports say anything of the wind at the aircraft.
     bool hasWind() const;
-    /// There are enough levels for StepXPlane().
-    bool hasLevelsForXPlane() const;
+    /// The target of Step() is the wind on the ground, for want of levels.
+    bool isSurfaceWind() const { return m_levels.empty(); }
+    /// There are a wind on the ground and enough levels for StepXPlane().
+    bool hasWindForXPlane() const;
     void SetAircraftData(const aviation::structs::AircraftData& data);
     /// One step, about once a second. After a gap it starts from the wind at the aircraft, where
     /// the simulator reports one, and not from where the last step ended: the first step, one after

@@ -47,14 +47,14 @@ void DirectWind::update(const cycle::Simulator& simulator,
     }
     m_way = way;
     // One wind at a time: a slow simulator isn't sent those of the past.
-    if (searchIfDue() || m_windUnderWay) {
+    if (searchIfDue(aircraft.position) || m_windUnderWay) {
         return;
     }
     // Without levels nothing is known of the wind: a calm would replace the one that the weather
-    // set.
+    // set. Nor says the wind of another place anything here.
     if (!hasWind()) {
-        show(m_model->hasReports() ? tr("no DWC, no upper-air data")
-                                   : tr("no DWC, no reports near the aircraft"));
+        show(m_model->hasReports() && !m_isElsewhere ? tr("no DWC, no upper-air data")
+                                                     : tr("no DWC, no reports near the aircraft"));
         return;
     }
     m_model->SetAircraftData(aircraft);
@@ -66,7 +66,9 @@ void DirectWind::update(const cycle::Simulator& simulator,
 
 bool DirectWind::hasWind() const
 {
-    return m_way == cycle::WindWay::AtAircraft ? m_model->hasWind() : m_model->hasLevelsForXPlane();
+    const bool isKnown =
+        m_way == cycle::WindWay::AtAircraft ? m_model->hasWind() : m_model->hasWindForXPlane();
+    return isKnown && !m_isElsewhere;
 }
 
 bool DirectWind::sends() const
@@ -74,12 +76,17 @@ bool DirectWind::sends() const
     return m_way != cycle::WindWay::None && hasWind() && m_refusal == simresult::kNone;
 }
 
-bool DirectWind::searchIfDue()
+/// A jump makes it due at once, since the reports are those of the place before.
+bool DirectWind::searchIfDue(const aviation::Position& aircraft)
 {
     constexpr int kSearchMs = 120000;
-    if (m_msSinceDwcSearch <= kSearchMs && m_msSinceDwcSearch != cycle::kNever) {
+    constexpr double kFarthestNm = 50.0;
+    const bool jumped = m_searchedAt.isKnown() && m_searchedAt.DistanceTo(aircraft) > kFarthestNm;
+    if (m_msSinceDwcSearch <= kSearchMs && m_msSinceDwcSearch != cycle::kNever && !jumped) {
         return false;
     }
+    m_isElsewhere = m_isElsewhere || jumped;
+    m_searchedAt = aircraft;
     m_msSinceDwcSearch = 0;
     m_posts.toWeather(
         Job(weatherjob::kSearchForDwc, QStringLiteral("search nearest weather for DWC")));
@@ -91,6 +98,7 @@ void DirectWind::takeReports(const aviation::weather::Metar& metar,
                              const aviation::weather::Grib& grib)
 {
     m_model->SetWeather(metar, synop, grib);
+    m_isElsewhere = false;
 }
 
 void DirectWind::windFinished(int result)
@@ -106,6 +114,9 @@ void DirectWind::connected()
     m_windUnderWay = false;
     m_refusal = simresult::kNone;
     m_shown = false;
+    m_msSinceDwcSearch = cycle::kNever; // and the first lap is 0, so that it stays so
+    m_clock = LapClock();
+    m_isElsewhere = true;
     m_model->startAnew();
 }
 
@@ -127,9 +138,10 @@ void DirectWind::sendWindAtAircraft()
     m_shown = true;
     m_view.SetTargetWind(m_model->GetWind());
     const aviation::weather::Wind& target = m_model->windTarget();
-    m_view.SetTargetWindTooltip(tr("Real wind at this altitude: %1°/%2kt")
-                                    .arg(std::lround(target.Dir))
-                                    .arg(std::lround(target.Speed)));
+    const QString text = m_model->isSurfaceWind()
+                             ? tr("Wind on the ground, upper-air data are ignored: %1°/%2kt")
+                             : tr("Real wind at this altitude: %1°/%2kt");
+    m_view.SetTargetWindTooltip(text.arg(std::lround(target.Dir)).arg(std::lround(target.Speed)));
 }
 
 void DirectWind::sendLayers()

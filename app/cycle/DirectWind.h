@@ -53,7 +53,7 @@ public:
     bool sends() const;
 
 private:
-    bool searchIfDue();
+    bool searchIfDue(const aviation::Position& aircraft);
     bool hasWind() const;
     void send();
     void sendWindAtAircraft();
@@ -68,6 +68,8 @@ private:
     std::unique_ptr<ModelDirectWindControl> m_model;
     LapClock m_clock;
     std::int32_t m_msSinceDwcSearch = cycle::kNever;
+    aviation::Position m_searchedAt; ///< the aircraft, at the last search
+    bool m_isElsewhere = false;      ///< the reports are of the connection or the place before
     cycle::WindWay m_way = cycle::WindWay::None; ///< of the last tick; none: it couldn't send
     bool m_windUnderWay = false;                 ///< job 19 or 35 isn't finished
     int m_refusal = 0;                           ///< result of the last job, of simresult

@@ -105,10 +105,11 @@ TEST_F(ControllerDirectWindTest, AConnectionStartsWithTheWindThatItsSimulatorHas
     EXPECT_EQ(sent(), 0) << "the aircraft of this connection isn't known yet";
     flyAt(50.0, 8.5);
     tickAndSettle(1000ms);
+    EXPECT_EQ(sent(), 0) << "nor are its reports";
+    tickAndSettle(1000ms);
     EXPECT_EQ(sent(), 1);
-    // Two seconds after the last step.
-    EXPECT_TRUE(winds().contains("Dir=298"_q)) << winds().toStdString();
-    EXPECT_TRUE(winds().contains("Speed=10"_q)) << winds().toStdString();
+    EXPECT_TRUE(winds().contains("Dir=299"_q)) << winds().toStdString();
+    EXPECT_TRUE(winds().contains("Speed=9"_q)) << winds().toStdString();
 }
 
 TEST_F(ControllerDirectWindTest, XPlaneIsntLeftWithoutItsLowWind)

@@ -33,7 +33,7 @@ protected:
         settings = std::make_unique<Settings>(mainFile(), m_random);
         settings->setGustySurfaceWind(false);
         settings->setFsWindDwc(true);
-        aircraft.position = aviation::Position(50.0, 8.5);
+        aircraft.position = kFrankfurt;
         make();
     }
     void TearDown() override
@@ -67,14 +67,15 @@ protected:
             QString::fromLatin1(read(CIRRILON_TEST_DATA "/upperair/frankfurt.txt"_q)),
             aviation::weather::storekind::kUpperAir);
         Grib grib;
-        ASSERT_TRUE(store.SearchGrib(aircraft.position, grib));
+        ASSERT_TRUE(store.SearchGrib(kFrankfurt, grib));
         Metar metar(L"EDDF 011150Z 24012KT 9999 FEW030 22/12 Q1015");
-        metar.setPosition(aircraft.position);
+        metar.setPosition(kFrankfurt);
         metar.setElevation(364);
         metar.Decode();
         wind->takeReports(metar, Synop(), grib);
     }
 
+    const aviation::Position kFrankfurt{50.0, 8.5}; ///< whose reports they are
     FakeClock clock{2019, 7, 1, 12, 10};
     FakeMainView view;
     std::unique_ptr<Settings> settings;
@@ -139,6 +140,26 @@ TEST_F(DirectWindTest, TheWindAtTheAircraftFollowsReportsThatAreSearchedEveryTwo
     EXPECT_EQ(posted.size(), 2U) << "the search has its tick for itself";
 }
 
+TEST_F(DirectWindTest, AfterAJumpNothingIsSentUntilThereAreReportsOfThePlace)
+{
+    tick(1s);
+    giveReports();
+    tick(1s);
+    wind->windFinished(0);
+    ASSERT_EQ(posted.size(), 1U);
+    aircraft.position = {40.0, -74.0};
+    tick(1s);
+    EXPECT_EQ(searches, 2);
+    tick(1s);
+    EXPECT_EQ(searches, 2);
+    EXPECT_EQ(posted.size(), 1U);
+    EXPECT_FALSE(wind->sends());
+    EXPECT_EQ(view.targetWind, "no DWC, no reports near the aircraft"_q);
+    giveReports();
+    tick(1s);
+    EXPECT_EQ(posted.size(), 2U);
+}
+
 TEST_F(DirectWindTest, OnlyWhatATickShowedIsHidden)
 {
     tick(1001ms);
@@ -190,6 +211,10 @@ TEST_F(DirectWindTest, SaysWhyItDoesntSend)
 
         wind->connected();
         EXPECT_FALSE(wind->sends()) << "of a new connection nothing is known";
+        tick(1s);
+        tick(1s);
+        EXPECT_EQ(posted.size(), 3U) << "the reports are of where the aircraft was";
+        giveReports();
         tick(1s);
         EXPECT_EQ(posted.size(), 4U) << "what the last one left unanswered stops nothing";
     }
