@@ -80,6 +80,8 @@ int FsInterfaceSimConnect::Connect()
         m_client = std::make_unique<SimConnectClient>(std::move(api));
     }
     m_polls = {};
+    m_newAircraft = false;
+    m_landingRate = 0;
     m_connected = openClient();
     if (!m_connected) {
         m_client->close();
@@ -139,7 +141,11 @@ int FsInterfaceSimConnect::GetInterface(int& id, QString& name)
 
 SimConnectReply FsInterfaceSimConnect::Dispatch()
 {
-    return m_connected ? m_client->Dispatch() : SimConnectReply::Nothing;
+    const SimConnectReply reply = m_connected ? m_client->Dispatch() : SimConnectReply::Nothing;
+    if (reply != SimConnectReply::Exception) { // the caller says what was refused
+        takeReply(reply);
+    }
+    return reply;
 }
 
 SimConnectReplies FsInterfaceSimConnect::takeWaiting()
@@ -191,6 +197,8 @@ void FsInterfaceSimConnect::takeReply(SimConnectReply reply)
         m_aircraftRequests = 0; // asked again with the next one, so that its end is seen
         break;
     case SimConnectReply::Aircraft:
+        keepAircraft();
+        break;
     case SimConnectReply::Fuel:
     case SimConnectReply::Payload:
     case SimConnectReply::Radios:
@@ -234,6 +242,14 @@ int FsInterfaceSimConnect::checkLink()
     return unlessEnded(m_polls.count(failed ? simresult::kCallFailed : simresult::kNone));
 }
 
+void FsInterfaceSimConnect::keepAircraft()
+{
+    keepAnswers();
+    m_newAircraft = true;
+    const std::int32_t landingRate = m_answers.aircraft.landingRate;
+    m_landingRate = landingRate != 0 ? landingRate : m_landingRate;
+}
+
 void FsInterfaceSimConnect::keepAnswers()
 {
     m_answers = {m_client->aircraft(), m_client->fuel(), m_client->payload(), m_client->radios(),
@@ -274,9 +290,7 @@ int FsInterfaceSimConnect::GetAircraftData(aviation::structs::AircraftData& data
 int FsInterfaceSimConnect::pollAircraft(aviation::structs::AircraftData& data)
 {
     using R = SimConnectReply;
-    // What comes late is old by now, but for the landing, which is in one answer only.
-    const bool isLate = takeWaiting().has(R::Aircraft);
-    const std::int32_t lateLanding = isLate ? m_answers.aircraft.landingRate : 0;
+    takeWaiting();
     const bool isAsked = m_client->awaitsAircraft()
                          || sendRequest(simconnectid::kAircraft, QStringLiteral("Aircraft"));
     const SimConnectReplies came =
@@ -284,10 +298,9 @@ int FsInterfaceSimConnect::pollAircraft(aviation::structs::AircraftData& data)
     if (came.has(R::Paused) || (m_client->isPausedByKey() && isAsked && !came.has(R::Failed))) {
         return simresult::kPaused;
     }
-    if (came.has(R::Aircraft)) {
-        const int result = takeAircraft(data);
-        data.landingRate = data.landingRate != 0 ? data.landingRate : lateLanding;
-        return result;
+    // A late one is the newest where nothing comes in time: a slow simulator isn't a lost one.
+    if (m_newAircraft) {
+        return takeAircraft(data);
     }
     if (came.has(R::CloudState)) {
         return simresult::kCloudReply;
@@ -301,6 +314,7 @@ int FsInterfaceSimConnect::pollAircraft(aviation::structs::AircraftData& data)
 int FsInterfaceSimConnect::takeAircraft(aviation::structs::AircraftData& data)
 {
     m_toldFailure = false;
+    m_newAircraft = false;
     if (!m_client->hasClock() && !std::exchange(m_toldClock, true)) {
         log(logLine(QStringLiteral("The simulator's clock shows no time of the calendar. Its time "
                                    "isn't used.")),
@@ -310,6 +324,7 @@ int FsInterfaceSimConnect::takeAircraft(aviation::structs::AircraftData& data)
     if (m_aircraftRequests == 0 && isPaused()) {
         return simresult::kPaused;
     }
+    data.landingRate = std::exchange(m_landingRate, 0);
     constexpr int kRequestsPerCheck = 11;
     m_aircraftRequests = (m_aircraftRequests + 1) % kRequestsPerCheck;
     return simresult::kNone;

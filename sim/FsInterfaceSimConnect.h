@@ -5,6 +5,7 @@
 #include "sim/PollFailures.h"
 #include "sim/SimConnectClient.h"
 
+#include <cstdint>
 #include <initializer_list>
 #include <memory>
 
@@ -33,7 +34,7 @@ public:
     int GetInterface(int& id, QString& name) override;
     /// Cut to 1023 bytes.
     int SendText(const std::string& text, int seconds) override;
-    /// The state of now: what came too late for an earlier call isn't given.
+    /// The newest state: what came late for an earlier call is given where nothing newer comes.
     int GetAircraftData(aviation::structs::AircraftData& data) override;
     /// 0 also without an answer; the list stays then.
     int GetAircraftPayload(aviation::structs::AircraftPayload& payload) override;
@@ -87,6 +88,7 @@ private:
     int resultOf(const SimConnectReplies& came, SimConnectReply awaited) const;
     int pollAircraft(aviation::structs::AircraftData& data);
     int takeAircraft(aviation::structs::AircraftData& data);
+    void keepAircraft();
     void keepAnswers();
     /// False when the request couldn't be sent.
     bool sendRequest(const SimConnectRequest& request, const QString& name);
@@ -101,6 +103,8 @@ private:
     std::unique_ptr<SimConnectClient> m_client; ///< null until the library was found
     Answers m_answers;
     PollFailures m_polls;
+    bool m_newAircraft = false;      ///< came, and was given to nobody yet
+    std::int32_t m_landingRate = 0;  ///< the same of the landing, which is in one answer only
     int m_aircraftRequests = 0;      ///< since the last pause check
     bool m_toldFailure = false;      ///< said once until the aircraft is read again
     bool m_toldCloudFailure = false; ///< the same of the clouds

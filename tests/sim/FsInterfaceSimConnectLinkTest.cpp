@@ -84,6 +84,66 @@ TEST_F(FsInterfaceSimConnectTest, AircraftDataNeverLag)
     EXPECT_EQ(altitude, 500);
 }
 
+TEST_F(FsInterfaceSimConnectTest, ASlowSimulatorGivesItsDataAndIsNotLost)
+{
+    constexpr std::int64_t kPollMs = 1000;
+    for (const std::int64_t latency : {700, 950, 1700}) {
+        sim.Disconnect();
+        connectSimulator();
+        std::vector<std::pair<std::int64_t, Bytes>> due;
+        std::int64_t now = 0; // begin of the poll
+        std::int64_t sleptBefore = clock.sleptMs();
+        const auto time = [&] {
+            return now + clock.sleptMs() - sleptBefore;
+        };
+        script.onCall = [&](const std::string& call) {
+            if (call.rfind("Request", 0) == 0) {
+                const auto feet = static_cast<double>(time());
+                due.emplace_back(time() + latency,
+                                 aircraftAnswer(Numbers{{"PLANE ALTITUDE", feet}}));
+            } else if (call.rfind("State", 0) == 0) {
+                due.emplace_back(time() + latency, stateMessage(1));
+            }
+        };
+        script.onFetch = [&] {
+            while (!due.empty() && due.front().first <= time()) {
+                script.messages.push_back(due.front().second);
+                due.erase(due.begin());
+            }
+        };
+        int answered = 0;
+        for (int poll = 0; poll < 20; ++poll, now += kPollMs, sleptBefore = clock.sleptMs()) {
+            aviation::structs::AircraftData data;
+            const int result = sim.GetAircraftData(data);
+            EXPECT_NE(result, simresult::kTimeout) << latency << ' ' << poll;
+            if (result == simresult::kNone) {
+                ++answered;
+                EXPECT_GE(data.altitude, now - 2 * kPollMs) << latency;
+            }
+        }
+        EXPECT_GE(answered, 9) << latency;
+        script = SimConnectScript();
+    }
+}
+
+TEST_F(FsInterfaceSimConnectTest, ALandingThatCameWithTheWeatherIsGivenWithTheNextData)
+{
+    const auto at = [](double feetPerSecond, int onGround) {
+        return aircraftAnswer({{"VERTICAL SPEED", feetPerSecond}, {"SIM ON GROUND", onGround}});
+    };
+    connectSimulator();
+    answerTo("Observation", {at(-2, 0)});
+    EXPECT_EQ(sim.SetWeatherText(QStringLiteral("EDDF")), 0);
+    answerTo("Observation", {at(0, 1)});
+    EXPECT_EQ(sim.SetWeatherText(QStringLiteral("EDDM")), 0);
+    answerTo("Request", {at(0, 1)});
+    aviation::structs::AircraftData data;
+    EXPECT_EQ(sim.GetAircraftData(data), 0);
+    EXPECT_EQ(data.landingRate, -120);
+    EXPECT_EQ(sim.GetAircraftData(data), 0);
+    EXPECT_EQ(data.landingRate, 0) << "once";
+}
+
 TEST_F(FsInterfaceSimConnectTest, TheEndOfTheSimulatorEndsTheLink)
 {
     QString text;
