@@ -80,6 +80,7 @@ int FsInterfaceSimConnect::Connect()
         m_client = std::make_unique<SimConnectClient>(std::move(api));
     }
     m_polls = {};
+    m_checks = {};
     m_newAircraft = false;
     m_landingRate = 0;
     m_connected = openClient();
@@ -239,7 +240,7 @@ int FsInterfaceSimConnect::checkLink()
         return simresult::kNotConnected;
     }
     const bool failed = takeWaiting().has(SimConnectReply::Failed);
-    return unlessEnded(m_polls.count(failed ? simresult::kCallFailed : simresult::kNone));
+    return unlessEnded(m_checks.count(failed ? simresult::kCallFailed : simresult::kNone));
 }
 
 void FsInterfaceSimConnect::keepAircraft()

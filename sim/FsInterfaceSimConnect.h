@@ -58,8 +58,9 @@ public:
     /// One dispatch round: fetches one message, if one waits. For the interface that has this one
     /// as a member.
     SimConnectReply Dispatch();
-    /// For the same, whose polls go another way: takes in what waits and counts as a poll.
-    int checkLink();
+    /// Takes in what waits; the fifth in a row that can't be fetched ends the link. Says nothing of
+    /// the polls: of a simulator that hangs nothing waits.
+    int checkLink() override;
 
 private:
     /// What came last, each whole.
@@ -103,6 +104,7 @@ private:
     std::unique_ptr<SimConnectClient> m_client; ///< null until the library was found
     Answers m_answers;
     PollFailures m_polls;
+    PollFailures m_checks;
     bool m_newAircraft = false;      ///< came, and was given to nobody yet
     std::int32_t m_landingRate = 0;  ///< the same of the landing, which is in one answer only
     int m_aircraftRequests = 0;      ///< since the last pause check

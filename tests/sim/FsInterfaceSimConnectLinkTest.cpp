@@ -144,6 +144,15 @@ TEST_F(FsInterfaceSimConnectTest, ALandingThatCameWithTheWeatherIsGivenWithTheNe
     EXPECT_EQ(data.landingRate, 0) << "once";
 }
 
+TEST_F(FsInterfaceSimConnectTest, ChecksBetweenThePollsDoNotHideAHang)
+{
+    connectSimulator();
+    for (int poll = 1; poll <= 5; ++poll) {
+        EXPECT_EQ(sim.checkLink(), 0);
+        EXPECT_EQ(this->poll(), poll < 5 ? simresult::kCallFailed : simresult::kTimeout);
+    }
+}
+
 TEST_F(FsInterfaceSimConnectTest, TheEndOfTheSimulatorEndsTheLink)
 {
     QString text;
