@@ -291,12 +291,13 @@ int FsInterfaceSimConnect::GetAircraftData(aviation::structs::AircraftData& data
 int FsInterfaceSimConnect::pollAircraft(aviation::structs::AircraftData& data)
 {
     using R = SimConnectReply;
-    takeWaiting();
+    const SimConnectReplies late = takeWaiting();
     const bool isAsked = m_client->awaitsAircraft()
                          || sendRequest(simconnectid::kAircraft, QStringLiteral("Aircraft"));
     const SimConnectReplies came =
         isAsked ? WaitForMessages({R::Aircraft, R::Paused, R::CloudState}) : takeWaiting();
-    if (came.has(R::Paused) || (m_client->isPausedByKey() && isAsked && !came.has(R::Failed))) {
+    if (came.has(R::Paused)
+        || (m_client->isPausedByKey() && isAsked && answersWhilePaused(late, came))) {
         return simresult::kPaused;
     }
     // A late one is the newest where nothing comes in time: a slow simulator isn't a lost one.
@@ -310,6 +311,19 @@ int FsInterfaceSimConnect::pollAircraft(aviation::structs::AircraftData& data)
         log(logLine(QStringLiteral("Get Aircraft Data failed")), loglevel::kError);
     }
     return simresult::kCallFailed;
+}
+
+/// One that is paused may leave the aircraft unanswered; whether it hangs shows another question.
+bool FsInterfaceSimConnect::answersWhilePaused(const SimConnectReplies& late,
+                                               const SimConnectReplies& came)
+{
+    using R = SimConnectReply;
+    if (came.has(R::Failed)) {
+        return false;
+    }
+    const auto answers = {R::Aircraft, R::CloudState, R::Paused, R::Running};
+    return late.hasAnyOf(answers) || came.hasAnyOf(answers)
+           || (m_client->requestState() && WaitForMessages(answers).hasAnyOf(answers));
 }
 
 int FsInterfaceSimConnect::takeAircraft(aviation::structs::AircraftData& data)

@@ -89,6 +89,7 @@ private:
     int resultOf(const SimConnectReplies& came, SimConnectReply awaited) const;
     int pollAircraft(aviation::structs::AircraftData& data);
     int takeAircraft(aviation::structs::AircraftData& data);
+    bool answersWhilePaused(const SimConnectReplies& late, const SimConnectReplies& came);
     void keepAircraft();
     void keepAnswers();
     /// False when the request couldn't be sent.

@@ -144,6 +144,20 @@ TEST_F(FsInterfaceSimConnectTest, ALandingThatCameWithTheWeatherIsGivenWithTheNe
     EXPECT_EQ(data.landingRate, 0) << "once";
 }
 
+TEST_F(FsInterfaceSimConnectTest, AHangWhilePausedByKeyIsSeen)
+{
+    connectSimulator();
+    script.messages = {eventMessage(simconnectid::kPauseEvent, 1)};
+    answerTo("State", {stateMessage(1)});
+    for (int poll = 1; poll <= 10; ++poll) {
+        EXPECT_EQ(this->poll(), simresult::kPaused) << "alive, whether it answers the aircraft";
+    }
+    script.onCall = nullptr;
+    for (int poll = 1; poll <= 5; ++poll) {
+        EXPECT_EQ(this->poll(), poll < 5 ? simresult::kCallFailed : simresult::kTimeout);
+    }
+}
+
 TEST_F(FsInterfaceSimConnectTest, ChecksBetweenThePollsDoNotHideAHang)
 {
     connectSimulator();
