@@ -81,6 +81,7 @@ int FsInterfaceSimConnect::Connect()
     }
     m_polls = {};
     m_checks = {};
+    m_weatherTexts = {};
     m_newAircraft = false;
     m_landingRate = 0;
     m_connected = openClient();

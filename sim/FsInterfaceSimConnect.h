@@ -15,7 +15,7 @@ class StopFlag;
 /// FSX and its successors through SimConnect. Requests go out, and their answers are fetched by
 /// polling for half a second at most. An operation of an object that isn't connected gives
 /// simresult::kNotConnected; simresult::kTimeout says that the simulator ended, or that the
-/// aircraft couldn't be read five times in a row.
+/// aircraft couldn't be read, or no weather text sent, five times in a row.
 class FsInterfaceSimConnect final : public FsInterfaceBase, public SimConnectOperations
 {
     Q_OBJECT
@@ -84,6 +84,7 @@ private:
     SimConnectReplies takeWaiting();
     void takeReply(SimConnectReply reply);
     void logException();
+    int countWeather(simconnect::Result result, SimConnectReply fetched);
     /// The result, or that the simulator has ended.
     int unlessEnded(int result) const;
     int resultOf(const SimConnectReplies& came, SimConnectReply awaited) const;
@@ -106,6 +107,7 @@ private:
     Answers m_answers;
     PollFailures m_polls;
     PollFailures m_checks;
+    PollFailures m_weatherTexts;
     bool m_newAircraft = false;      ///< came, and was given to nobody yet
     std::int32_t m_landingRate = 0;  ///< the same of the landing, which is in one answer only
     int m_aircraftRequests = 0;      ///< since the last pause check

@@ -16,6 +16,14 @@ namespace {
 /// The simulator takes texts of 1024 bytes with their zero.
 constexpr std::size_t kLongestText = 1023;
 
+/// An error of the pipe to the simulator, and not of a simulator that refuses what it was given.
+bool isPipeError(Result result)
+{
+    constexpr int kSeverityShift = 30;
+    constexpr std::uint32_t kSystemError = 3; // 0xC0000000 and above
+    return static_cast<std::uint32_t>(result) >> kSeverityShift == kSystemError;
+}
+
 /// For the calls of which only 0 is a success.
 int codeOf(Result result)
 {
@@ -61,10 +69,21 @@ int FsInterfaceSimConnect::SetWeatherText(const QString& text)
     }
     const Result result =
         m_client->api().SimConnect_WeatherSetObservation(m_client->handle(), 0, narrow.c_str());
-    if (Dispatch() == SimConnectReply::Exception) {
+    const SimConnectReply fetched = Dispatch();
+    if (fetched == SimConnectReply::Exception) {
         log(errorLine(m_client->exceptionText()), loglevel::kError);
     }
-    return unlessEnded(result < kOk ? simresult::kCallFailed : simresult::kNone);
+    return unlessEnded(countWeather(result, fetched));
+}
+
+/// A link that was cut without a word would fail with each of hundreds of stations.
+int FsInterfaceSimConnect::countWeather(Result result, SimConnectReply fetched)
+{
+    if (result >= kOk) {
+        return m_weatherTexts.count(simresult::kNone);
+    }
+    const bool isCut = isPipeError(result) || fetched == SimConnectReply::Failed;
+    return isCut ? m_weatherTexts.count(simresult::kCallFailed) : simresult::kCallFailed;
 }
 
 int FsInterfaceSimConnect::setCustomWeatherMode()

@@ -2,8 +2,8 @@
 
 #include "sim/SimResult.h"
 
-/// Polls that fail in a row. Five end the link: of a simulator that hangs or is killed some ways in
-/// say nothing, each of their calls just fails or isn't answered.
+/// Polls, or other calls of one kind, that fail in a row. Five end the link: of a simulator that
+/// hangs or is killed some ways in say nothing, each of their calls just fails or isn't answered.
 class PollFailures
 {
 public:

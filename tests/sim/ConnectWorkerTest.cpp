@@ -4,6 +4,9 @@
 #include "app/base/Settings.h"
 #include "app/base/StopFlag.h"
 #include "sim/ConnectJobs.h"
+#include "sim/SimulatorInterfaces.h"
+#include "tests/sim/ScriptedFsuipc.h"
+#include "tests/sim/SimConnectAnswers.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeFsInterface.h"
 #include "tests/support/FakeRandom.h"
@@ -36,6 +39,13 @@ protected:
     ConnectWorkerTest()
     {
         settings.setInterfaceType(aviation::interfaceid::kBridge);
+        makeWorker(m_fakes);
+    }
+    void TearDown() override { worker.reset(); }
+
+    void makeWorker(FsInterfaceFactory& interfaces)
+    {
+        worker = std::make_unique<ConnectWorker>(settings, interfaces, stop);
         QObject::connect(worker.get(), &ConnectWorker::sigJobFinish, &context,
                          [this](int id, const QString& name, int error) {
                              finished.push_back({id, name, error});
@@ -50,7 +60,6 @@ protected:
             worker.get(), &ConnectWorker::sigProgressBar, &context,
             [this](qlonglong, qlonglong, const QString& text) { progress.append(text); });
     }
-    void TearDown() override { worker.reset(); }
 
     void post(int id) { worker->AddJob(Job(id, QString())); }
     /// The log since the last call.
@@ -95,12 +104,25 @@ protected:
     StopFlag stop;
     FakeSimulator simulator;
     FakeInterfaceFactory m_fakes{simulator};
-    std::unique_ptr<ConnectWorker> worker =
-        std::make_unique<ConnectWorker>(settings, m_fakes, stop);
+    std::unique_ptr<ConnectWorker> worker;
     std::vector<Finish> finished;
     QStringList log;
     QStringList progress;
     QObject context; ///< what is still queued for a test dies with it
+};
+
+/// Over the interface to a scripted simulator.
+class ConnectWorkerSimConnectTest : public ConnectWorkerTest
+{
+protected:
+    ConnectWorkerSimConnectTest()
+    {
+        settings.setInterfaceType(aviation::interfaceid::kSimConnect);
+        makeWorker(m_interfaces);
+    }
+
+    ScriptedBothClients clients;
+    SimulatorInterfaces m_interfaces{settings, stop, clients};
 };
 
 } // namespace
@@ -315,6 +337,28 @@ TEST_F(ConnectWorkerTest, ALostLinkEndsTheRunOfStations)
     worker->setMetars(metars);
     EXPECT_EQ(run(connectjob::kSetWeather), simresult::kTimeout);
     EXPECT_EQ(simulator.calls(QStringLiteral("SetWeatherText")).size(), 2);
+}
+
+TEST_F(ConnectWorkerSimConnectTest, ALinkThatIsCutWithoutAWordEndsTheRunOfStations)
+{
+    constexpr auto kPipeBroken = static_cast<simconnect::Result>(0xC000014BU);
+    SimConnectScript& script = clients.simConnectScript;
+    script.messages = {answers::openMessage()};
+    ASSERT_EQ(run(connectjob::kConnect), 0);
+    script.results = {{"Observation", simconnect::kFailed}};
+    worker->setMetars(std::vector<QString>(9, QStringLiteral("AAAA 1")));
+    EXPECT_EQ(run(connectjob::kSetWeather), simresult::kCallFailed);
+    EXPECT_EQ(script.count("Observation"), 9) << "of texts that are refused all are tried";
+
+    script.calls.clear();
+    log.clear();
+    script.results = {{"", kPipeBroken}};
+    script.noMessage = kPipeBroken;
+    worker->setMetars(std::vector<QString>(300, QStringLiteral("AAAA 1")));
+    EXPECT_EQ(run(connectjob::kSetWeather), simresult::kTimeout);
+    EXPECT_EQ(script.count("Observation"), 5);
+    EXPECT_EQ(log.filter(QStringLiteral("Set Weather failed")).size(), 5);
+    EXPECT_EQ(run(connectjob::kAircraftData), simresult::kNoInterface) << "for the next connect";
 }
 
 TEST_F(ConnectWorkerTest, SetsOneTextForXPlane)
