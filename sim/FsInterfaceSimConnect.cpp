@@ -82,6 +82,7 @@ int FsInterfaceSimConnect::Connect()
     m_polls = {};
     m_checks = {};
     m_weatherTexts = {};
+    m_weatherRequests.clear();
     m_newAircraft = false;
     m_landingRate = 0;
     m_connected = openClient();
@@ -144,7 +145,9 @@ int FsInterfaceSimConnect::GetInterface(int& id, QString& name)
 SimConnectReply FsInterfaceSimConnect::Dispatch()
 {
     const SimConnectReply reply = m_connected ? m_client->Dispatch() : SimConnectReply::Nothing;
-    if (reply != SimConnectReply::Exception) { // the caller says what was refused
+    if (reply == SimConnectReply::Exception) {
+        noteRefusal(); // the caller says what was refused
+    } else {
         takeReply(reply);
     }
     return reply;
@@ -190,6 +193,7 @@ void FsInterfaceSimConnect::takeReply(SimConnectReply reply)
     switch (reply) {
     case SimConnectReply::Exception:
         logException();
+        noteRefusal();
         break;
     case SimConnectReply::Open:
         log(logLine(m_client->openText(outsidetext::forLog(m_client->applicationName())).trimmed()),
@@ -197,6 +201,9 @@ void FsInterfaceSimConnect::takeReply(SimConnectReply reply)
         break;
     case SimConnectReply::Paused:
         m_aircraftRequests = 0; // asked again with the next one, so that its end is seen
+        break;
+    case SimConnectReply::Observation:
+        noteObservation();
         break;
     case SimConnectReply::Aircraft:
         keepAircraft();

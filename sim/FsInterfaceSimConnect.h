@@ -6,6 +6,7 @@
 #include "sim/SimConnectClient.h"
 
 #include <cstdint>
+#include <deque>
 #include <initializer_list>
 #include <memory>
 
@@ -73,6 +74,13 @@ private:
         std::vector<std::uint8_t> cloudState;
     };
 
+    /// A request for an observation whose answer is still to come.
+    struct WeatherRequest
+    {
+        std::uint32_t packet;
+        std::int64_t sentMs; ///< of the monotonic clock
+    };
+
     bool openClient();
     static constexpr int kRounds = 10;
     static constexpr int kManyRounds = 50; ///< for what takes the simulator longer
@@ -84,6 +92,9 @@ private:
     SimConnectReplies takeWaiting();
     void takeReply(SimConnectReply reply);
     void logException();
+    void noteRefusal();
+    void noteObservation();
+    void noteWeatherRequest();
     int countWeather(simconnect::Result result, SimConnectReply fetched);
     /// The result, or that the simulator has ended.
     int unlessEnded(int result) const;
@@ -108,6 +119,7 @@ private:
     PollFailures m_polls;
     PollFailures m_checks;
     PollFailures m_weatherTexts;
+    std::deque<WeatherRequest> m_weatherRequests;
     bool m_newAircraft = false;      ///< came, and was given to nobody yet
     std::int32_t m_landingRate = 0;  ///< the same of the landing, which is in one answer only
     int m_aircraftRequests = 0;      ///< since the last pause check

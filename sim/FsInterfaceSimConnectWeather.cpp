@@ -1,11 +1,13 @@
 #include "app/base/LogLevel.h"
 #include "app/base/OutsideText.h"
+#include "aviation/support/Clock.h"
 #include "sim/FsInterfaceSimConnect.h"
 #include "sim/SimValues.h"
 
 #include <QDebug>
 #include <QFile>
 
+#include <algorithm>
 #include <utility>
 
 using simconnect::kOk;
@@ -124,11 +126,42 @@ int FsInterfaceSimConnect::GetWeatherAt(QString& observation, double latitude, d
     if (result != kOk) {
         return unlessEnded(codeOf(result));
     }
-    const SimConnectReplies came = WaitForMessages({SimConnectReply::Observation});
+    noteWeatherRequest();
+    // The answers carry no place: one that is still due for an earlier place comes first.
+    SimConnectReplies came = WaitForMessages({SimConnectReply::Observation});
+    while (came.has(SimConnectReply::Observation) && !m_weatherRequests.empty()) {
+        came = WaitForMessages({SimConnectReply::Observation});
+    }
     if (came.has(SimConnectReply::Observation)) {
         observation = m_client->observation();
     }
     return resultOf(came, SimConnectReply::Observation);
+}
+
+void FsInterfaceSimConnect::noteWeatherRequest()
+{
+    constexpr std::int64_t kLongestMs = 10000; // what hasn't come by then is lost
+    const std::int64_t now = aviation::Clock::current().MonotonicMs();
+    while (!m_weatherRequests.empty() && now - m_weatherRequests.front().sentMs > kLongestMs) {
+        m_weatherRequests.pop_front();
+    }
+    m_weatherRequests.push_back({m_client->lastSentId(), now});
+}
+
+void FsInterfaceSimConnect::noteObservation()
+{
+    if (!m_weatherRequests.empty()) {
+        m_weatherRequests.pop_front();
+    }
+}
+
+void FsInterfaceSimConnect::noteRefusal()
+{
+    const std::uint32_t packet = m_client->exceptionPacket();
+    m_weatherRequests.erase(
+        std::remove_if(m_weatherRequests.begin(), m_weatherRequests.end(),
+                       [packet](const WeatherRequest& each) { return each.packet == packet; }),
+        m_weatherRequests.end());
 }
 
 int FsInterfaceSimConnect::CreateStation(const std::string& icao, const std::string& name,

@@ -237,6 +237,7 @@ SimConnectReply SimConnectClient::takeException(const Received& message)
                                         simConnectExceptionName(head.exception),
                                         signedOf(head.exception), signedOf(head.sendId),
                                         signedOf(head.index), static_cast<int>(message.size));
+    m_exceptionPacket = head.sendId;
     const auto variable = m_variables.find(head.sendId);
     m_refusedVariable =
         variable == m_variables.end() ? QString() : QString::fromStdString(variable->second);

@@ -61,6 +61,8 @@ public:
 
     /// Plain texts, empty before the first of their kind.
     const QString& exceptionText() const { return m_exceptionText; }
+    /// The packet that the last exception is about.
+    std::uint32_t exceptionPacket() const { return m_exceptionPacket; }
     /// The variable that the last exception is about, empty for anything else.
     const QString& refusedVariable() const { return m_refusedVariable; }
     const QString& applicationName() const { return m_applicationName; }
@@ -112,6 +114,7 @@ private:
     std::uint32_t m_aircraftPacket = 0;               ///< of the request that is awaited
     std::map<std::uint32_t, std::string> m_variables; ///< those of the definitions, by packet
     QString m_exceptionText;
+    std::uint32_t m_exceptionPacket = 0;
     QString m_refusedVariable;
     QString m_applicationName;
     QString m_applicationVersion;

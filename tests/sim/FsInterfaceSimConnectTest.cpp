@@ -374,18 +374,31 @@ TEST_F(FsInterfaceSimConnectTest, ObservationsAndCloudsComeBack)
         EXPECT_EQ(sim.GetWeatherAt(text, 50.0, 8.0), 0);
         EXPECT_EQ(text, QString::fromLatin1(expected));
     }
-    int fetches = 0;
+    clock.advance(std::chrono::seconds(20)); // what wasn't answered is lost
     script.onCall = nullptr;
-    script.onFetch = [&] {
-        if (++fetches == 8) {
-            script.messages = {observationMessage("EDDF 2")};
-        }
-    };
-    script.messages = {observationMessage("LATE 1")}; // for another place
+    for (const int lateFetch : {1, 4}) { // before the request, and after it
+        QString text;
+        EXPECT_EQ(sim.GetWeatherAt(text, 40.0, 8.0), 0);
+        EXPECT_EQ(text, QString());
+        int fetches = 0;
+        script.onFetch = [&] {
+            ++fetches;
+            if (fetches == lateFetch) {
+                script.messages = {observationMessage("LATE 1")}; // for the other place
+            } else if (fetches == 8) {
+                script.messages = {observationMessage("EDDF 2")};
+            }
+        };
+        EXPECT_EQ(sim.GetWeatherAt(text, 50.0, 8.0), 0);
+        EXPECT_EQ(text, QStringLiteral("EDDF 2")) << "is waited for";
+        script.onFetch = nullptr;
+    }
     QString text;
+    answerTo("Nearest", {exceptionMessage(1, 42)});
+    EXPECT_EQ(sim.GetWeatherAt(text, 40.0, 8.0), 0);
+    answerTo("Nearest", {observationMessage("EDDF 3")});
     EXPECT_EQ(sim.GetWeatherAt(text, 50.0, 8.0), 0);
-    EXPECT_EQ(text, QStringLiteral("EDDF 2")) << "is waited for";
-    script.onFetch = nullptr;
+    EXPECT_EQ(text, QStringLiteral("EDDF 3")) << "a refusal is an answer";
     answerTo("Clouds", {cloudMessage(5000, 5000)});
     std::vector<std::uint8_t> map;
     EXPECT_EQ(sim.GetCloudState({}, map), simresult::kCloudReply);
