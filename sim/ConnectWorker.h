@@ -165,6 +165,7 @@ private:
     const Settings& m_settings;
     FsInterfaceFactory& m_interfaces;
     std::unique_ptr<FsInterfaceBase> m_interface; ///< the thread's, or the owner's while none runs
+    bool m_weatherTaken = false;   ///< by the simulator, some of what this job has sent
     int m_loggedAircraftError = 0; ///< as m_interface; a fault of every poll is said once
     std::atomic<int> m_event{0};
     std::atomic<bool> m_connected{false};

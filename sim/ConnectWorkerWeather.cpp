@@ -45,6 +45,7 @@ bool readNumber(const QString& text, double& number)
 int ConnectWorker::setWaitingWeather(Job& /*job*/)
 {
     m_weatherAnswered = true;
+    m_weatherTaken = false;
     WaitingWeather weather;
     {
         // The lists are taken out, so what is handed in from now on waits for the next job. While
@@ -126,6 +127,7 @@ int ConnectWorker::setRecords(const std::vector<NewWeather>& records)
             log(QStringLiteral("Set Weather failed. ") + outsidetext::forLog(station),
                 loglevel::kError);
         } else {
+            m_weatherTaken = true;
             log(QStringLiteral("Set Weather ") + outsidetext::forLog(station),
                 loglevel::kNotification);
         }
@@ -153,6 +155,7 @@ bool ConnectWorker::goesOn(int result) const
 void ConnectWorker::claimWeather(const QString& text)
 {
     if (m_interface->writeAnswered()) {
+        m_weatherTaken = true;
         log(text, loglevel::kNotification);
     } else {
         m_weatherAnswered = false;
@@ -161,7 +164,7 @@ void ConnectWorker::claimWeather(const QString& text)
 
 void ConnectWorker::tellWeatherDone(int result)
 {
-    const bool claimed = result != simresult::kTimeout && m_weatherAnswered;
+    const bool claimed = result != simresult::kTimeout && m_weatherAnswered && m_weatherTaken;
     Q_EMIT sigProgressBar(0, 0, claimed ? QStringLiteral("Set Weather success") : QString());
 }
 

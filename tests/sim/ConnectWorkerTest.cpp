@@ -313,6 +313,28 @@ TEST_F(ConnectWorkerTest, UnansweredWeatherIsNotClaimed)
     EXPECT_TRUE(worker->weatherAnswered());
 }
 
+TEST_F(ConnectWorkerTest, WeatherThatIsRefusedIsNotClaimed)
+{
+    const QString success = QStringLiteral("Set Weather success");
+    const std::pair<std::vector<int>, bool> rows[] = {
+        {{8, 8}, false}, {{11, 11}, false}, {{0, 8}, true}, {{8, 0}, true}};
+    for (const aviation::FsId fs : {aviation::fsid::kFsx, aviation::fsid::kXPlaneId8}) {
+        for (const auto& [codes, claimed] : rows) {
+            connectWorker(fs);
+            worker->setMetars(std::vector<QString>(codes.size(), QStringLiteral("AAAA 1")));
+            simulator.setResults(QStringLiteral("SetWeatherText"), codes);
+            run(connectjob::kSetWeather);
+            const bool asOneText = fs == aviation::fsid::kXPlaneId8;
+            EXPECT_EQ(progress.back() == success, asOneText ? codes[0] == 0 : claimed) << codes[0];
+            worker->setWeatherRecords(std::vector<NewWeather>(codes.size()));
+            simulator.setResults(QStringLiteral("SetWeatherRecord"), codes);
+            run(connectjob::kSetWeather);
+            EXPECT_EQ(progress.back() == success, claimed) << codes[0];
+            run(connectjob::kDisconnect);
+        }
+    }
+}
+
 TEST_F(ConnectWorkerTest, ALostLinkEndsTheRunOfStations)
 {
     connectWorker();
