@@ -230,13 +230,13 @@ int BridgeSocket::send(std::uint8_t command, std::uint8_t id, const QByteArray& 
     return frame.size();
 }
 
-BridgeSocket::Reply BridgeSocket::ReadReply(int limitMs)
+BridgeSocket::Reply BridgeSocket::ReadReply(int limitMs, const QByteArray& begun)
 {
     Reply reply;
     if (!m_socket) {
         return reply;
     }
-    QByteArray block;
+    QByteArray block = begun;
     WaitBudget budget(limitMs);
     while (progressOf(block) == FrameProgress::Partial && waitForData(budget)) {
         block += m_socket->read(kReadBufferBytes);

@@ -17,10 +17,10 @@ class StopFlag;
 struct BridgeTimeouts
 {
     int connect = 5000;
-    int write = 5000;      ///< since the last bytes went out
-    int reply = 5000;      ///< for a whole reply, in however many pieces
-    int stream = 10000;    ///< for the next bytes of a long reply
-    int fileSettle = 1000; ///< pause after a file
+    int write = 5000;       ///< since the last bytes went out
+    int reply = 5000;       ///< for a whole reply, in however many pieces
+    int stream = 10000;     ///< for the next bytes of a long reply
+    int fileSettle = 1000;  ///< pause after a file
     int unheardWrite = 200; ///< for a reply to a write, once the server swallows them
 };
 
@@ -85,7 +85,8 @@ public:
     /// Takes what one wait delivers, and goes on within the same time where the frame's own length
     /// says that more must come.
     Reply ReadReply() { return ReadReply(m_timeouts.reply); }
-    Reply ReadReply(int limitMs);
+    /// `begun`: what came of it already, with the reply before it.
+    Reply ReadReply(int limitMs, const QByteArray& begun = QByteArray());
     /// For replies that may exceed one read. Appends what came to `output`, which then holds a
     /// frame after whatever stood before its "@", and returns the length.
     int ReceiveStream(QByteArray& output);

@@ -106,7 +106,10 @@ int FsInterfaceTcpClient::request(std::uint8_t id, const QByteArray& text, QByte
     if (m_socket.send(bridgecommand::kRequest, id, text) == 0) {
         return simresult::kTimeout;
     }
-    const BridgeSocket::Reply reply = m_socket.ReadReply();
+    if (m_silentWrites > 0 && m_socket.droppedLateReply()) {
+        heardWrite();
+    }
+    const BridgeSocket::Reply reply = readAnswer(id);
     if (reply.outcome != Outcome::Message) {
         return replyFault(reply);
     }
@@ -121,6 +124,19 @@ int FsInterfaceTcpClient::request(std::uint8_t id, const QByteArray& text, QByte
     }
     return reply.message.command == bridgecommand::kRefuse ? simresult::kRefused
                                                            : simresult::kTimeout;
+}
+
+/// The reply to a request. A server that is slow with its writes may answer one of them first.
+BridgeSocket::Reply FsInterfaceTcpClient::readAnswer(std::uint8_t id)
+{
+    BridgeSocket::Reply reply = m_socket.ReadReply();
+    const FsMessage& message = reply.message;
+    if (reply.outcome != Outcome::Message || message.id == id || m_silentWrites == 0) {
+        return reply;
+    }
+    heardWrite();
+    const QByteArray rest = message.data.mid(std::max(0, message.dataLength));
+    return m_socket.ReadReply(m_timeouts.reply, rest.startsWith('@') ? rest : QByteArray());
 }
 
 int FsInterfaceTcpClient::checkedWrite(std::uint8_t id, const QByteArray& data)

@@ -63,6 +63,7 @@ private:
     void takeSimulator(const BridgeSimulator& simulator);
 
     int request(std::uint8_t id, const QByteArray& text, QByteArray& answer);
+    BridgeSocket::Reply readAnswer(std::uint8_t id);
     int readFileReply();
     /// Fails without a reply.
     int checkedWrite(std::uint8_t id, const QByteArray& data);
