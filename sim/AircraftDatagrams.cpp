@@ -95,6 +95,9 @@ void AircraftDatagrams::noteDatagram()
 void AircraftDatagrams::noteSilence()
 {
     m_streaming = false;
+    if (m_silenceLogged) {
+        return; // the pilot may have closed the notice
+    }
     logOnce(m_silenceLogged,
             QStringLiteral("(Controller) - No aircraft data come by UDP to %1, so they are asked "
                            "for. Check \"Own IP address\" in the settings under Interface, and "

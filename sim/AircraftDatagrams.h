@@ -54,7 +54,7 @@ Q_SIGNALS:
     void sigAircraft(const aviation::structs::AircraftData& aircraft, bool isAnswer);
     /// The first datagram that counts has come, or the first after a silence.
     void sigStreaming();
-    /// None came at all, or none any more.
+    /// None came at all, or none any more; once for each bind.
     void sigSilent();
 
 private:

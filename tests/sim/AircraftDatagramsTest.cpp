@@ -169,6 +169,8 @@ TEST_F(AircraftDatagramsTest, OnlyAPortAndAnOwnAddressAreBound)
 TEST_F(AircraftDatagramsTest, ItIsPolledUntilTheStreamFlowsAndAfterASilence)
 {
     const QString warning = "Own IP address"_q;
+    int silences = 0;
+    QObject::connect(stream.get(), &AircraftDatagrams::sigSilent, [&silences] { ++silences; });
     EXPECT_TRUE(stream->takePollTurn());
     bindFreePort();
     EXPECT_TRUE(stream->takePollTurn()) << "nothing has come yet";
@@ -185,6 +187,7 @@ TEST_F(AircraftDatagramsTest, ItIsPolledUntilTheStreamFlowsAndAfterASilence)
         ASSERT_TRUE(wait([&] { return !stream->isStreaming(); }));
         EXPECT_TRUE(stream->takePollTurn()) << "after the silence";
         EXPECT_EQ(linesWith(warning), 1) << "said once";
+        EXPECT_EQ(silences, 1) << "so that a notice that was closed stays closed";
     }
     stream->close();
     bindFreePort();
