@@ -256,16 +256,21 @@ TEST_F(LostConnectionTest, TheClickCountsWhateverIsUnderWay)
     EXPECT_FALSE(timer("timerReconnect").isActive()) << "the pilot has ended it";
     EXPECT_EQ(view.statusAlarm, QString());
 
-    timer("timerReconnect").start(0); // an attempt that waits for the greeting
-    ASSERT_TRUE(wait([this] { return !timer("timerReconnect").isActive(); }));
-    simulator->setFault(QStringLiteral("none"));
-    controller->OnConnectClicked();
-    settle();
-    if (!controller->IsConnected()) { // the greeting was swallowed already
+    const auto clickInAnAttempt = [this] {
+        QMetaObject::invokeMethod(&timer("timerReconnect"), "timeout"); // no event in between
         controller->OnConnectClicked();
         settle();
-    }
+    };
+    simulator->setFault(QStringLiteral("none"));
+    clickInAnAttempt();
     EXPECT_TRUE(controller->IsConnected()) << "and isn't disconnected by the same click";
+    controller->OnConnectClicked();
+    settle();
+    EXPECT_FALSE(controller->IsConnected());
+    simulator->setFault(QStringLiteral("wrongapi:9.9"));
+    EXPECT_TRUE(dialogs.criticals().isEmpty());
+    clickInAnAttempt();
+    EXPECT_EQ(dialogs.criticals().size(), 1) << "the attempt that fails is the pilot's as well";
 }
 
 TEST_F(LostConnectionTest, ABridgeThatSwallowsWritesIsSaidOnceAndNothingIsClaimed)

@@ -230,6 +230,16 @@ TEST(OwnAddressTest, ALoopbackAddressIsNotAnnouncedElsewhere)
     }
 }
 
+TEST(OwnAddressTest, TheWayToAServerNearbyIsTheAddressInItsNetwork)
+{
+    const QHostAddress own = otherOwnAddress();
+    if (own.isNull()) {
+        GTEST_SKIP() << "this computer has one address only";
+    }
+    const QHostAddress neighbour(own.toIPv4Address() ^ 1U);
+    EXPECT_EQ(ownaddress::reaching(neighbour.toString()), own.toString());
+}
+
 TEST(BridgeDatagramTest, APortIsDecimalDigits)
 {
     const std::pair<const char*, int> ports[] = {
