@@ -85,7 +85,6 @@ void WeatherDownload::fetchList(int source)
 void WeatherDownload::fetchExternal()
 {
     const WeatherList list = m_external.fetch();
-    m_underWay = false;
     if (m_context.stop->raised()) {
         return;
     }
@@ -114,7 +113,6 @@ void WeatherDownload::logFailure(int error, const QString& reason)
 
 void WeatherDownload::takeFile(const QString& fileName, int error)
 {
-    m_underWay = false;
     if (m_context.stop->raised()) {
         return;
     }
@@ -163,6 +161,7 @@ void WeatherDownload::tryAgain(const QString& failure)
 /// The pilot who asked reads it in a box, once; what is tried later is tried by itself.
 void WeatherDownload::fail(const QString& text)
 {
+    m_underWay = false;
     m_reporting.progress(0, 0, QString());
     m_failure = text;
     showNotice();
@@ -199,7 +198,7 @@ void WeatherDownload::read(const QString& downloaded)
 void WeatherDownload::readKept()
 {
     const QString file = keptweather::fileName(m_settings.workFolder());
-    if (!std::exchange(m_keptRead, true) && QFileInfo::exists(file)) {
+    if (!m_underWay && !std::exchange(m_keptRead, true) && QFileInfo::exists(file)) {
         WeatherFileRequest request;
         request.downloaded = file;
         request.origin = WeatherList::Origin::Kept;
@@ -260,6 +259,10 @@ void WeatherDownload::takeOutcome(const DecodeOutcome& outcome)
         if (outcome.good && fetched) {
             sayKept(*fetched);
         }
+        return;
+    }
+    // A kept list that is decoded meanwhile may have had this outcome taken already.
+    if (!std::exchange(m_underWay, false)) {
         return;
     }
     if (outcome.taken) {

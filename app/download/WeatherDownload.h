@@ -41,6 +41,7 @@ public:
     /// Begins a download from a source (1 VATSIM, 2 IVAO, 3 NOAA) unless one is under way. One by
     /// itself leaves the try that is due after a pause its turn; the pilot's takes it.
     void download(int source, Asked asked = Asked::ByItself);
+    /// Until it has failed or the outcome of its list is taken.
     bool isUnderWay() const { return m_underWay; }
     /// The pilot waits for what comes of the download.
     bool isAsked() const { return m_asked; }

@@ -66,12 +66,15 @@ TEST_F(WeatherDownloadTest, FetchesOnceAndExports)
     EXPECT_TRUE(source->isUnderWay());
     source->download(2);
     waitForTexts(1);
-    EXPECT_FALSE(source->isUnderWay());
-    EXPECT_EQ(view.linesWith("being downloaded already"_q), 1);
+    source->download(2, WeatherDownload::Asked::ByPilot);
+    EXPECT_TRUE(source->isUnderWay()) << "until the list is decoded";
+    EXPECT_EQ(view.linesWith("being downloaded already"_q), 2);
     EXPECT_EQ(server.count("/one/weather_ivao.gz"), 1);
     EXPECT_EQ(texts.first().toUtf8(), kList);
     EXPECT_EQ(read(settings->tmpFolder() + "weather.txt"_q), kList);
-    EXPECT_EQ(read(path("export/weather.wx")), kList);
+    decoded(true);
+    EXPECT_FALSE(source->isUnderWay());
+    ASSERT_TRUE(wait([this] { return read(path("export/weather.wx")) == kList; }));
 }
 
 TEST_F(WeatherDownloadTest, TheListOfFs2020IsTakenAsItIs)
@@ -196,6 +199,7 @@ TEST_F(WeatherDownloadTest, ExternalAddressesAreToldOneByOne)
     source->download(1);
     EXPECT_EQ(texts, QStringList("[METAR]EDDF[/METAR]\n"_q));
     EXPECT_EQ(view.linesWith("Synop"_q), 0) << "left empty on purpose";
+    decoded(true, WeatherList::Origin::External);
 
     settings->setUrlExternSynop(server.url("/s"_q));
     server.serve("/s", "AAXX");
@@ -203,11 +207,13 @@ TEST_F(WeatherDownloadTest, ExternalAddressesAreToldOneByOne)
     source->download(1);
     EXPECT_EQ(texts.mid(1), QStringList("[SYNOP]AAXX[/SYNOP]\n"_q)) << "instead of the METARs";
     EXPECT_EQ(view.linesWith("being downloaded already"_q), 1);
+    decoded(true, WeatherList::Origin::External);
 
     settings->setUrlExternSynop("s"_q);
     source->download(1);
     EXPECT_EQ(texts.mid(2), QStringList("[METAR]EDDF[/METAR]\n"_q)) << "what arrived";
     EXPECT_EQ(view.levelOf("(Controller) - Download Synop - Url-Error"_q), 3);
+    decoded(true, WeatherList::Origin::External);
 
     settings->setUrlExternMetar(server.url("/none"_q));
     source->download(1);
