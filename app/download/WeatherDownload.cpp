@@ -139,12 +139,12 @@ void WeatherDownload::failNetwork(const QString& fileName, int error)
 }
 
 /// From the other server, after a pause that grows from try to try. The last failure says that no
-/// more follow, until the next download is due.
+/// more follow, until the next download is due: that one asks the other server as well.
 void WeatherDownload::tryAgain(const QString& failure)
 {
     const std::vector<int>& pauses = m_context.limits.retryPausesMs;
+    switchServer();
     if (m_retries < static_cast<int>(pauses.size())) {
-        switchServer();
         m_pause.start(pauses[static_cast<std::size_t>(m_retries)]);
         ++m_retries;
         fail(failure);
