@@ -51,6 +51,8 @@ void WeatherDownload::download(int source, Asked asked)
             QStringLiteral("(Controller Weather) - weather is being downloaded already"),
             loglevel::kDebug);
     } else if (asked == Asked::ByPilot || !m_pause.isActive()) {
+        m_poorLists = 0;
+        m_currentSource = source;
         begin(source);
     }
 }
@@ -294,12 +296,12 @@ void WeatherDownload::sayKept(std::int64_t fetchedMs)
 void WeatherDownload::tryAnotherSource()
 {
     constexpr int kMostRetries = 4;
-    ++m_retries;
+    ++m_poorLists;
     m_reporting.log(
         QStringLiteral("(WeatherManager) - no metars founded, switch to another source"),
         loglevel::kError);
     m_currentSource = cycle::nextSource(m_currentSource);
-    if (m_retries >= kMostRetries) {
+    if (m_poorLists >= kMostRetries) {
         m_reporting.log(QStringLiteral("(WeatherManager) - no metars founded. Download stopped"),
                         loglevel::kError);
         fail(tr("No source has enough METARs. Download stopped."));

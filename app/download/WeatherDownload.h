@@ -38,8 +38,9 @@ public:
 
     /// The source with which the row of tries begins anew, that of the settings.
     void useSourceOfSettings();
-    /// Begins a download from a source (1 VATSIM, 2 IVAO, 3 NOAA) unless one is under way. One by
-    /// itself leaves the try that is due after a pause its turn; the pilot's takes it.
+    /// Begins a download from a source (1 VATSIM, 2 IVAO, 3 NOAA), and with it a row of sources,
+    /// unless one is under way. One by itself leaves the try that is due after a pause its turn;
+    /// the pilot's takes it.
     void download(int source, Asked asked = Asked::ByItself);
     /// Until it has failed or the outcome of its list is taken.
     bool isUnderWay() const { return m_underWay; }
@@ -96,7 +97,9 @@ private:
     bool m_asked = false;
     bool m_keptRead = false;
     bool m_plainList = false;     ///< the list that is under way isn't packed
-    std::int32_t m_retries = 0;   ///< failed downloads and empty lists since the last good one
+    std::int32_t m_retries = 0;   ///< failed downloads since the last good list
+    std::int32_t m_poorLists = 0; ///< of the row of sources; counted for themselves, so that a
+                                  ///< network that failed before leaves all sources to be tried
     std::int32_t m_currentSource; ///< the one that the row of tries has come to
     QString m_failure;            ///< the last one, in the user's language; empty if it is settled
     QString m_keptText;
