@@ -186,15 +186,19 @@ void WeatherDownload::showNotice()
 
 void WeatherDownload::read(const QString& downloaded)
 {
-    const QString exportFolder = m_settings.exportMetarFile();
     WeatherFileRequest request;
     request.downloaded = downloaded;
     if (!m_plainList) {
         request.inflated = m_settings.tmpFolder() + QStringLiteral("weather.txt");
     }
-    request.copy = (exportFolder.isEmpty() ? QStringLiteral(".") : exportFolder)
-                   + QStringLiteral("/weather.wx");
     m_reader.read(request);
+}
+
+void WeatherDownload::exportList()
+{
+    const QString folder = m_settings.exportMetarFile();
+    m_reader.copy(m_listFile, (folder.isEmpty() ? QStringLiteral(".") : folder)
+                                  + QStringLiteral("/weather.wx"));
 }
 
 void WeatherDownload::readKept()
@@ -237,6 +241,7 @@ void WeatherDownload::takeRead()
     }
     m_reporting.log(QStringLiteral("(WeatherManager) Initialize weather data"),
                     loglevel::kNotification);
+    m_listFile = result->file;
     Q_EMIT sigList(result->list);
 }
 
@@ -269,6 +274,9 @@ void WeatherDownload::takeOutcome(const DecodeOutcome& outcome)
     }
     if (outcome.taken) {
         m_keptText.clear();
+    }
+    if (outcome.good && origin == Origin::Live) {
+        exportList();
     }
     if (outcome.good) {
         m_retries = 0;

@@ -79,6 +79,7 @@ private:
     void tryAgain(const QString& failure);
     void fail(const QString& text);
     void read(const QString& downloaded);
+    void exportList();
     void takeRead();
     void takeKept(const WeatherFileResult& result);
     void tryAnotherSource();
@@ -101,6 +102,7 @@ private:
     std::int32_t m_poorLists = 0; ///< of the row of sources; counted for themselves, so that a
                                   ///< network that failed before leaves all sources to be tried
     std::int32_t m_currentSource; ///< the one that the row of tries has come to
+    QString m_listFile;           ///< the last one that was read
     QString m_failure;            ///< the last one, in the user's language; empty if it is settled
     QString m_keptText;
 };

@@ -43,8 +43,7 @@ QString inflate(const WeatherFileRequest& request)
     return fault.isEmpty() ? reason : fault;
 }
 
-/// A damaged file isn't copied: other programs go on with the last whole one.
-void readText(const WeatherFileRequest& request, const StopFlag& stop, WeatherFileResult& result)
+void readText(WeatherFileResult& result)
 {
     ReportFileResult read = readReportFile(result.file);
     result.opened = read.ok();
@@ -54,9 +53,6 @@ void readText(const WeatherFileRequest& request, const StopFlag& stop, WeatherFi
         result.fault = QStringLiteral("a block has no end");
     } else {
         result.fault = serveranswer::fault(result.list.text.left(serveranswer::kHeadSize).toUtf8());
-    }
-    if (result.opened && !result.damaged && !request.copy.isEmpty() && !stop.raised()) {
-        copyOver(result.file, request.copy);
     }
 }
 
@@ -72,7 +68,7 @@ WeatherFileResult readFile(const WeatherFileRequest& request, const StopFlag& st
         result.opened = QFileInfo(result.file).isReadable();
     }
     if (!result.damaged && !stop.raised()) {
-        readText(request, stop, result);
+        readText(result);
     }
     return result;
 }
@@ -91,6 +87,19 @@ WeatherFileReader::~WeatherFileReader()
 }
 
 void WeatherFileReader::read(const WeatherFileRequest& request)
+{
+    begin(request);
+}
+
+void WeatherFileReader::copy(const QString& file, const QString& target)
+{
+    WeatherFileRequest request;
+    request.downloaded = file;
+    request.copy = target;
+    begin(request);
+}
+
+void WeatherFileReader::begin(const WeatherFileRequest& request)
 {
     wait();
     {
@@ -112,6 +121,10 @@ void WeatherFileReader::run()
     {
         const ScopedLock lock(m_mutex);
         request = m_request;
+    }
+    if (!request.copy.isEmpty()) {
+        copyOver(request.downloaded, request.copy);
+        return;
     }
     WeatherFileResult result;
     try {

@@ -15,7 +15,7 @@ struct WeatherFileRequest
 {
     QString downloaded;
     QString inflated; ///< where the inflated text goes; empty: the file isn't packed
-    QString copy;     ///< where a copy of a whole text goes, replacing what is there; may be empty
+    QString copy;     ///< if not empty, the file is copied there and not read
     WeatherList::Origin origin = WeatherList::Origin::Live;
 };
 
@@ -40,6 +40,8 @@ public:
 
     /// Starts; waits for the file before, if that one isn't done.
     void read(const WeatherFileRequest& request);
+    /// Starts likewise: copies a file and replaces what is there, without a result.
+    void copy(const QString& file, const QString& target);
     /// The result of the last file, once; the reader keeps nothing of a text of some megabytes.
     std::optional<WeatherFileResult> takeResult();
 
@@ -47,6 +49,8 @@ protected:
     void run() override;
 
 private:
+    void begin(const WeatherFileRequest& request);
+
     const StopFlag& m_stop;
     QMutex m_mutex;
     WeatherFileRequest m_request;              ///< guarded by m_mutex

@@ -82,12 +82,20 @@ TEST_F(WeatherDownloadTest, TheListOfFs2020IsTakenAsItIs)
     settings->setExportMetarFile(path("work"));
     simulator = aviation::fsid::kFs2020;
     const QByteArray address = QUrl(settings->fs2020Url(true)).path().toLatin1();
-    server.serve(address, kList);
+    write(path("work/weather.wx"), "of before");
+    server.serve(address, "<!DOCTYPE html><html><b>502</b></html>");
     source->download(1);
     waitForTexts(1);
-    EXPECT_EQ(texts.first().toUtf8(), kList);
-    EXPECT_EQ(server.count(address), 1);
+    EXPECT_EQ(read(path("work/weather.wx")), "of before");
+    server.serve(address, kList);
+    decoded(false);
+    waitForTexts(2);
+    EXPECT_EQ(texts.last().toUtf8(), kList);
+    EXPECT_EQ(server.count(address), 2);
     EXPECT_EQ(view.levelOf("Download weather from MSFS2020"_q), 1);
+    EXPECT_EQ(read(path("work/weather.wx")), "of before") << "nobody has judged the list yet";
+    decoded(true);
+    ASSERT_TRUE(wait([this] { return read(path("work/weather.wx")) == kList; }));
 }
 
 TEST_F(WeatherDownloadTest, SixMoreTriesFollowAFailureUntilAGoodListCame)
