@@ -72,6 +72,11 @@ void Controller::OnJobWeatherWorkerFinished(int job, QString jobname, int error)
         return;
     }
     switch (job) {
+    case weatherjob::kDecodeWeather: // a good end has its own signal
+        if (error != weathererror::kNone) {
+            m_weatherDownload->takeDecodeFailure();
+        }
+        break;
     case weatherjob::kDecodeGrib:
         m_timerWeather.start();
         m_reporting.log(QStringLiteral("(WeatherManager)  Grib data decoded"),

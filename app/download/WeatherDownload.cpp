@@ -290,6 +290,17 @@ void WeatherDownload::takeOutcome(const DecodeOutcome& outcome)
     }
 }
 
+void WeatherDownload::takeDecodeFailure()
+{
+    if (!m_underWay) {
+        Q_EMIT sigFailed();
+    } else if (m_settings.wxServerType() == wxservertype::kExternal) {
+        fail(tr("The weather list is damaged and can't be used."));
+    } else {
+        tryAgain(tr("The weather list is damaged and can't be used."));
+    }
+}
+
 void WeatherDownload::sayKept(std::int64_t fetchedMs)
 {
     const keptweather::Age age = keptweather::ageOf(fetchedMs);

@@ -53,6 +53,8 @@ public:
     /// What became of a list: after a live one of few METARs another source is tried, until all
     /// have been.
     void takeOutcome(const DecodeOutcome& outcome);
+    /// The decode of a list came to no end: the list counts as damaged.
+    void takeDecodeFailure();
     /// Whose weather and how old it is while it is that of the last run; otherwise empty.
     QString keptText() const { return m_keptText; }
 

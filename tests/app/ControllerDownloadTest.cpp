@@ -1,6 +1,8 @@
 #include "tests/app/ControllerFixture.h"
 #include "weather/output/WeatherWrapper.h"
 
+#include <atomic>
+#include <new>
 #include <tuple>
 #include <utility>
 
@@ -155,6 +157,31 @@ TEST_F(ControllerDownloadTest, AfterAFailedRowTheNextDownloadComesAtItsTime)
     waitForLine(QString::fromLatin1(kDecoded));
     EXPECT_EQ(view.linesWith("Download weather from"_q), 8);
     EXPECT_EQ(dialogs.warnings().size(), 1);
+}
+
+TEST_F(ControllerDownloadTest, ADecodeThatComesToNoEndIsAFailedDownload)
+{
+    limits.retryPausesMs = {3600000};
+    make();
+    start();
+    serveAll(packed(weatherFile(26)));
+    std::atomic<int> faults{1};
+    QObject::connect(
+        &controller->weather(), &WeatherWrapper::sigProgress, &controller->weather(),
+        [&faults] {
+            if (faults-- > 0) {
+                throw std::bad_alloc();
+            }
+        },
+        Qt::DirectConnection);
+    downloadUntil("Job 1 failed"_q);
+    EXPECT_TRUE(timer("timerWeather").isActive());
+    EXPECT_NE(view.notices[Notice::Download], QString());
+    EXPECT_EQ(dialogs.warnings().size(), 1) << "the pilot asked";
+
+    downloadUntil(QString::fromLatin1(kDecoded));
+    EXPECT_GT(held(), 0U);
+    EXPECT_EQ(view.notices.count(Notice::Download), 0U);
 }
 
 TEST_F(ControllerDownloadTest, TheLastGoodListIsThereAtTheNextStart)
