@@ -56,11 +56,12 @@ void Controller::exportMetarFile(bool isAsked)
                               ? QString()
                               : exportMetars(folder, m_weather->getMetars(), m_reporting.log);
     if (error.isEmpty()) {
+        m_view.clearNotice(Notice::Export);
         return;
     }
     const QString title = tr("Cirrilon - Export Metar");
     const QString text = tr("Can not open file.\n%1").arg(error);
-    m_view.showNotice(Notice::Download, title + QStringLiteral(": ") + text);
+    m_view.showNotice(Notice::Export, title + QStringLiteral(": ") + text);
     if (isAsked) {
         m_dialogs.critical(title, text);
     }

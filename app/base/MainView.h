@@ -58,6 +58,7 @@ public:
 enum class Notice
 {
     Download,   ///< weather that couldn't be fetched; offers to try again
+    Export,     ///< reports that couldn't be written for other programs
     Weather,    ///< weather that couldn't be set in the simulator
     Connection, ///< the simulator, its bridge or its stream of aircraft data
     Settings,   ///< settings that couldn't be read or saved

@@ -184,6 +184,23 @@ TEST_F(ControllerDownloadTest, ADecodeThatComesToNoEndIsAFailedDownload)
     EXPECT_EQ(view.notices.count(Notice::Download), 0U);
 }
 
+TEST_F(ControllerDownloadTest, AFailedExportLeavesWhatIsSaidOfTheWeather)
+{
+    settings->setExportMetarFile(path("export"));
+    QDir().mkpath(path("export/metar.txt")); // in the way of the file
+    write(path("work/lastweather.txt"),
+          "Cirrilon, weather fetched 2019-07-01T12:00:00Z\n" + weatherFile(26));
+    start();
+    waitForLine("Export Metar, Can not open file"_q);
+    EXPECT_TRUE(view.notices[Notice::Download].contains("kept from the last run"_q));
+    EXPECT_TRUE(view.notices[Notice::Export].contains("Can not open file."_q));
+
+    QDir().rmdir(path("export/metar.txt"));
+    serveAll(packed(weatherFile(26)));
+    downloadUntil(QString::fromLatin1(kDecoded));
+    EXPECT_EQ(view.notices.count(Notice::Export), 0U);
+}
+
 TEST_F(ControllerDownloadTest, TheLastGoodListIsThereAtTheNextStart)
 {
     start();

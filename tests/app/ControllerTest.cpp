@@ -151,7 +151,7 @@ TEST_F(ControllerTest, DecodedReportsAreExported)
     settings->setExportMetarFile(path("missing"));
     decode();
     EXPECT_EQ(view.levelOf("Export Metar, Can not open file. "_q), 3);
-    EXPECT_TRUE(view.notices.at(Notice::Download).startsWith("Cirrilon - Export Metar: "_q));
+    EXPECT_TRUE(view.notices.at(Notice::Export).startsWith("Cirrilon - Export Metar: "_q));
     EXPECT_TRUE(dialogs.criticals().isEmpty()) << "nobody asked";
 }
 
