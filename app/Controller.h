@@ -143,6 +143,8 @@ private:
     void startWeatherClock();
     void showTimes(double distanceNm);
     void downloadIfDue();
+    void downloadWithoutAircraft();
+    bool isAircraftThere();
     void stepDirectWind();
     bool isLowWindMissing() const;
     void searchNearestIfDue();
@@ -199,6 +201,7 @@ private:
     QTimer m_timerOneSecond{this}; ///< polls the simulator
     QTimer m_timerWeather{this};   ///< the weather clock, one second
     LapClock m_weatherClock;
+    LapClock m_sinceDownload; ///< began, with a simulator or without
     CycleCounters m_counters;
     bool m_inWeatherTick = false;
     bool m_forceWeatherUpdate = false;

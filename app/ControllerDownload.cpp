@@ -22,6 +22,7 @@ void Controller::DownloadWeather(int source)
 
 void Controller::beginDownload()
 {
+    m_sinceDownload.lapMs();
     m_view.pageWeather().OnEnableGetMetarButton(false);
     m_timerWeather.stop();
     m_weatherWorker->giveWay();

@@ -47,20 +47,11 @@ void Controller::OnTimerWeather()
     if (m_stop.raised() || m_inWeatherTick) {
         return;
     }
-    if (!IsConnected()) {
-        m_view.setSystrayMessage(tr("wait for connect"));
-        return;
-    }
-    if (!m_aircraftDataValid) {
-        m_view.OnStatusbarStatus(tr("Sim not ready"));
-        return;
-    }
-    if (!m_aircraftData.position.isKnown()) {
-        m_reporting.log(QStringLiteral("(Controller Weather) - no aircraft data from fs"),
-                        loglevel::kDebug);
-        return;
-    }
     const QScopedValueRollback<bool> inTick(m_inWeatherTick, true);
+    if (!isAircraftThere()) {
+        downloadWithoutAircraft();
+        return;
+    }
     // The first reading only starts the clock: the counters still say "never" then, and so the
     // first tick with an aircraft sets weather at once.
     m_counters.addElapsed(m_weatherClock.lapMs());
@@ -91,6 +82,24 @@ void Controller::OnTimerWeather()
     }
 }
 
+bool Controller::isAircraftThere()
+{
+    if (!IsConnected()) {
+        m_view.setSystrayMessage(tr("wait for connect"));
+        return false;
+    }
+    if (!m_aircraftDataValid) {
+        m_view.OnStatusbarStatus(tr("Sim not ready"));
+        return false;
+    }
+    if (!m_aircraftData.position.isKnown()) {
+        m_reporting.log(QStringLiteral("(Controller Weather) - no aircraft data from fs"),
+                        loglevel::kDebug);
+        return false;
+    }
+    return true;
+}
+
 void Controller::showTimes(double distanceNm)
 {
     constexpr int kMsPerSecond = 1000;
@@ -117,6 +126,16 @@ void Controller::downloadIfDue()
     constexpr int kMsPerSecond = 1000;
     if (m_counters.msSinceDownload / kMsPerSecond > m_settings.downloadUpdateTime()) {
         m_counters.msSinceDownload = 0; // before the download, which may take its time
+        DownloadWeather(m_settings.weatherSource());
+    }
+}
+
+/// The counters begin with the first aircraft, and what is shown of them as well. Until then the
+/// next list comes in time all the same: a late flight mustn't begin with old reports.
+void Controller::downloadWithoutAircraft()
+{
+    constexpr int kMsPerSecond = 1000;
+    if (m_sinceDownload.elapsedMs() / kMsPerSecond > m_settings.downloadUpdateTime()) {
         DownloadWeather(m_settings.weatherSource());
     }
 }

@@ -18,6 +18,12 @@ public:
         return elapsed;
     }
 
+    /// Milliseconds since the last lap, which goes on; 0 before the first, which begins.
+    std::int64_t elapsedMs()
+    {
+        return m_last.has_value() ? aviation::Clock::current().MonotonicMs() - *m_last : lapMs();
+    }
+
 private:
     std::optional<std::int64_t> m_last;
 };

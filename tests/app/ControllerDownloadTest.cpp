@@ -159,6 +159,29 @@ TEST_F(ControllerDownloadTest, AfterAFailedRowTheNextDownloadComesAtItsTime)
     EXPECT_EQ(dialogs.warnings().size(), 1);
 }
 
+TEST_F(ControllerDownloadTest, WithoutASimulatorTheNextListComesInTimeAllTheSame)
+{
+    settings->setDownloadUpdateTime(900);
+    settings->setDownloadWxAtStart(true);
+    start();
+    waitForLine("Automatic weather download stopped"_q);
+    view.log.clear();
+    serveAll(packed(weatherFile(26)));
+    tick(400s);
+    EXPECT_EQ(view.linesWith("Download weather from"_q), 0);
+    tick(501s);
+    waitForLine(QString::fromLatin1(kDecoded));
+    EXPECT_GT(held(), 0U);
+
+    connectTo(4, 8); // no aircraft yet
+    tick(901s);
+    ASSERT_TRUE(wait([this] { return view.linesWith(QString::fromLatin1(kDecoded)) == 2; }));
+    EXPECT_EQ(view.linesWith("Download weather from"_q), 2);
+    flyAt(50.0, 8.5);
+    tick(1s);
+    EXPECT_TRUE(view.status.contains("Weather download in 15min"_q));
+}
+
 TEST_F(ControllerDownloadTest, ADecodeThatComesToNoEndIsAFailedDownload)
 {
     limits.retryPausesMs = {3600000};
@@ -231,7 +254,7 @@ TEST_F(ControllerDownloadTest, TheLastGoodListIsThereAtTheNextStart)
         EXPECT_EQ(view.levelOf(row.said), 1);
         EXPECT_TRUE(view.status.contains(row.said));
         EXPECT_TRUE(view.notices[Notice::Download].endsWith(row.said));
-        EXPECT_TRUE(timer("timerWeather").isActive());
+        EXPECT_TRUE(wait([this] { return timer("timerWeather").isActive(); })) << "between tries";
         clock.advance(-row.later);
     }
 
