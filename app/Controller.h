@@ -157,6 +157,7 @@ private:
     void UpdateXPlaneVisibility();
     void UpdateDirectWindControl();
     void takeDirectWindReports(int error);
+    void takePrepared(int job, const QString& name, int error);
     void goOnWithLastWeather();
     void exportMetarFile(bool isAsked);
 

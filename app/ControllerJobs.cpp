@@ -32,7 +32,7 @@ void Controller::OnJobWeatherWorkerFinishedDecodeWeatherdata()
                              "stay: %1 Metars, additional WX:%2");
     m_reporting.log(text.arg(m_weather->metarCount()).arg(m_weather->synopCount()),
                     outcome.taken ? loglevel::kNotification : loglevel::kWarning);
-    if (std::exchange(m_reportsMissing, false)) {
+    if (outcome.taken && std::exchange(m_reportsMissing, false)) {
         // What waited for reports is due at once.
         m_counters.msSinceUpdate = cycle::overdue(m_settings.updateTime());
     }
@@ -92,18 +92,27 @@ void Controller::OnJobWeatherWorkerFinished(int job, QString jobname, int error)
     case weatherjob::kSearchAtAircraft:
         m_reportDisplay->showAtAircraft(m_aircraftData.position);
         break;
-    default: // prepared weather; the decode has its own signal, other results are taken by nobody
-        if (error == weathererror::kNoWeather && weatherjob::isPrepare(job)) {
-            goOnWithLastWeather();
-        } else {
-            m_preparedWeather->take(job, jobname, error);
-        }
+    default: // prepared weather; other results are taken by nobody
+        takePrepared(job, jobname, error);
         break;
     }
     Q_EMIT sigFinishedJob(job, jobname);
 }
 
-/// Said once, until reports have come in.
+void Controller::takePrepared(int job, const QString& name, int error)
+{
+    if (error == weathererror::kNoWeather && weatherjob::isPrepare(job)) {
+        goOnWithLastWeather();
+        return;
+    }
+    const bool done = error == weathererror::kNone || error == weathererror::kThemeWritten;
+    if (done && weatherjob::isPrepare(job)) {
+        m_reportsMissing = false;
+    }
+    m_preparedWeather->take(job, name, error);
+}
+
+/// Said once, until reports have come in or weather is prepared elsewhere.
 void Controller::goOnWithLastWeather()
 {
     if (!std::exchange(m_reportsMissing, true)) {

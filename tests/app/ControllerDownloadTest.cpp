@@ -224,6 +224,35 @@ TEST_F(ControllerDownloadTest, AFailedExportLeavesWhatIsSaidOfTheWeather)
     EXPECT_EQ(view.notices.count(Notice::Export), 0U);
 }
 
+TEST_F(ControllerDownloadTest, WherePlacesWithoutReportsBeginIsSaidEachTime)
+{
+    settings->setGribOff(true);
+    settings->setDownloadUpdateTime(80000);
+    make();
+    start();
+    decode();
+    connectTo(4, 8);
+    const auto updatedAt = [this](double latitude) {
+        view.log.clear();
+        flyAt(latitude, 8.5);
+        tick(700s);
+        settle();
+        EXPECT_TRUE(wait([this] { return timer("timerWeather").isActive(); }));
+        settle();
+        return view.linesWith("the weather in the simulator stays as it is"_q);
+    };
+    EXPECT_EQ(updatedAt(-50.0), 1);
+    EXPECT_EQ(updatedAt(-50.0), 0) << "said already";
+    serveAll(packed(weatherFile(3)));
+    downloadUntil("no metars founded. Download stopped"_q);
+    tick(1s);
+    settle();
+    EXPECT_EQ(view.linesWith("Next Job ID: 8"_q), 0) << "nothing new came in";
+
+    EXPECT_EQ(updatedAt(50.0), 0);
+    EXPECT_EQ(updatedAt(-50.0), 1);
+}
+
 TEST_F(ControllerDownloadTest, TheLastGoodListIsThereAtTheNextStart)
 {
     start();
