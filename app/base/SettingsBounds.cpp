@@ -22,6 +22,8 @@ struct Bounds
 
 constexpr int kShortestInterval = 10;          // seconds
 constexpr int kLongestInterval = 24 * 60 * 60; // seconds
+constexpr int kShortestPoll = 20;              // milliseconds
+constexpr int kLongestPoll = 60 * 1000;        // milliseconds
 constexpr int kAny = std::numeric_limits<int>::max();
 
 constexpr std::array kBounds{
@@ -29,6 +31,8 @@ constexpr std::array kBounds{
     Bounds{"weather/range", 10, 1000}, // NM
     Bounds{"weather/updatetime", kShortestInterval, kLongestInterval},
     Bounds{"weather/downloadupdatetime", kShortestInterval, kLongestInterval},
+    Bounds{"interface/serverupdatetimemin", kShortestPoll, kLongestPoll},
+    Bounds{"interface/serverupdatetimemax", kShortestPoll, kLongestPoll},
     Bounds{"weather/fswinddegreespersecond", 1, kAny},
     Bounds{"weather/fswindknotspersecond", 1, kAny},
 };

@@ -178,21 +178,24 @@ std::vector<int> boundedOptions(const Settings& settings)
 {
     return {settings.loggerLevel(),         settings.range(),
             settings.updateTime(),          settings.downloadUpdateTime(),
-            settings.dwcDegreesPerSecond(), settings.dwcKnotsPerSecond()};
+            settings.dwcDegreesPerSecond(), settings.dwcKnotsPerSecond(),
+            settings.serverUpdateTimeMin(), settings.serverUpdateTimeMax()};
 }
 
 TEST_F(SettingsTest, ValuesOutOfBoundsAreUsedBounded)
 {
     write(mainFile(), "[main]\nloggerlevel=9\n[paths]\nworkfolder=" + path("work").toUtf8()
                           + "\n[weather]\nrange=5000\nupdatetime=0\ndownloadupdatetime=999999\n"
-                            "fswinddegreespersecond=0\nfswindknotspersecond=-3\n");
+                            "fswinddegreespersecond=0\nfswindknotspersecond=-3\n"
+                            "[interface]\nserverupdatetimemin=0\n"
+                            "serverupdatetimemax=2000000000\n");
     Settings settings(mainFile(), m_random);
-    EXPECT_EQ(boundedOptions(settings), std::vector<int>({3, 1000, 10, 86400, 1, 1}));
+    EXPECT_EQ(boundedOptions(settings), std::vector<int>({3, 1000, 10, 86400, 1, 1, 20, 60000}));
     EXPECT_EQ(settings.profilesFolder(), path("work/profiles/"));
     write(mainFile(), "[main]\nloggerlevel=-1\n[weather]\nrange=-5\nupdatetime=2147483647\n"
                       "downloadupdatetime=-1\nfswinddegreespersecond=400\n");
     settings.load(mainFile());
-    EXPECT_EQ(boundedOptions(settings), std::vector<int>({0, 10, 86400, 10, 400, 1}));
+    EXPECT_EQ(boundedOptions(settings), std::vector<int>({0, 10, 86400, 10, 400, 1, 200, 1000}));
 }
 
 TEST_F(SettingsTest, ValuesOutOfBoundsStayInTheFileUntilTheyAreChanged)
