@@ -134,7 +134,7 @@ void CirrilonView::connectWindowActions()
     });
     // The session may end without a word to the window.
     connect(qApp, &QCoreApplication::aboutToQuit, this, &CirrilonView::saveSettings);
-    connect(qApp, &QGuiApplication::commitDataRequest, this, &CirrilonView::saveSettings);
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &CirrilonView::sessionEnds);
     connect(qApp, &QGuiApplication::saveStateRequest, this, &CirrilonView::saveSettings);
 }
 
@@ -318,12 +318,6 @@ void CirrilonView::closeEvent(QCloseEvent* event)
         m_dialogs.farewell(tr("Settings"), m_saver.failureText());
     }
     Q_EMIT sigClosed();
-}
-
-void CirrilonView::closeWithoutBoxes()
-{
-    m_mayAsk = false;
-    close();
 }
 
 void CirrilonView::retranslateUi()

@@ -98,6 +98,8 @@ private:
     /// What the pilot has to do by hand, once everything is loaded.
     void writeNextSteps();
     bool saveSettings();
+    void sessionEnds();
+    void rejectBox();
     void sayHowSettingsWereRead(bool folderFailed);
     void writeReport(const QString& file);
     void settingsChanged();

@@ -12,6 +12,8 @@
 #include "maps/gui/WidgetRadar.h"
 #include "sim/ConnectWorker.h"
 
+#include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QSaveFile>
@@ -90,6 +92,30 @@ void CirrilonView::sayHowSettingsWereRead(bool folderFailed)
                        .arg(QDir::toNativeSeparators(QDir::currentPath())));
     }
     m_saver.replaceDamaged();
+}
+
+void CirrilonView::closeWithoutBoxes()
+{
+    m_mayAsk = false;
+    rejectBox();
+    close();
+}
+
+/// One that stands holds up what waits for its answer, such as the end of the program.
+void CirrilonView::rejectBox()
+{
+    if (auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        box->reject();
+    }
+}
+
+/// The session may go on after all, so the window closes only if it does already.
+void CirrilonView::sessionEnds()
+{
+    saveSettings();
+    if (m_closed) {
+        rejectBox();
+    }
 }
 
 void CirrilonView::comeUp()
