@@ -33,15 +33,18 @@ void SettingsSaver::replaceDamaged()
     if (files.isEmpty()) {
         return;
     }
-    const QString file = QDir::toNativeSeparators(files.first());
-    const QString text =
-        save() ? tr("The settings in %1 can't be understood. The program goes on with its "
-                    "defaults; the file is kept as %2.")
-                     .arg(file, QFileInfo(Settings::damagedName(file)).fileName())
-               : tr("The settings in %1 can't be understood. The program goes on with its "
-                    "defaults; the file can't be put aside, so changes aren't saved.")
-                     .arg(file);
-    m_view.showNotice(Notice::Settings, text);
+    const bool saved = save();
+    QStringList texts;
+    for (const QString& path : files) {
+        const QString file = QDir::toNativeSeparators(path);
+        texts << (saved ? tr("The settings in %1 can't be understood. The program goes on with its "
+                             "defaults; the file is kept as %2.")
+                              .arg(file, QFileInfo(Settings::damagedName(file)).fileName())
+                        : tr("The settings in %1 can't be understood. The program goes on with its "
+                             "defaults; the file can't be put aside, so changes aren't saved.")
+                              .arg(file));
+    }
+    m_view.showNotice(Notice::Settings, texts.join(QLatin1Char(' ')));
 }
 
 QString SettingsSaver::failureText() const
