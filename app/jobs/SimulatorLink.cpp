@@ -39,7 +39,6 @@ SimulatorLink::SimulatorLink(Parts parts, QObject* parent)
 void SimulatorLink::switchByUser()
 {
     endReconnecting();
-    m_comesBack = false;
     clearFaults();
     m_byUser = m_connecting || !m_parts.worker.IsConnected();
     if (!m_connecting) {
@@ -97,7 +96,7 @@ void SimulatorLink::takeConnectResult(int error)
     m_connecting = false;
     const bool byUser = std::exchange(m_byUser, false);
     if (m_parts.worker.IsConnected()) {
-        takeUp();
+        takeUp(byUser);
     } else if (m_linked) {
         takeLoss(); // a connect beside a connection that had ended unnoticed
     } else {
@@ -105,7 +104,7 @@ void SimulatorLink::takeConnectResult(int error)
     }
 }
 
-void SimulatorLink::takeUp()
+void SimulatorLink::takeUp(bool byUser)
 {
     if (std::exchange(m_linked, true)) {
         return; // the second of two connects
@@ -113,6 +112,7 @@ void SimulatorLink::takeUp()
     endReconnecting();
     clearFaults();
     m_timerWatch.start();
+    m_comesBack = m_lost && !byUser;
     Q_EMIT sigConnected();
     m_lost = false;
     m_comesBack = false;
@@ -195,7 +195,6 @@ void SimulatorLink::takeLoss()
     } else if (wasLinked) {
         Q_EMIT sigLost();
     }
-    m_comesBack = m_comesBack || wasLinked;
     if (!wasLinked) {
         return; // a connect that failed, or the user has disconnected meanwhile
     }

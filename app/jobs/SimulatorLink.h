@@ -45,7 +45,7 @@ public:
     void takeWeatherSet(int error);
     /// The worker has dropped its interface. What is left is to show it and to come back.
     void takeLoss();
-    /// A connection that was lost, and not given up by the user, is up again. Holds in
+    /// A connection that was lost is up again without the user having asked for it. Holds in
     /// sigConnected.
     bool isReconnect() const { return m_comesBack; }
     /// No further attempt follows by itself.
@@ -67,7 +67,7 @@ private:
     void switchConnection();
     void postConnect();
     void waitForWorker();
-    void takeUp();
+    void takeUp(bool byUser);
     void takeFailure(int error, bool byUser);
     void tryAgain();
     void watch();
@@ -83,7 +83,7 @@ private:
     bool m_connecting = false; ///< a connect job is under way
     bool m_byUser = false;     ///< and the user waits for it
     bool m_lost = false;       ///< and not given up, until the next connection
-    bool m_comesBack = false;  ///< lost, and the user hasn't clicked since
+    bool m_comesBack = false;  ///< by itself, while sigConnected is emitted
     bool m_noticed = false;    ///< what is wrong was shown; the user may have closed it
     bool m_weatherNoticed = false;
     QTimer m_timerReconnect{this};

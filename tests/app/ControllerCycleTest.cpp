@@ -170,6 +170,33 @@ TEST_F(ControllerCycleTest, WeatherThatIsClearedOnConnectComesBackAndAReconnectD
     EXPECT_EQ(simulator.calls("ClearWeather"_q).size(), 1);
 }
 
+TEST_F(ControllerCycleTest, AReconnectByItselfDoesntClearAfterAClickThatFailed)
+{
+    settings->setClearWxOnConnect(true);
+    settings->setAutoConnect(true);
+    flyWith(4, 8);
+    const auto loseAndClick = [this](const std::vector<int>& connects) {
+        simulator.clearCalls();
+        simulator.setResults("GetAircraftData"_q, {simresult::kTimeout, 0});
+        controller->OnTimerOneSecond();
+        settle();
+        EXPECT_FALSE(controller->IsConnected());
+        simulator.setResults("Connect"_q, connects);
+        controller->OnConnectClicked();
+        settle();
+    };
+    loseAndClick({simresult::kTimeout, 0});
+    EXPECT_FALSE(controller->IsConnected());
+    timer("timerReconnect").start(0);
+    ASSERT_TRUE(wait([this] { return view.connectText == "Disconnect"_q; }));
+    settle();
+    EXPECT_EQ(simulator.calls("ClearWeather"_q).size(), 0);
+
+    loseAndClick({0});
+    EXPECT_TRUE(controller->IsConnected());
+    EXPECT_EQ(simulator.calls("ClearWeather"_q).size(), 1) << "the pilot asked for this one";
+}
+
 TEST_F(ControllerCycleTest, FilesTakeXPlanesVisibilityOver)
 {
     flyWith(4, 8);
