@@ -28,7 +28,7 @@ WeatherWorker::WeatherWorker(WeatherWrapper& store, const Settings& settings,
     , m_roundMs(roundMs)
 {
     if (m_gribSource != nullptr) {
-        m_gribSource->giveWayWhen([this] { return !mayDownloadGrib() || mustGiveWay(); });
+        m_gribSource->giveWayWhen([this] { return !mayWait(); });
     }
 }
 
@@ -331,12 +331,12 @@ void WeatherWorker::waitForGrib(const aviation::Position& position, const QStrin
     bool isSaid = false;
     while (isMissing() && mayDownloadGrib() && !m_gaveWay) {
         askForGrib(position, grib);
-        if (isMissing() && !stopped()) {
+        if (isMissing() && mayWait()) { // else the question was ended early
             isSaid = true;
             Q_EMIT sigWaitsForUpperAir(place);
-            sleepUnless([this] { return !mayDownloadGrib() || mustGiveWay(); }, m_roundMs);
-            m_gaveWay = mayDownloadGrib() && mustGiveWay();
+            sleepUnless([this] { return !mayWait(); }, m_roundMs);
         }
+        m_gaveWay = isMissing() && mayDownloadGrib() && mustGiveWay();
     }
     if (isSaid) {
         Q_EMIT sigUpperAirWaitEnded();

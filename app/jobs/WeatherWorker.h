@@ -168,6 +168,7 @@ private:
     bool mayDownloadGrib() const;
     /// Whether a job has to go on without the data that it asks for.
     bool mustGiveWay() const;
+    bool mayWait() const { return mayDownloadGrib() && !mustGiveWay(); }
     /// Whether the running job goes on no further.
     bool isGivenUp() const { return m_gaveWay || stopped(); }
     /// What the settings say of where upper-air data come from; another text for another source.

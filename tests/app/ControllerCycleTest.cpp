@@ -295,6 +295,7 @@ TEST_F(UpperAirTest, GivesWayToADownloadEvenInAStalledCall)
     ASSERT_TRUE(wait([this] { return clockRuns(); }));
     EXPECT_EQ(view.levelOf("The weather isn't set yet"_q), 1);
     EXPECT_EQ(view.linesWith("Network Error"_q), 0) << "what was ended hasn't failed";
+    EXPECT_EQ(view.linesWith("The weather waits for"_q), 0) << "nor does anything wait for it";
     EXPECT_FALSE(isNoticed());
 
     settings->setGribOff(true);
