@@ -100,6 +100,7 @@ void ReportDisplay::serve(const QString& icao)
     m_parts.view.pageWeather().OnBackgroundIcao(icao, known);
     if (known) {
         searchGribAt(station);
+        m_parts.worker.giveWay(); // the search mustn't lie behind a job that waits
         m_parts.posts.toWeather(Job(weatherjob::kSearchAtStation, icao));
     }
 }

@@ -28,7 +28,7 @@ public:
         const Settings& settings;
         MainView& view;
         WeatherWrapper& store;
-        const WeatherWorker& worker; ///< has the results of the searches
+        WeatherWorker& worker; ///< has the results of the searches
         GribSource& gribSource;
         const StopFlag& stop;
         LogFunction log;

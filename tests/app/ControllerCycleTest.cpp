@@ -303,6 +303,23 @@ TEST_F(UpperAirTest, GivesWayToADownloadEvenInAStalledCall)
     EXPECT_FALSE(simulator.calls("SetWeatherRecord"_q).isEmpty()) << "the update is still owed";
 }
 
+TEST_F(UpperAirTest, GivesWayToAStationThatThePilotAsksFor)
+{
+    beginWait();
+    ASSERT_TRUE(wait([this] { return !view.status.filter("Waiting for upper-air"_q).isEmpty(); }));
+    controller->OnGetMetarClicked("EDDM"_q);
+    ASSERT_TRUE(wait([this] {
+        const auto& shown = view.weatherPage.metars;
+        return std::any_of(shown.begin(), shown.end(), [](const aviation::weather::Metar& metar) {
+            return metar.reportText().find(L"EDDM") != std::wstring::npos;
+        });
+    }));
+    settings->setGribOff(true);
+    ASSERT_TRUE(wait([this] { return clockRuns(); }));
+    tickAndWatch(1s);
+    EXPECT_FALSE(simulator.calls("SetWeatherRecord"_q).isEmpty()) << "the update is still owed";
+}
+
 TEST_F(UpperAirTest, DoesntKeepTheNextListWaiting)
 {
     beginWait();
