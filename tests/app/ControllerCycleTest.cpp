@@ -320,6 +320,22 @@ TEST_F(UpperAirTest, GivesWayToAStationThatThePilotAsksFor)
     EXPECT_FALSE(simulator.calls("SetWeatherRecord"_q).isEmpty()) << "the update is still owed";
 }
 
+TEST_F(UpperAirTest, ThatComesAndGoesDoesntFillTheLog)
+{
+    const auto waitOnce = [this](std::chrono::milliseconds after) {
+        clock.advance(after);
+        Q_EMIT controller->weatherWorker().sigWaitsForUpperAir("EDDM"_q);
+        Q_EMIT controller->weatherWorker().sigUpperAirWaitEnded();
+        settle();
+        return view.linesWith("The weather waits for upper-air data of "_q);
+    };
+    for (int i = 0; i < 10; ++i) {
+        EXPECT_EQ(waitOnce(20s), 1);
+    }
+    EXPECT_EQ(waitOnce(10min), 2);
+    EXPECT_EQ(view.status.filter("Waiting for upper-air"_q).size(), 11);
+}
+
 TEST_F(UpperAirTest, DoesntKeepTheNextListWaiting)
 {
     beginWait();
