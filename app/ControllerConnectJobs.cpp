@@ -5,6 +5,7 @@
 #include "app/base/Settings.h"
 #include "app/cycle/CycleRules.h"
 #include "app/cycle/DirectWind.h"
+#include "app/download/GlobalWindDownload.h"
 #include "app/download/WeatherDownload.h"
 #include "app/jobs/ConnectJobLog.h"
 #include "app/jobs/PreparedWeather.h"
@@ -65,7 +66,15 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
         m_link->takeWeatherSet(error);
         m_timerWeather.start();
         break;
+    case connectjob::kSetGlobalWind:
+        if (error != simresult::kNone) {
+            m_globalWindDownload->sendFailed();
+        }
+        break;
     case connectjob::kSetTurbulence:
+        if (error != simresult::kNone) {
+            m_globalWindDownload->sendFailed();
+        }
         m_reporting.log(QStringLiteral("(ConnectWorker) Activate weather XPlane"),
                         loglevel::kNotification);
         m_posts.toSimulator(

@@ -21,6 +21,8 @@ public:
     void download();
     /// Lets the next weather ask again for files that failed: new reports are being downloaded.
     void tryFailedAgain();
+    /// A file that was handed to the simulator didn't arrive there.
+    void sendFailed() { m_failed = true; }
 
 private:
     bool fetch(QByteArray& turbulence, QByteArray& wind);

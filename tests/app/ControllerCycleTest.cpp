@@ -239,6 +239,32 @@ TEST_F(ControllerCycleTest, FilesAreLoadedWithoutTheWindThatTheNextDownloadBring
     EXPECT_EQ(read(path("xplane/global_winds.grib")), "wind");
 }
 
+TEST_F(ControllerCycleTest, AWindThatDoesntArriveIsSentAgainAfterTheNextDownload)
+{
+    server.serve("/one/weather_noaa.gz", packed(weatherFile(26)));
+    server.serve("/one/global_wind.grib", "wind");
+    server.serve("/one/global_turbulence.grib", "turbulence");
+    settings->setWeatherMode(1);
+    flyWith(4, 8);
+    const auto winds = [this] {
+        controller->OnClickedSetWX();
+        tickAndWatch(5s);
+        settle();
+        const QStringList calls = simulator.calls().filter("WindFile"_q);
+        simulator.clearCalls();
+        view.log.clear();
+        controller->OnDownloadWeather();
+        waitForLine("finished initialization of weather data"_q);
+        return calls.size();
+    };
+    for (const QString& file : {"SetGlobalWindFile"_q, "SetTurbulenceWindFile"_q}) {
+        simulator.setResults(file, {8, 0});
+        EXPECT_EQ(winds(), 2) << "refused";
+    }
+    EXPECT_EQ(winds(), 2);
+    EXPECT_EQ(winds(), 0) << "it has both";
+}
+
 TEST_F(ControllerCycleTest, NoWeatherIsShownOnlyWithoutAnyReport)
 {
     const auto shown = [this] {
