@@ -253,8 +253,8 @@ void PreparedWeather::writeXPlaneFiles()
     }
     succeed();
     m_xplaneBaseVisibility = cycle::kNoVisibility;
+    Q_EMIT sigEnded();    // first: a wind that stalls must not hold up the weather clock
     Q_EMIT sigFilesSet(); // the event loop runs on meanwhile
-    Q_EMIT sigEnded();
 }
 
 void PreparedWeather::setTheme(const QString& name)

@@ -239,6 +239,28 @@ TEST_F(ControllerCycleTest, FilesAreLoadedWithoutTheWindThatTheNextDownloadBring
     EXPECT_EQ(read(path("xplane/global_winds.grib")), "wind");
 }
 
+TEST_F(ControllerCycleTest, AWindThatStallsDoesntHoldUpTheWeatherClock)
+{
+    server.stall("/one/global_turbulence.grib");
+    settings->setWeatherMode(1);
+    settings->setSimPath(path("xplane"));
+    QDir().mkpath(path("xplane"));
+    flyWith(4, 8);
+    bool ran = false;
+    QTimer look; // the test waits within the download
+    look.callOnTimeout([&] {
+        if (server.count("/one/global_turbulence.grib") > 0) {
+            ran = clockRuns();
+            controller->requestStop();
+        }
+    });
+    look.start(20);
+    tick(5s);
+    settle();
+    ASSERT_TRUE(wait([this] { return server.count("/one/global_turbulence.grib") > 0; }));
+    EXPECT_TRUE(ran);
+}
+
 TEST_F(ControllerCycleTest, AWindThatDoesntArriveIsSentAgainAfterTheNextDownload)
 {
     server.serve("/one/weather_noaa.gz", packed(weatherFile(26)));
