@@ -102,6 +102,7 @@ JobPosts Controller::makePosts()
             },
             [this](const Job& job) {
                 if (!m_stop.raised()) {
+                    m_preparedWeather->jobPosted(job.id);
                     m_weatherWorker->addJob(job);
                     m_weatherWorker->start();
                 }
@@ -197,6 +198,10 @@ void Controller::makeJobParts(const ControllerParts& parts)
             QOverload<>::of(&QTimer::start));
     connect(m_preparedWeather.get(), &PreparedWeather::sigGaveWay, this,
             &Controller::updateGaveWay);
+    // Made later than the connection to OnJobWeatherWorkerFinished, so it comes after its take.
+    connect(m_weatherWorker.get(), &WeatherWorker::sigFinishedJob, m_preparedWeather.get(),
+            &PreparedWeather::jobEnded, Qt::QueuedConnection);
+    connect(m_link.get(), &SimulatorLink::sigDisconnecting, this, &Controller::dropPrepared);
     m_upperAirWait = std::make_unique<UpperAirWait>(m_view, m_reporting.log);
     connect(m_weatherWorker.get(), &WeatherWorker::sigWaitsForUpperAir, this,
             &Controller::waitsForUpperAir, Qt::QueuedConnection);

@@ -152,6 +152,7 @@ private:
     bool hasReports() const;
     void startUpdate();
     void updateGaveWay();
+    void dropPrepared();
     void resumeWeatherClock();
     void waitsForUpperAir(const QString& place);
     void UpdateXPlaneVisibility();

@@ -140,6 +140,7 @@ void Controller::connected()
     }
     m_directWind->connected();
     m_aircraftDataValid = false; // what is known of the aircraft is of the last connection
+    dropPrepared();
     m_preparedWeather->connected();
     const aviation::FsId fsId = m_connectWorker->fsVersion();
     m_view.setConnectText(tr("Disconnect"), true);
@@ -179,6 +180,7 @@ void Controller::showDisconnected()
     m_view.SetAircraftName(QString(), QString(), false);
     Q_EMIT sigProgress(0, 0, QString());
     m_weatherWorker->giveWay();
+    dropPrepared();
     resumeWeatherClock(); // the job that would do so may have gone with the connection
 }
 

@@ -222,6 +222,14 @@ void Controller::updateGaveWay()
     resumeWeatherClock();
 }
 
+/// What is being prepared is for the simulator of before; the next one is owed as much.
+void Controller::dropPrepared()
+{
+    if (m_preparedWeather->drop()) {
+        updateGaveWay();
+    }
+}
+
 /// A download that is under way starts the clock itself: its reports are worth waiting for.
 void Controller::resumeWeatherClock()
 {

@@ -14,6 +14,7 @@
 #include <QFileInfo>
 #include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -39,9 +40,37 @@ PreparedWeather::PreparedWeather(Parts parts, QObject* parent)
     , m_parts(std::move(parts))
 {}
 
+void PreparedWeather::jobPosted(int job)
+{
+    m_preparing += weatherjob::isPrepare(job) ? 1 : 0;
+}
+
+void PreparedWeather::jobEnded(int job)
+{
+    if (weatherjob::isPrepare(job) && m_preparing > 0) {
+        --m_preparing;
+        m_dropped = std::max(0, m_dropped - 1);
+    }
+}
+
+bool PreparedWeather::drop()
+{
+    const bool isAny = m_preparing > m_dropped || m_settling > 0;
+    m_dropped = m_preparing;
+    m_settling = 0;
+    ++m_connection;
+    return isAny;
+}
+
 void PreparedWeather::take(int job, const QString& name, int error)
 {
     if (!weatherjob::isPrepare(job)) {
+        return;
+    }
+    if (m_dropped > 0) {
+        m_parts.log(QStringLiteral("(Controller) - The weather isn't set: the connection that it "
+                                   "was prepared for has ended."),
+                    loglevel::kDebug);
         return;
     }
     if (error == weathererror::kNoGrib) {
@@ -84,8 +113,10 @@ void PreparedWeather::take(int job, const QString& name, int error)
 template <typename Step>
 void PreparedWeather::afterSettling(const Step& step)
 {
-    QTimer::singleShot(m_parts.settleMs, this, [this, step] {
-        if (!m_parts.stop.raised()) {
+    ++m_settling;
+    QTimer::singleShot(m_parts.settleMs, this, [this, step, connection = m_connection] {
+        if (connection == m_connection && !m_parts.stop.raised()) {
+            --m_settling;
             step();
         }
     });

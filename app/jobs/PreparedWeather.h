@@ -37,6 +37,9 @@ public:
     };
     explicit PreparedWeather(Parts parts, QObject* parent = nullptr);
 
+    /// A job goes to the weather worker. It ends with jobEnded, after take.
+    void jobPosted(int job);
+    void jobEnded(int job);
     /// The end of a prepare job of weatherjob, with its name and result. Other jobs are left alone.
     void take(int job, const QString& name, int error);
     /// There is no job that prepares weather for the simulator that is connected.
@@ -45,6 +48,9 @@ public:
     void takeSet(int error);
     /// Another connection: what failed with the last one says nothing of it.
     void connected();
+    /// The connection is another one, or ends: what is being prepared for it goes nowhere. True if
+    /// that is anything.
+    bool drop();
     /// An update is under way, which says anew whether the low wind is left to direct wind control.
     void updateBegun() { m_lowWindLeft = false; }
     /// Surface visibility of the last X-Plane record, metres; cycle::kNoVisibility without one.
@@ -82,4 +88,9 @@ private:
     QString m_lastFault; ///< the line that was logged last, if nothing was set since
     float m_xplaneBaseVisibility = cycle::kNoVisibility;
     bool m_lowWindLeft = false;
+    // Jobs end in the order in which they were posted.
+    int m_preparing = 0; ///< prepare jobs that were posted and haven't ended
+    int m_dropped = 0;   ///< so many of them, the first ones
+    int m_settling = 0;
+    int m_connection = 0; ///< counted by drop
 };

@@ -197,6 +197,20 @@ TEST_F(ControllerCycleTest, AReconnectByItselfDoesntClearAfterAClickThatFailed)
     EXPECT_EQ(simulator.calls("ClearWeather"_q).size(), 1) << "the pilot asked for this one";
 }
 
+TEST_F(ControllerCycleTest, WeatherOfTheLastConnectionIsntSetInTheNextOne)
+{
+    flyWith(1, aviation::fsid::kFsx);
+    tick(5s);
+    controller->weatherWorker().join(); // prepared, which the main thread hasn't heard of yet
+    controller->OnConnectClicked();
+    connectTo(4, 8);
+    EXPECT_EQ(simulator.calls().filter("SetWeather"_q).join(QLatin1Char('|')), QString());
+    flyAt(50.0, 8.5);
+    tickAndWatch(1s);
+    EXPECT_EQ(simulator.calls().filter("SetWeather"_q).size(), 1) << "the next one is owed it";
+    EXPECT_EQ(simulator.calls("SetWeatherData"_q).size(), 1);
+}
+
 TEST_F(ControllerCycleTest, FilesTakeXPlanesVisibilityOver)
 {
     flyWith(4, 8);

@@ -71,6 +71,16 @@ TEST_F(PreparedWeatherTest, WhatIsWrittenSettlesBeforeTheSimulatorIsTold)
     EXPECT_EQ(posted, std::vector({connectjob::kSetTheme, connectjob::kSetXPlane12Weather}));
 }
 
+TEST_F(PreparedWeatherTest, WhatSettlesIsForItsOwnConnection)
+{
+    prepared->take(weatherjob::kXPlane12Record, QString(), 0);
+    EXPECT_TRUE(prepared->drop()) << "owed to the next one";
+    EXPECT_FALSE(prepared->drop());
+    prepared->take(weatherjob::kThemeFile, "base"_q, weathererror::kThemeWritten);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !posted.empty(); }));
+    EXPECT_EQ(posted, std::vector({connectjob::kSetTheme}));
+}
+
 TEST_F(PreparedWeatherTest, NothingIsPostedOrWrittenOnceTheProgramEnds)
 {
     settings->setSimPath(path("xplane"));
