@@ -198,6 +198,8 @@ void Controller::makeJobParts(const ControllerParts& parts)
             QOverload<>::of(&QTimer::start));
     connect(m_preparedWeather.get(), &PreparedWeather::sigGaveWay, this,
             &Controller::updateGaveWay);
+    connect(m_preparedWeather.get(), &PreparedWeather::sigSet, this,
+            [this] { m_clearedOnConnect = false; });
     // Made later than the connection to OnJobWeatherWorkerFinished, so it comes after its take.
     connect(m_weatherWorker.get(), &WeatherWorker::sigFinishedJob, m_preparedWeather.get(),
             &PreparedWeather::jobEnded, Qt::QueuedConnection);

@@ -147,6 +147,7 @@ private:
     bool isAircraftThere();
     void stepDirectWind();
     bool isLowWindMissing() const;
+    bool isUrgent();
     void searchNearestIfDue();
     bool approachBlocks();
     bool hasReports() const;
@@ -208,7 +209,7 @@ private:
     bool m_inWeatherTick = false;
     bool m_forceWeatherUpdate = false;
     bool m_updateOwed = false;       ///< one that gave way to something else
-    bool m_clearedOnConnect = false; ///< and no update has begun since
+    bool m_clearedOnConnect = false; ///< and no weather was set since
     bool m_weatherDecoded = false;
     bool m_reportsMissing = false; ///< the last update found none; said already
     aviation::Position m_lastUpdatePosition;

@@ -70,9 +70,10 @@ void Controller::OnTimerWeather()
     }
     const bool due = cycle::updateDue(m_counters.msSinceUpdate, m_settings.updateTime(), distanceNm,
                                       m_settings.range())
-                     || m_updateOwed || isLowWindMissing();
-    // After a clear there is nothing that an approach would protect.
-    if ((due && !blocked) || m_forceWeatherUpdate || (m_clearedOnConnect && hasReports())) {
+                     || m_updateOwed;
+    const bool urgent = isUrgent();
+    if ((due && !blocked) || m_forceWeatherUpdate || urgent) {
+        m_counters.msSinceUrgentUpdate = urgent ? 0 : m_counters.msSinceUrgentUpdate;
         startUpdate();
     }
     if (m_counters.msSinceVisibility >= kVisibilityMs
@@ -152,7 +153,20 @@ void Controller::stepDirectWind()
 /// X-Plane has no wind where the last record left it to direct wind control, which has stopped.
 bool Controller::isLowWindMissing() const
 {
-    return m_preparedWeather->isLowWindLeft() && !m_directWind->sends();
+    return m_preparedWeather->isLowWindLeft()
+           && cycle::windWayFor(simulator()) == cycle::WindWay::Layers && !m_directWind->sends();
+}
+
+/// The simulator lacks weather or wind, so there is nothing that an approach would protect. An
+/// update may come to nothing; the next one then isn't tried at once.
+bool Controller::isUrgent()
+{
+    constexpr int kTryAgainMs = 10000;
+    if (!m_clearedOnConnect && !m_preparedWeather->isLowWindLeft()) {
+        m_counters.msSinceUrgentUpdate = CycleCounters::kLongAgo;
+    }
+    const bool lacksWeather = (m_clearedOnConnect && hasReports()) || isLowWindMissing();
+    return lacksWeather && m_counters.msSinceUrgentUpdate >= kTryAgainMs;
 }
 
 void Controller::searchNearestIfDue()
@@ -191,7 +205,6 @@ void Controller::startUpdate()
 {
     m_forceWeatherUpdate = false;
     m_updateOwed = false;
-    m_clearedOnConnect = m_clearedOnConnect && !hasReports();
     m_lastUpdatePosition = m_aircraftData.position;
     m_weatherWorker->setAircraftData(m_aircraftData);
     m_timerWeather.stop(); // until the weather is set: two cycles never overlap
@@ -208,7 +221,6 @@ void Controller::startUpdate()
             loglevel::kWarning);
     }
     m_counters.msSinceUpdate = 0;
-    m_preparedWeather->updateBegun();
     if (job.id != 0) {
         m_posts.toWeather(Job(job.id, job.name));
     } else {

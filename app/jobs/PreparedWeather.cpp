@@ -174,7 +174,9 @@ void PreparedWeather::takeSet(int error)
 {
     switch (error) {
     case simresult::kNone:
+        m_lowWindLeft = m_lowWindOfPosted;
         succeed();
+        Q_EMIT sigSet();
         break;
     case simresult::kTimeout:
     case simresult::kNoInterface:
@@ -190,6 +192,14 @@ void PreparedWeather::takeSet(int error)
     }
 }
 
+/// Even a job that fails may have brought its record to the simulator.
+void PreparedWeather::post(const Job& job, bool lowWindLeft)
+{
+    m_lowWindOfPosted = lowWindLeft;
+    m_lowWindLeft = m_lowWindLeft || lowWindLeft;
+    m_parts.postJob(job);
+}
+
 void PreparedWeather::showUpdate()
 {
     m_parts.view.setSystrayMessage(tr("update weather in FS"));
@@ -201,7 +211,7 @@ void PreparedWeather::setFsuipc()
                 loglevel::kNotification);
     showUpdate();
     m_parts.simulator.setWeatherRecords(m_parts.prepared.fsuipcRecords());
-    m_parts.postJob(Job(connectjob::kSetWeather, QStringLiteral("Set FSUIPC Weather")));
+    post(Job(connectjob::kSetWeather, QStringLiteral("Set FSUIPC Weather")));
 }
 
 void PreparedWeather::setSimConnect()
@@ -210,7 +220,7 @@ void PreparedWeather::setSimConnect()
                 loglevel::kNotification);
     m_parts.simulator.setMetars(m_parts.prepared.simConnectStrings());
     showUpdate();
-    m_parts.postJob(Job(connectjob::kSetWeather, QStringLiteral("Set SimConnect Weather")));
+    post(Job(connectjob::kSetWeather, QStringLiteral("Set SimConnect Weather")));
 }
 
 void PreparedWeather::setXPlaneRecord(bool xplane12)
@@ -225,14 +235,14 @@ void PreparedWeather::setXPlaneRecord(bool xplane12)
 void PreparedWeather::sendXPlaneRecord(bool xplane12)
 {
     XPlaneWeather record = m_parts.prepared.xplaneRecord();
-    m_lowWindLeft = m_parts.directWindSends() && record.Winds.size() > 1;
-    if (m_lowWindLeft) {
+    const bool lowWindLeft = m_parts.directWindSends() && record.Winds.size() > 1;
+    if (lowWindLeft) {
         record.Winds[1] = emptyWindLayer();
     }
     m_xplaneBaseVisibility = record.Vis;
-    m_parts.postJob(
-        xplane12 ? Job(connectjob::kSetXPlane12Weather, record, QStringLiteral("Set XPWeather12"))
-                 : Job(connectjob::kSetXPlaneWeather, record, QStringLiteral("Set XPWeather")));
+    post(xplane12 ? Job(connectjob::kSetXPlane12Weather, record, QStringLiteral("Set XPWeather12"))
+                  : Job(connectjob::kSetXPlaneWeather, record, QStringLiteral("Set XPWeather")),
+         lowWindLeft);
 }
 
 void PreparedWeather::setXPlaneFiles()
@@ -261,7 +271,7 @@ void PreparedWeather::sendXPlaneFiles()
 {
     m_parts.simulator.setMetars(m_parts.prepared.xplaneMetarLines());
     m_parts.simulator.setWinds(m_parts.prepared.xplaneWindLines());
-    m_parts.postJob(Job(connectjob::kSetXPlaneFiles, QStringLiteral("Set XPWeather")));
+    post(Job(connectjob::kSetXPlaneFiles, QStringLiteral("Set XPWeather")));
     m_xplaneBaseVisibility = cycle::kNoVisibility;
     Q_EMIT sigFilesSet();
 }
@@ -283,7 +293,9 @@ void PreparedWeather::writeXPlaneFiles()
         return;
     }
     succeed();
+    m_lowWindLeft = false;
     m_xplaneBaseVisibility = cycle::kNoVisibility;
+    Q_EMIT sigSet();
     Q_EMIT sigEnded();    // first: a wind that stalls must not hold up the weather clock
     Q_EMIT sigFilesSet(); // the event loop runs on meanwhile
 }
@@ -293,7 +305,6 @@ void PreparedWeather::setTheme(const QString& name)
     showUpdate();
     m_parts.log(QStringLiteral("(WeatherManager)  Weather Model File created"),
                 loglevel::kNotification);
-    afterSettling([this, name] {
-        m_parts.postJob(Job(connectjob::kSetTheme, name + QStringLiteral(".WTB")));
-    });
+    afterSettling(
+        [this, name] { post(Job(connectjob::kSetTheme, name + QStringLiteral(".WTB"))); });
 }

@@ -51,14 +51,15 @@ public:
     /// The connection is another one, or ends: what is being prepared for it goes nowhere. True if
     /// that is anything.
     bool drop();
-    /// An update is under way, which says anew whether the low wind is left to direct wind control.
-    void updateBegun() { m_lowWindLeft = false; }
     /// Surface visibility of the last X-Plane record, metres; cycle::kNoVisibility without one.
     float baseVisibility() const { return m_xplaneBaseVisibility; }
-    /// The last weather was an X-Plane record whose low wind was left to direct wind control.
+    /// The simulator has an X-Plane record whose low wind was left to direct wind control, or may
+    /// have it: until it takes other weather.
     bool isLowWindLeft() const { return m_lowWindLeft; }
 
 Q_SIGNALS:
+    /// The simulator has taken weather, or its files are written.
+    void sigSet();
     /// X-Plane's weather files are written or on their way; the global wind follows them.
     void sigFilesSet();
     /// The update has ended without a job that would say so: with the weather set in files, or
@@ -70,6 +71,7 @@ Q_SIGNALS:
 private:
     template <typename Step>
     void afterSettling(const Step& step);
+    void post(const Job& job, bool lowWindLeft = false);
     void showUpdate();
     void setFsuipc();
     void setSimConnect();
@@ -88,6 +90,7 @@ private:
     QString m_lastFault; ///< the line that was logged last, if nothing was set since
     float m_xplaneBaseVisibility = cycle::kNoVisibility;
     bool m_lowWindLeft = false;
+    bool m_lowWindOfPosted = false; ///< left, in the weather that was posted last
     // Jobs end in the order in which they were posted.
     int m_preparing = 0; ///< prepare jobs that were posted and haven't ended
     int m_dropped = 0;   ///< so many of them, the first ones

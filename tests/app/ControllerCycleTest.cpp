@@ -170,6 +170,21 @@ TEST_F(ControllerCycleTest, WeatherThatIsClearedOnConnectComesBackAndAReconnectD
     EXPECT_EQ(simulator.calls("ClearWeather"_q).size(), 1);
 }
 
+TEST_F(ControllerCycleTest, WeatherForAClearedSimulatorIsTriedAgainSoonWhereItFails)
+{
+    settings->setClearWxOnConnect(true);
+    simulator.setResults("SetWeatherData"_q, {8, 0});
+    flyWith(4, 8);
+    const auto setsAfter = [this](std::chrono::milliseconds time) {
+        tickAndWatch(time);
+        return simulator.calls("SetWeatherData"_q).size();
+    };
+    EXPECT_EQ(setsAfter(5s), 1) << "refused";
+    EXPECT_EQ(setsAfter(1s), 1) << "not each second";
+    EXPECT_EQ(setsAfter(10s), 2);
+    EXPECT_EQ(setsAfter(11s), 2) << "it has weather";
+}
+
 TEST_F(ControllerCycleTest, AReconnectByItselfDoesntClearAfterAClickThatFailed)
 {
     settings->setClearWxOnConnect(true);

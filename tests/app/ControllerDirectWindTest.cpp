@@ -1,3 +1,4 @@
+#include "app/base/FlightState.h"
 #include "tests/app/ControllerFixture.h"
 #include "weather/output/WeatherWrapper.h"
 #include "weather/store/WeatherManager.h"
@@ -16,6 +17,13 @@ namespace {
 
 const char* const kSynop =
     "[SYNOP]\nAAXX 01121 10637 11458 52406 10221 20121 30024 40150 57005 82130=\n[/SYNOP]\n";
+
+class Landing final : public FlightState
+{
+public:
+    int flightPhase() const override { return flightphase::kLanding; }
+    QString destination() const override { return {}; }
+};
 
 class ControllerDirectWindTest : public ControllerFixture
 {
@@ -136,6 +144,28 @@ TEST_F(ControllerDirectWindTest, XPlaneIsntLeftWithoutItsLowWind)
     settings->setFsWindDwc(false);
     tickAndSettle(1000ms);
     EXPECT_GE(lowWind(), 0.0F) << "switched off";
+}
+
+TEST_F(ControllerDirectWindTest, MissingLowWindIsGivenBackInAnApproachAndAfterAFailure)
+{
+    settings->setNoUpdateApproach(true);
+    fly(4, aviation::fsid::kXPlaneId9);
+    const auto recordsAfter = [this](std::chrono::milliseconds time) {
+        tickAndSettle(time);
+        return simulator.calls("SetWeatherData"_q).size();
+    };
+    EXPECT_EQ(recordsAfter(1000ms), 1);
+    EXPECT_EQ(lowWind(), -1.0F);
+    const Landing flight;
+    controller->setFlightState(flight);
+    EXPECT_EQ(recordsAfter(601s), 1) << "blocked";
+    settings->setFsWindDwc(false);
+    simulator.setResults("SetWeatherData"_q, {8, 0});
+    EXPECT_EQ(recordsAfter(1000ms), 2) << "refused";
+    EXPECT_EQ(recordsAfter(1000ms), 2) << "not each second";
+    EXPECT_EQ(recordsAfter(9000ms), 3);
+    EXPECT_GE(lowWind(), 0.0F);
+    EXPECT_EQ(recordsAfter(11s), 3) << "it has its wind";
 }
 
 TEST_F(ControllerDirectWindTest, XPlaneKeepsItsLowWindWithoutUpperAirData)
