@@ -1,5 +1,6 @@
 #include "app/base/DownloadManager.h"
 #include "app/base/Gzip.h"
+#include "app/base/WriteFault.h"
 
 #include <QDebug>
 #include <QFile>
@@ -28,8 +29,9 @@ QString gunzip(const QString& source, const QString& target)
     const GzipResult inflated = inflateZlibOrGzip(bytes);
     const bool written = plain.write(inflated.data) == inflated.data.size() && plain.flush();
     if (!written) {
+        const QString reason = writeFault(plain);
         plain.resize(0);
-        return QStringLiteral("can not write %1: %2").arg(target, plain.errorString());
+        return QStringLiteral("can not write %1: %2").arg(target, reason);
     }
     return inflated.error;
 }

@@ -74,6 +74,14 @@ void unifyLineEnds(QString& text)
 
 } // namespace
 
+QString reportText(const QByteArray& bytes)
+{
+    // The overload for byte arrays would stop at the first NUL.
+    QString text = QString::fromUtf8(bytes.constData(), bytes.size());
+    unifyLineEnds(text);
+    return text;
+}
+
 ReportFileResult readReportFile(const QString& fileName, qint64 limit)
 {
     ReportFileResult result;
@@ -86,9 +94,7 @@ ReportFileResult readReportFile(const QString& fileName, qint64 limit)
         if (!reason.isEmpty()) {
             result.error = fileName + QStringLiteral(": ") + reason;
         } else {
-            // The overload for byte arrays would stop at the first NUL.
-            result.text = QString::fromUtf8(bytes.constData(), bytes.size());
-            unifyLineEnds(result.text);
+            result.text = reportText(bytes);
         }
     } catch (const std::bad_alloc&) {
         result.error = fileName + QStringLiteral(": not enough memory");

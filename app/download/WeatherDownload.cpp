@@ -229,6 +229,12 @@ void WeatherDownload::takeRead()
                 .arg(outsidetext::forLog(result->fault.trimmed())),
             loglevel::kError);
     }
+    if (!result->unwritten.isEmpty()) {
+        m_reporting.log(QStringLiteral("(Controller Weather) - %1. The reports are used all the "
+                                       "same. Make room on the disk.")
+                            .arg(outsidetext::forLog(result->unwritten.trimmed())),
+                        loglevel::kWarning);
+    }
     if (!result->opened) {
         m_reporting.log(m_plainList ? QStringLiteral("(WeatherManager) Can not open file: ")
                                           + result->file.toHtmlEscaped()

@@ -1,6 +1,7 @@
 #include "app/download/WeatherFileReader.h"
 
 #include "app/base/DownloadManager.h"
+#include "app/base/Gzip.h"
 #include "app/base/ReportFile.h"
 #include "app/base/StopFlag.h"
 #include "app/download/ServerAnswer.h"
@@ -43,11 +44,30 @@ QString inflate(const WeatherFileRequest& request)
     return fault.isEmpty() ? reason : fault;
 }
 
-void readText(WeatherFileResult& result)
+/// The text of a packed file; empty if it can't be inflated.
+QString inflatedText(const QString& fileName)
 {
-    ReportFileResult read = readReportFile(result.file);
-    result.opened = read.ok();
-    result.list.text = std::move(read.text);
+    QFile packed(fileName);
+    return packed.open(QIODevice::ReadOnly) ? reportText(inflateZlibOrGzip(packed.readAll()).data)
+                                            : QString();
+}
+
+void inflateAndRead(const WeatherFileRequest& request, WeatherFileResult& result)
+{
+    result.fault = inflate(request);
+    if (result.fault.isEmpty()) {
+        result.list.text = readReportFile(result.file).text;
+    } else {
+        // A full disk costs the file only.
+        result.list.text = inflatedText(request.downloaded);
+        result.unwritten = result.list.text.isEmpty() ? QString() : result.fault;
+    }
+    result.damaged = result.list.text.isEmpty();
+    result.opened = !result.damaged || QFileInfo(result.file).isReadable();
+}
+
+void check(WeatherFileResult& result)
+{
     result.damaged = aviation::weather::hasUnclosedBlock(result.list.text);
     if (result.damaged) {
         result.fault = QStringLiteral("a block has no end");
@@ -63,12 +83,14 @@ WeatherFileResult readFile(const WeatherFileRequest& request, const StopFlag& st
     const bool isPacked = !request.inflated.isEmpty();
     result.file = isPacked ? request.inflated : request.downloaded;
     if (isPacked) {
-        result.fault = inflate(request);
-        result.damaged = !result.fault.isEmpty();
-        result.opened = QFileInfo(result.file).isReadable();
+        inflateAndRead(request, result);
+    } else {
+        ReportFileResult read = readReportFile(result.file);
+        result.opened = read.ok();
+        result.list.text = std::move(read.text);
     }
     if (!result.damaged && !stop.raised()) {
-        readText(result);
+        check(result);
     }
     return result;
 }

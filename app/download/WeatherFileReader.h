@@ -24,6 +24,7 @@ struct WeatherFileResult
     WeatherList list;
     QString file;         ///< the one that the text was read from
     QString fault;        ///< why there are no reports in it, not escaped; empty if all is well
+    QString unwritten;    ///< why the inflated text isn't in its file, not escaped
     bool opened = false;  ///< the text could be read
     bool damaged = false; ///< a part of it is missing or can't be inflated; `fault` says which
 };

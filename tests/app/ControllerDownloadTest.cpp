@@ -103,6 +103,17 @@ TEST_F(ControllerDownloadTest, NoBadListReplacesGoodReports)
     }
 }
 
+TEST_F(ControllerDownloadTest, AFileThatCantBeWrittenCostsNoReports)
+{
+    ASSERT_TRUE(QDir().mkpath(settings->tmpFolder() + "weather.txt"_q));
+    start();
+    serveAll(packed(weatherFile(26)));
+    downloadUntil(QString::fromLatin1(kDecoded));
+    EXPECT_GE(held(), 10U);
+    EXPECT_EQ(view.levelOf("weather.txt"_q), 2);
+    EXPECT_EQ(view.notices.count(Notice::Download), 0U);
+}
+
 TEST_F(ControllerDownloadTest, AShortListIsTakenWhereNothingBetterIsHeld)
 {
     start();
