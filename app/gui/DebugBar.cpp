@@ -50,7 +50,6 @@ void DebugBar::build()
         m_level->addItem(QString(), level);
     }
     m_find->setObjectName(QStringLiteral("lineEdit_find"));
-    m_find->setClearButtonEnabled(true);
     m_find->installEventFilter(this);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

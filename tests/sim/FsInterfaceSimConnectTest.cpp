@@ -152,8 +152,7 @@ TEST_F(FsInterfaceSimConnectTest, LandingRateAppearsOnce)
 
 TEST_F(FsInterfaceSimConnectTest, NamesTheVariableThatIsRefused)
 {
-    std::uint32_t packet = 0;
-    script.onCall = [&](const std::string& call) {
+    script.onCall = [this, packet = 0U](const std::string& call) mutable { // outlives the test
         script.packetId = ++packet;
         if (call.rfind("Define 0 AMBIENT IN CLOUD", 0) == 0) {
             script.messages.push_back(exceptionMessage(7, packet));
