@@ -1,5 +1,6 @@
 #include "app/download/KeptWeather.h"
 
+#include "app/base/WriteFault.h"
 #include "aviation/support/Clock.h"
 
 #include <QDateTime>
@@ -27,7 +28,10 @@ QString write(const QString& file, const QString& text)
     const QByteArray bytes = (kHead + time + QLatin1Char('\n') + text).toUtf8();
     QSaveFile saved(file);
     const bool written = saved.open(QIODevice::WriteOnly) && saved.write(bytes) == bytes.size();
-    return written && saved.commit() ? QString() : saved.errorString();
+    if (!written) {
+        return writeFault(saved);
+    }
+    return saved.commit() ? QString() : saved.errorString();
 }
 
 std::optional<std::int64_t> fetchedMs(const QString& text)
