@@ -165,6 +165,7 @@ private:
 
     // Finished jobs of the simulator worker
     void handleConnectJob(int jobId, const QString& jobName, int error);
+    void globalWindSent(int jobId, int error);
     void handleRecordJob(int jobId);
     void connected();
     void showConnection();

@@ -67,18 +67,8 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
         m_timerWeather.start();
         break;
     case connectjob::kSetGlobalWind:
-        if (error != simresult::kNone) {
-            m_globalWindDownload->sendFailed();
-        }
-        break;
     case connectjob::kSetTurbulence:
-        if (error != simresult::kNone) {
-            m_globalWindDownload->sendFailed();
-        }
-        m_reporting.log(QStringLiteral("(ConnectWorker) Activate weather XPlane"),
-                        loglevel::kNotification);
-        m_posts.toSimulator(
-            Job(connectjob::kActivateWeather, QStringLiteral("activate weather xplane")));
+        globalWindSent(jobId, error);
         break;
     case connectjob::kCreateStation:
         stationCreated(jobName, error);
@@ -107,6 +97,19 @@ void Controller::handleConnectJob(int jobId, const QString& jobName, int error)
     default:
         handleRecordJob(jobId);
         break;
+    }
+}
+
+void Controller::globalWindSent(int jobId, int error)
+{
+    if (error != simresult::kNone) {
+        m_globalWindDownload->sendFailed();
+    }
+    if (jobId == connectjob::kSetTurbulence) { // the second of the two files
+        m_reporting.log(QStringLiteral("(ConnectWorker) Activate weather XPlane"),
+                        loglevel::kNotification);
+        m_posts.toSimulator(
+            Job(connectjob::kActivateWeather, QStringLiteral("activate weather xplane")));
     }
 }
 
