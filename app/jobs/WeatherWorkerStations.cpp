@@ -104,7 +104,7 @@ int WeatherWorker::PrepareWeatherFSUIPC(const Job& job)
     forEachStation(job, QStringLiteral("Prepare Weather FSUIPC"), [&](const Station& station) {
         NewWeather record;
         if (stationRecord(station, record, 0.0)) {
-            records.push_back(std::move(record));
+            records.push_back(record);
         }
     });
     if (!records.empty()) {
