@@ -213,6 +213,7 @@ int SoakRun::run()
     if (!wait([this] { return m_controller->weather().metarCount() > 0; }, kLimitMs)) {
         complain({}, text("no reports come at the start"));
     }
+    learnStations();
     m_lastSetMs = m_lastListMs = nowMs();
     for (int number = 1; number <= m_options.cycles; ++number) {
         Cycle cycle;
@@ -407,7 +408,6 @@ void SoakRun::checkReports(const Cycle& cycle)
         complain(cycle, text("%1 reports of %2 are held").arg(held).arg(m_heldMetars));
     }
     m_heldMetars = std::max(m_heldMetars, held);
-    learnStations();
     for (const aviation::weather::Metar& metar : m_view.weatherPage.metars) {
         const QString station = QString::fromStdWString(metar.icao());
         if (!m_stations.contains(station)) {
@@ -429,7 +429,8 @@ void SoakRun::checkReports(const Cycle& cycle)
 void SoakRun::learnStations()
 {
     QFile file(m_settings->tmpFolder() + text("weather.txt"));
-    if (!m_stations.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly)) {
+        complain({}, text("no list to learn the stations from"));
         return;
     }
     for (const QByteArray& line : file.readAll().split('\n')) {
