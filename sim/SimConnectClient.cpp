@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr std::size_t kCloudBytes = 64 * 64;
-constexpr std::uint32_t kRunning = 1; ///< value of the system state "Sim"
+constexpr std::size_t kCloudBytes = 4096; ///< 64 rows of 64
+constexpr std::uint32_t kRunning = 1;     ///< value of the system state "Sim"
 
 /// Whether a call failed; positive codes count as success where nothing else is said.
 bool isFailure(simconnect::Result result)
