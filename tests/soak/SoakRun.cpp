@@ -22,8 +22,6 @@ constexpr int kLimitMs = 60000;
 constexpr int kStreamMs = 4;
 /// Every so many cycles nothing misbehaves.
 constexpr int kCleanEvery = 5;
-/// Cycles until the simulator is reached another way.
-constexpr int kWayCycles = 20;
 constexpr int kMeasureEvery = 20;
 /// Growth is compared with this many cycles at the start.
 constexpr double kWarmUpShare = 0.25;
@@ -215,13 +213,16 @@ int SoakRun::run()
     }
     learnStations();
     m_lastSetMs = m_lastListMs = nowMs();
+    // The warm-up goes all the ways in, since they don't need the same memory.
+    const int wayCycles =
+        std::max(1, int(m_options.cycles * kWarmUpShare / 2.0 / double(kWays.size())));
     for (int number = 1; number <= m_options.cycles; ++number) {
         Cycle cycle;
         cycle.number = number;
         m_failedJobs = 0;
         m_wasLost = false;
-        if (number % kWayCycles == 0) {
-            chooseWay(number / kWayCycles);
+        if (number % wayCycles == 0) {
+            chooseWay(number / wayCycles);
         }
         comeBack(cycle);
         if (number % kCleanEvery != 0 && m_options.faults) {
